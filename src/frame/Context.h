@@ -1,0 +1,75 @@
+#pragma once
+// The program's state, in one object made by main and handed on by reference. It is typed in layers, so that a
+// room sees only what its own level may know: FrameContext < RegistryContext < TipdbContext < Context.
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "frame/Errors.h"
+#include "frame/Platform.h"
+#include "frame/Trace.h"
+#include "frame/UserPort.h"
+
+namespace brenvik {
+
+// Settings that the core asks for; names as in the settings store. Form and place are the store's business.
+struct Settings {
+    bool SoundOn = true;
+    bool ShowInfo = true;
+    bool BSSystemAktiv = true;   // a Tip is checked against the operating system
+    bool LöschenAktiv = false;   // values and keys may be deleted (blnLoeschenErlaubt)
+    bool RegFileClasic = true;
+    bool ShowNavText = true;
+    bool BSErsatz = false;       // treat an unrecognised system as Windows XP
+    int TreeAktiv = 1;
+    std::string Ostrana_Name = "ostrana.hlp";
+    std::string strOstranaPfad, strFavoritenPfad, strHistoryPfad, strBackupPfad;
+};
+
+struct FrameContext {
+    FrameContext(UserPort& userPort, Platform& hostPlatform) : port(userPort), platform(hostPlatform) {}
+    FrameContext(const FrameContext&) = delete;
+    FrameContext& operator=(const FrameContext&) = delete;
+
+    UserPort& port;
+    Platform& platform;
+    TraceLog trace;
+    Settings einstellungen;
+
+    std::filesystem::path programmPfad;  // program directory: database, help, icons, sound
+    std::filesystem::path heimPfad;      // the user's home of the program: store, drive_c, log
+    std::filesystem::path strKlickWav;
+
+    std::string strProgVersion;
+    std::string strParamPC, strParamUser, strParamPasswort;
+    std::string strLokalerRechner;
+    std::string strRechnername;          // empty or equal to strLokalerRechner: the local machine
+    bool blnLokal = true;
+    std::string strBS = "Unbekanntes Betriebssystem";
+    std::int16_t intBS = 0;              // 0 unknown, 1 95, 2 98, 3 NT, 4 2000, 5 ME, 6 XP
+    bool blnAdmin = false;
+    bool blnPrivilegien = false;
+    std::string strUserName;
+    std::string strDefaultUserID;
+    std::string strEigeneSID;            // the user's own SID
+    std::string strUserSID;              // SID of the profile being edited
+    std::string strProfilSID;            // what [SID] in a Tip stands for
+    std::string strWindir = "C:\\WINDOWS";
+    std::string strWinLaufwerk = "C:\\";
+    std::string strSystemLaufwerk = "C:\\";
+    std::string strSystemVerzeichnis = "C:\\WINDOWS\\system32\\";
+    std::string strStartInfo;
+    bool blnHistoryAktiv = false;
+    bool blnFavoritenAktiv = false;
+    bool blnNeustartNoetig = false;
+
+    bool istNT() const { return intBS == 3 || intBS == 4 || intBS == 6; }
+
+    // Plays the click sound if sounds are on.
+    void klick() {
+        if (einstellungen.SoundOn) port.playSound(strKlickWav.string());
+    }
+};
+
+}  // namespace brenvik

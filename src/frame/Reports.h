@@ -1,0 +1,25 @@
+#pragma once
+// The common error reports, and the wrapper that gives one numbered step of a procedure the program's pattern:
+// report the failure once and carry on with the next step.
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <string>
+
+#include "frame/Context.h"
+
+namespace brenvik {
+
+// Shows and traces the common report; procName is overwritten with the finished message.
+void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& errNumber);
+
+// The report for errors of the registry service.
+void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber);
+
+// Number of the exception in flight: NumberedError's own, else the ordinary run-time error that fits.
+std::int32_t errorNumberOf(const std::exception& error);
+
+// Runs one step; a failure is reported under the procedure's name. Answers whether the step succeeded.
+bool reportAndGoOn(FrameContext& ctx, const char* procName, const std::function<void()>& step);
+
+}  // namespace brenvik

@@ -1,0 +1,58 @@
+#pragma once
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tipdb/TipdbContext.h"
+#include "tipengine/Hauptfenster.h"
+
+namespace brenvik {
+
+// Working values of one entry of the Tip on screen.
+struct Arbeitswert {
+    std::string strAktuellerWert;           // as read, in display form
+    std::string strAnzeigeWert;             // as the panel holds it
+    bool blnWertGelesen = false;
+    bool beruehrt = false;                  // set by the user or by whatever sets a value on purpose; only then it is converted and written
+    std::optional<RawValue> roh;            // what stood in the registry when it was read
+    std::uint8_t DatentypModus = 1;         // 1: ask about another data type
+    std::array<double, 6> dblOptionsWerte{};
+};
+
+struct BootEintrag {
+    std::string Name, Titel, Schalter;
+    bool blnDisk = false;
+    std::string originalZeile;              // written back as it stands while unedited
+    bool bearbeitet = false;
+    bool inAnfuehrung = true;               // the title stood in quotes
+};
+
+// The program's whole state, owned by main.
+struct Context : TipdbContext {
+    using TipdbContext::TipdbContext;
+
+    Hauptfenster frmBVK_Prog;
+    std::vector<Arbeitswert> werte;         // [0] unused, parallel to aktuellerTipp.Eintrag
+    std::vector<std::string> strDateiName;
+
+    bool blnGeaendert = false;
+    bool blnSchreibrecht = false;
+    bool blnEinWertGelesen = false;
+    bool blnAusgabeLaeuft = false;
+    bool blnInitPanel = false;
+    bool blnTabInit = false;
+    bool blnTippAnzeige = false;
+    bool blnDatenTypAnpassen = false;
+    bool blnDatenTypAbbruch = false;
+    bool blnBearbeitenNeu = false;
+    bool blnDateiSuchen = true;
+    bool blnListeGeaendert = false;
+    std::string strGewaehlteDatei;
+    std::int16_t intTreeAktiv = 1;
+    std::int16_t intPanelCheckBox = -1, intPanelText = -1, intPanelZahl = -1, intPanelAuswahl = -1, intPanelOption = -1,
+                 intPanelBit = -1;
+    std::vector<BootEintrag> udtBootEintraege;   // [0] unused
+    int intBootEintrag = 0;
+};
+
+}  // namespace brenvik

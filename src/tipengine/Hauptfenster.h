@@ -1,0 +1,67 @@
+#pragma once
+// What the main window shows, as a plain record. The engine writes it and names what changed through WindowObserver;
+// the shell draws it and decides nothing.
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tipengine/Panel.h"
+
+namespace brenvik {
+
+enum class TextFarbe { ButtonText, Rot };
+
+struct TreeNode {
+    enum class Art { Wurzel, Gruppe, Version, Tipp };
+    std::string text;
+    Art art = Art::Tipp;
+    std::int16_t symbol = 0;
+    int parent = -1;
+    bool Sorted = false;            // the children are shown sorted by text, ignoring case, umlauts beside their base letter
+    std::vector<int> kinder;        // in the order they were added; displayOrder sorts them
+};
+
+struct Hauptfenster {
+    // Enable pairs (FB_KeySave ... FB_ADMListe): one flag serves button, menu entry and toolbar button.
+    bool KeySave = false, KeyDel = false, Default = false, RegFile = false, ADMFile = false, KeyInfo = false, RegListe = false,
+         ADMListe = false;
+    bool mnuBSFreigabe = false;
+    bool tbrHistory = false;
+
+    // Captions with a second state, and the tooltips that go with them.
+    std::string cmdRegSave, cmdDefault, mnuRegSave, mnuDefault;
+    std::string tipRegSave, tipDefault, tipRegDel;
+
+    bool fraBVKLogo = true;         // shown while no Tip is
+    bool fraEinstellungen = false;  // the panels
+    bool fraSteuerung = false;      // the action row
+    std::string lblDBTippU;         // heading above the panels
+    StatusZeile tippStatus;         // one line for Tips whose panels share it (kinds 6 to 10)
+
+    bool txtInfoSichtbar = false;
+    std::string txtInfo;
+    TextFarbe txtInfoFarbe = TextFarbe::ButtonText;
+    std::string fraInfo = "Informationen";
+    TextFarbe fraInfoFarbe = TextFarbe::ButtonText;
+    std::array<std::string, 3> sbrBVK;
+
+    std::vector<Panel> panels;      // from top to bottom
+
+    // tvBVKDB: node 0 is the root.
+    std::vector<TreeNode> tvBVKDB;
+    int ausgewaehlterKnoten = 0;
+    int tbsTree = 1;                // selected tab, 1 to 9
+};
+
+class WindowObserver {
+public:
+    virtual ~WindowObserver() = default;
+    virtual void treeChanged() {}
+    virtual void selectionChanged() {}          // ausgewaehlterKnoten was set by the program
+    virtual void panelsChanged() {}             // the list of panels is another one
+    virtual void panelChanged(std::size_t) {}   // one panel's content, by its place in panels
+    virtual void windowChanged() {}             // captions, enabling, texts
+};
+
+}  // namespace brenvik
