@@ -28,6 +28,9 @@ struct Hauptfenster {
          ADMListe = false;
     bool mnuBSFreigabe = false;
     bool tbrHistory = false;
+    bool blnNTFamilie = true;               // tbrNetz, tbrProfil and mnuRegedt32 are visible
+    bool mnuTools = true;
+    std::vector<std::string> versteckt;     // entries of mnuTools that the system does not have, by control name
 
     // Captions with a second state, and the tooltips that go with them.
     std::string cmdRegSave, cmdDefault, mnuRegSave, mnuDefault;
@@ -37,7 +40,6 @@ struct Hauptfenster {
     bool fraEinstellungen = false;  // the panels
     bool fraSteuerung = false;      // the action row
     std::string lblDBTippU;         // heading above the panels
-    StatusZeile tippStatus;         // one line for Tips whose panels share it (kinds 6 to 10)
 
     bool txtInfoSichtbar = false;
     std::string txtInfo;
