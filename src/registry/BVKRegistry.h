@@ -1,7 +1,10 @@
 #pragma once
 // The registry service: SetPath selects machine and path, the following operations work on that selection. Texts are UTF-8.
 // A path is root "\" key for a value name as its last part; with a trailing "\" Exists and Delete mean the key,
-// ReadType, ReadValue and WriteValue (data or a type other than 0) the key's unnamed value. Errors are RegError.
+// ReadType, ReadValue and WriteValue (data or a type other than 0) the key's unnamed value. Operations on keys alone
+// (EnumSubKeys, ListSubKeys, ListValues, SaveKey, RestoreKey) take a path with or without a trailing "\" as the key;
+// CheckAccess means the key that the path's value is in. Errors are RegError; more than 32767 names are NumberedError 6.
+// What is not there is no error: ReadValue answers the empty text, the lists are empty.
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,6 +12,8 @@
 #include <vector>
 
 #include "frame/Trace.h"
+#include "registry/HiveFiles.h"
+#include "registry/RegPath.h"
 #include "registry/RegStore.h"
 
 namespace brenvik {
@@ -45,19 +50,16 @@ public:
     void WriteRaw(const RawValue& value);
     bool DeleteValue();                         // never a key, whatever the path looks like
     RegStore& selectedStore();
+    void setHiveFiles(HiveFiles* files) { hiveFiles_ = files; }   // not owned; nullptr: SaveKey and RestoreKey answer false
 
 private:
-    struct Target {
-        Root root;
-        std::string key;
-        ValueName name;
-        bool isKey;      // the path ends in "\"
-    };
-    Target target() const;                      // throws RegError NoRoot, NoKey
+    RegPath target() const;                     // throws RegError NoRoot, NoKey (also for a root without "\")
+    std::vector<std::string> subKeyNames();
     TraceLog& trace_;
     Machines& machines_;
     std::string machine_;
     std::string path_;
+    HiveFiles* hiveFiles_ = nullptr;
 };
 
 }  // namespace brenvik

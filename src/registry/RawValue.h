@@ -36,9 +36,11 @@ private:
 };
 
 // Text forms at the service boundary (UTF-8). REG_DWORD: signed decimal out, -2147483648 to 4294967295 in. REG_BINARY and
-// the types 0, 5, 6, 8 to 11: two-digit upper-case bytes with single blanks. REG_MULTI_SZ: elements joined by U+0000,
-// no final one. fromText throws RegError (NoAssignment, BadBinary).
+// all other types: two-digit upper-case bytes with single blanks. REG_MULTI_SZ: elements joined by U+0000, no final one.
+// Strings are shown up to their first U+0000. toText throws RegError KeyNotRead for a dword that has not four bytes,
+// fromText throws NoAssignment or BadBinary.
 std::string toText(const RawValue& value);
 RawValue fromText(std::string_view text, std::uint32_t type);
+std::string bytesText(const Bytes& bytes);   // the binary form, whatever the type
 
 }  // namespace brenvik

@@ -32,6 +32,7 @@ public:
     virtual bool canOpen(Root root, std::string_view key, std::uint32_t mask) = 0;   // false if the key is not there
     virtual std::vector<std::string> subKeys(Root root, std::string_view key) = 0;   // the platform's order; empty if not there
     virtual std::optional<RawValue> value(Root root, std::string_view key, const ValueName& name) = 0;
+    virtual bool hasValue(Root root, std::string_view key, const ValueName& name) { return value(root, key, name).has_value(); }
     virtual std::vector<NamedValue> values(Root root, std::string_view key) = 0;     // in the order they were made
 
     virtual void createKey(Root root, std::string_view key) = 0;                     // with all keys on the way

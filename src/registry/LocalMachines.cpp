@@ -1,0 +1,53 @@
+#include "registry/LocalMachines.h"
+
+#include "frame/Errors.h"
+#include "registry/Upcase.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::int32_t Reached = 0, AccessDenied = 5, NetworkPathNotFound = 53;
+
+std::string storedText(RegStore& store, Root root, std::string_view key, const char* name) {
+    const auto value = store.value(root, key, ValueName::named(name));
+    return value && (value->type == regtype::Sz || value->type == regtype::ExpandSz) ? toText(*value) : std::string();
+}
+
+}  // namespace
+
+std::string storedComputerName(RegStore& store) {
+    return storedText(store, Root::LocalMachine, "System\\CurrentControlSet\\Control\\ComputerName\\ComputerName", "ComputerName");
+}
+
+std::string storedUserName(RegStore& store, const std::string& sid) {
+    const std::string folder = storedText(store, Root::LocalMachine,
+                                          "Software\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList\\" + sid, "ProfileImagePath");
+    return folder.substr(folder.rfind('\\') + 1);
+}
+
+LocalMachines::LocalMachines(RegStore& local, std::string fallbackName) : local_(local), fallbackName_(std::move(fallbackName)) {}
+
+std::string LocalMachines::localName() {
+    if (localName_.empty()) localName_ = storedComputerName(local_);
+    return localName_.empty() ? fallbackName_ : localName_;
+}
+
+bool LocalMachines::isLocal(const std::string& machine) { return machine.empty() || sameName(machine, localName()); }
+
+std::int32_t LocalMachines::connect(const std::string& machine) {
+    try {
+        return isLocal(machine) || (finder_ && finder_(machine) != nullptr) ? Reached : NetworkPathNotFound;
+    } catch (const RegError&) {
+        return AccessDenied;
+    }
+}
+
+RegStore& LocalMachines::store(const std::string& machine) {
+    if (isLocal(machine)) return local_;
+    RegStore* found = finder_ ? finder_(machine) : nullptr;
+    if (found == nullptr) throw RegError(regerr::NoAccess, "Der Rechner \"" + machine + "\" antwortet nicht.");
+    return *found;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,35 @@
+#pragma once
+// The machines that the service reaches: the local store, and whatever else is registered under a finder.
+#include <functional>
+#include <string>
+
+#include "registry/RegStore.h"
+
+namespace brenvik {
+
+// Names that the store itself holds; empty if it does not.
+std::string storedComputerName(RegStore& store);
+std::string storedUserName(RegStore& store, const std::string& sid);   // from ProfileList, the last part of the profile's folder
+
+class LocalMachines final : public Machines {
+public:
+    // Gives the store of a machine, or nullptr if there is no such machine. May throw RegError NoAccess (access denied).
+    using Finder = std::function<RegStore*(const std::string& machine)>;
+
+    // fallbackName is the local machine's name if the store holds none.
+    explicit LocalMachines(RegStore& local, std::string fallbackName = "BRENVIK-PC");
+    void setFinder(Finder finder) { finder_ = std::move(finder); }
+
+    std::string localName() override;
+    std::int32_t connect(const std::string& machine) override;
+    RegStore& store(const std::string& machine) override;
+
+private:
+    bool isLocal(const std::string& machine);
+    RegStore& local_;
+    std::string fallbackName_;
+    std::string localName_;   // once it has been read
+    Finder finder_;
+};
+
+}  // namespace brenvik

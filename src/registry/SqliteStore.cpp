@@ -1,0 +1,458 @@
+#include "registry/SqliteStore.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <iterator>
+
+#include "frame/Errors.h"
+#include "registry/Upcase.h"
+#include "registry/Wtf8.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::size_t MaxCachedKeys = 100000;
+constexpr std::uint32_t WriteMask = 0x500D0026;   // set value, create sub key or link, delete, change rights, generic write and all
+constexpr const char* CurrentControlSet = "CurrentControlSet";
+
+// The profile of a store that has none yet.
+constexpr const char* FirstUserSid = "S-1-5-21-1844237615-1960408961-725345543-1003";
+
+std::uint64_t fileTimeNow() {
+    using namespace std::chrono;
+    using Ticks = duration<std::int64_t, std::ratio<1, 10000000>>;
+    constexpr std::int64_t from1601To1970 = 116444736000000000;
+    return static_cast<std::uint64_t>(duration_cast<Ticks>(system_clock::now().time_since_epoch()).count() + from1601To1970);
+}
+
+bool sameAscii(std::string_view text, std::string_view lower) {
+    return text.size() == lower.size() && std::equal(text.begin(), text.end(), lower.begin(), [](char a, char b) {
+               return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + 32) : a) == b;
+           });
+}
+
+std::string below(std::string_view parent, std::string_view key) {
+    std::string path(parent);
+    if (!key.empty()) path.append(1, '\\').append(key);
+    return path;
+}
+
+// Units of the path that a cache entry is found by: base first, then the folded path.
+std::u16string cachePath(std::int64_t base, std::string_view path) {
+    std::u16string folded = foldName(path);
+    folded.insert(folded.begin(), static_cast<char16_t>(base));
+    return folded;
+}
+
+void checkKeyName(std::string_view name) {
+    const std::size_t units = toUtf16(name).size();
+    if (units == 0) throw RegError(regerr::NoKey, "Ein Schlüsselname ist leer.");
+    if (units > MaxKeyName) throw RegError(regerr::NoKey, "Ein Schlüsselname darf höchstens 255 Zeichen haben.");
+}
+
+void checkKeyPath(std::string_view path) {
+    std::size_t depth = 0;
+    for (std::size_t start = 0; start <= path.size() && !path.empty(); ++depth) {
+        const std::size_t end = std::min(path.find('\\', start), path.size());
+        checkKeyName(path.substr(start, end - start));
+        start = end + 1;
+    }
+    if (depth > MaxKeyDepth) throw RegError(regerr::NoKey, "Der Schlüsselpfad hat mehr als 512 Ebenen.");
+}
+
+void checkValue(const ValueName& name, const RawValue& value) {
+    if (toUtf16(name.text()).size() > MaxValueName) throw RegError(regerr::NoAssignment, "Ein Wertname darf höchstens 16383 Zeichen haben.");
+    if (value.bytes.size() > MaxValueBytes) throw RegError(regerr::NoAssignment, "Ein Wert darf höchstens 16 MB groß sein.");
+}
+
+std::string foldedName(const ValueName& name) { return foldedBytes(foldName(name.text())); }
+
+void requireWritableKey(const KeyRef& key) {
+    if (key.readOnly) throw RegError(regerr::NoAccess, "Der Schlüssel darf nur gelesen werden.");
+}
+
+bool isProfile(std::string_view name) {
+    constexpr std::string_view classes = "_classes";
+    if (sameAscii(name, ".default") || sameAscii(name, "s-1-5-18") || sameAscii(name, "s-1-5-19") || sameAscii(name, "s-1-5-20")) return false;
+    return name.size() < classes.size() || !sameAscii(name.substr(name.size() - classes.size()), classes);
+}
+
+}  // namespace
+
+SqliteStore::SqliteStore(std::filesystem::path file, const StoreOptions& options)
+    : file_(std::move(file)), opened_(openStoreFile(file_, options)), tables_(*opened_.database) {}
+
+SqliteStore::~SqliteStore() { tables_.rollback(); }
+
+// One read transaction for each operation, so that all it sees is of one moment.
+template <class Work>
+auto SqliteStore::reading(const Work& work) {
+    struct Scope {
+        StoreTables* tables;
+        ~Scope() {
+            if (tables != nullptr) tables->rollback();   // nothing to keep; cannot fail
+        }
+    };
+    try {
+        Scope scope{depth_ == 0 ? &tables_ : nullptr};
+        if (depth_ == 0) {
+            tables_.begin();
+            refresh();
+        }
+        return work();
+    } catch (const sqlite::Error& error) {
+        forget();
+        throw storeError(error, file_, regerr::KeyNotRead);
+    }
+}
+
+template <class Work>
+void SqliteStore::writing(const Work& work) {
+    if (depth_ == 0) {
+        transaction(work);
+        return;
+    }
+    try {
+        // The engine gives a transaction up on some failures (disk full); what follows must not be kept singly.
+        if (!tables_.inTransaction()) throw RegError(regerr::NoAssignment, "Die Änderungen wurden nach einem Fehler verworfen.");
+        work();
+    } catch (const sqlite::Error& error) {
+        throw storeError(error, file_, regerr::NoAssignment);
+    }
+}
+
+void SqliteStore::transaction(const std::function<void()>& changes) {
+    if (!writable()) throw RegError(regerr::NoAccess, "Die Registry kann nur gelesen werden.");
+    const bool outer = depth_ == 0;
+    try {
+        if (outer) {
+            tables_.beginWriting();
+            refresh();
+        } else {
+            tables_.savepoint();
+        }
+        ++depth_;
+        try {
+            changes();
+            if (outer) flushTouched();
+            outer ? tables_.commit() : tables_.release();
+        } catch (...) {
+            forget();
+            if (outer) {
+                tables_.rollback();
+                touched_.clear();
+            } else if (tables_.inTransaction()) {
+                tables_.rollbackToSavepoint();
+                tables_.release();
+            }
+            --depth_;
+            throw;
+        }
+        --depth_;
+    } catch (const sqlite::Error& error) {
+        throw storeError(error, file_, regerr::NoAssignment);
+    }
+}
+
+void SqliteStore::flushTouched() {
+    const std::uint64_t now = fileTimeNow();
+    for (const std::int64_t key : touched_) tables_.setWritten(key, now);
+    touched_.clear();
+}
+
+void SqliteStore::refresh() {
+    const std::int64_t version = tables_.dataVersion();
+    if (version != dataVersion_) forget();
+    dataVersion_ = version;
+}
+
+void SqliteStore::forget() {
+    keys_.clear();
+    controlSet_.clear();
+    userSid_.clear();
+}
+
+// ---- Where a path leads ----
+
+SqliteStore::Place SqliteStore::place(Root root, std::string_view key) {
+    switch (root) {
+        case Root::LocalMachine: return machinePlace(key);
+        case Root::Users: return {UsersKeyId, std::string(key)};
+        case Root::CurrentUser: return {UsersKeyId, below(userSid(), key)};
+        case Root::CurrentConfig: return machinePlace(below("System\\CurrentControlSet\\Hardware Profiles\\Current", key));
+        case Root::ClassesRoot:
+        case Root::DynData: break;
+    }
+    return {};
+}
+
+SqliteStore::Place SqliteStore::machinePlace(std::string_view key) {
+    constexpr std::size_t linkLength = 24;
+    const bool linked = key.size() >= linkLength && (key.size() == linkLength || key[linkLength] == '\\') && key[6] == '\\' &&
+                        sameAscii(key.substr(0, 6), "system") && sameAscii(key.substr(7, linkLength - 7), "currentcontrolset");
+    if (!linked) return {MachineKeyId, std::string(key)};
+    return {MachineKeyId, below("System\\" + controlSet(), key.size() == linkLength ? std::string_view() : key.substr(linkLength + 1))};
+}
+
+const std::string& SqliteStore::controlSet() {
+    if (!controlSet_.empty()) return controlSet_;
+    std::uint32_t number = 1;
+    if (const auto select = find({MachineKeyId, "System\\Select"})) {
+        const auto current = tables_.value(select->id, foldedName(ValueName::named("Current")));
+        if (current && current->type == regtype::Dword && current->bytes.size() == 4 && current->bytes[3] == 0 && current->bytes[2] == 0) {
+            number = current->bytes[0] | (current->bytes[1] * 256u);
+        }
+    }
+    char text[32];
+    std::snprintf(text, sizeof text, "ControlSet%03u", number >= 1 && number <= 999 ? number : 1u);
+    controlSet_ = text;
+    return controlSet_;
+}
+
+const std::string& SqliteStore::userSid() {
+    if (!userSid_.empty()) return userSid_;
+    const std::vector<std::string> profiles = tables_.childrenByAge(UsersKeyId);
+    const auto own = std::find_if(profiles.begin(), profiles.end(), isProfile);
+    userSid_ = own == profiles.end() ? FirstUserSid : *own;
+    return userSid_;
+}
+
+std::string SqliteStore::currentUserSid() {
+    return reading([&] { return userSid(); });
+}
+
+// From the longest part of the path that is known, one step for each name.
+std::optional<KeyRef> SqliteStore::find(const Place& place) {
+    if (place.base == 0) return std::nullopt;
+    const std::u16string path = cachePath(place.base, place.path);
+    std::u16string_view known = path;
+    std::optional<KeyRef> key;
+    while (!key) {
+        if (known.size() == 1) {
+            key = KeyRef{place.base, false};
+        } else if (const auto entry = keys_.find(known); entry != keys_.end()) {
+            key = entry->second;
+        } else {
+            known = known.substr(0, std::max<std::size_t>(known.rfind(u'\\') + 1, 2) - 1);
+        }
+    }
+    std::size_t steps = 0;
+    while (key && known.size() < path.size()) {
+        const std::size_t start = known.size() == 1 ? 1 : known.size() + 1;
+        const std::size_t end = std::min(path.find(u'\\', start), path.size());
+        if (end == start || ++steps > MaxKeyDepth) return std::nullopt;
+        key = tables_.child(key->id, foldedBytes(std::u16string_view(path).substr(start, end - start)));
+        known = std::u16string_view(path).substr(0, end);
+        if (!key) break;
+        if (keys_.size() >= MaxCachedKeys) keys_.clear();
+        keys_.emplace(known, *key);
+    }
+    return key;
+}
+
+std::optional<KeyRef> SqliteStore::findClasses(bool user, std::string_view key) {
+    return find(user ? Root::CurrentUser : Root::LocalMachine, below("Software\\Classes", key));
+}
+
+std::vector<KeyRef> SqliteStore::findLayers(Root root, std::string_view key) {
+    std::vector<KeyRef> layers;
+    const auto add = [&](const std::optional<KeyRef>& found) {
+        if (found) layers.push_back(*found);
+    };
+    if (root == Root::ClassesRoot) {
+        add(findClasses(true, key));
+        add(findClasses(false, key));
+    } else {
+        add(find(root, key));
+    }
+    return layers;
+}
+
+std::optional<KeyRef> SqliteStore::findAny(Root root, std::string_view key) {
+    const std::vector<KeyRef> layers = findLayers(root, key);
+    return layers.empty() ? std::nullopt : std::optional(layers.front());
+}
+
+SqliteStore::Place SqliteStore::writePlace(Root root, std::string_view key) {
+    if (root != Root::ClassesRoot) return place(root, key);
+    return place(!key.empty() && findClasses(true, key) ? Root::CurrentUser : Root::LocalMachine, below("Software\\Classes", key));
+}
+
+KeyRef SqliteStore::obtain(const Place& place) {
+    if (place.base == 0) throw RegError(regerr::NoAccess, "HKEY_DYN_DATA kann nicht geändert werden.");
+    if (const auto known = find(place)) return *known;
+    checkKeyPath(place.path);
+    const std::uint64_t now = fileTimeNow();
+    KeyRef key{place.base, false};
+    for (std::size_t start = 0; start < place.path.size();) {
+        const std::size_t end = std::min(place.path.find('\\', start), place.path.size());
+        const std::string_view name = std::string_view(place.path).substr(start, end - start);
+        const std::string folded = foldedBytes(foldName(name));
+        if (const auto existing = tables_.child(key.id, folded)) {
+            key = *existing;
+        } else {
+            requireWritableKey(key);
+            touch(key);
+            if (key.id == UsersKeyId) userSid_.clear();
+            key = tables_.insertKey(key.id, folded, name, now);
+        }
+        start = end + 1;
+    }
+    return key;
+}
+
+// ---- Operations ----
+
+bool SqliteStore::keyExists(Root root, std::string_view key) {
+    if (key.empty()) return true;
+    return reading([&] { return findAny(root, key).has_value(); });
+}
+
+bool SqliteStore::canOpen(Root root, std::string_view key, std::uint32_t mask) {
+    const bool toWrite = (mask & WriteMask) != 0;
+    return reading([&] {
+        if (toWrite && (!writable() || root == Root::DynData)) return false;
+        const auto found = findAny(root, key);
+        if (!found) return key.empty();
+        return !toWrite || !found->readOnly;
+    });
+}
+
+std::vector<std::string> SqliteStore::subKeys(Root root, std::string_view key) {
+    return reading([&] {
+        std::vector<ChildName> merged;
+        for (const KeyRef& layer : findLayers(root, key)) {
+            std::vector<ChildName> added = tables_.children(layer.id), both;
+            std::set_union(merged.begin(), merged.end(), added.begin(), added.end(), std::back_inserter(both),
+                           [](const ChildName& a, const ChildName& b) { return a.folded < b.folded; });
+            merged = std::move(both);
+        }
+        if (root == Root::LocalMachine && sameAscii(key, "system") && find({MachineKeyId, "System\\" + controlSet()})) {
+            const ChildName link{CurrentControlSet, foldedBytes(foldName(CurrentControlSet))};
+            const auto at = std::lower_bound(merged.begin(), merged.end(), link, [](const ChildName& a, const ChildName& b) { return a.folded < b.folded; });
+            merged.insert(at, link);
+        }
+        std::vector<std::string> names;
+        names.reserve(merged.size());
+        for (ChildName& child : merged) names.push_back(std::move(child.name));
+        return names;
+    });
+}
+
+std::optional<RawValue> SqliteStore::value(Root root, std::string_view key, const ValueName& name) {
+    return reading([&]() -> std::optional<RawValue> {
+        const std::string folded = foldedName(name);
+        for (const KeyRef& layer : findLayers(root, key)) {
+            if (auto found = tables_.value(layer.id, folded)) return found;
+        }
+        return std::nullopt;
+    });
+}
+
+bool SqliteStore::hasValue(Root root, std::string_view key, const ValueName& name) {
+    return reading([&] {
+        const std::string folded = foldedName(name);
+        const std::vector<KeyRef> layers = findLayers(root, key);
+        return std::any_of(layers.begin(), layers.end(), [&](const KeyRef& layer) { return tables_.hasValue(layer.id, folded); });
+    });
+}
+
+std::vector<NamedValue> SqliteStore::values(Root root, std::string_view key) {
+    return reading([&] {
+        std::vector<NamedValue> merged;
+        std::unordered_set<std::string> seen;
+        for (const KeyRef& layer : findLayers(root, key)) {
+            for (NamedValue& found : tables_.values(layer.id)) {
+                if (root != Root::ClassesRoot || seen.insert(foldedName(found.name)).second) merged.push_back(std::move(found));
+            }
+        }
+        return merged;
+    });
+}
+
+void SqliteStore::createKey(Root root, std::string_view key) {
+    writing([&] {
+        if (!key.empty()) obtain(writePlace(root, key));
+    });
+}
+
+void SqliteStore::setValue(Root root, std::string_view key, const ValueName& name, const RawValue& value) {
+    checkValue(name, value);
+    writing([&] {
+        const KeyRef target = obtain(writePlace(root, key));
+        requireWritableKey(target);
+        tables_.putValue(target.id, foldedName(name), name.text(), value);
+        touch(target);
+        if (sameAscii(name.text(), "current")) controlSet_.clear();
+    });
+}
+
+bool SqliteStore::deleteValue(Root root, std::string_view key, const ValueName& name) {
+    bool deleted = false;
+    writing([&] {
+        for (const KeyRef& layer : findLayers(root, key)) {
+            if (!tables_.hasValue(layer.id, foldedName(name))) continue;
+            requireWritableKey(layer);
+            deleted = tables_.eraseValue(layer.id, foldedName(name));
+            touch(layer);
+            if (sameAscii(name.text(), "current")) controlSet_.clear();
+            return;
+        }
+    });
+    return deleted;
+}
+
+bool SqliteStore::deleteKey(Root root, std::string_view key) {
+    // The link itself is no key of the store, and its target is deleted under its own name only.
+    if (key.empty() || root == Root::DynData || (root == Root::LocalMachine && sameAscii(key, "system\\currentcontrolset"))) return false;
+    bool deleted = false;
+    writing([&] {
+        const Place target = writePlace(root, key);
+        const auto found = find(target);
+        if (!found || tables_.hasChildren(found->id)) return;
+        requireWritableKey(*found);
+        const std::size_t cut = target.path.rfind('\\');
+        const auto parent = find({target.base, cut == std::string::npos ? std::string() : target.path.substr(0, cut)});
+        if (!parent) return;
+        requireWritableKey(*parent);
+        tables_.eraseKey(found->id);
+        keys_.erase(cachePath(target.base, target.path));
+        if (parent->id == UsersKeyId) userSid_.clear();
+        touch(*parent);
+        deleted = true;
+    });
+    return deleted;
+}
+
+bool SqliteStore::isEmpty() {
+    return reading([&] { return !tables_.hasChildren(MachineKeyId) && !tables_.hasChildren(UsersKeyId); });
+}
+
+void SqliteStore::setReadOnly(Root root, std::string_view key, bool readOnly) {
+    writing([&] {
+        for (const KeyRef& layer : findLayers(root, key)) tables_.setReadOnly(layer.id, readOnly);
+        keys_.clear();
+    });
+}
+
+std::optional<KeyDetails> SqliteStore::details(Root root, std::string_view key) {
+    return reading([&]() -> std::optional<KeyDetails> {
+        const auto found = findAny(root, key);
+        if (!found) return std::nullopt;
+        return tables_.details(found->id);
+    });
+}
+
+void SqliteStore::setDetails(Root root, std::string_view key, const KeyDetails& details) {
+    writing([&] {
+        const auto found = findAny(root, key);
+        if (!found) throw RegError(regerr::NoAccess, "Der Schlüssel ist nicht vorhanden.");
+        tables_.setDetails(found->id, details);
+        touched_.erase(found->id);
+        keys_.clear();
+    });
+}
+
+}  // namespace brenvik

@@ -1,0 +1,88 @@
+#pragma once
+// The embedded registry: one SQLite file in the program's home. The user's key below HKU stands for HKCU, the control set
+// named by HKLM\System\Select\Current for CurrentControlSet, the current hardware profile for HKCC; HKCR shows the user's
+// Software\Classes over the machine's and writes where a key exists in the user's, else to the machine's. HKDD is empty.
+// Several processes may use the file. Errors are RegError: NoKey (a name that is no key name), NoAccess (no right to
+// write), NoAssignment (value refused or not written), KeyNotRead (the file cannot be read).
+#include <filesystem>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "registry/RegStore.h"
+#include "registry/StoreFile.h"
+#include "registry/StoreTables.h"
+
+namespace brenvik {
+
+inline constexpr std::size_t MaxKeyName = 255, MaxValueName = 16383;   // UTF-16 units
+inline constexpr std::size_t MaxKeyDepth = 512;
+inline constexpr std::size_t MaxValueBytes = 16u * 1024 * 1024;
+
+class SqliteStore final : public RegStore {
+public:
+    explicit SqliteStore(std::filesystem::path file, const StoreOptions& options = {});   // throws StoreOpenError
+    ~SqliteStore() override;
+    SqliteStore(const SqliteStore&) = delete;
+    SqliteStore& operator=(const SqliteStore&) = delete;
+
+    bool keyExists(Root root, std::string_view key) override;
+    bool canOpen(Root root, std::string_view key, std::uint32_t mask) override;
+    std::vector<std::string> subKeys(Root root, std::string_view key) override;
+    std::optional<RawValue> value(Root root, std::string_view key, const ValueName& name) override;
+    bool hasValue(Root root, std::string_view key, const ValueName& name) override;
+    std::vector<NamedValue> values(Root root, std::string_view key) override;
+    void createKey(Root root, std::string_view key) override;
+    void setValue(Root root, std::string_view key, const ValueName& name, const RawValue& value) override;
+    bool deleteValue(Root root, std::string_view key, const ValueName& name) override;
+    bool deleteKey(Root root, std::string_view key) override;
+    void transaction(const std::function<void()>& changes) override;
+    bool writable() override { return opened_.writable; }
+
+    bool isEmpty();                                                      // neither HKLM nor HKU has a key
+    std::string currentUserSid();                                        // the profile that HKCU stands for
+    void setReadOnly(Root root, std::string_view key, bool readOnly);    // a key that the user may only read
+    std::optional<KeyDetails> details(Root root, std::string_view key);
+    void setDetails(Root root, std::string_view key, const KeyDetails& details);   // the key must exist
+    const std::filesystem::path& file() const { return file_; }
+
+private:
+    struct Place {
+        std::int64_t base = 0;   // 0: a place that holds nothing
+        std::string path;
+    };
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::u16string_view path) const { return std::hash<std::u16string_view>()(path); }
+    };
+
+    template <class Work> auto reading(const Work& work);
+    template <class Work> void writing(const Work& work);
+    void refresh();
+    void forget();
+
+    Place place(Root root, std::string_view key);
+    Place machinePlace(std::string_view key);
+    const std::string& controlSet();
+    const std::string& userSid();
+
+    std::optional<KeyRef> find(const Place& place);
+    std::optional<KeyRef> find(Root root, std::string_view key) { return find(place(root, key)); }
+    std::optional<KeyRef> findClasses(bool user, std::string_view key);
+    std::optional<KeyRef> findAny(Root root, std::string_view key);            // HKCR: the user's or else the machine's
+    std::vector<KeyRef> findLayers(Root root, std::string_view key);           // HKCR: both, the user's first
+    Place writePlace(Root root, std::string_view key);
+    KeyRef obtain(const Place& place);
+    void touch(const KeyRef& key) { touched_.insert(key.id); }
+    void flushTouched();
+
+    std::filesystem::path file_;
+    OpenedStore opened_;
+    StoreTables tables_;
+    int depth_ = 0;              // of transactions under way
+    std::int64_t dataVersion_ = 0;
+    std::unordered_map<std::u16string, KeyRef, Hash, std::equal_to<>> keys_;   // base and folded path to key
+    std::unordered_set<std::int64_t> touched_;
+    std::string controlSet_, userSid_;   // empty: not looked up yet
+};
+
+}  // namespace brenvik

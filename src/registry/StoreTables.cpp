@@ -1,0 +1,176 @@
+#include "registry/StoreTables.h"
+
+#include <sqlite3.h>
+
+namespace brenvik {
+
+std::string foldedBytes(std::u16string_view upcased) {
+    std::string bytes;
+    bytes.reserve(2 * upcased.size());
+    for (const char16_t unit : upcased) {
+        bytes += static_cast<char>(unit >> 8);
+        bytes += static_cast<char>(unit & 0xFF);
+    }
+    return bytes;
+}
+
+const char* StoreTables::sqlOf(Query query) {
+    switch (query) {
+        case Query::Begin: return "BEGIN";
+        case Query::BeginImmediate: return "BEGIN IMMEDIATE";
+        case Query::Commit: return "COMMIT";
+        case Query::Rollback: return "ROLLBACK";
+        case Query::Savepoint: return "SAVEPOINT part";
+        case Query::Release: return "RELEASE part";
+        case Query::RollbackTo: return "ROLLBACK TO part";
+        case Query::DataVersion: return "PRAGMA data_version";
+        case Query::Child: return "SELECT id, readonly FROM key WHERE parent = ?1 AND folded = ?2";
+        case Query::InsertKey: return "INSERT INTO key(parent, folded, name, written) VALUES (?1, ?2, ?3, ?4)";
+        case Query::EraseKey: return "DELETE FROM key WHERE id = ?1";
+        case Query::EraseKeyValues: return "DELETE FROM value WHERE key = ?1";
+        case Query::HasChildren: return "SELECT 1 FROM key WHERE parent = ?1 LIMIT 1";
+        case Query::Children: return "SELECT name, folded FROM key WHERE parent = ?1 ORDER BY folded";
+        case Query::ChildrenByAge: return "SELECT name FROM key WHERE parent = ?1 ORDER BY id";
+        case Query::SetWritten: return "UPDATE key SET written = ?2 WHERE id = ?1";
+        case Query::SetReadOnly: return "UPDATE key SET readonly = ?2 WHERE id = ?1";
+        case Query::Details:
+            return "SELECT k.class, k.written, d.bytes, k.readonly FROM key k LEFT JOIN descriptor d ON d.id = k.descriptor WHERE k.id = ?1";
+        case Query::SetDetails: return "UPDATE key SET class = ?2, written = ?3, descriptor = ?4, readonly = ?5 WHERE id = ?1";
+        case Query::InsertDescriptor: return "INSERT INTO descriptor(bytes) VALUES (?1) ON CONFLICT DO NOTHING";
+        case Query::FindDescriptor: return "SELECT id FROM descriptor WHERE bytes = ?1";
+        case Query::HasValue: return "SELECT 1 FROM value WHERE key = ?1 AND folded = ?2";
+        case Query::Value: return "SELECT type, bytes FROM value WHERE key = ?1 AND folded = ?2";
+        case Query::Values: return "SELECT name, type, bytes FROM value WHERE key = ?1 ORDER BY id";
+        case Query::PutValue:
+            return "INSERT INTO value(key, folded, name, type, bytes) VALUES (?1, ?2, ?3, ?4, ?5) "
+                   "ON CONFLICT(key, folded) DO UPDATE SET type = excluded.type, bytes = excluded.bytes";
+        case Query::EraseValue: return "DELETE FROM value WHERE key = ?1 AND folded = ?2";
+        case Query::Count: break;
+    }
+    return "";
+}
+
+sqlite::Statement& StoreTables::statement(Query query) {
+    auto& kept = statements_[static_cast<std::size_t>(query)];
+    if (!kept) kept = std::make_unique<sqlite::Statement>(database_.handle(), sqlOf(query));
+    return *kept;
+}
+
+void StoreTables::rollback() noexcept {
+    try {
+        if (inTransaction()) run(Query::Rollback);
+    } catch (const sqlite::Error&) {
+        // The engine has given the transaction up by itself; nothing of it is left.
+    }
+}
+
+bool StoreTables::inTransaction() const { return sqlite3_get_autocommit(database_.handle()) == 0; }
+
+std::int64_t StoreTables::dataVersion() {
+    auto row = statement(Query::DataVersion).run();
+    row.step();
+    return row.number(0);
+}
+
+std::optional<KeyRef> StoreTables::child(std::int64_t parent, std::string_view folded) {
+    auto row = statement(Query::Child).run();
+    row.bind(1, parent).bindBytes(2, folded.data(), folded.size());
+    if (!row.step()) return std::nullopt;
+    return KeyRef{row.number(0), row.number(1) != 0};
+}
+
+KeyRef StoreTables::insertKey(std::int64_t parent, std::string_view folded, std::string_view name, std::uint64_t written) {
+    auto row = statement(Query::InsertKey).run();
+    row.bind(1, parent).bindBytes(2, folded.data(), folded.size()).bind(3, name).bind(4, static_cast<std::int64_t>(written));
+    row.step();
+    return {sqlite3_last_insert_rowid(database_.handle()), false};
+}
+
+void StoreTables::eraseKey(std::int64_t key) {
+    statement(Query::EraseKeyValues).run().bind(1, key).step();
+    statement(Query::EraseKey).run().bind(1, key).step();
+}
+
+bool StoreTables::hasChildren(std::int64_t key) { return statement(Query::HasChildren).run().bind(1, key).step(); }
+
+std::vector<ChildName> StoreTables::children(std::int64_t key) {
+    std::vector<ChildName> names;
+    auto row = statement(Query::Children).run();
+    row.bind(1, key);
+    while (row.step()) {
+        const Bytes folded = row.bytes(1);
+        names.push_back({row.text(0), std::string(folded.begin(), folded.end())});
+    }
+    return names;
+}
+
+std::vector<std::string> StoreTables::childrenByAge(std::int64_t key) {
+    std::vector<std::string> names;
+    auto row = statement(Query::ChildrenByAge).run();
+    row.bind(1, key);
+    while (row.step()) names.push_back(row.text(0));
+    return names;
+}
+
+void StoreTables::setWritten(std::int64_t key, std::uint64_t written) {
+    statement(Query::SetWritten).run().bind(1, key).bind(2, static_cast<std::int64_t>(written)).step();
+}
+
+void StoreTables::setReadOnly(std::int64_t key, bool readOnly) {
+    statement(Query::SetReadOnly).run().bind(1, key).bind(2, std::int64_t{readOnly}).step();
+}
+
+KeyDetails StoreTables::details(std::int64_t key) {
+    auto row = statement(Query::Details).run();
+    row.bind(1, key);
+    if (!row.step()) return {};
+    return {row.bytes(0), static_cast<std::uint64_t>(row.number(1)), row.bytes(2), row.number(3) != 0};
+}
+
+void StoreTables::setDetails(std::int64_t key, const KeyDetails& details) {
+    std::optional<std::int64_t> descriptor;
+    if (!details.descriptor.empty()) {
+        statement(Query::InsertDescriptor).run().bindBytes(1, details.descriptor.data(), details.descriptor.size()).step();
+        auto row = statement(Query::FindDescriptor).run();
+        row.bindBytes(1, details.descriptor.data(), details.descriptor.size());
+        if (row.step()) descriptor = row.number(0);
+    }
+    auto row = statement(Query::SetDetails).run();
+    row.bind(1, key).bind(3, static_cast<std::int64_t>(details.written)).bind(5, std::int64_t{details.readOnly});
+    if (!details.className.empty()) row.bindBytes(2, details.className.data(), details.className.size());
+    if (descriptor) row.bind(4, *descriptor);
+    row.step();
+}
+
+bool StoreTables::hasValue(std::int64_t key, std::string_view folded) {
+    return statement(Query::HasValue).run().bind(1, key).bindBytes(2, folded.data(), folded.size()).step();
+}
+
+std::optional<RawValue> StoreTables::value(std::int64_t key, std::string_view folded) {
+    auto row = statement(Query::Value).run();
+    row.bind(1, key).bindBytes(2, folded.data(), folded.size());
+    if (!row.step()) return std::nullopt;
+    return RawValue{static_cast<std::uint32_t>(row.number(0)), row.bytes(1)};
+}
+
+std::vector<NamedValue> StoreTables::values(std::int64_t key) {
+    std::vector<NamedValue> found;
+    auto row = statement(Query::Values).run();
+    row.bind(1, key);
+    while (row.step()) found.push_back({ValueName::named(row.text(0)), {static_cast<std::uint32_t>(row.number(1)), row.bytes(2)}});
+    return found;
+}
+
+void StoreTables::putValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value) {
+    auto row = statement(Query::PutValue).run();
+    row.bind(1, key).bindBytes(2, folded.data(), folded.size()).bind(3, name).bind(4, std::int64_t{value.type});
+    row.bindBytes(5, value.bytes.data(), value.bytes.size());
+    row.step();
+}
+
+bool StoreTables::eraseValue(std::int64_t key, std::string_view folded) {
+    statement(Query::EraseValue).run().bind(1, key).bindBytes(2, folded.data(), folded.size()).step();
+    return sqlite3_changes(database_.handle()) > 0;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,84 @@
+#pragma once
+// The tables of the store file by key number: one prepared statement for each thing that is asked of them.
+// Failures are sqlite::Error.
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "registry/RegStore.h"
+#include "registry/Sqlite.h"
+
+namespace brenvik {
+
+struct KeyRef {
+    std::int64_t id = 0;
+    bool readOnly = false;
+};
+
+struct ChildName {
+    std::string name;
+    std::string folded;   // see foldedBytes
+};
+
+// What a key carries beside its values. The times are FILETIMEs (100 ns since 1601, UTC).
+struct KeyDetails {
+    Bytes className;      // UTF-16LE, empty: none
+    std::uint64_t written = 0;
+    Bytes descriptor;     // self-relative security descriptor, empty: none
+    bool readOnly = false;
+};
+
+// A name as the tables compare it: upper-cased UTF-16, high byte first.
+std::string foldedBytes(std::u16string_view upcased);
+
+class StoreTables {
+public:
+    explicit StoreTables(sqlite::Database& database) : database_(database) {}
+
+    void begin() { run(Query::Begin); }
+    void beginWriting() { run(Query::BeginImmediate); }
+    void commit() { run(Query::Commit); }
+    void rollback() noexcept;
+    bool inTransaction() const;
+    void savepoint() { run(Query::Savepoint); }
+    void release() { run(Query::Release); }
+    void rollbackToSavepoint() { run(Query::RollbackTo); }
+    std::int64_t dataVersion();   // changes when another connection has written
+
+    std::optional<KeyRef> child(std::int64_t parent, std::string_view folded);
+    KeyRef insertKey(std::int64_t parent, std::string_view folded, std::string_view name, std::uint64_t written);
+    void eraseKey(std::int64_t key);   // with its values
+    bool hasChildren(std::int64_t key);
+    std::vector<ChildName> children(std::int64_t key);         // in the order of the folded names
+    std::vector<std::string> childrenByAge(std::int64_t key);
+    void setWritten(std::int64_t key, std::uint64_t written);
+    void setReadOnly(std::int64_t key, bool readOnly);
+    KeyDetails details(std::int64_t key);
+    void setDetails(std::int64_t key, const KeyDetails& details);
+
+    bool hasValue(std::int64_t key, std::string_view folded);
+    std::optional<RawValue> value(std::int64_t key, std::string_view folded);
+    std::vector<NamedValue> values(std::int64_t key);          // in the order they were made
+    void putValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value);
+    bool eraseValue(std::int64_t key, std::string_view folded);
+
+private:
+    enum class Query : std::uint8_t {
+        Begin, BeginImmediate, Commit, Rollback, Savepoint, Release, RollbackTo, DataVersion,
+        Child, InsertKey, EraseKey, EraseKeyValues, HasChildren, Children, ChildrenByAge, SetWritten, SetReadOnly,
+        Details, SetDetails, InsertDescriptor, FindDescriptor,
+        HasValue, Value, Values, PutValue, EraseValue, Count
+    };
+    static const char* sqlOf(Query query);
+    sqlite::Statement& statement(Query query);
+    void run(Query query) { statement(query).run().step(); }
+
+    sqlite::Database& database_;
+    std::array<std::unique_ptr<sqlite::Statement>, static_cast<std::size_t>(Query::Count)> statements_;
+};
+
+}  // namespace brenvik
