@@ -18,12 +18,34 @@ struct WertAenderung {
     bool geschrieben = false;            // set after the write succeeded
 };
 
+// A key with everything below it, as it stood before it was deleted.
+struct SchluesselBild {
+    struct Wert {
+        std::string unter;               // "" or "\\Sub\\Key" below path
+        NamedValue wert;
+    };
+    std::string machine;
+    std::string path;                    // root "\\" key, no backslash at the end
+    std::vector<std::string> unterschluessel;   // "" first, then "\\Sub", top down
+    std::vector<Wert> werte;
+    bool geloescht = false;
+};
+
+// A file before it was changed.
+struct DateiBild {
+    std::string datei;                   // path on the host
+    std::string inhalt;                  // bytes
+    bool vorhanden = false;
+};
+
 struct Aenderung {
     enum class Art { Speichern, Standard, Loeschen, TypAngepasst, Kontextmenue, Schluessel, IniDatei, BootDatei };
     Art art = Art::Speichern;
     std::string tippÜberschrift;
     std::int16_t tippIndex = 0;
     std::vector<WertAenderung> werte;
+    std::vector<SchluesselBild> schluessel;
+    std::vector<DateiBild> dateien;
 };
 
 // Hears of every change, before its first write and after each write.

@@ -13,9 +13,12 @@ struct Arbeitswert {
     std::string strAktuellerWert;           // as read, in display form
     std::string strAnzeigeWert;             // as the panel holds it
     bool blnWertGelesen = false;
+    bool gefunden = false;                  // the value is there, whether or not the Tip can show it
+    bool ignoriert = false;                 // it is there, but not shown: outside the Tip's values or of another type
     bool beruehrt = false;                  // set by the user or by whatever sets a value on purpose; only then it is converted and written
     std::optional<RawValue> roh;            // what stood in the registry when it was read
     std::uint8_t DatentypModus = 1;         // 1: ask about another data type
+    bool typBehandelt = false;              // the conflict of types was put to the user once
     std::array<double, 6> dblOptionsWerte{};
 };
 

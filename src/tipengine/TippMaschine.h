@@ -1,51 +1,64 @@
 #pragma once
 // The tip engine: from a Tip record to panels, from registry values to panel states and back. Both the window and the
-// command line drive this class; events of the user arrive through the methods at its end.
+// command line drive this class; what the user does arrives through the methods of the second section.
+#include <cstddef>
+#include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "tipengine/Aenderung.h"
 #include "tipengine/Context.h"
+#include "tipengine/Fensteranfragen.h"
 
 namespace brenvik {
 
 class TippMaschine {
 public:
     TippMaschine(Context& context, WindowObserver& observer, ChangeRecorder& recorder);
+    TippMaschine(const TippMaschine&) = delete;
+    TippMaschine& operator=(const TippMaschine&) = delete;
 
-    // Tree
+    Context& context() { return ctx_; }
+
+    // --- Tree ---
     void TreeEinlesen();
-    bool TreeTippDBRead(int nodeIndex, int gruppe, int filter);
-    bool TreeViewAuswahl();
     void TreeViewAbfrage(bool neuladen);
-    void selectTab(int tab);                    // click on a tab of tbsTree
-    void selectNode(int node);                  // click on a node of tvBVKDB
-    bool showTippByHeading(const std::string& heading);
+    bool TreeViewAuswahl();
+    void selectTab(int tab);                             // click on a tab of tbsTree
+    void selectNode(int node);                           // click on a node of tvBVKDB, or a key released there
+    bool showTippByHeading(const std::string& heading);  // selects the node with that text and shows the Tip
     bool showTippByNumber(std::int32_t number);
 
-    // Output and panels
+    // --- Output and panels ---
     void FrameStartEinstellungen();
     void DBTippsAusgeben();
     void TippsEntladen();
     void DatenAusgabeOff();
+    void reloadTipp();                                   // TippsEntladen and DBTippsAusgeben, if a Tip is shown
 
-    // Saving
+    // A look at the values without panels, questions or changes: for lists on the terminal.
+    // Fills werte and answers the status line of each entry ([0] unused).
+    std::vector<StatusZeile> inspectTipp();
+
+    // --- Saving ---
     bool DatenRead();
     void DatenSichern();
-    bool RegWerteSchreiben();                   // false if a write failed
+    bool RegWerteSchreiben(Aenderung::Art art = Aenderung::Art::Speichern);   // false: refused or failed
     void RegWerteLoeschen();
-    void SaveINITipp(bool loeschen);
+    bool SaveINITipp(bool loeschen);                     // false: refused or failed
     void Default_Einstellungen();
+    bool WertDel(std::int16_t index);
+    void BroadCast();
 
-    // Commands: the caption decides what a click means, so each control passes its own.
+    // --- Commands; the clicked control's own caption decides what the click means ---
     void clickRegSave(const std::string& ownCaption);
     void clickDefault(const std::string& ownCaption);
     void clickRegDel();
 
-    // Events of the panels; panel is the place in frmBVK_Prog.panels.
+    // --- Events of the panels; panel is the place in frmBVK_Prog.panels ---
     void userCheck(std::size_t panel, bool on);                                // kind 1
     void userText(std::size_t panel, const std::string& text);                 // kinds 2 and 6
     void userNumber(std::size_t panel, std::int32_t value);                    // kind 3, slider and up-down
@@ -59,12 +72,124 @@ public:
     void userSwitchText(std::size_t panel, int box, const std::string& text);  // kind 9
     void userBootTitle(std::size_t panel, const std::string& text);            // kind 9, txtBINI
 
-    Context& context() { return ctx_; }
+    // Sets an entry from a text, as the panel would hold it ("on"/"off" for boxes). Answers an empty text, or in
+    // German why it cannot be.
+    std::string setEntryFromText(std::int16_t entry, const std::string& text);
+
+    // Called when history or lists change what may be done.
+    void FB_KeySave(bool on);
+    void FB_KeyDel(bool on);
+    void FB_Default(bool on);
+    void FB_RegFile(bool on);
+    void FB_ADMFile(bool on);
+    void FB_KeyInfo(bool on);
+    void FB_RegListe(bool on);
+    void FB_ADMListe(bool on);
 
 private:
+    enum class Modus { Anzeigen, NurAnsehen };           // NurAnsehen asks nothing and changes nothing
+    struct GeplanterWert;
+
+    // Tree
+    bool TreeTippDBRead(int nodeIndex, int gruppe, int filter);
+    int addNode(int parent, TreeNode node);
+    void buildGroups(int filter);
+    void buildFlatList();
+    void buildVersions();
+    void statusBarGeneral();
+    void showGroupOrNothing(const std::string& nodeText);
+    void indexTips();
+
+    // Output, one builder per kind
+    void prepareOutput();
+    bool showSuitability();
+    void buildEntry(std::int16_t i);
+    Panel& addPanel(std::int16_t kind, std::int16_t index, std::int16_t entry);
+    void readEntry(std::int16_t i, StatusZeile& status);
+    void buildCheckBox(std::int16_t i);
+    void buildTextWerte(std::int16_t i);
+    void buildZahlenWerte(std::int16_t i);
+    void buildAuswahlBox(std::int16_t i);
+    void buildOptionsAuswahl(std::int16_t i);
+    void buildDrive();
+    void buildFarbe();
+    void buildListe(std::int16_t i);
+    void buildKontext();
+    void buildBitMaske(std::int16_t i);
+    void readSilently(Panel& panel);
+    void finishOutput();
+    void captionsNormal();
+    void captionsKontext();
+
+    // Panels
+    Panel* panelOf(std::size_t place, std::initializer_list<std::int16_t> kinds);
+    Panel* panelOfEntry(std::int16_t entry);
+    void touched(std::size_t panel, std::int16_t entry);
+    void DynModAdd(std::int16_t kind, std::int16_t index);
+    void DynModDel(std::int16_t kind, std::int16_t index);
+    void unloadKind(std::int16_t kind, std::int16_t& counter);
+
+    // Reading
+    void ReadRecTipp(std::int16_t i, StatusZeile* label);
+    bool readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRepeat);
+    void RegWertNotFound(std::int16_t i, StatusZeile* label);
+    void statusOfFound(std::int16_t i, StatusZeile& label);
+    void replaceSid(std::int16_t i);
+    void ReadRecListe(const std::string& unterWert, Panel& panel, StatusZeile* label);
+    void ReadRecKontext(const std::string& unterWert, Panel& panel, StatusZeile* label);
+    void fillRows(const std::string& unterWert, Panel& panel);
+    void ReadINITipp(std::int16_t i, StatusZeile* label, bool& found);
+    void fileMissing(const std::string& path, StatusZeile* label);
+    bool CheckDatenWert(std::int16_t i);
+    bool DatenTypOK(std::int32_t regType, std::int16_t i);
+    bool adaptType(std::int16_t i);
+
+    // Saving
+    void collectPanel(Panel& panel);
+    void collectBitMaske(const Panel& panel, std::int16_t i);
+    std::vector<GeplanterWert> planWrites(std::string& refusal);
+    RawValue valueToWrite(std::int16_t i) const;
+    void writePlanned(std::vector<GeplanterWert>& plan, Aenderung& change);
+    void tellPartialWrite(const std::vector<GeplanterWert>& plan);
+    void afterChange();
+    void deleteValues();
+    void deleteTickedKeys();
+    SchluesselBild snapshotKey(const std::string& path);
+    Aenderung newChange(Aenderung::Art art) const;
+
+    // INI and boot files
+    std::string iniPath(std::int16_t i) const;
+    void DateiCheck(std::int16_t i, std::string& path, bool& found);
+    bool saveIniValue(std::int16_t i, const std::string& path, bool loeschen);
+    void BootINIAuslesen(std::int16_t i);
+    void BootINIParamAusW(Panel& panel);
+    bool collectBootEntry(Panel& panel);
+    bool saveBootFile(std::int16_t i, const std::string& path);
+
+    // Context menus
+    void openBearbeiten();
+    bool KontextSpeichern(BearbeitenAnfrage& dialog);
+    std::string kontextKey() const;
+
+    // Paths of the Tip on screen
+    std::string keyPath(std::int16_t i) const;           // NetzRegPfad(root) "\" key, no backslash at the end
+    std::string valuePath(std::int16_t i) const;         // keyPath "\" value name
+    TippEintrag& eintrag(std::int16_t i) { return ctx_.aktuellerTipp.Eintrag.at(static_cast<std::size_t>(i)); }
+    const TippEintrag& eintrag(std::int16_t i) const { return ctx_.aktuellerTipp.Eintrag.at(static_cast<std::size_t>(i)); }
+    Arbeitswert& wert(std::int16_t i) { return ctx_.werte.at(static_cast<std::size_t>(i)); }
+    const Arbeitswert& wert(std::int16_t i) const { return ctx_.werte.at(static_cast<std::size_t>(i)); }
+    std::int16_t letzterEintrag() const { return static_cast<std::int16_t>(ctx_.aktuellerTipp.letzterEintrag()); }
+    Hauptfenster& fenster() { return ctx_.frmBVK_Prog; }
+
     Context& ctx_;
     WindowObserver& observer_;
     ChangeRecorder& recorder_;
+    Modus modus_ = Modus::Anzeigen;
+    std::unordered_map<std::int32_t, std::vector<std::size_t>> tippsByIndex_;   // Index -> places in udtTippListe
+    bool bootIniGesichert_ = false;         // boot.ini.bvk was made in this session
 };
+
+// The children of a node in the order they are shown: sorted without case where the node is Sorted.
+std::vector<int> displayOrder(const Hauptfenster& fenster, int node);
 
 }  // namespace brenvik

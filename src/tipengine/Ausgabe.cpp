@@ -1,0 +1,252 @@
+// From the Tip record to panels: the frame of the output. The builders of the single kinds stand in AusgabeArten.cpp.
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik {
+namespace {
+
+// The run of the output: change events do not count while it lasts, and nothing counts as changed before or after.
+class Ausgabelauf {
+public:
+    explicit Ausgabelauf(Context& ctx) : ctx_(ctx) {
+        ctx_.blnAusgabeLaeuft = true;
+        ctx_.blnGeaendert = false;
+    }
+    ~Ausgabelauf() {
+        ctx_.blnAusgabeLaeuft = false;
+        ctx_.blnGeaendert = false;
+    }
+    Ausgabelauf(const Ausgabelauf&) = delete;
+    Ausgabelauf& operator=(const Ausgabelauf&) = delete;
+
+private:
+    Context& ctx_;
+};
+
+}  // namespace
+
+TippMaschine::TippMaschine(Context& context, WindowObserver& observer, ChangeRecorder& recorder)
+    : ctx_(context), observer_(observer), recorder_(recorder) {}
+
+void TippMaschine::FB_KeySave(bool on) { fenster().KeySave = on; }
+void TippMaschine::FB_KeyDel(bool on) { fenster().KeyDel = on; }
+void TippMaschine::FB_Default(bool on) { fenster().Default = on; }
+void TippMaschine::FB_RegFile(bool on) { fenster().RegFile = on; }
+void TippMaschine::FB_ADMFile(bool on) { fenster().ADMFile = on; }
+void TippMaschine::FB_KeyInfo(bool on) { fenster().KeyInfo = on; }
+void TippMaschine::FB_RegListe(bool on) { fenster().RegListe = on; }
+void TippMaschine::FB_ADMListe(bool on) { fenster().ADMListe = on; }
+
+void TippMaschine::captionsNormal() {
+    Hauptfenster& f = fenster();
+    f.cmdRegSave = strBVKButtons(4);
+    f.cmdDefault = strBVKButtons(7);
+    f.mnuRegSave = strBVKButtons(28);
+    f.mnuDefault = strBVKButtons(29);
+    f.tipRegSave = strBVKTips(11);
+    f.tipDefault = strBVKTips(14);
+    f.tipRegDel = strBVKTips(12);
+}
+
+void TippMaschine::captionsKontext() {
+    Hauptfenster& f = fenster();
+    f.cmdRegSave = f.mnuRegSave = strBVKButtons(26);
+    f.cmdDefault = f.mnuDefault = strBVKButtons(27);
+    f.tipRegSave = strBVKTips(15);
+    f.tipRegDel = strBVKTips(16);
+    f.tipDefault = strBVKTips(17);
+}
+
+void TippMaschine::FrameStartEinstellungen() {
+    ProcTrace trace(ctx_.trace, "FrameStartEinstellungen");
+    FB_KeySave(false);
+    FB_KeyDel(false);
+    FB_Default(false);
+    FB_RegFile(false);
+    FB_ADMFile(false);
+    FB_KeyInfo(false);
+    FB_RegListe(false);
+    FB_ADMListe(false);
+    fenster().tbrHistory = false;
+    captionsNormal();
+    fenster().mnuRegSave = "Wert s&peichern...";   // until the first Tip
+    observer_.windowChanged();
+}
+
+void TippMaschine::prepareOutput() {
+    Hauptfenster& f = fenster();
+    f.txtInfo.clear();
+    FB_Default(false);
+    f.panels.clear();
+    FB_KeySave(false);
+    captionsNormal();
+    ctx_.intPanelCheckBox = ctx_.intPanelText = ctx_.intPanelZahl = ctx_.intPanelAuswahl = ctx_.intPanelOption = ctx_.intPanelBit = -1;
+    ctx_.blnEinWertGelesen = false;
+    ctx_.werte.assign(ctx_.aktuellerTipp.Eintrag.size(), {});
+    ctx_.udtBootEintraege.clear();
+    ctx_.intBootEintrag = 0;
+    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) wert(i).DatentypModus = eintrag(i).TypAnpassen == 1 ? 0 : 1;
+    FB_KeyInfo(true);
+}
+
+// Says for which systems the Tip is meant; false if it must not be shown on this one.
+bool TippMaschine::showSuitability() {
+    Hauptfenster& f = fenster();
+    const Tipp& tipp = ctx_.aktuellerTipp;
+    const struct {
+        bool flag;
+        const char* name;
+        std::int16_t system;
+    } systems[] = {{tipp.Win95, " 95", 1}, {tipp.Win98, " 98", 2}, {tipp.WinME, " ME", 5},
+                   {tipp.WinNT, " NT", 3}, {tipp.Win2000, " 2000", 4}, {tipp.WinXP, " XP", 6}};
+    bool blnGeeignet = false;
+    std::string suits = strBVKTexte(7);
+    for (const auto& s : systems) {
+        if (!s.flag) continue;
+        suits += s.name;
+        if (s.system == ctx_.intBS) blnGeeignet = true;
+    }
+    f.sbrBVK[1] = suits;
+    FB_ADMFile(tipp.ADMExport);
+
+    f.txtInfoFarbe = f.fraInfoFarbe = blnGeeignet ? TextFarbe::ButtonText : TextFarbe::Rot;
+    f.fraInfo = blnGeeignet ? std::string("Information") : std::string(strBVKTexte(9));
+    const bool remote = !ctx_.strRechnername.empty() && ctx_.strRechnername != ctx_.strLokalerRechner;
+    if (remote) {
+        f.txtInfoFarbe = TextFarbe::ButtonText;
+        f.fraInfoFarbe = TextFarbe::Rot;
+        f.fraInfo = strBVKTexte(163);
+    }
+    f.txtInfo = tipp.Beschreibung;
+    if (remote || blnGeeignet || !ctx_.einstellungen.BSSystemAktiv) return true;
+
+    f.txtInfo = strBVKTexte(133);
+    f.fraSteuerung = false;
+    ctx_.trace.write("Tipp nicht für BS geeignet, Ausgabe deaktiviert");
+    return false;
+}
+
+void TippMaschine::DBTippsAusgeben() {
+    const Ausgabelauf run(ctx_);
+    ctx_.port.letEventsRun();
+    ctx_.trace.write("Tipp ausgeben");
+    prepareOutput();
+    if (!showSuitability()) {
+        observer_.panelsChanged();
+        observer_.windowChanged();
+        ctx_.port.letEventsRun();
+        return;
+    }
+    FB_KeyInfo(true);
+    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
+        bool divisionFault = false;
+        reportAndGoOn(ctx_, "DBTippsAusgeben", [&] {
+            try {
+                buildEntry(i);
+            } catch (const NumberedError& error) {
+                if (error.number != errnum::DivisionByZero) throw;
+                divisionFault = true;
+            }
+        });
+        if (divisionFault) {   // a scaling by nothing ends the build; the panels so far stay
+            ctx_.trace.write("--- Fehler: Der Teiler von Wert " + std::to_string(i) + " ist 0, Ausgabe abgebrochen");
+            observer_.panelsChanged();
+            observer_.windowChanged();
+            return;
+        }
+    }
+    finishOutput();
+}
+
+void TippMaschine::finishOutput() {
+    ctx_.trace.write("Tipp-Ausgabe fertig");
+    fenster().mnuBSFreigabe = true;
+    observer_.panelsChanged();
+    observer_.windowChanged();
+    ctx_.port.letEventsRun();
+}
+
+void TippMaschine::reloadTipp() {
+    if (!ctx_.blnTippGeladen) return;
+    TippsEntladen();
+    DBTippsAusgeben();
+}
+
+Panel& TippMaschine::addPanel(std::int16_t kind, std::int16_t index, std::int16_t entry) {
+    Panel panel;
+    panel.Ausgabeart = kind;
+    panel.index = index;
+    panel.eintraege.push_back(entry);
+    fenster().panels.push_back(std::move(panel));
+    return fenster().panels.back();
+}
+
+void TippMaschine::readEntry(std::int16_t i, StatusZeile& status) {
+    bool found = false;
+    if (ctx_.aktuellerTipp.INITipp)
+        ReadINITipp(i, &status, found);
+    else
+        ReadRecTipp(i, &status);
+}
+
+void TippMaschine::buildEntry(std::int16_t i) {
+    TippEintrag& e = eintrag(i);
+    if (!e.SchlüsselNT.empty() && ctx_.istNT() && !ctx_.aktuellerTipp.INITipp) e.Schlüssel = e.SchlüsselNT;
+    if (!e.Standardwert.empty()) FB_Default(true);
+
+    // Kinds with one panel for the whole Tip are built at their first entry.
+    const auto firstOfKind = [&] {
+        for (std::int16_t k = 1; k < i; ++k)
+            if (eintrag(k).Ausgabeart == e.Ausgabeart) return false;
+        return true;
+    };
+    switch (e.Ausgabeart) {
+        case art::CheckBox: ctx_.trace.write("Checkbox"); buildCheckBox(i); break;
+        case art::TextWerte: ctx_.trace.write("Textwerte"); buildTextWerte(i); break;
+        case art::ZahlenWerte: ctx_.trace.write("Zahlenwerte"); buildZahlenWerte(i); break;
+        case art::AuswahlBox: ctx_.trace.write("Auswahlboxen"); buildAuswahlBox(i); break;
+        case art::OptionsAuswahl: ctx_.trace.write("Optionsauswahl"); buildOptionsAuswahl(i); break;
+        case art::Drive:
+            ctx_.trace.write("Laufwerksauswahl");
+            if (firstOfKind()) buildDrive();
+            break;
+        case art::Farbe:
+            ctx_.trace.write("Farbauswahl");
+            if (firstOfKind()) buildFarbe();
+            break;
+        case art::Liste:
+            ctx_.trace.write("Listbox");
+            if (firstOfKind()) buildListe(i);
+            break;
+        case art::BootINI:
+            ctx_.trace.write("BOOT.INI");
+            if (firstOfKind()) BootINIAuslesen(i);
+            break;
+        case art::Kontext:
+            ctx_.trace.write("Kontextmenü");
+            if (firstOfKind()) buildKontext();
+            break;
+        case art::BitMaske: ctx_.trace.write("BIT-Maske"); buildBitMaske(i); break;
+        default: break;   // a kind that no panel serves shows nothing
+    }
+}
+
+std::vector<StatusZeile> TippMaschine::inspectTipp() {
+    ctx_.werte.assign(ctx_.aktuellerTipp.Eintrag.size(), {});
+    std::vector<StatusZeile> lines(ctx_.aktuellerTipp.Eintrag.size());
+    const Hauptfenster saved = fenster();   // reading sets enable flags, which are not this look's business
+    modus_ = Modus::NurAnsehen;
+    for (std::int16_t i = 1; i <= letzterEintrag(); ++i)
+        reportAndGoOn(ctx_, "ReadRecTipp", [&] {
+            TippEintrag& e = eintrag(i);
+            if (!e.SchlüsselNT.empty() && ctx_.istNT() && !ctx_.aktuellerTipp.INITipp) e.Schlüssel = e.SchlüsselNT;
+            readEntry(i, lines[static_cast<std::size_t>(i)]);
+        });
+    modus_ = Modus::Anzeigen;
+    fenster() = saved;
+    return lines;
+}
+
+}  // namespace brenvik

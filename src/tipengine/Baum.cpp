@@ -1,0 +1,261 @@
+// The tree of groups and Tips and the click logic.
+#include <algorithm>
+
+#include "frame/Konvertierung.h"
+#include "frame/Produkt.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "tipdb/LoadDB.h"
+#include "tipdb/Satz.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik {
+namespace {
+
+constexpr std::int32_t AllgemeinesHilfeThema = 125;
+
+struct Reiter {
+    enum class Ansicht { Gruppen, Liste, Versionen } ansicht;
+    int filter;
+};
+
+// Tabs 1 to 9 of tbsTree.
+constexpr Reiter Reiterblatt[] = {
+    {Reiter::Ansicht::Gruppen, 0}, {Reiter::Ansicht::Liste, 0},   {Reiter::Ansicht::Gruppen, 1},
+    {Reiter::Ansicht::Gruppen, 2}, {Reiter::Ansicht::Gruppen, 3}, {Reiter::Ansicht::Gruppen, 4},
+    {Reiter::Ansicht::Gruppen, 5}, {Reiter::Ansicht::Versionen, 0}, {Reiter::Ansicht::Gruppen, 6},
+};
+
+template <class T> T& at(std::vector<T>& table, std::int64_t index) {
+    if (index < 0 || index >= static_cast<std::int64_t>(table.size())) throw NumberedError(errnum::Subscript, "Index außerhalb des gültigen Bereichs");
+    return table[static_cast<std::size_t>(index)];
+}
+
+}  // namespace
+
+std::vector<int> displayOrder(const Hauptfenster& fenster, int node) {
+    const TreeNode& n = fenster.tvBVKDB.at(static_cast<std::size_t>(node));
+    std::vector<int> order = n.kinder;
+    if (n.Sorted) {
+        std::vector<std::pair<std::string, int>> keyed;
+        keyed.reserve(order.size());
+        for (int child : order) keyed.emplace_back(sortKey(fenster.tvBVKDB[static_cast<std::size_t>(child)].text), child);
+        std::stable_sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+        std::transform(keyed.begin(), keyed.end(), order.begin(), [](const auto& k) { return k.second; });
+    }
+    return order;
+}
+
+int TippMaschine::addNode(int parent, TreeNode node) {
+    auto& tree = fenster().tvBVKDB;
+    node.parent = parent;
+    const int index = static_cast<int>(tree.size());
+    tree.push_back(std::move(node));
+    if (parent >= 0) tree[static_cast<std::size_t>(parent)].kinder.push_back(index);
+    return index;
+}
+
+void TippMaschine::indexTips() {
+    tippsByIndex_.clear();
+    tippsByIndex_.reserve(ctx_.udtTippListe.size());
+    for (std::size_t k = 0; k < ctx_.udtTippListe.size(); ++k) tippsByIndex_[ctx_.udtTippListe[k].Index].push_back(k);
+}
+
+void TippMaschine::TreeEinlesen() {
+    ctx_.trace.write("Treebaum aufbauen");
+    ctx_.intTreeAktiv = static_cast<std::int16_t>(fenster().tbsTree);
+    const int tab = std::clamp<int>(ctx_.intTreeAktiv, 1, 9);
+    const Reiter& reiter = Reiterblatt[tab - 1];
+
+    ctx_.port.letEventsRun();
+    fenster().tvBVKDB.clear();
+    addNode(-1, {std::string(produkt::Titel), TreeNode::Art::Wurzel, 0, -1, false, {}});
+    indexTips();
+    switch (reiter.ansicht) {
+        case Reiter::Ansicht::Gruppen: buildGroups(reiter.filter); break;
+        case Reiter::Ansicht::Liste: buildFlatList(); break;
+        case Reiter::Ansicht::Versionen: buildVersions(); break;
+    }
+    fenster().ausgewaehlterKnoten = 0;
+    observer_.treeChanged();
+    ctx_.port.letEventsRun();
+    statusBarGeneral();
+    observer_.windowChanged();
+    ctx_.trace.write("Treebaum fertig aufgebaut");
+}
+
+void TippMaschine::buildFlatList() {
+    fenster().tvBVKDB[0].Sorted = true;
+    for (const auto& tipp : ctx_.udtTippListe) {
+        addNode(0, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}});
+        if (ctx_.trace.debug()) ctx_.trace.write(tipp.Überschrift + " - ADD Tip: ");
+    }
+}
+
+void TippMaschine::buildVersions() {
+    fenster().tvBVKDB[0].Sorted = true;
+    std::unordered_map<std::string, std::vector<std::size_t>> byVersion;
+    for (std::size_t k = 0; k < ctx_.udtTippListe.size(); ++k) byVersion[ctx_.udtTippListe[k].NeuInVersion].push_back(k);
+    for (const auto& version : ctx_.strDBVersionen) {
+        const int node = addNode(0, {version, TreeNode::Art::Version, 1, -1, false, {}});
+        const auto hits = byVersion.find(version);
+        if (hits == byVersion.end()) continue;
+        for (std::size_t k : hits->second) {
+            const auto& tipp = ctx_.udtTippListe[k];
+            addNode(node, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}});
+            if (ctx_.trace.debug()) ctx_.trace.write(tipp.Überschrift + " - ADD Tip: ");
+        }
+    }
+}
+
+void TippMaschine::buildGroups(int filter) {
+    auto& baum = ctx_.udtTreebaum;
+    auto& tree = fenster().tvBVKDB;
+    std::vector<int> NodeAnEbene(ctx_.udtGruppen.size(), 0);
+    std::vector<bool> GruppeGefuellt(ctx_.udtGruppen.size(), false);
+
+    for (std::size_t i = 0; i < baum.size(); ++i) {
+        reportAndGoOn(ctx_, "TreeEinlesen", [&] {
+            const Treebaum& row = baum[i];
+            const Gruppe& gruppe = at(ctx_.udtGruppen, row.Gruppe);
+            if (ctx_.trace.debug()) ctx_.trace.write(gruppe.Name + " - Add Gruppe: ");
+            const int parent = at(NodeAnEbene, row.Vorgänger - 1);
+            at(tree, parent);
+            at(NodeAnEbene, row.Ebene);   // a level that has no place must not leave a half-made node behind
+            const int node = addNode(parent, {gruppe.Name, TreeNode::Art::Gruppe, 1, -1, false, {}});
+            NodeAnEbene[static_cast<std::size_t>(row.Ebene)] = node;
+            if (ctx_.trace.debug()) ctx_.trace.write(std::to_string(node + 1) + " - GruppenIndex: ");
+            const bool filled = TreeTippDBRead(node, row.Gruppe, filter);
+            GruppeGefuellt[static_cast<std::size_t>(row.Ebene)] = filled;
+            tree[static_cast<std::size_t>(node)].Sorted = true;
+            if (!filled && i + 1 < baum.size() && baum[i + 1].Ebene <= row.Ebene) {
+                if (ctx_.trace.debug()) ctx_.trace.write(std::to_string(node + 1) + " - DEL Gruppe: ");
+                tree[static_cast<std::size_t>(parent)].kinder.pop_back();   // the node was placed last and has no child
+                tree.pop_back();
+            }
+        });
+    }
+}
+
+bool TippMaschine::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
+    const Gruppe& g = at(ctx_.udtGruppen, gruppe);
+    if (g.TippAnzahl == -1) return false;
+    bool added = false;
+    for (std::int32_t number : g.Tipps) {
+        const auto hits = tippsByIndex_.find(number);
+        if (hits == tippsByIndex_.end()) continue;
+        for (std::size_t k : hits->second) {
+            const auto& tipp = ctx_.udtTippListe[k];
+            if (!tipp.Filter[static_cast<std::size_t>(filter)]) continue;
+            addNode(nodeIndex, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}});
+            if (ctx_.trace.debug()) ctx_.trace.write(tipp.Überschrift + " - ADD Tipp: ");
+            added = true;
+        }
+    }
+    return added;
+}
+
+// Panel 2 counts one Tip too few, and keeps doing so.
+void TippMaschine::statusBarGeneral() {
+    fenster().sbrBVK[1] = "Einträge: " + std::to_string(static_cast<std::int64_t>(ctx_.udtTippListe.size()) - 1);
+    fenster().sbrBVK[2] = "Datenbankversion: " + ctx_.strDBVersion + " [" + ctx_.strDBDatum + "] | Programmversion: " + ctx_.strProgVersion +
+                          " [" + std::string(produkt::ProgrammDatum) + "] ";
+}
+
+void TippMaschine::selectTab(int tab) {
+    if (ctx_.blnTabInit || tab == ctx_.intTreeAktiv || tab < 1 || tab > 9) return;
+    fenster().tbsTree = tab;
+    ctx_.port.waitPointer(true);
+    ctx_.klick();
+    TreeEinlesen();
+    ctx_.port.waitPointer(false);
+}
+
+void TippMaschine::selectNode(int node) {
+    if (node < 0 || node >= static_cast<int>(fenster().tvBVKDB.size())) return;
+    fenster().ausgewaehlterKnoten = node;
+    TreeViewAbfrage(false);
+}
+
+bool TippMaschine::showTippByHeading(const std::string& heading) {
+    const auto& tree = fenster().tvBVKDB;
+    for (std::size_t k = 0; k < tree.size(); ++k) {
+        if (tree[k].art != TreeNode::Art::Tipp || tree[k].text != heading) continue;
+        fenster().ausgewaehlterKnoten = static_cast<int>(k);
+        observer_.selectionChanged();
+        TreeViewAbfrage(false);
+        return true;
+    }
+    return false;
+}
+
+bool TippMaschine::showTippByNumber(std::int32_t number) {
+    for (const auto& tipp : ctx_.udtTippListe)
+        if (tipp.Index == number) {
+            if (fenster().tbsTree != 1) selectTab(1);
+            return showTippByHeading(tipp.Überschrift);
+        }
+    return false;
+}
+
+bool TippMaschine::TreeViewAuswahl() {
+    bool tippFound = false;
+    const std::string text = fenster().tvBVKDB.empty() ? std::string() : fenster().tvBVKDB.at(static_cast<std::size_t>(fenster().ausgewaehlterKnoten)).text;
+    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] {
+        openRegDaten(ctx_);
+        ctx_.trace.write("Tipp wurde im Tree ausgewählt ?");
+        if (ctx_.objRS && ctx_.objRS->findHeading(text)) {
+            DBTippRead(ctx_);
+            tippFound = true;
+        }
+    });
+    if (!tippFound) showGroupOrNothing(text);
+    return tippFound;
+}
+
+void TippMaschine::showGroupOrNothing(const std::string& nodeText) {
+    Hauptfenster& f = fenster();
+    const auto group = std::find_if(ctx_.udtGruppen.begin(), ctx_.udtGruppen.end(), [&](const Gruppe& g) { return g.Name == nodeText; });
+    f.txtInfoSichtbar = group != ctx_.udtGruppen.end();
+    if (!f.txtInfoSichtbar) return;
+    f.txtInfoFarbe = f.fraInfoFarbe = TextFarbe::ButtonText;
+    f.fraInfo = "Information";
+    f.txtInfo = group->Beschreibung;
+}
+
+void TippMaschine::TreeViewAbfrage(bool neuladen) {
+    Hauptfenster& f = fenster();
+    f.sbrBVK[0] = "PC: " + ctx_.strRechnername;
+    if (ctx_.blnGeaendert) DatenSichern();
+    if (ctx_.intPanelCheckBox != 0 || ctx_.intPanelAuswahl != 0 || ctx_.intPanelText != 0 || ctx_.intPanelOption != 0 || ctx_.intPanelZahl >= 1)
+        TippsEntladen();
+    if (TreeViewAuswahl() || neuladen) {
+        ctx_.blnTippAnzeige = true;
+        f.fraBVKLogo = false;
+        f.fraEinstellungen = f.fraSteuerung = f.txtInfoSichtbar = true;
+        if (letzterEintrag() >= 1) f.sbrBVK[2] = "Index: " + std::to_string(eintrag(1).TippIndex);
+        f.lblDBTippU = ctx_.aktuellerTipp.Überschrift;
+        DBTippsAusgeben();
+        return;
+    }
+    ctx_.blnTippAnzeige = false;
+    f.panels.clear();
+    ctx_.werte.clear();
+    ctx_.blnGeaendert = false;
+    f.fraBVKLogo = true;
+    f.fraEinstellungen = f.fraSteuerung = false;
+    f.lblDBTippU.clear();
+    ctx_.aktuellerTipp.HilfeNummer = AllgemeinesHilfeThema;
+    FB_KeySave(false);
+    FB_KeyDel(false);
+    FB_RegFile(false);
+    FB_ADMFile(false);
+    FB_KeyInfo(false);
+    f.mnuBSFreigabe = false;
+    ctx_.blnTippGeladen = false;
+    statusBarGeneral();
+    observer_.panelsChanged();
+    observer_.windowChanged();
+}
+
+}  // namespace brenvik

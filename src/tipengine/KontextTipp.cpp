@@ -1,0 +1,86 @@
+// Entries of a context menu: a key each, whose unnamed value is the text shown, with a key "Command" below it.
+#include <fmt/format.h>
+
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "tipengine/Meldungen.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik {
+namespace {
+constexpr std::int16_t RegSz = 1;
+constexpr char Programme[] = "Programme (*.EXE;*.COM.;*.BAT;*.CMD)|*.EXE;*.COM;*.BAT;*.CMD|";
+}  // namespace
+
+std::string TippMaschine::kontextKey() const { return letzterEintrag() >= 1 ? keyPath(1) : std::string(); }
+
+void TippMaschine::openBearbeiten() {
+    BearbeitenAnfrage dialog;
+    dialog.neu = ctx_.blnBearbeitenNeu;
+    dialog.befehlLesen = [this](BearbeitenAnfrage& d) {
+        reportAndGoOn(ctx_, "KontextBefehlLesen", [&] {
+            ctx_.objBVKReg.SetPath(ctx_.strRechnername, kontextKey() + "\\" + d.txtKeyName + "\\Command\\");
+            if (ctx_.objBVKReg.Exists(KEY_QUERY_VALUE_MASK)) d.txtBefehl = ctx_.objBVKReg.ReadValue(true);
+        });
+    };
+    dialog.speichern = [this](BearbeitenAnfrage& d) { return KontextSpeichern(d); };
+    dialog.befehlSuchen = [this](BearbeitenAnfrage& d) {
+        const auto file = ctx_.port.chooseFile({{}, Programme + strBVKTexte(109) + "(*.*)|*.*", strBVKTexte(108), false});
+        if (file) d.txtBefehl = *file;
+    };
+    if (!dialog.neu)
+        for (const Panel& panel : fenster().panels)
+            if (panel.Ausgabeart == art::Kontext && panel.gewaehlteZeile >= 0) {
+                const ListenZeile& row = panel.zeilen.at(static_cast<std::size_t>(panel.gewaehlteZeile));
+                dialog.txtKeyName = row.text;
+                dialog.txtBeschreibung = row.unterText;
+                dialog.befehlLesen(dialog);
+            }
+    ctx_.port.showWindow(dialog);
+    reloadTipp();
+}
+
+bool TippMaschine::KontextSpeichern(BearbeitenAnfrage& d) {
+    const std::string name = d.txtKeyName;
+    if (name.empty() || d.txtBefehl.empty() || letzterEintrag() < 1) return false;
+    const std::string key = kontextKey() + "\\" + name;
+    const Panel* list = nullptr;
+    for (const Panel& panel : fenster().panels)
+        if (panel.Ausgabeart == art::Kontext) list = &panel;
+    if (list == nullptr && !ctx_.port.ask(fmt::format(meldung::KontextFremderTipp, key), box::Exclamation)) return false;
+
+    bool saved = false;
+    reportAndGoOn(ctx_, "KontextSpeichern", [&] {
+        BVKRegistry& reg = ctx_.objBVKReg;
+        const auto at = [&](const std::string& path) -> BVKRegistry& {
+            reg.SetPath(ctx_.strRechnername, path);
+            return reg;
+        };
+        const bool exists = at(key + "\\").Exists(KEY_QUERY_VALUE_MASK);
+        if (exists && d.neu && !ctx_.port.ask(fmt::format(meldung::KontextVorhanden, name))) return;
+
+        Aenderung change = newChange(Aenderung::Art::Kontextmenue);
+        if (exists) change.schluessel.push_back(snapshotKey(key));
+        change.werte.push_back({ctx_.strRechnername, key + "\\", eintrag(1).TippIndex, at(key + "\\").ReadRaw(), std::nullopt, false});
+        change.werte.push_back({ctx_.strRechnername, key + "\\Command\\", eintrag(1).TippIndex, at(key + "\\Command\\").ReadRaw(),
+                                fromText(d.txtBefehl, RegSz), false});
+        recorder_.begin(change);
+        at(key + "\\").WriteValue("", 0);   // makes the key, leaves its values alone
+        const bool hadText = list != nullptr && list->gewaehlteZeile >= 0 && !list->zeilen[static_cast<std::size_t>(list->gewaehlteZeile)].unterText.empty();
+        if (!d.txtBeschreibung.empty()) at(key + "\\").WriteValue(d.txtBeschreibung, RegSz);
+        else if (hadText) at(key + "\\").WriteValue("", RegSz);
+        change.werte[0].neu = at(key + "\\").ReadRaw();
+        change.werte[0].geschrieben = true;
+        recorder_.written(change, 0);
+        at(key + "\\Command\\").WriteValue(d.txtBefehl, RegSz);
+        change.werte[1].geschrieben = true;
+        recorder_.written(change, 1);
+        recorder_.finished(change);
+        ctx_.port.tell(strBVKTexte(161));
+        saved = true;
+    });
+    return saved;
+}
+
+}  // namespace brenvik

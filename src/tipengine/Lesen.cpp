@@ -1,0 +1,174 @@
+// Reading what the registry holds into the working values, with the status texts and command states that go with it.
+#include <fmt/format.h>
+
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "registry/ValueOperations.h"
+#include "tipengine/Meldungen.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik {
+namespace {
+constexpr std::string_view SidMarke = "[SID]";
+}
+
+std::string TippMaschine::keyPath(std::int16_t i) const {
+    return NetzRegPfad(ctx_, eintrag(i).Hauptschlüssel) + "\\" + eintrag(i).Schlüssel;
+}
+
+std::string TippMaschine::valuePath(std::int16_t i) const { return keyPath(i) + "\\" + eintrag(i).Wertname; }
+
+void TippMaschine::replaceSid(std::int16_t i) {
+    std::string& key = eintrag(i).Schlüssel;
+    if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
+}
+
+void TippMaschine::ReadRecTipp(std::int16_t i, StatusZeile* label) {
+    reportAndGoOn(ctx_, "ReadRecTipp", [&] {
+        if (readRecTippOnce(i, label, true)) readRecTippOnce(i, label, false);
+    });
+}
+
+// Answers whether the value was taken away to adapt its type and should be read once more.
+bool TippMaschine::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRepeat) {
+    BVKRegistry& reg = ctx_.objBVKReg;
+    Arbeitswert& w = wert(i);
+    ctx_.trace.write("*** ReadRecTipp: START ***");
+    replaceSid(i);
+    const TippEintrag& e = eintrag(i);
+    if (ctx_.trace.debug()) {
+        ctx_.trace.write("Registrypfad: " + e.Hauptschlüssel + "\\" + e.Schlüssel + "\\" + e.Wertname);
+        ctx_.trace.write("RechnerName: " + ctx_.strRechnername);
+    }
+    w.gefunden = w.ignoriert = false;
+    w.roh.reset();
+    reg.SetPath(ctx_.strRechnername, valuePath(i));
+    if (!reg.Exists(KEY_QUERY_VALUE_MASK)) {
+        RegWertNotFound(i, label);
+        ctx_.trace.write("*** ReadRecTipp: ENDE ***");
+        return false;
+    }
+    // The unnamed value of a key that is there reads as an empty string where it is absent.
+    w.roh = reg.ReadRaw();
+    const auto type = static_cast<std::int32_t>(w.roh ? w.roh->type : regtype::Sz);
+    w.strAktuellerWert = w.roh ? toText(*w.roh) : std::string();
+    if (ctx_.trace.debug()) ctx_.trace.write("Wert aus der Registry: " + w.strAktuellerWert);
+    if (w.strAktuellerWert.empty() && e.Wertname.empty()) {
+        RegWertNotFound(i, label);
+        ctx_.trace.write("*** ReadRecTipp: ENDE ***");
+        return false;
+    }
+    w.gefunden = true;
+    if (!DatenTypOK(type, i)) {
+        const bool adapted = !ctx_.blnDatenTypAbbruch && ctx_.blnDatenTypAnpassen && adaptType(i);
+        if (!adapted) {
+            w.strAktuellerWert.clear();
+            w.strAnzeigeWert.clear();
+            w.ignoriert = true;
+            if (label != nullptr) {
+                *label = {modus_ == Modus::NurAnsehen ? fmt::format(meldung::AndererDatentyp, DatenTypText(ctx_, type)) : strBVKTexte(179),
+                          StatusFarbe::Gefunden};
+            }
+        }
+        return adapted && mayRepeat;
+    }
+    if (!CheckDatenWert(i)) {
+        w.strAktuellerWert.clear();
+        w.strAnzeigeWert.clear();
+        w.ignoriert = true;
+        if (label != nullptr) *label = {strBVKTexte(179), StatusFarbe::Gefunden};
+        FB_KeySave(true);
+        return false;
+    }
+    if (ctx_.trace.debug()) ctx_.trace.write("Wert umgerechnet: " + w.strAktuellerWert);
+    if (label != nullptr) {
+        statusOfFound(i, *label);
+        w.blnWertGelesen = true;
+    }
+    FB_KeyDel(ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
+    ctx_.trace.write("*** ReadRecTipp: ENDE ***");
+    return false;
+}
+
+// Status and commands of a value that was found, by the right to write its key.
+void TippMaschine::statusOfFound(std::int16_t i, StatusZeile& label) {
+    label = {strBVKTexte(20), StatusFarbe::Gefunden};
+    ctx_.blnSchreibrecht = true;
+    if (ctx_.istNT()) {
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, valuePath(i));
+        ctx_.blnSchreibrecht = ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK);
+        if (!ctx_.blnSchreibrecht) label.text = strBVKTexte(18);
+    }
+    FB_KeySave(ctx_.blnSchreibrecht);
+    FB_Default(ctx_.blnSchreibrecht);
+    FB_RegFile(true);
+    ctx_.blnEinWertGelesen = true;
+}
+
+void TippMaschine::RegWertNotFound(std::int16_t i, StatusZeile* label) {
+    ctx_.trace.write("Wert nicht vorhanden");
+    Arbeitswert& w = wert(i);
+    w.strAktuellerWert.clear();
+    w.strAnzeigeWert.clear();
+    if (label == nullptr) return;
+    ctx_.blnSchreibrecht = true;
+    *label = {strBVKTexte(21), StatusFarbe::Fehlt};
+    w.blnWertGelesen = false;
+    FB_RegFile(false);
+    FB_KeyDel(false);
+    FB_KeySave(true);
+}
+
+void TippMaschine::fillRows(const std::string& unterWert, Panel& panel) {
+    for (ListenZeile& row : panel.zeilen) {
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(1) + "\\" + row.text + "\\" + unterWert);
+        if (const auto raw = ctx_.objBVKReg.ReadRaw()) row.unterText = toText(*raw);
+    }
+}
+
+void TippMaschine::ReadRecListe(const std::string& unterWert, Panel& panel, StatusZeile* label) {
+    reportAndGoOn(ctx_, "ReadRecListe", [&] {
+        replaceSid(1);
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(1) + "\\");
+        for (const std::string& name : ctx_.objBVKReg.EnumSubKeys()) {
+            panel.zeilen.push_back({name, {}, false});
+            if (ctx_.trace.debug()) ctx_.trace.write("Werte: " + name);
+        }
+        fillRows(unterWert, panel);
+        FB_KeyDel(true);
+        FB_KeySave(true);
+        FB_RegFile(true);
+        ctx_.blnSchreibrecht = true;
+        if (label == nullptr) return;
+        *label = {strBVKTexte(20), StatusFarbe::Gefunden};
+        wert(1).blnWertGelesen = true;
+    });
+}
+
+void TippMaschine::ReadRecKontext(const std::string& unterWert, Panel& panel, StatusZeile* label) {
+    reportAndGoOn(ctx_, "ReadRecKontext", [&] {
+        replaceSid(1);
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(1) + "\\");
+        const bool found = ctx_.objBVKReg.Exists(KEY_QUERY_VALUE_MASK);
+        if (found)
+            for (const std::string& name : ctx_.objBVKReg.EnumSubKeys()) {
+                panel.zeilen.push_back({name, {}, false});
+                if (ctx_.trace.debug()) ctx_.trace.write("Werte: " + name);
+            }
+        else
+            ctx_.trace.write("Wert nicht vorhanden");
+        fillRows(unterWert, panel);
+        const bool rows = !panel.zeilen.empty();
+        FB_KeyDel(rows);
+        FB_Default(rows);
+        FB_KeySave(rows);
+        ctx_.blnSchreibrecht = true;
+        if (label == nullptr) return;
+        *label = found ? StatusZeile{strBVKTexte(20), StatusFarbe::Gefunden} : StatusZeile{strBVKTexte(21), StatusFarbe::Fehlt};
+        FB_RegFile(rows);
+        wert(1).blnWertGelesen = true;
+    });
+}
+
+}  // namespace brenvik

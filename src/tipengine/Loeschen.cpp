@@ -1,0 +1,119 @@
+// Deleting what the Tip on screen stands for, and telling other programs of changes.
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "registry/ValueOperations.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik {
+namespace {
+constexpr const char* SymbolGroesse = "HKCU\\Control Panel\\Desktop\\WindowMetrics\\Shell Icon Size";
+constexpr std::uint32_t AbbruchWennHaengt = 2, WartezeitMs = 10000, SymboleNeu = 42;
+}  // namespace
+
+bool TippMaschine::WertDel(std::int16_t index) {
+    ctx_.trace.write("Prozedur: WertDel -Ende-");   // stands here for the start line
+    ctx_.trace.write("--- P: " + traceText(index));
+    bool deleted = false;
+    reportAndGoOn(ctx_, "WertDel", [&] {
+        const std::string path = valuePath(index);
+        ctx_.trace.write("--- Lösche Wert: " + path);
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, path);
+        if (ctx_.objBVKReg.ReadRaw() && ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) {
+            ctx_.objBVKReg.DeleteValue();
+            deleted = true;
+        }
+    });
+    ctx_.trace.write("--- R: " + traceText(deleted));
+    ctx_.trace.write("Prozedur: WertDel -Ende-");
+    return deleted;
+}
+
+void TippMaschine::deleteValues() {
+    wert(1).strAnzeigeWert = strBVKTexte(60);
+    Aenderung change = newChange(Aenderung::Art::Loeschen);
+    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
+        const std::string path = valuePath(i);
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, path);
+        if (auto raw = ctx_.objBVKReg.ReadRaw())
+            change.werte.push_back({ctx_.strRechnername, path, eintrag(i).TippIndex, std::move(raw), std::nullopt, false});
+    }
+    recorder_.begin(change);
+    for (std::size_t k = 0; k < change.werte.size(); ++k) {
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, change.werte[k].path);
+        if (!ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) continue;   // stays, and the rebuilt Tip shows it
+        ctx_.objBVKReg.DeleteValue();
+        change.werte[k].geschrieben = true;
+        recorder_.written(change, k);
+    }
+    recorder_.finished(change);
+}
+
+void TippMaschine::deleteTickedKeys() {
+    for (const Panel& panel : fenster().panels) {
+        if (panel.Ausgabeart != art::Liste && panel.Ausgabeart != art::Kontext) continue;
+        for (const ListenZeile& row : panel.zeilen) {
+            if (!row.angehakt || row.text.empty()) continue;   // an empty name would mean the Tip's own key
+            std::string path = keyPath(1) + "\\" + row.text;
+            Aenderung change = newChange(panel.Ausgabeart == art::Kontext ? Aenderung::Art::Kontextmenue : Aenderung::Art::Schluessel);
+            change.schluessel.push_back(snapshotKey(path));
+            recorder_.begin(change);
+            DelUnterKey(ctx_, path, true, ctx_.strRechnername);
+            change.schluessel[0].geloescht = true;
+            recorder_.finished(change);
+        }
+    }
+}
+
+SchluesselBild TippMaschine::snapshotKey(const std::string& path) {
+    SchluesselBild bild{ctx_.strRechnername, path, {}, {}, false};
+    std::vector<std::string> open{std::string()};
+    for (std::size_t next = 0; next < open.size(); ++next) {
+        const std::string below = open[next];
+        bild.unterschluessel.push_back(below);
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, path + below + "\\");
+        for (NamedValue& value : ctx_.objBVKReg.ListRaw()) bild.werte.push_back({below, std::move(value)});
+        for (const std::string& name : ctx_.objBVKReg.EnumSubKeys()) open.push_back(below + "\\" + name);
+    }
+    return bild;
+}
+
+void TippMaschine::RegWerteLoeschen() {
+    if (letzterEintrag() < 1) return;
+    const std::int16_t kind = eintrag(1).Ausgabeart;
+    const bool list = kind == art::Liste || kind == art::Kontext;
+    const bool yes = ctx_.port.ask(strBVKTexte(list ? 162 : 59));
+    ctx_.klick();
+    if (yes) {
+        try {
+            if (kind != art::Kontext && (!eintrag(1).Wertname.empty() || kind != art::Liste))
+                deleteValues();
+            else
+                deleteTickedKeys();
+        } catch (const NumberedError& error) {
+            RegFehlermeldungen(ctx_, error.number);
+            return;
+        }
+    }
+    afterChange();
+}
+
+void TippMaschine::BroadCast() {
+    reportAndGoOn(ctx_, "BroadCast", [&] {
+        ctx_.platform.sendSettingChange(0, AbbruchWennHaengt, WartezeitMs);
+        if (ctx_.aktuellerTipp.Neustart != 2) return;
+        ctx_.trace.write("--- Lade Desktop neu");
+        ctx_.objBVKReg.SetPath(ctx_.strLokalerRechner, SymbolGroesse);
+        const auto before = ctx_.objBVKReg.ReadRaw();   // goes back byte for byte
+        const std::string size = ReadRegistryKey(ctx_, SymbolGroesse, "32");
+        if (SaveRegistryKey(ctx_, SymbolGroesse, numberText(toLng(size) + 1), 1))
+            ctx_.platform.sendSettingChange(SymboleNeu, AbbruchWennHaengt, WartezeitMs);
+        ctx_.objBVKReg.SetPath(ctx_.strLokalerRechner, SymbolGroesse);
+        if (before)
+            ctx_.objBVKReg.WriteRaw(*before);
+        else
+            ctx_.objBVKReg.DeleteValue();
+    });
+}
+
+}  // namespace brenvik

@@ -1,0 +1,47 @@
+#pragma once
+// The tip engine's messages that stand in none of the numbered tables.
+#include "frame/Meldungen.h"
+
+namespace brenvik::meldung {
+
+inline constexpr char StandardFrage[] =
+    "Alle Einstellungen des aktuellen Tipps werden auf die Windows Standardwerte zurückgesetzt und abgespeichert !\r\n"
+    "Dabei kann es sein das Registrywerte gelöscht werden, wenn das der Standard ist.\r\n"
+    "Soll die Aktion ausgeführt werden ?";
+inline constexpr char EintragLoeschen[] = "Soll der Eintrag wirklich gelöscht werden ?";
+inline constexpr char DateiNeu1[] = "Die Datei ";
+inline constexpr char DateiNeu2[] = " ist nicht vorhanden, soll Sie neu angelegt werden ?";
+inline constexpr char DateiNichtGefunden[] = "Datei nicht gefunden";
+inline constexpr char FehlerhafterEintrag[] = "Fehlerhafter Eintrag !!!";
+
+// What a save refuses, and what it tells when it stopped half way.
+inline constexpr char KeineHexzahl[] =
+    "Der Wert \"{}\" kann nicht gespeichert werden: Erwartet wird eine Hexadezimalzahl mit ein bis acht Stellen (0-9, A-F).\r\n\r\n"
+    "Es wurde nichts geändert.";
+inline constexpr char ZahlZuGross[] =
+    "Der Wert \"{}\" kann nicht gespeichert werden: Für Binärdaten sind nur Zahlen von 0 bis 32767 möglich.\r\n\r\nEs wurde nichts geändert.";
+inline constexpr char WertUnpassend[] =
+    "Der Wert \"{}\" kann nicht als {} gespeichert werden.\r\n\r\nEs wurde nichts geändert.";
+inline constexpr char KeineZahlImFeld[] =
+    "\"{}\" ist keine Zahl von {} bis {}. Bitte berichtigen Sie das Feld; es wurde nichts gespeichert.";
+inline constexpr char TeilweiseGespeichert[] =
+    "Das Speichern wurde nach {} von {} Werten abgebrochen.\r\n\r\nGeschrieben wurde:\r\n{}\r\nNicht geschrieben wurde:\r\n{}";
+inline constexpr char AndererDatentyp[] = "[Anderer Datentyp in der Registry: {}]";
+
+// Texts for an entry, given on the command line
+inline constexpr char NurEinAus[] = "\"{}\" passt nicht: erwartet wird on oder off";
+inline constexpr char NichtInListe[] = "\"{}\" steht nicht in der Liste: {}";
+inline constexpr char KeineZahl[] = "\"{}\" ist keine Zahl von {} bis {}";
+inline constexpr char KeineFarbe[] = "\"{}\" ist keine Farbe: erwartet werden drei Zahlen von 0 bis 255";
+inline constexpr char KeineKaestchen[] = "\"{}\" passt nicht: erwartet wird für jedes Kästchen eine 0 oder 1, Bit 0 zuerst ({} Zeichen)";
+inline constexpr char NichtSetzbar[] = "Dieser Eintrag kann nur im Fenster bearbeitet werden";
+inline constexpr char KeinEintrag[] = "Der Tipp hat keinen Eintrag {}";
+
+// Boot file and context menus
+inline constexpr char BootSchreibschutz[] = "Die Datei {} ist schreibgeschützt. Soll der Schreibschutz zum Speichern kurz aufgehoben werden ?";
+inline constexpr char BootSicherung[] = "Von der Datei {} konnte keine Sicherung angelegt werden. Es wurde nichts geändert.";
+inline constexpr char KontextVorhanden[] = "Der Eintrag \"{}\" ist schon vorhanden. Soll er überschrieben werden ?";
+inline constexpr char KontextFremderTipp[] =
+    "Dieser Tipp ist kein Kontextmenü. Der Eintrag würde angelegt unter:\r\n\r\n{}\r\n\r\nSoll er trotzdem geschrieben werden ?";
+
+}  // namespace brenvik::meldung

@@ -1,0 +1,337 @@
+// Collecting the panels, writing the values, the windows' default. Deleting stands in Loeschen.cpp.
+#include <algorithm>
+#include <fmt/format.h>
+
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "registry/ValueOperations.h"
+#include "tipengine/GeplanterWert.h"
+#include "tipengine/Meldungen.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik {
+namespace {
+
+constexpr double Bit31 = 2147483648.0, Bit32 = 4294967296.0;
+
+// The pointer never stays behind, whatever happens in between.
+class Wartezeiger {
+public:
+    explicit Wartezeiger(UserPort& port) : port_(port) { port_.waitPointer(true); }
+    ~Wartezeiger() { off(); }
+    void off() {
+        if (on_) port_.waitPointer(false);
+        on_ = false;
+    }
+    Wartezeiger(const Wartezeiger&) = delete;
+    Wartezeiger& operator=(const Wartezeiger&) = delete;
+
+private:
+    UserPort& port_;
+    bool on_ = true;
+};
+
+bool plainDecimal(const std::string& text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+// A number as the bytes of a binary value: whole 255s first, the rest last.
+std::string numberAsBytes(std::int32_t number) {
+    std::string bytes;
+    for (; number >= 256; number -= 255) bytes += "FF ";
+    return bytes + fmt::format("{:02X}", number);
+}
+
+}  // namespace
+
+Aenderung TippMaschine::newChange(Aenderung::Art art) const {
+    Aenderung change;
+    change.art = art;
+    change.tippÜberschrift = ctx_.aktuellerTipp.Überschrift;
+    change.tippIndex = letzterEintrag() >= 1 ? eintrag(1).TippIndex : std::int16_t{0};
+    return change;
+}
+
+// --- collecting ---
+
+void TippMaschine::collectBitMaske(const Panel& panel, std::int16_t i) {
+    std::string& text = wert(i).strAnzeigeWert;
+    const auto box = [&](std::size_t j) { return panel.schalter[j].angehakt; };
+    if (eintrag(i).Datentyp == 4) {
+        std::uint32_t mask = text.empty() ? 0 : static_cast<std::uint32_t>(static_cast<std::int64_t>(Val(text)));
+        for (std::size_t j = 0; j < panel.schalter.size(); ++j) mask = box(j) ? mask | 1u << j : mask & ~(1u << j);
+        text = numberText(mask);
+        return;
+    }
+    auto bytes = Split(text, " ");
+    std::erase(bytes, std::string());
+    for (std::size_t j = 0; j < panel.schalter.size(); j += 8) {
+        const std::size_t k = j / 8;
+        if (k >= bytes.size()) bytes.resize(k + 1, "00");
+        auto byte = static_cast<unsigned>(Val(Hex2Dec(bytes[k])));
+        for (std::size_t b = 0; b < 8 && j + b < panel.schalter.size(); ++b) byte = box(j + b) ? byte | 1u << b : byte & ~(1u << b);
+        bytes[k] = Dec2Hex(ctx_, static_cast<std::int32_t>(byte & 0xFF));
+    }
+    text.clear();
+    for (const std::string& byte : bytes) text += byte + " ";
+}
+
+// The panel's state becomes strAnzeigeWert of its entries. Entries that were found and not touched keep what was read.
+void TippMaschine::collectPanel(Panel& panel) {
+    const auto takes = [&](std::int16_t i) { return wert(i).beruehrt || !wert(i).roh; };
+    switch (panel.Ausgabeart) {
+        case art::Liste:
+            for (std::size_t k = 0; k < panel.zeilen.size() && k < panel.eintraege.size(); ++k)
+                if (const std::int16_t i = panel.eintraege[k]; takes(i)) wert(i).strAnzeigeWert = panel.zeilen[k].angehakt ? "no" : DelKey;
+            return;
+        case art::Drive: case art::Farbe: case art::Kontext: case art::BootINI: return;   // set by their events, or not values at all
+        default: break;
+    }
+    const std::int16_t i = panel.eintraege.front();
+    if (!takes(i)) return;
+    std::string& text = wert(i).strAnzeigeWert;
+    switch (panel.Ausgabeart) {
+        case art::CheckBox: text = panel.angehakt ? eintrag(i).WertEin : eintrag(i).WertAus; break;
+        case art::TextWerte:
+            text = panel.text;
+            if (panel.mehrzeilig) std::replace(text.begin(), text.end(), '\n', '\0');
+            break;
+        case art::ZahlenWerte: {
+            const std::string& divisor = eintrag(i).Werteliste;
+            text = divisor.empty() || ctx_.aktuellerTipp.INITipp ? numberText(panel.Value) : numberText(panel.Value * toDbl(divisor));
+            break;
+        }
+        case art::AuswahlBox:
+            text = panel.gewaehlt < 0 ? std::string() : panel.auswahl.at(static_cast<std::size_t>(panel.gewaehlt));
+            break;
+        case art::OptionsAuswahl:
+            if (panel.gewaehlt >= 0) {
+                double value = panel.dblOptionsWert.at(static_cast<std::size_t>(panel.gewaehlt));
+                if (value >= Bit31) value -= Bit32;   // dwords are passed as signed numbers
+                text = numberText(value);
+            }
+            break;
+        case art::BitMaske: collectBitMaske(panel, i); break;
+        default: break;
+    }
+}
+
+bool TippMaschine::DatenRead() {
+    bool ok = false;
+    reportAndGoOn(ctx_, "DatenRead", [&] {
+        for (Panel& panel : fenster().panels) {
+            if (panel.Ausgabeart == art::ZahlenWerte && panel.zahlUngueltig && wert(panel.eintraege.front()).beruehrt) {
+                ctx_.port.tell(fmt::format(meldung::KeineZahlImFeld, panel.zahlText, panel.Min, panel.Max), box::Exclamation);
+                return;
+            }
+            if (panel.Ausgabeart == art::BootINI && !collectBootEntry(panel)) return;
+            if (panel.eintraege.empty()) continue;
+            collectPanel(panel);
+        }
+        for (std::int16_t i = 1; i <= letzterEintrag(); ++i)
+            if (upperCase(wert(i).strAktuellerWert) != upperCase(wert(i).strAnzeigeWert)) ctx_.blnGeaendert = true;
+        ok = true;
+    });
+    return ok;
+}
+
+void TippMaschine::DatenSichern() {
+    if (ctx_.blnGeaendert && ctx_.blnSchreibrecht) {
+        const bool save = ctx_.port.ask(strBVKTexte(57));
+        ctx_.klick();
+        if (save)
+            reportAndGoOn(ctx_, "DatenSichern", [&] {
+                if (!DatenRead()) return;
+                if (ctx_.aktuellerTipp.INITipp)
+                    SaveINITipp(false);
+                else
+                    RegWerteSchreiben();
+            });
+    }
+    ctx_.blnGeaendert = false;
+}
+
+// --- writing ---
+
+// The value as the registry takes it. Throws NumberedError or RegError with the refusal as its text.
+RawValue TippMaschine::valueToWrite(std::int16_t i) const {
+    const TippEintrag& e = eintrag(i);
+    std::string text = wert(i).strAnzeigeWert;
+    if (e.Datentyp == 3 && e.Ausgabeart == art::Farbe) {
+        std::string bytes;
+        for (const std::string& piece : Split(text, " ")) bytes += (bytes.empty() ? "" : " ") + fmt::format("{:02X}", toLng(piece));
+        text = bytes;
+    } else if (e.Datentyp == 3 && e.Ausgabeart != art::CheckBox && e.Ausgabeart != art::BitMaske && plainDecimal(text)) {
+        if (text.size() > 9 || std::stol(text) > 32767) throw NumberedError(errnum::Overflow, fmt::format(meldung::ZahlZuGross, text));
+        const auto number = static_cast<std::int32_t>(std::stol(text));
+        text = text > "1" ? numberAsBytes(number) : fmt::format("{:02X} 00 00 00", number);
+    }
+    if (e.Ausgabeart == art::TextWerte && e.Datentyp == 4) {
+        const bool hex = !text.empty() && text.size() <= 8 && text.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+        if (!hex) throw NumberedError(errnum::TypeMismatch, fmt::format(meldung::KeineHexzahl, text));
+        text = std::to_string(std::stoul(text, nullptr, 16));
+    }
+    try {
+        return fromText(text, static_cast<std::uint32_t>(e.Datentyp));
+    } catch (const RegError& error) {
+        throw RegError(error.number, fmt::format(meldung::WertUnpassend, text, DatenTypText(ctx_, e.Datentyp)));
+    }
+}
+
+// What is to be done for each entry, before anything is done. A value that cannot be written refuses the whole save.
+std::vector<TippMaschine::GeplanterWert> TippMaschine::planWrites(std::string& refusal) {
+    std::vector<GeplanterWert> plan;
+    for (std::int16_t i = 1; i <= letzterEintrag() && refusal.empty(); ++i) {
+        const Arbeitswert& w = wert(i);
+        GeplanterWert p{i, valuePath(i), {}, {}, GeplanterWert::Tat::Schreiben, false};
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
+        p.alt = ctx_.objBVKReg.ReadRaw();
+        if (!w.beruehrt && w.roh) {
+            if (p.alt != w.roh) continue;   // changed by somebody else since it was read: not ours to turn back
+            p.neu = w.roh;
+        } else if (w.strAnzeigeWert.empty()) {
+            continue;
+        } else if (w.strAnzeigeWert == DelKey) {
+            if (!p.alt) continue;
+            p.tat = GeplanterWert::Tat::Loeschen;
+        } else {
+            try {
+                p.neu = valueToWrite(i);
+            } catch (const NumberedError& error) {
+                refusal = error.what();
+            }
+        }
+        plan.push_back(std::move(p));
+    }
+    return plan;
+}
+
+void TippMaschine::writePlanned(std::vector<GeplanterWert>& plan, Aenderung& change) {
+    for (std::size_t k = 0; k < plan.size(); ++k) {
+        GeplanterWert& p = plan[k];
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
+        if (p.tat == GeplanterWert::Tat::Loeschen)
+            ctx_.objBVKReg.DeleteValue();
+        else
+            ctx_.objBVKReg.WriteRaw(*p.neu);
+        p.geschrieben = true;
+        change.werte[k].geschrieben = true;
+        recorder_.written(change, k);
+    }
+}
+
+// A save that stopped half way: the user hears what stands now, and the working values know it too.
+void TippMaschine::tellPartialWrite(const std::vector<GeplanterWert>& plan) {
+    std::string done, open;
+    std::size_t count = 0;
+    for (const GeplanterWert& p : plan) {
+        (p.geschrieben ? done : open) += p.path + "\r\n";
+        if (!p.geschrieben) continue;
+        ++count;
+        Arbeitswert& w = wert(p.eintrag);
+        w.roh = p.neu;
+        w.gefunden = p.neu.has_value();
+        w.strAktuellerWert = w.strAnzeigeWert;
+        w.beruehrt = false;
+    }
+    for (const GeplanterWert& p : plan) {
+        Panel* panel = panelOfEntry(p.eintrag);
+        if (panel == nullptr) continue;
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
+        const bool there = ctx_.objBVKReg.ReadRaw().has_value();
+        panel->status = {strBVKTexte(!there ? 21 : ctx_.istNT() && !ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK) ? 18 : 20),
+                         there ? StatusFarbe::Gefunden : StatusFarbe::Fehlt};
+    }
+    observer_.panelsChanged();
+    if (count > 0)
+        ctx_.port.tell(fmt::format(meldung::TeilweiseGespeichert, count, plan.size(), done, open), box::Exclamation);
+}
+
+bool TippMaschine::RegWerteSchreiben(Aenderung::Art art) {
+    Wartezeiger pointer(ctx_.port);
+    ctx_.port.letEventsRun();
+    std::vector<GeplanterWert> plan;
+    Aenderung change = newChange(art);
+    try {
+        std::string refusal;
+        plan = planWrites(refusal);
+        if (!refusal.empty()) {
+            pointer.off();
+            ctx_.port.tell(refusal, box::Exclamation);
+            return false;
+        }
+        for (const GeplanterWert& p : plan)
+            change.werte.push_back({ctx_.strRechnername, p.path, eintrag(p.eintrag).TippIndex, p.alt, p.neu, false});
+        recorder_.begin(change);
+        writePlanned(plan, change);
+        recorder_.finished(change);
+    } catch (const NumberedError& error) {
+        pointer.off();
+        recorder_.finished(change);
+        RegFehlermeldungen(ctx_, error.number);
+        reportAndGoOn(ctx_, "RegWerteSchreiben", [&] { tellPartialWrite(plan); });
+        return false;
+    }
+    pointer.off();
+    ctx_.port.tell(strBVKTexte(58));
+    ctx_.klick();
+    if (ctx_.aktuellerTipp.Neustart == 1) ctx_.blnNeustartNoetig = true;
+    afterChange();
+    return true;
+}
+
+// Other programs hear of the change, and the Tip is built anew from what is there now.
+void TippMaschine::afterChange() {
+    BroadCast();
+    ctx_.blnGeaendert = false;
+    TippsEntladen();
+    DBTippsAusgeben();
+}
+
+void TippMaschine::Default_Einstellungen() {
+    if (!ctx_.port.ask(meldung::StandardFrage)) return;
+    for (std::int16_t i = 1; i < static_cast<std::int16_t>(ctx_.werte.size()); ++i) {
+        wert(i).strAnzeigeWert = eintrag(i).Standardwert;
+        wert(i).beruehrt = true;
+    }
+    if (!ctx_.blnTippGeladen) return;
+    const bool saved = ctx_.aktuellerTipp.INITipp ? SaveINITipp(false) : RegWerteSchreiben(Aenderung::Art::Standard);
+    if (!saved) reloadTipp();
+}
+
+// --- commands ---
+
+void TippMaschine::clickRegSave(const std::string& ownCaption) {
+    ctx_.klick();
+    if (ownCaption != strBVKButtons(4)) {
+        ctx_.blnBearbeitenNeu = true;
+        openBearbeiten();
+        return;
+    }
+    if (!DatenRead()) return;
+    if (ctx_.aktuellerTipp.INITipp)
+        SaveINITipp(false);
+    else
+        RegWerteSchreiben();
+}
+
+void TippMaschine::clickDefault(const std::string& ownCaption) {
+    ctx_.klick();
+    if (ownCaption != strBVKButtons(7)) {
+        ctx_.blnBearbeitenNeu = false;
+        openBearbeiten();
+        return;
+    }
+    Default_Einstellungen();
+}
+
+void TippMaschine::clickRegDel() {
+    ctx_.klick();
+    if (ctx_.aktuellerTipp.INITipp)
+        SaveINITipp(true);
+    else
+        RegWerteLoeschen();
+}
+
+}  // namespace brenvik
