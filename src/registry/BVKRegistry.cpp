@@ -64,6 +64,11 @@ std::optional<RawValue> BVKRegistry::ReadRaw() {
     return selectedStore().value(path.root, path.key, path.name);
 }
 
+std::vector<NamedValue> BVKRegistry::ListRaw() {
+    const RegPath path = parseRegPath(path_);
+    return selectedStore().values(path.root, path.wholeKey());
+}
+
 std::int32_t BVKRegistry::ReadType(std::uint32_t) {
     const auto value = ReadRaw();
     return static_cast<std::int32_t>(value ? value->type : regtype::Sz);

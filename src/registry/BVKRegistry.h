@@ -49,6 +49,7 @@ public:
     std::optional<RawValue> ReadRaw();          // value of the path; with a trailing "\" the unnamed value
     void WriteRaw(const RawValue& value);
     bool DeleteValue();                         // never a key, whatever the path looks like
+    std::vector<NamedValue> ListRaw();          // all values of the path's key, in their order
     RegStore& selectedStore();
     void setHiveFiles(HiveFiles* files) { hiveFiles_ = files; }   // not owned; nullptr: SaveKey and RestoreKey answer false
 
