@@ -1,0 +1,302 @@
+#include "registry/RegText.h"
+
+#include <charconv>
+#include <optional>
+
+#include "frame/Errors.h"
+#include "registry/RegPath.h"
+#include "registry/RegTextSource.h"
+
+namespace brenvik {
+
+namespace {
+
+struct LineError {
+    std::string message;
+};
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
+
+// Walks over the text and counts its lines.
+class Cursor {
+public:
+    Cursor(std::string_view text, std::size_t start) : text_(text), at_(start) {}
+
+    bool atEnd() const { return at_ >= text_.size(); }
+    char peek() const { return atEnd() ? '\0' : text_[at_]; }
+    bool atLineEnd() const { return atEnd() || isLineEnd(peek()); }
+    std::size_t line() const { return line_; }
+
+    char take() {
+        const char c = text_[at_++];
+        if (c == '\n' || (c == '\r' && peek() != '\n')) ++line_;
+        return c;
+    }
+    bool takeIf(char c) {
+        if (atEnd() || peek() != c) return false;
+        take();
+        return true;
+    }
+    void skipBlanks() {
+        while (!atEnd() && isBlank(peek())) take();
+    }
+    void skipLine() {
+        while (!atLineEnd()) take();
+        takeLineEnd();
+    }
+    void takeLineEnd() {
+        if (takeIf('\r')) {
+            takeIf('\n');
+        } else {
+            takeIf('\n');
+        }
+    }
+    std::string_view restOfLine() const {
+        const std::string_view rest = text_.substr(std::min(at_, text_.size()));
+        return rest.substr(0, rest.find_first_of("\r\n"));
+    }
+    void skip(std::size_t count) {   // within one line
+        at_ += count;
+    }
+    struct Mark {
+        std::size_t at, line;
+    };
+    Mark mark() const { return {at_, line_}; }
+    void back(Mark mark) {
+        at_ = mark.at;
+        line_ = mark.line;
+    }
+
+private:
+    std::string_view text_;
+    std::size_t at_ = 0;
+    std::size_t line_ = 1;
+};
+
+class Parser {
+public:
+    Parser(const RegTextSource& source, RegText& result) : cursor_(source.text, source.start), ansiData_(source.ansiData), result_(result) {}
+
+    void run() {
+        while (!cursor_.atEnd() && result_.problems.size() < MaxRegTextProblems) {
+            const Cursor::Mark start = cursor_.mark();
+            try {
+                parseLine(start.line);
+            } catch (const LineError& error) {
+                result_.problems.push_back({start.line, error.message});
+                cursor_.back(start);
+                skipBrokenEntry();
+            }
+        }
+    }
+
+private:
+    void parseLine(std::size_t line) {
+        cursor_.skipBlanks();
+        if (cursor_.atLineEnd() || cursor_.peek() == ';') {
+            cursor_.skipLine();
+        } else if (cursor_.peek() == '[') {
+            parseKey(line);
+        } else if (cursor_.peek() == '@' || cursor_.peek() == '"') {
+            parseValue(line);
+        } else {
+            throw LineError{"Die Zeile ist weder ein Schlüssel noch ein Wert."};
+        }
+    }
+
+    // Behind a broken line its continuations would only give more reports of the same fault.
+    void skipBrokenEntry() {
+        while (true) {
+            std::string_view line = cursor_.restOfLine();
+            while (!line.empty() && isBlank(line.back())) line.remove_suffix(1);
+            const bool wrapped = !line.empty() && line.back() == '\\';
+            cursor_.skipLine();
+            if (!wrapped || cursor_.atEnd()) return;
+        }
+    }
+
+    void endLine() {
+        cursor_.skipBlanks();
+        if (!cursor_.atLineEnd() && cursor_.peek() != ';') throw LineError{"Hinter dem Eintrag steht noch etwas."};
+        cursor_.skipLine();
+    }
+
+    // The last bracket of the line ends the key, since names may hold brackets themselves.
+    void parseKey(std::size_t line) {
+        state_ = State::BrokenKey;
+        const std::string_view rest = cursor_.restOfLine();
+        const std::size_t close = rest.rfind(']');
+        if (close == std::string_view::npos) throw LineError{"Die eckige Klammer des Schlüssels ist nicht geschlossen."};
+        std::string_view name = rest.substr(1, close - 1);
+        const bool deleted = !name.empty() && name.front() == '-';
+        if (deleted) name.remove_prefix(1);
+        cursor_.skip(close + 1);
+        const RegPath path = pathOf(name);
+        endLine();
+        if (deleted && path.key.empty()) throw LineError{"Ein Hauptschlüssel kann nicht gelöscht werden."};
+        root_ = path.root;
+        key_ = path.key;
+        state_ = deleted ? State::NoKey : State::InKey;
+        if (deleted || !key_.empty()) add(line, deleted ? RegOperation::Kind::DeleteKey : RegOperation::Kind::CreateKey);
+    }
+
+    static RegPath pathOf(std::string_view name) {
+        try {
+            // As a key, whether or not the text ends in a backslash.
+            return parseRegPath(std::string(name) + "\\");
+        } catch (const RegError& error) {
+            throw LineError{error.what()};
+        }
+    }
+
+    void parseValue(std::size_t line) {
+        const bool unnamed = cursor_.takeIf('@');
+        ValueName name = unnamed ? ValueName::unnamed() : ValueName::named(parseQuoted());
+        cursor_.skipBlanks();
+        if (!cursor_.takeIf('=')) throw LineError{"Hinter dem Wertnamen fehlt das Gleichheitszeichen."};
+        cursor_.skipBlanks();
+        const std::optional<RawValue> value = parseData();
+        endLine();
+        if (state_ == State::BrokenKey) return;   // its header has been reported
+        if (state_ == State::NoKey) throw LineError{"Der Wert gehört zu keinem Schlüssel."};
+        RegOperation& operation = add(line, value ? RegOperation::Kind::SetValue : RegOperation::Kind::DeleteValue);
+        operation.name = std::move(name);
+        if (value) operation.value = *value;
+    }
+
+    std::string parseQuoted() {
+        cursor_.take();
+        std::string text;
+        while (!cursor_.atEnd()) {
+            const char c = cursor_.take();
+            if (c == '"') return text;
+            if (c != '\\') {
+                text += c;
+                continue;
+            }
+            const char escaped = cursor_.peek();
+            if (escaped != '\\' && escaped != '"') throw LineError{"Hinter einem umgekehrten Schrägstrich in Anführungszeichen darf nur ein weiterer oder ein Anführungszeichen stehen."};
+            text += cursor_.take();
+        }
+        throw LineError{"Das schließende Anführungszeichen fehlt."};
+    }
+
+    // No value: the entry deletes it.
+    std::optional<RawValue> parseData() {
+        if (cursor_.takeIf('-')) return std::nullopt;
+        if (cursor_.peek() == '"') return stringValue(parseQuoted());
+        const std::string_view rest = cursor_.restOfLine();
+        const std::size_t colon = rest.find(':');
+        const std::string_view kind = rest.substr(0, std::min(colon, rest.size()));
+        if (colon != std::string_view::npos && kind == "dword") {
+            cursor_.skip(colon + 1);
+            return dwordValue();
+        }
+        if (colon != std::string_view::npos && kind.substr(0, 3) == "hex") {
+            cursor_.skip(colon + 1);
+            return hexValue(kind.substr(3));
+        }
+        throw LineError{"Die Daten des Wertes sind weder Text noch dword noch hex."};
+    }
+
+    static RawValue stringValue(const std::string& text) {
+        try {
+            return fromText(text, regtype::Sz);
+        } catch (const RegError& error) {
+            throw LineError{error.what()};
+        }
+    }
+
+    static std::uint32_t hexNumber(std::string_view digits, std::size_t most, const char* message) {
+        std::uint32_t number = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
+        if (digits.empty() || digits.size() > most || error != std::errc() || end != digits.data() + digits.size()) throw LineError{message};
+        return number;
+    }
+
+    RawValue dwordValue() {
+        cursor_.skipBlanks();
+        const std::string_view rest = cursor_.restOfLine();
+        const std::string_view digits = rest.substr(0, rest.find_first_of(" \t;"));
+        const std::uint32_t number = hexNumber(digits, 8, "Hinter dword: gehören ein bis acht hexadezimale Ziffern.");
+        cursor_.skip(digits.size());
+        return {regtype::Dword, {static_cast<std::uint8_t>(number), static_cast<std::uint8_t>(number >> 8),
+                                 static_cast<std::uint8_t>(number >> 16), static_cast<std::uint8_t>(number >> 24)}};
+    }
+
+    RawValue hexValue(std::string_view suffix) {
+        RawValue value{regtype::Binary, {}};
+        if (!suffix.empty()) {
+            if (suffix.size() < 3 || suffix.front() != '(' || suffix.back() != ')') throw LineError{"Die Typangabe hinter hex ist ungültig."};
+            value.type = hexNumber(suffix.substr(1, suffix.size() - 2), 8, "Die Typangabe hinter hex ist ungültig.");
+        }
+        value.bytes = parseHexBytes();
+        const bool isString = value.type == regtype::Sz || value.type == regtype::ExpandSz || value.type == regtype::MultiSz;
+        if (ansiData_ && isString) value.bytes = ansiToUtf16Le(value.bytes);
+        return value;
+    }
+
+    // Bytes with commas between them; a backslash at the end of a line goes on in the next one.
+    Bytes parseHexBytes() {
+        Bytes bytes;
+        bool wantsByte = false;   // behind a comma
+        while (true) {
+            skipWrapped();
+            if (cursor_.atLineEnd() || cursor_.peek() == ';') break;
+            if (!bytes.empty() && !wantsByte) throw LineError{"Zwischen zwei Bytes fehlt das Komma."};
+            const std::string_view rest = cursor_.restOfLine();
+            const std::string_view digits = rest.substr(0, rest.find_first_of(", \t\\;"));
+            bytes.push_back(static_cast<std::uint8_t>(hexNumber(digits, 2, "Ein Byte besteht aus ein oder zwei hexadezimalen Ziffern.")));
+            cursor_.skip(digits.size());
+            skipWrapped();
+            wantsByte = cursor_.takeIf(',');
+        }
+        return bytes;
+    }
+
+    void skipWrapped() {
+        cursor_.skipBlanks();
+        while (!cursor_.atEnd() && cursor_.peek() == '\\') {
+            cursor_.take();
+            cursor_.skipBlanks();
+            if (!cursor_.atLineEnd()) throw LineError{"Hinter dem umgekehrten Schrägstrich am Zeilenende steht noch etwas."};
+            if (cursor_.atEnd()) throw LineError{"Die Datei endet mitten in einem Wert."};
+            cursor_.takeLineEnd();
+            cursor_.skipBlanks();
+        }
+    }
+
+    RegOperation& add(std::size_t line, RegOperation::Kind kind) {
+        RegOperation operation;
+        operation.kind = kind;
+        operation.root = root_;
+        operation.key = key_;
+        operation.line = line;
+        result_.operations.push_back(std::move(operation));
+        return result_.operations.back();
+    }
+
+    enum class State { NoKey, InKey, BrokenKey };
+    Cursor cursor_;
+    bool ansiData_;
+    RegText& result_;
+    State state_ = State::NoKey;
+    Root root_ = Root::LocalMachine;
+    std::string key_;
+};
+
+}  // namespace
+
+RegText parseRegText(std::string_view bytes) {
+    RegText result;
+    const RegTextSource source = readRegTextSource(bytes);
+    if (!source.problem.empty()) {
+        result.problems.push_back({1, source.problem});
+        return result;
+    }
+    Parser(source, result).run();
+    return result;
+}
+
+}  // namespace brenvik
