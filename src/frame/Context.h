@@ -28,7 +28,7 @@ struct Settings {
 };
 
 struct FrameContext {
-    FrameContext(UserPort& userPort, Platform& hostPlatform) : port(userPort), platform(hostPlatform) {}
+    FrameContext(UserPort& userPort, Platform& hostPlatform);  // a trace line that cannot be written is reported in a box
     FrameContext(const FrameContext&) = delete;
     FrameContext& operator=(const FrameContext&) = delete;
 

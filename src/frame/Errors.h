@@ -16,7 +16,7 @@ public:
 
 // Numbers of the ordinary run-time errors, as the reports show them.
 namespace errnum {
-inline constexpr std::int32_t InvalidCall = 5, Overflow = 6, Subscript = 9, DivisionByZero = 11, TypeMismatch = 13,
+inline constexpr std::int32_t InvalidCall = 5, Overflow = 6, OutOfMemory = 7, Subscript = 9, DivisionByZero = 11, TypeMismatch = 13,
                               FileNotFound = 53, PathFileAccess = 75, DiskFull = 61, Permission = 70, PathNotFound = 76,
                               Internal = 51;
 }

@@ -1,10 +1,13 @@
 #pragma once
-// The trace log. Lines are kept only while the debug flag is on, one plain line each with a time stamp in front,
-// flushed line by line, in brenvik.log in the program's home (UTF-8, rotated by size). Passwords must not reach it:
-// a secret registered with hide() is written as "*****".
+// The trace log. Lines are kept only while the debug flag is on, one plain line each with a time stamp in front
+// ("2002-11-09 12:30:00.123 "), flushed line by line, in brenvik.log in the program's home (UTF-8, LF). At 4 MiB the
+// file is moved to brenvik.log.1, older ones to .2 and .3. Control characters inside a line are written as their
+// Unicode pictures. Passwords must not reach the log: a secret registered with hide() is written as "*****".
+#include <concepts>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,6 +17,9 @@ namespace brenvik {
 
 class TraceLog {
 public:
+    // Gets the name of the procedure under way and the error number when a line could not be written.
+    using FailureReport = std::function<void(const std::string& procedure, std::int32_t errorNumber)>;
+
     TraceLog();
     ~TraceLog();
     TraceLog(const TraceLog&) = delete;
@@ -22,20 +28,33 @@ public:
     void setFile(std::filesystem::path logFile);   // opened at the first kept line
     void setDebug(bool on) { debug_ = on; }
     bool debug() const { return debug_; }
-    void write(std::string_view line);             // cheap while the flag is off
+    // Cheap while the flag is off. A failure is reported once until a line gets through again; without a report
+    // it is thrown (error 75).
+    void write(std::string_view line);
     void hide(std::string secret);
+    void setFailureReport(FailureReport report) { failureReport_ = std::move(report); }
 
 private:
+    friend class ProcTrace;
     struct File;
+    void enter(std::string_view procedure);
+    void leave(bool endLine) noexcept;
+    bool tryWrite(std::string_view line) noexcept;
+    bool put(std::string_view line);
+    bool open();
+    void rotate();
+
     bool debug_ = false;
+    bool failed_ = false;
     std::filesystem::path path_;
-    std::vector<std::string> secrets_;
+    std::vector<std::string> secrets_;             // longest first
+    std::vector<std::string> procedures_;          // under way, innermost last
     std::unique_ptr<File> file_;
+    FailureReport failureReport_;
 };
 
 std::string traceText(bool value);                 // "True" / "False"
-std::string traceText(std::int64_t value);
-inline std::string traceText(int value) { return traceText(static_cast<std::int64_t>(value)); }
+template <std::integral T> std::string traceText(T value) { return std::to_string(value); }
 inline std::string traceText(std::string_view value) { return std::string(value); }
 inline std::string traceText(const std::string& value) { return value; }
 inline std::string traceText(const char* value) { return value; }
@@ -47,15 +66,14 @@ public:
     ~ProcTrace();
     ProcTrace(const ProcTrace&) = delete;
     ProcTrace& operator=(const ProcTrace&) = delete;
-    template <class T> ProcTrace& p(const T& value) { return line("--- P: ", traceText(value)); }
-    template <class T> ProcTrace& r(const T& value) { return line("--- R: ", traceText(value)); }
-    ProcTrace& note(std::string_view text) { return line("--- ", text); }
+    template <class T> ProcTrace& p(const T& value) { return log_.debug() ? line("--- P: ", traceText(value)) : *this; }
+    template <class T> ProcTrace& r(const T& value) { return log_.debug() ? line("--- R: ", traceText(value)) : *this; }
+    ProcTrace& note(std::string_view text) { return log_.debug() ? line("--- ", text) : *this; }
     void noEnd() { end_ = false; }                 // for the few exits that write no closing line
 
 private:
     ProcTrace& line(std::string_view prefix, std::string_view text);
     TraceLog& log_;
-    std::string name_;
     bool end_ = true;
 };
 

@@ -1,0 +1,18 @@
+#include "frame/Context.h"
+
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+
+namespace brenvik {
+
+FrameContext::FrameContext(UserPort& userPort, Platform& hostPlatform) : port(userPort), platform(hostPlatform) {
+    trace.setFailureReport([this](const std::string& procedure, std::int32_t errorNumber) {
+        std::string name = procedure;
+        FehlerMeldung(*this, name, numberText(errorNumber));
+    });
+}
+
+std::string DateTime::dateText() const { return format00(day) + "." + format00(month) + "." + format0000(year); }
+std::string DateTime::timeText() const { return format00(hour) + ":" + format00(minute) + ":" + format00(second); }
+
+}  // namespace brenvik

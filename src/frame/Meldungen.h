@@ -1,0 +1,29 @@
+#pragma once
+// Texts for the user that stand in none of the numbered tables, by name (UTF-8). Where a message is put together at
+// run time the pieces are numbered in their order. Each room adds its own group.
+namespace brenvik::meldung {
+
+// Reports and small helpers
+inline constexpr char InZwischenablage[] = "Wollen Sie diese Fehlermeldung in die Zwischenablage kopieren?";
+inline constexpr char VerzeichnisAuswaehlen[] = "Verzeichnis auswählen:";
+inline constexpr char UnbekanntesBetriebssystem[] = "Unbekanntes Betriebssystem";
+inline constexpr char SchluesselZuLang[] = "Die maximale Länge beträgt 16 Zeichen.";
+
+// Main window at start
+inline constexpr char WeitereInfos[] = "Weitere Infos zum Tipp";
+inline constexpr char Informationen[] = "Informationen";
+
+// Profile files
+inline constexpr char IniGespeichert[] = "Änderungen wurden erfolgreich gespeichert";
+inline constexpr char IniZuLang1[] = "Es können nicht mehr als ";
+inline constexpr char IniZuLang2[] = " zeichen gespeichrt werden.";
+inline constexpr char IniNichtsZuLoeschen[] = "Es ist nichts zum löschen angegeben worden.";
+inline constexpr char IniSchreibgeschuetzt[] = "Eintrag konnte nicht geschrieben werden, die Datei ist schreibgeschützt";
+
+// Looking for a file
+inline constexpr char DateiSuchen1[] = "Die Datei ";
+inline constexpr char DateiSuchen2[] = " konnte nicht gefunden werden. Wollen Sie die Datei suchen ?";
+inline constexpr char DateiSuchenTitel[] = "Suchen Sie die Datei:";
+
+
+}  // namespace brenvik::meldung
