@@ -233,20 +233,13 @@ void TippMaschine::buildEntry(std::int16_t i) {
     }
 }
 
-std::vector<StatusZeile> TippMaschine::inspectTipp() {
-    ctx_.werte.assign(ctx_.aktuellerTipp.Eintrag.size(), {});
-    std::vector<StatusZeile> lines(ctx_.aktuellerTipp.Eintrag.size());
-    const Hauptfenster saved = fenster();   // reading sets enable flags, which are not this look's business
+void TippMaschine::inspectTipp(std::int32_t number) {
+    if (!readTippNumber(number)) return;
     modus_ = Modus::NurAnsehen;
-    for (std::int16_t i = 1; i <= letzterEintrag(); ++i)
-        reportAndGoOn(ctx_, "ReadRecTipp", [&] {
-            TippEintrag& e = eintrag(i);
-            if (!e.SchlüsselNT.empty() && ctx_.istNT() && !ctx_.aktuellerTipp.INITipp) e.Schlüssel = e.SchlüsselNT;
-            readEntry(i, lines[static_cast<std::size_t>(i)]);
-        });
+    prepareOutput();
+    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) reportAndGoOn(ctx_, "DBTippsAusgeben", [&] { buildEntry(i); });
     modus_ = Modus::Anzeigen;
-    fenster() = saved;
-    return lines;
+    ctx_.blnGeaendert = false;
 }
 
 }  // namespace brenvik

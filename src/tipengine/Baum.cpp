@@ -198,17 +198,31 @@ bool TippMaschine::showTippByNumber(std::int32_t number) {
     return false;
 }
 
+// Opens the table afresh and reads the first row from its start whose column holds the text exactly.
+bool TippMaschine::readTippAt(int ordinal, const std::string& text) {
+    ctx_.objRS = ctx_.objDB.GetNewRS(ctx_, ctx_.objVerbindung.get(), "Select * From RegDaten");
+    ctx_.trace.write("Tipp wurde im Tree ausgewählt ?");
+    if (!ctx_.objRS || ctx_.objRS->State() != RecordSet::Offen) return false;
+    if (ordinal == ord::Index)
+        ctx_.objRS->moveToNumber(ordinal, static_cast<std::int64_t>(Val(text)));
+    else
+        ctx_.objRS->moveToText(ordinal, text);
+    if (ctx_.objRS->atEOF()) return false;
+    DBTippRead(ctx_);
+    ctx_.blnDateiSuchen = true;
+    return true;
+}
+
+bool TippMaschine::readTippNumber(std::int32_t number) {
+    bool found = false;
+    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { found = readTippAt(ord::Index, std::to_string(number)); });
+    return found;
+}
+
 bool TippMaschine::TreeViewAuswahl() {
     bool tippFound = false;
     const std::string text = fenster().tvBVKDB.empty() ? std::string() : fenster().tvBVKDB.at(static_cast<std::size_t>(fenster().ausgewaehlterKnoten)).text;
-    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] {
-        openRegDaten(ctx_);
-        ctx_.trace.write("Tipp wurde im Tree ausgewählt ?");
-        if (ctx_.objRS && ctx_.objRS->findHeading(text)) {
-            DBTippRead(ctx_);
-            tippFound = true;
-        }
-    });
+    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { tippFound = readTippAt(ord::Überschrift, text); });
     if (!tippFound) showGroupOrNothing(text);
     return tippFound;
 }

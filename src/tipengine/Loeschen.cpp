@@ -78,8 +78,8 @@ SchluesselBild TippMaschine::snapshotKey(const std::string& path) {
     return bild;
 }
 
-void TippMaschine::RegWerteLoeschen() {
-    if (letzterEintrag() < 1) return;
+bool TippMaschine::RegWerteLoeschen() {
+    if (letzterEintrag() < 1) return false;
     const std::int16_t kind = eintrag(1).Ausgabeart;
     const bool list = kind == art::Liste || kind == art::Kontext;
     const bool yes = ctx_.port.ask(strBVKTexte(list ? 162 : 59));
@@ -92,10 +92,11 @@ void TippMaschine::RegWerteLoeschen() {
                 deleteTickedKeys();
         } catch (const NumberedError& error) {
             RegFehlermeldungen(ctx_, error.number);
-            return;
+            return false;
         }
     }
     afterChange();
+    return yes;
 }
 
 void TippMaschine::BroadCast() {

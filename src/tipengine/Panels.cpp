@@ -1,5 +1,6 @@
 // What the user does in a panel, and the loading and unloading of panels.
 #include <algorithm>
+#include <charconv>
 
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
@@ -8,6 +9,17 @@
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
+namespace {
+
+std::optional<std::int32_t> wholeNumber(const std::string& text) {
+    std::int32_t number = 0;
+    const auto end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    if (text.empty() || read.ec != std::errc() || read.ptr != end) return std::nullopt;
+    return number;
+}
+
+}  // namespace
 
 Panel* TippMaschine::panelOf(std::size_t place, std::initializer_list<std::int16_t> kinds) {
     if (ctx_.blnAusgabeLaeuft || ctx_.blnInitPanel || place >= fenster().panels.size()) return nullptr;
@@ -58,9 +70,9 @@ void TippMaschine::userNumberText(std::size_t place, const std::string& text) {
     Panel* panel = panelOf(place, {art::ZahlenWerte});
     if (panel == nullptr) return;
     panel->zahlText = text;
-    const auto number = plainInteger(Trim(text));
+    const auto number = wholeNumber(Trim(text));
     panel->zahlUngueltig = !number || *number < panel->Min || *number > panel->Max;
-    if (!panel->zahlUngueltig) panel->Value = static_cast<std::int32_t>(*number);
+    if (!panel->zahlUngueltig) panel->Value = *number;
     touched(place, panel->eintraege.front());
 }
 

@@ -289,15 +289,16 @@ void TippMaschine::afterChange() {
     DBTippsAusgeben();
 }
 
-void TippMaschine::Default_Einstellungen() {
-    if (!ctx_.port.ask(meldung::StandardFrage)) return;
+bool TippMaschine::Default_Einstellungen() {
+    if (!ctx_.port.ask(meldung::StandardFrage)) return false;
     for (std::int16_t i = 1; i < static_cast<std::int16_t>(ctx_.werte.size()); ++i) {
         wert(i).strAnzeigeWert = eintrag(i).Standardwert;
         wert(i).beruehrt = true;
     }
-    if (!ctx_.blnTippGeladen) return;
+    if (!ctx_.blnTippGeladen) return false;
     const bool saved = ctx_.aktuellerTipp.INITipp ? SaveINITipp(false) : RegWerteSchreiben(Aenderung::Art::Standard);
     if (!saved) reloadTipp();
+    return saved;
 }
 
 // --- commands ---

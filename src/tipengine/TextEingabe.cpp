@@ -31,6 +31,37 @@ int placeIn(const std::vector<std::string>& list, const std::string& text) {
 
 }  // namespace
 
+StatusZeile TippMaschine::statusOf(std::int16_t entry) {
+    const Panel* panel = panelOfEntry(entry);
+    return panel != nullptr ? panel->status : StatusZeile{};
+}
+
+std::string TippMaschine::shownText(std::int16_t entry) {
+    const Panel* panel = panelOfEntry(entry);
+    if (panel == nullptr) return {};
+    const auto place = static_cast<std::size_t>(std::find(panel->eintraege.begin(), panel->eintraege.end(), entry) - panel->eintraege.begin());
+    switch (panel->Ausgabeart) {
+        case art::CheckBox: return panel->angehakt ? "on" : "off";
+        case art::TextWerte: return panel->text;
+        case art::ZahlenWerte: return panel->zahlText;
+        case art::AuswahlBox: case art::OptionsAuswahl: case art::BootINI:
+            return panel->gewaehlt < 0 ? std::string() : panel->auswahl.at(static_cast<std::size_t>(panel->gewaehlt));
+        case art::Liste: case art::Kontext: {
+            if (panel->Ausgabeart == art::Liste && place < panel->zeilen.size() && !eintrag(entry).Wertname.empty())
+                return panel->zeilen[place].angehakt ? "on" : "off";
+            std::string rows;
+            for (const ListenZeile& row : panel->zeilen) rows += (rows.empty() ? "" : "\n") + row.text;
+            return rows;
+        }
+        case art::BitMaske: {
+            std::string bits;
+            for (const SchalterFeld& box : panel->schalter) bits += box.angehakt ? '1' : '0';
+            return bits;
+        }
+        default: return wert(entry).strAnzeigeWert;
+    }
+}
+
 std::string TippMaschine::setEntryFromText(std::int16_t entry, const std::string& text) {
     Panel* panel = panelOfEntry(entry);
     if (panel == nullptr)

@@ -39,17 +39,19 @@ public:
     void DatenAusgabeOff();
     void reloadTipp();                                   // TippsEntladen and DBTippsAusgeben, if a Tip is shown
 
-    // A look at the values without panels, questions or changes: for lists on the terminal.
-    // Fills werte and answers the status line of each entry ([0] unused).
-    std::vector<StatusZeile> inspectTipp();
+    // Builds the panels of aktuellerTipp for a look: asks nothing, changes nothing, whatever system it is meant for.
+    void inspectTipp(std::int32_t number);
+    // What the panel of an entry shows, as text ("on"/"off" for boxes); empty if it has no panel.
+    std::string shownText(std::int16_t entry);
+    StatusZeile statusOf(std::int16_t entry);
 
     // --- Saving ---
     bool DatenRead();
     void DatenSichern();
     bool RegWerteSchreiben(Aenderung::Art art = Aenderung::Art::Speichern);   // false: refused or failed
-    void RegWerteLoeschen();
+    bool RegWerteLoeschen();                             // false: declined or failed
     bool SaveINITipp(bool loeschen);                     // false: refused or failed
-    void Default_Einstellungen();
+    bool Default_Einstellungen();                        // false: declined, refused or failed
     bool WertDel(std::int16_t index);
     void BroadCast();
 
@@ -99,6 +101,8 @@ private:
     void statusBarGeneral();
     void showGroupOrNothing(const std::string& nodeText);
     void indexTips();
+    bool readTippAt(int ordinal, const std::string& text);
+    bool readTippNumber(std::int32_t number);
 
     // Output, one builder per kind
     void prepareOutput();

@@ -1,0 +1,21 @@
+#pragma once
+// One function adds one group of commands. A command stores its work in `run`, which answers the exit code:
+// 0 done, 1 failed (the reason went to stderr), 2 wrong usage.
+#include <CLI/CLI.hpp>
+#include <functional>
+
+#include "tipengine/Programm.h"
+
+namespace brenvik::cli {
+
+struct Aufruf {
+    bool json = false;
+    bool yes = false;
+    bool needsDatabase = false;
+    std::function<int(Programm&)> run;
+};
+
+void addTippBefehle(CLI::App& app, Aufruf& call);
+void addRegistryBefehle(CLI::App& app, Aufruf& call);
+
+}  // namespace brenvik::cli

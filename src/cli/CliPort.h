@@ -1,0 +1,30 @@
+#pragma once
+// The command line's side of the port to the user: every message goes to stderr, Yes/No is No unless --yes was given,
+// Retry/Cancel is Cancel, choices of files, folders and colours are cancelled.
+#include "frame/UserPort.h"
+
+namespace brenvik {
+
+class CliPort : public UserPort {
+public:
+    explicit CliPort(bool yes) : yes_(yes) {}
+    Answer messageBox(const MessageBox& request) override;
+    std::optional<std::string> chooseFile(const FileChoice&) override { return std::nullopt; }
+    std::optional<std::string> chooseFolder(std::string_view, std::string_view) override { return std::nullopt; }
+    std::optional<Rgb> chooseColour(Rgb) override { return std::nullopt; }
+    void showWindow(WindowRequest& request) override;
+    void setClipboard(std::string_view) override {}
+    DateTime now() override;
+    void sleepMs(int) override {}
+    void letEventsRun() override {}
+    void playSound(const std::string&) override {}
+    void waitPointer(bool) override {}
+    bool startProgram(const std::string&, const std::vector<std::string>&) override { return false; }
+    bool openAddress(const std::string&) override { return false; }
+    void showHelp(const std::string&, int) override {}
+
+private:
+    bool yes_;
+};
+
+}  // namespace brenvik

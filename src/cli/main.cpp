@@ -1,0 +1,45 @@
+#include <iostream>
+
+#include "cli/Befehle.h"
+#include "cli/CliPort.h"
+#include "frame/Version.h"
+
+using namespace brenvik;
+
+int main(int argc, char** argv) {
+    CLI::App app{"Brenvik: Einstellungen einer Windows-Installation ansehen und ändern", "brenvik-cli"};
+    std::string home;
+    cli::Aufruf call;
+    app.set_version_flag("--version", std::string("brenvik-cli ") + BRENVIK_VERSION, "Version ausgeben");
+    app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");
+    app.add_option("--home", home, "Verzeichnis, in dem Brenvik seine Daten hält")->type_name("DIR");
+    app.add_flag("--json", call.json, "Ausgabe als JSON");
+    app.add_flag("--yes", call.yes, "Fragen mit Ja beantworten");
+    app.require_subcommand(1);
+    app.fallthrough();
+    cli::addTippBefehle(app, call);
+    cli::addRegistryBefehle(app, call);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : 2;
+    }
+    try {
+        CliPort port(call.yes);
+        const auto platform = makeNativePlatform();
+        WindowObserver observer;
+        ChangeRecorder recorder;
+        Programm programm(port, *platform, {home, std::nullopt}, observer, recorder);
+        programm.loadSettings();
+        programm.detectSystem();
+        if (call.needsDatabase) {
+            if (!programm.loadDatabase()) return 1;
+            programm.maschine().FrameStartEinstellungen();
+            programm.maschine().TreeEinlesen();
+        }
+        return call.run(programm);
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << "\n";
+        return 1;
+    }
+}

@@ -1,0 +1,73 @@
+#include "registry/Einstellungen.h"
+
+#include "frame/Konvertierung.h"
+#include "registry/ValueOperations.h"
+
+namespace brenvik {
+namespace {
+
+struct Schalter {
+    const char* name;
+    bool Settings::*field;
+};
+constexpr Schalter schalter[] = {
+    {"ShowNavText", &Settings::ShowNavText},     {"SoundOn", &Settings::SoundOn},
+    {"ShowInfo", &Settings::ShowInfo},           {"BSSystemAktiv", &Settings::BSSystemAktiv},
+    {"LöschenAktiv", &Settings::LöschenAktiv},   {"RegFileClasic", &Settings::RegFileClasic},
+    {"BSErsatz", &Settings::BSErsatz},
+};
+
+struct Pfad {
+    const char* name;
+    std::string Settings::*field;
+    const char* below;   // of the program's own folder
+};
+// Lists live in the program's home, since its program directory may belong to the system.
+constexpr Pfad pfade[] = {
+    {"Ostrana", &Settings::strOstranaPfad, ""},
+    {"Favorite", &Settings::strFavoritenPfad, ""},
+    {"History", &Settings::strHistoryPfad, ""},
+    {"RegBackupRestore", &Settings::strBackupPfad, "Backup"},
+};
+
+constexpr std::int16_t RegSz = 1;
+
+}  // namespace
+
+void loadCoreSettings(RegistryContext& ctx) {
+    Settings& s = ctx.einstellungen;
+    const std::string base = EinstellungenPfad;
+    for (const Schalter& entry : schalter) {
+        const std::string text = ReadRegistryKey(ctx, base + entry.name, boolText(s.*entry.field));
+        try {
+            s.*entry.field = toBool(text);
+        } catch (const NumberedError&) {
+            ctx.trace.write(std::string("--- Einstellung ") + entry.name + " ist unbrauchbar: " + text);
+        }
+    }
+    const std::string tree = ReadRegistryKey(ctx, base + "TreeAktiv", "1");
+    try {
+        const int tab = toInt(tree);
+        if (tab >= 1 && tab <= 9) s.TreeAktiv = tab;
+    } catch (const NumberedError&) {
+        ctx.trace.write("--- Einstellung TreeAktiv ist unbrauchbar: " + tree);
+    }
+    s.Ostrana_Name = ReadRegistryKey(ctx, base + "Ostrana_Name", s.Ostrana_Name);
+    for (const Pfad& entry : pfade) {
+        std::filesystem::path folder = std::string(entry.name) == "Ostrana" ? ctx.programmPfad : ctx.heimPfad;
+        std::string standard = (folder / entry.below).string();
+        if (!*entry.below && !standard.ends_with('/')) standard += '/';
+        s.*entry.field = ReadRegistryKey(ctx, std::string(PfadePfad) + entry.name, standard);
+    }
+}
+
+void saveCoreSettings(RegistryContext& ctx) {
+    const Settings& s = ctx.einstellungen;
+    const std::string base = EinstellungenPfad;
+    for (const Schalter& entry : schalter) SaveRegistryKey(ctx, base + entry.name, boolText(s.*entry.field), RegSz);
+    SaveRegistryKey(ctx, base + "Ostrana_Name", s.Ostrana_Name, RegSz);
+    for (const Pfad& entry : pfade) SaveRegistryKey(ctx, std::string(PfadePfad) + entry.name, s.*entry.field, RegSz);
+    SaveRegistryKey(ctx, base + "TreeAktiv", numberText(s.TreeAktiv), RegSz);
+}
+
+}  // namespace brenvik

@@ -1,0 +1,61 @@
+#include "tipengine/Programm.h"
+
+#include "frame/Produkt.h"
+#include "frame/Version.h"
+#include "registry/Einstellungen.h"
+#include "registry/FirstStart.h"
+#include "tipdb/LoadDB.h"
+#include "tipengine/System.h"
+
+namespace brenvik {
+namespace {
+
+std::filesystem::path homeOf(Platform& platform, const ProgrammOptionen& options) {
+    if (!options.home.empty()) return std::filesystem::absolute(options.home);
+    if (const auto home = platform.environment("BRENVIK_HOME"); home && !home->empty()) return std::filesystem::absolute(*home);
+    return platform.defaultHome();
+}
+
+}  // namespace
+
+Programm::Programm(UserPort& port, Platform& platform, const ProgrammOptionen& options, WindowObserver& observer, ChangeRecorder& recorder) {
+    const auto program = options.programmPfad.value_or(platform.executableDirectory());
+    const auto home = homeOf(platform, options);
+    std::error_code error;
+    std::filesystem::create_directories(home, error);
+    if (error)
+        throw NumberedError(errnum::PathFileAccess, "Das Verzeichnis " + home.string() +
+                                                        " kann nicht angelegt werden. Bitte geben Sie mit --home ein anderes an.");
+    store_ = std::make_unique<SqliteStore>(home / "registry.db");
+    firstStart(*store_, program / "erststart", home);
+    machines_ = std::make_unique<LocalMachines>(*store_);
+    context_ = std::make_unique<Context>(port, platform, *machines_);
+    Context& ctx = *context_;
+    ctx.programmPfad = program;
+    ctx.heimPfad = home;
+    ctx.strKlickWav = program / produkt::KlickWav;
+    ctx.strProgVersion = BRENVIK_VERSION;
+    ctx.trace.setFile(home / produkt::LogDatei);
+    maschine_ = std::make_unique<TippMaschine>(ctx, observer, recorder);
+}
+
+Programm::~Programm() = default;
+
+void Programm::loadSettings() { loadCoreSettings(*context_); }
+
+void Programm::detectSystem() {
+    Context& ctx = *context_;
+    ctx.strBS = BSErmitteln(ctx);
+    ctx.blnLokal = true;
+    ctx.strLokalerRechner = ctx.objBVKReg.GetComputerName();
+    ctx.trace.write("Lokaler Rechnername: " + ctx.strLokalerRechner);
+    UserSIDRead(ctx, ctx.strLokalerRechner);
+    readUserAndDirectories(ctx, *store_);
+    BSEinstellungen(ctx, *store_);
+}
+
+bool Programm::loadDatabase() { return LoadDB(*context_, datenbankDatei().string()) == LadeErgebnis::Geladen; }
+
+std::filesystem::path Programm::datenbankDatei() const { return context_->programmPfad / "RegDaten.mdb"; }
+
+}  // namespace brenvik

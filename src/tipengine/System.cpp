@@ -1,0 +1,114 @@
+#include "tipengine/System.h"
+
+#include "frame/Erkennung.h"
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "registry/LocalMachines.h"
+#include "registry/ValueOperations.h"
+
+namespace brenvik {
+namespace {
+
+constexpr const char* NtVersion = "HKLM\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\";
+constexpr const char* WinVersion = "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
+constexpr std::int32_t PlattformNT = 2, Plattform9x = 1;
+
+std::string machineValue(RegistryContext& ctx, const std::string& path) {
+    ctx.objBVKReg.SetPath(ctx.strLokalerRechner, path);
+    return ctx.objBVKReg.Exists(KEY_QUERY_VALUE_MASK) ? ctx.objBVKReg.ReadValue(false) : std::string();
+}
+
+}  // namespace
+
+Systemversion readSystemVersion(RegistryContext& ctx) {
+    Systemversion version;
+    std::string text = machineValue(ctx, std::string(NtVersion) + "CurrentVersion");
+    if (!text.empty()) {
+        version.plattform = PlattformNT;
+        version.build = static_cast<std::int32_t>(Val(machineValue(ctx, std::string(NtVersion) + "CurrentBuildNumber")));
+    } else {
+        text = machineValue(ctx, std::string(WinVersion) + "VersionNumber");
+        if (!text.empty()) version.plattform = Plattform9x;
+    }
+    const auto parts = Split(text, ".");
+    if (!parts.empty()) version.major = static_cast<std::int32_t>(Val(parts[0]));
+    if (parts.size() > 1) version.minor = static_cast<std::int32_t>(Val(parts[1]));
+    if (version.plattform == Plattform9x && parts.size() > 2) version.build = static_cast<std::int32_t>(Val(parts[2]));
+    return version;
+}
+
+std::string BSErmitteln(RegistryContext& ctx) {
+    ProcTrace trace(ctx.trace, "BSErmitteln");
+    reportAndGoOn(ctx, "BSErmitteln", [&] {
+        const Systemversion version = readSystemVersion(ctx);
+        ctx.trace.write(" BS-Versionsinfo:");
+        ctx.trace.write(" PlatfromID: " + numberText(version.plattform));
+        ctx.trace.write(" MajorVersion: " + numberText(version.major));
+        ctx.trace.write(" MinorVersion: " + numberText(version.minor));
+        const Betriebssystem found = entscheideBetriebssystem(version.plattform, version.major, version.minor);
+        ctx.strBS = found.strBS;
+        ctx.intBS = found.intBS;
+    });
+    if (ctx.intBS == 0 && ctx.einstellungen.BSErsatz) ctx.intBS = 6;   // the user asked for it
+    trace.r(ctx.strBS).r(ctx.intBS);
+    return ctx.strBS;
+}
+
+void UserSIDRead(RegistryContext& ctx, const std::string& machine) {
+    ProcTrace trace(ctx.trace, "UserSIDRead");
+    trace.p(machine);
+    ctx.strDefaultUserID.clear();
+    reportAndGoOn(ctx, "UserSIDRead", [&] {
+        ctx.objBVKReg.SetPath(machine, "HKCU\\Identities\\Default User ID");
+        if (ctx.objBVKReg.Exists(KEY_QUERY_VALUE_MASK)) ctx.strDefaultUserID = ctx.objBVKReg.ReadValue(false);
+    });
+}
+
+void readUserAndDirectories(RegistryContext& ctx, SqliteStore& local) {
+    if (const std::string root = machineValue(ctx, std::string(NtVersion) + "SystemRoot"); root.size() >= 3) ctx.strWindir = root;
+    else if (const std::string old = machineValue(ctx, std::string(WinVersion) + "SystemRoot"); old.size() >= 3) ctx.strWindir = old;
+    ctx.strWinLaufwerk = Left(ctx.strWindir, 3);
+    ctx.trace.write("Windows Laufwerk: " + ctx.strWinLaufwerk);
+    ctx.strSystemLaufwerk = ctx.strWinLaufwerk;
+    ctx.trace.write("System Laufwerk: " + ctx.strSystemLaufwerk);
+    ctx.strEigeneSID = ctx.strUserSID = ctx.strProfilSID = local.currentUserSid();
+    ctx.strUserName = storedUserName(local, ctx.strEigeneSID);
+    if (ctx.strUserName.empty()) ctx.strUserName = ctx.platform.userName();
+    if (ctx.strUserName.empty()) ctx.strUserName = strBVKTexte(216);
+    ctx.trace.write("User Name: " + ctx.strUserName);
+    ctx.trace.write("User SID: " + ctx.strUserSID);
+}
+
+void BSEinstellungen(Context& ctx, RegStore& local) {
+    ProcTrace trace(ctx.trace, "BSEinstellungen");
+    Hauptfenster& window = ctx.frmBVK_Prog;
+    const VersteckteWerkzeuge hidden = versteckteWerkzeuge(ctx.intBS);
+    window.mnuTools = !hidden.mnuTools;
+    window.versteckt = hidden.eintraege;
+    if (ctx.intBS == 0) return;
+    window.blnNTFamilie = ctx.istNT();
+    if (!ctx.istNT()) {
+        ctx.blnAdmin = true;
+        ctx.strSystemVerzeichnis = ctx.strWindir + "\\system\\";
+        ctx.strRechnername = ctx.strLokalerRechner;
+        return;
+    }
+    ctx.blnAdmin = local.writable();   // whoever may write the whole registry
+    ctx.trace.write("Adminrechte: " + traceText(ctx.blnAdmin));
+    if (ctx.blnAdmin) {
+        ctx.blnPrivilegien = ctx.objBVKReg.EnablePrivileges(ctx.strLokalerRechner);
+    } else {
+        ctx.klick();
+        ctx.port.tell(strBVKTexte(8));
+        ctx.blnPrivilegien = false;
+    }
+    ctx.strSystemVerzeichnis = ctx.strWindir + "\\system32\\";
+    ctx.strRechnername = ctx.strLokalerRechner;
+    if (!ctx.strParamPC.empty()) {
+        ctx.strRechnername = ctx.strParamPC;
+        ctx.blnLokal = equalText(ctx.strParamPC, ctx.strLokalerRechner);
+    }
+}
+
+}  // namespace brenvik
