@@ -1,24 +1,10 @@
 #include "registry/RegTextSource.h"
 
-#include "registry/Wtf8.h"
+#include "frame/Codepage.h"
 
 namespace brenvik {
 
 namespace {
-
-// Windows-1252 from 0x80 to 0x9F; the five holes stand for the control characters of their own number.
-constexpr char16_t ansiSpecials[] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-                                     0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-                                     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
-
-char16_t ansiUnit(std::uint8_t byte) { return byte >= 0x80 && byte < 0xA0 ? ansiSpecials[byte - 0x80] : byte; }
-
-std::string ansiToText(std::string_view bytes) {
-    std::u16string units;
-    units.reserve(bytes.size());
-    for (const char byte : bytes) units += ansiUnit(static_cast<std::uint8_t>(byte));
-    return fromUtf16(units);
-}
 
 bool startsWith(std::string_view text, std::string_view prefix) { return text.substr(0, prefix.size()) == prefix; }
 
@@ -32,13 +18,8 @@ std::string_view trimmed(std::string_view text) {
 }  // namespace
 
 Bytes ansiToUtf16Le(const Bytes& ansi) {
-    Bytes wide;
-    wide.reserve(2 * ansi.size());
-    for (const std::uint8_t byte : ansi) {
-        wide.push_back(static_cast<std::uint8_t>(ansiUnit(byte) & 0xFF));
-        wide.push_back(static_cast<std::uint8_t>(ansiUnit(byte) >> 8));
-    }
-    return wide;
+    const std::string wide = utf16LeFromUtf8(utf8FromAnsi({reinterpret_cast<const char*>(ansi.data()), ansi.size()}));
+    return {wide.begin(), wide.end()};
 }
 
 RegTextSource readRegTextSource(std::string_view bytes) {
@@ -51,13 +32,13 @@ RegTextSource readRegTextSource(std::string_view bytes) {
     const bool wide = startsWith(bytes, "\xFF\xFE"sv);
     if (wide || startsWith(bytes, "W\0i\0n\0"sv)) {
         const std::string_view units = bytes.substr(wide ? 2 : 0);
-        source.text = fromUtf16Le(reinterpret_cast<const std::uint8_t*>(units.data()), units.size());
+        source.text = utf8FromUtf16Le(units);
         if (units.size() % 2 != 0) source.problem = "Die Datei endet mitten in einem Zeichen.";
     } else {
         const bool marked = startsWith(bytes, "\xEF\xBB\xBF"sv);
         const std::string_view plain = bytes.substr(marked ? 3 : 0);
-        const bool utf8 = marked || (!startsWith(plain, RegHeader4) && fromUtf16(toUtf16(plain)) == plain);
-        source.text = utf8 ? std::string(plain) : ansiToText(plain);
+        const bool utf8 = marked || (!startsWith(plain, RegHeader4) && isUtf8(plain));
+        source.text = utf8 ? std::string(plain) : utf8FromAnsi(plain);
     }
     const std::string_view header = firstLine(source.text);
     source.start = header.size();
