@@ -1,0 +1,217 @@
+// Reading and writing whole files, and the program's file helpers.
+#include "frame/DateiSystem.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <limits>
+#include <memory>
+#include <random>
+
+#include <fmt/format.h>
+
+#include "frame/HostDatei.h"
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "frame/Zeichen.h"
+
+namespace brenvik {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+[[noreturn]] void fail(const std::error_code& code, const fs::path& file) {
+    throw NumberedError(errorNumberOf(std::system_error(code)), fmt::format("Auf die Datei \"{}\" kann nicht zugegriffen werden: {}", utf8FromPath(file), code.message()));
+}
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+fs::path newNameBeside(const fs::path& file) {
+    std::random_device random;
+    fs::path name = file;
+    return name += fmt::format(".{:08x}{:08x}.neu", random(), random());
+}
+
+// Files of one folder that fit the pattern in the path's last part; host names.
+std::vector<fs::path> matches(const FrameContext& ctx, std::string_view pattern) {
+    const std::size_t cut = pattern.find_last_of("\\/");
+    const std::string_view last = cut == std::string_view::npos ? pattern : pattern.substr(cut + 1);
+    std::vector<fs::path> found;
+    if (last.find_first_of("*?") == std::string_view::npos) {
+        const fs::path file = userPath(ctx, pattern);
+        std::error_code ignored;
+        if (fs::exists(file, ignored)) found.push_back(file);
+        return found;
+    }
+    const fs::path folder = cut == std::string_view::npos ? hostPath(ctx, ctx.strWindir) : userPath(ctx, pattern.substr(0, cut + 1));
+    std::error_code error;
+    for (fs::directory_iterator place(folder, error), end; !error && place != end; place.increment(error))
+        if (fitsPattern(utf8FromPath(place->path().filename()), last)) found.push_back(place->path());
+    return found;
+}
+
+// False also for names that no file can have.
+bool existsText(const FrameContext& ctx, std::string_view path) {
+    try {
+        std::error_code error;
+        return !path.empty() && fs::exists(userPath(ctx, path), error);
+    } catch (const NumberedError&) {
+        return false;
+    }
+}
+
+bool isFolder(const fs::path& path) {
+    std::error_code ignored;
+    return fs::is_directory(path, ignored);
+}
+
+void copyOne(const fs::path& source, const fs::path& target) {
+    std::error_code error;
+    const fs::path file = fs::is_directory(target, error) ? target / source.filename() : target;
+    if (fs::equivalent(source, file, error)) return;
+    writeFileAtomic(file, readFile(source, std::numeric_limits<std::uintmax_t>::max()));
+}
+
+}  // namespace
+
+std::string readFile(const fs::path& file, std::uintmax_t limit) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (error) fail(error, file);
+    if (!fs::is_regular_file(status)) fail(std::make_error_code(std::errc::permission_denied), file);
+    const std::unique_ptr<std::FILE, CloseFile> in(host::openFile(file, "rb"));
+    if (in == nullptr) fail(std::error_code(errno, std::generic_category()), file);
+    std::string bytes;
+    char buffer[65536];
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, in.get())) > 0;) {
+        if (bytes.size() + count > limit)
+            throw NumberedError(errnum::OutOfMemory, fmt::format("Die Datei \"{}\" ist zu groß (mehr als {} Bytes).", utf8FromPath(file), limit));
+        bytes.append(buffer, count);
+    }
+    if (std::ferror(in.get()) != 0) fail(std::make_error_code(std::errc::io_error), file);
+    return bytes;
+}
+
+void writeFileAtomic(const fs::path& file, std::string_view bytes) {
+    std::error_code error;
+    fs::path target = file;
+    if (fs::is_symlink(file, error)) {
+        target = fs::weakly_canonical(file, error);
+        if (error) fail(error, file);
+    }
+    if (host::isReadOnly(target)) throw NumberedError(errnum::PathFileAccess, fmt::format("Die Datei \"{}\" ist schreibgeschützt.", utf8FromPath(file)));
+    if (fs::exists(target, error) && !fs::is_regular_file(target, error)) fail(std::make_error_code(std::errc::permission_denied), file);
+    const fs::path fresh = newNameBeside(target);
+    if (!(error = host::writeNewFile(fresh, bytes, target))) error = host::replaceFile(fresh, target);
+    if (error) {
+        std::error_code ignored;
+        fs::remove(fresh, ignored);
+        fail(error, file);
+    }
+}
+
+bool isReadOnly(const fs::path& file) { return host::isReadOnly(file); }
+
+void setReadOnly(const fs::path& file, bool on) {
+    if (const std::error_code error = host::setReadOnly(file, on)) fail(error, file);
+}
+
+// Two marks go back to the last star only, so the time stays a product of the two lengths.
+bool fitsPattern(std::string_view name, std::string_view pattern) {
+    if (pattern == "*.*") return true;
+    const std::string text = lowerCase(name), mask = lowerCase(pattern);
+    std::size_t t = 0, m = 0, star = std::string::npos, starText = 0;
+    while (t < text.size()) {
+        std::size_t textEnd = t, maskEnd = m;
+        const char32_t letter = zeichen::next(text, textEnd);
+        const char32_t wanted = m < mask.size() ? zeichen::next(mask, maskEnd) : 0;
+        if (wanted == U'*') {
+            star = m = maskEnd, starText = t;
+        } else if (wanted != 0 && (wanted == U'?' || wanted == letter)) {
+            t = textEnd, m = maskEnd;
+        } else if (star != std::string::npos) {
+            zeichen::next(text, starText);
+            t = starText, m = star;
+        } else {
+            return false;
+        }
+    }
+    return mask.find_first_not_of('*', m) == std::string::npos;
+}
+
+bool ExistFileDirDrive(FrameContext& ctx, std::string_view path) {
+    ProcTrace trace(ctx.trace, "ExistFileDirDrive");
+    trace.p(path);
+    std::string name(path);
+    const bool letter = !name.empty() && ((name[0] >= 'a' && name[0] <= 'z') || (name[0] >= 'A' && name[0] <= 'Z'));
+    if (letter && name.size() == 1) name += ":\\";
+    else if (letter && name.size() == 2 && name[1] == ':') name += "\\";
+    const bool exists = existsText(ctx, name);
+    trace.r(exists);
+    return exists;
+}
+
+std::int16_t DirList(FrameContext& ctx, std::string_view pattern, std::vector<std::string>& names) {
+    ProcTrace trace(ctx.trace, "DirList");
+    trace.p(pattern);
+    std::int16_t count = 0;
+    reportAndGoOn(ctx, "DirList", [&] {
+        std::vector<std::string> found;
+        for (const fs::path& file : matches(ctx, pattern))
+            if (!isFolder(file)) found.push_back(lowerCase(utf8FromPath(file.filename())));
+        if (found.empty()) return;
+        if (found.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) throw NumberedError(errnum::Overflow, "Überlauf");
+        std::sort(found.begin(), found.end(), [](const std::string& left, const std::string& right) { return compareText(left, right) < 0; });
+        count = static_cast<std::int16_t>(found.size());
+        names = std::move(found);
+    });
+    trace.r(count);
+    return count;
+}
+
+bool DateiDel(FrameContext& ctx, std::string_view path) {
+    ProcTrace trace(ctx.trace, "DateiDel");
+    trace.p(path);
+    bool complete = true;
+    const bool ran = reportAndGoOn(ctx, "DateiDel", [&] {
+        for (const fs::path& file : matches(ctx, path)) {
+            std::error_code error;
+            if (isFolder(file) || isReadOnly(file) || !fs::remove(file, error) || error) complete = false;
+        }
+    });
+    trace.r(ran && complete);
+    return ran && complete;
+}
+
+bool DateiCopy(FrameContext& ctx, std::string_view source, std::string_view target) {
+    ProcTrace trace(ctx.trace, "DateiCopy");
+    trace.p(source).p(target);
+    bool complete = false;
+    try {
+        const fs::path to = userPath(ctx, target);
+        const auto files = matches(ctx, source);
+        complete = !files.empty() && (files.size() == 1 || isFolder(to));
+        for (const fs::path& file : files)
+            if (complete) copyOne(file, to);
+    } catch (const NumberedError& error) {
+        trace.note(error.what());
+        complete = false;
+    }
+    if (!complete) ctx.port.tell(strBVKTexte(204));
+    trace.r(complete);
+    return complete;
+}
+
+std::string GetShortPath(FrameContext& ctx, std::string_view path) {
+    ProcTrace trace(ctx.trace, "GetShortPath");
+    trace.p(path);
+    const bool exists = existsText(ctx, path);
+    trace.r(exists ? path : std::string_view());
+    return exists ? std::string(path) : std::string();
+}
+
+}  // namespace brenvik

@@ -1,0 +1,51 @@
+#pragma once
+// Files. Two kinds of names: host paths (std::filesystem::path), and paths as texts, which are Windows paths
+// ("C:\WINDOWS\win.ini", UTF-8) that are looked up in the embedded Windows below <home>/drive_c, ignoring case.
+// Failing operations throw NumberedError 53 (not there), 70 or 75 (no access), 61 (disk full), 76 (no such folder).
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/Context.h"
+
+namespace brenvik {
+
+// --- names ---
+std::filesystem::path pathFromUtf8(std::string_view text);
+std::string utf8FromPath(const std::filesystem::path& path);
+// A name or relative path below a folder; never leaves it by a leading separator.
+std::filesystem::path joinPath(const std::filesystem::path& folder, std::string_view name);
+
+// The host path of a Windows path. Existing parts keep their spelling, missing ones are appended as they are. "\" and "/"
+// both separate. A bare name lies in the Windows folder, other paths without a drive begin at C:\, other drives
+// at <home>/drive_<letter>. ".." ends at the drive. Error 76 for network paths, 5 for texts with U+0000.
+std::filesystem::path hostPath(const FrameContext& ctx, std::string_view windowsPath);
+// The same for paths that a user chose or set: a full host path stays as it is.
+std::filesystem::path userPath(const FrameContext& ctx, std::string_view path);
+// Back: "C:\..." for what lies below drive_c, else the host's own spelling.
+std::string windowsPath(const FrameContext& ctx, const std::filesystem::path& file);
+
+// --- whole files ---
+inline constexpr std::uintmax_t DefaultReadLimit = 64u << 20;
+std::string readFile(const std::filesystem::path& file, std::uintmax_t limit = DefaultReadLimit);  // error 7 beyond the limit
+// A new file beside the old one is filled, brought to the disk and renamed over it; a failure leaves the old
+// file as it was. Error 75 if the file is marked read-only. A link is followed, the rights of an old file are kept.
+void writeFileAtomic(const std::filesystem::path& file, std::string_view bytes);
+
+bool isReadOnly(const std::filesystem::path& file);          // the read-only attribute; false if it isn't there
+void setReadOnly(const std::filesystem::path& file, bool on);
+
+// --- the program's file helpers; their texts go through userPath ---
+bool ExistFileDirDrive(FrameContext& ctx, std::string_view path);   // "c" and "c:" mean the drive
+// Names of the files (no folders) that fit the pattern in its last part ("C:\WINDOWS\system32\*.cpl"), in lower case,
+// sorted. Without a hit names stays as it is.
+std::int16_t DirList(FrameContext& ctx, std::string_view pattern, std::vector<std::string>& names);
+bool DateiDel(FrameContext& ctx, std::string_view path);            // files only; true also if nothing was there
+bool DateiCopy(FrameContext& ctx, std::string_view source, std::string_view target);  // into a folder too; failure shows text 204
+std::string GetShortPath(FrameContext& ctx, std::string_view path);  // there are no short names here: the path itself, empty if it isn't there
+
+bool fitsPattern(std::string_view name, std::string_view pattern);  // * and ?, ignoring case; "*.*" fits every name
+
+}  // namespace brenvik
