@@ -34,10 +34,8 @@ struct TippListenEintrag {
     std::array<bool, 7> Filter{};            // [0] always, then 95, 98, ME, NT, 2000, XP
 };
 
-struct TipdbContext : RegistryContext {
-    using RegistryContext::RegistryContext;
-
-    bvkADO objDB;
+// An opened database with its tables in memory; a new one takes the place of the old as a whole.
+struct TipDatenbank {
     std::unique_ptr<Connection> objVerbindung;
     std::unique_ptr<RecordSet> objRS;
     bool blnDBGeladen = false;
@@ -45,8 +43,13 @@ struct TipdbContext : RegistryContext {
     std::vector<std::string> strDBVersionen;
     std::vector<Gruppe> udtGruppen;
     std::vector<Treebaum> udtTreebaum;
-    std::vector<TippListenEintrag> udtTippListe;
+    std::vector<TippListenEintrag> udtTippListe;  // intTippAnzahl is its size
+};
 
+struct TipdbContext : RegistryContext, TipDatenbank {
+    using RegistryContext::RegistryContext;
+
+    bvkADO objDB;
     Tipp aktuellerTipp;
     bool blnTippGeladen = false;
     std::vector<std::string> strDateiListe;  // file names of a <filelist> Tip, [0] unused

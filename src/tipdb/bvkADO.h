@@ -1,12 +1,51 @@
 #pragma once
-// The database layer: one in-memory SQL engine, filled from a Jet or a SQLite file, behind the four operations that the
-// program knows. All texts are UTF-8. A null column and an empty text are different things.
+// The database layer: the four operations that the program knows, over a tip database that is read whole when it is opened
+// (Jet 3, Jet 4 or SQLite). The class keeps no state; the caller holds the connection and the record sets. All texts are
+// UTF-8; a null column and an empty text are different things. Failures end in reports to the user, never in exceptions.
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
-// REPLACED by the tip database's author; this outline only fixes the names that others use.
+#include <vector>
+
+#include "frame/Context.h"
+#include "frame/Reports.h"
+#include "tipdb/RecordSet.h"
+#include "tipdb/SqlEngine.h"
+
 namespace brenvik {
-class Connection {};
-class RecordSet {};
-class bvkADO {};
-}
+
+class Connection {
+public:
+    enum Zustand : int { Geschlossen = 0, Offen = 1 };
+
+    std::string Version = "2.8";     // of the data access layer
+    std::vector<DatenbankFehlerEintrag> Errors;   // what the last failing operation reported
+    std::int32_t CommandTimeout = 0, CursorLocation = 0;  // seconds, ADO constant; kept, without effect here
+
+    int State() const { return engine_ ? Offen : Geschlossen; }
+    void Open(const std::filesystem::path& path, const std::string& password);  // throws DatenbankFehler
+    void Close() { engine_.reset(); }
+    std::shared_ptr<const Tabelle> execute(const std::string& sql);   // throws DatenbankFehler
+
+private:
+    std::unique_ptr<SqlEngine> engine_;
+};
+
+// What ConnectAccess does after a failed attempt.
+enum class Verbindungsfolge { StillAufgeben, PasswortMelden, Aufgeben, TreiberMelden, Bericht };
+Verbindungsfolge verbindungsfolge(std::int32_t errorNumber, const std::vector<DatenbankFehlerEintrag>& errors, int attemptsShown);
+
+class bvkADO {
+public:
+    // Host path. The answer is never null; its State tells whether it is open.
+    std::unique_ptr<Connection> ConnectAccess(FrameContext& ctx, const std::filesystem::path& path, const std::string& password,
+                                              int unused = 0, std::int32_t commandTimeout = 0, std::int32_t cursorLocation = 0);
+    // Only static, client-side, read-only record sets are offered; the cursor arguments choose nothing.
+    std::unique_ptr<RecordSet> GetNewRS(FrameContext& ctx, Connection* connection, const std::string& sql, std::int32_t cursorLocation = 3,
+                                        std::int32_t cursorType = 3, std::int32_t lockType = 1, std::int32_t option = 0, int unused = 0);
+    bool ConnectionClose(Connection* connection);
+    bool RSClose(RecordSet* recordSet);
+};
+
+}  // namespace brenvik

@@ -1,0 +1,230 @@
+#include "tipdb/LoadDB.h"
+
+#include <cmath>
+#include <unordered_map>
+
+#include "frame/Konvertierung.h"
+#include "frame/Produkt.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "frame/Verschluesselung.h"
+#include "registry/ValueOperations.h"
+#include "tipdb/DatenbankFehler.h"
+#include "tipdb/Meldungen.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr const char* Prozedur = "LoadDB";
+constexpr const char* MdacMinimum = "2.5";
+constexpr const char* PasswortCodiert = "bppegjdomiggipieikdmnahpjeanjl";
+constexpr const char* PasswortSchluessel = "Weide7Bach!Ufer";
+constexpr std::int32_t CommandTimeout = 3, CursorLocationUnveraendert = 0;
+
+// The user has been told; nothing is left but to leave.
+struct LadenBeendet {};
+
+std::string utf8(const std::filesystem::path& path) {
+    const auto text = path.u8string();
+    return {reinterpret_cast<const char*>(text.data()), text.size()};
+}
+
+bool hasRows(const RecordSet& rs) { return rs.State() == RecordSet::Offen && !rs.atBOF() && !rs.atEOF(); }
+
+// What only the failure message asks for.
+struct Zugriffsschicht {
+    std::string mdac, jet;
+};
+
+Zugriffsschicht readZugriffsschicht(TipdbContext& ctx) {
+    Zugriffsschicht found;
+    found.mdac = ReadRegistryKey(ctx, "HKLM\\Software\\Microsoft\\DataAccess\\Version", "0");
+    try {
+        ctx.objBVKReg.SetPath("", "HKLM\\Software\\Microsoft\\Jet\\");
+        found.jet = boolText(ctx.objBVKReg.Exists(KEY_QUERY_VALUE_MASK));
+    } catch (const RegError& error) {
+        RegFehlermeldungen(ctx, error.number);
+    }
+    return found;
+}
+
+class Lader {
+public:
+    Lader(TipdbContext& context, std::filesystem::path path) : ctx_(context), path_(std::move(path)) {}
+
+    void connect();
+    void readVersions();
+    void readGroups();
+    void readTree();
+    void readTips();
+    TipDatenbank take() { return std::move(neu_); }
+
+private:
+    std::unique_ptr<RecordSet> open(const char* sql) { return ctx_.objDB.GetNewRS(ctx_, neu_.objVerbindung.get(), sql); }
+    [[noreturn]] void tellAndLeave(const std::string& text, bool traced, bool click);
+    void checkFormat(const RecordSet& rs);
+    void addToGroups(const RecordSet& rs);
+
+    TipdbContext& ctx_;
+    std::filesystem::path path_;
+    TipDatenbank neu_;
+    std::unordered_multimap<std::int32_t, std::size_t> groupByNumber_;
+};
+
+void Lader::tellAndLeave(const std::string& text, bool traced, bool click) {
+    ctx_.port.tell(text, box::Critical);
+    if (traced) ctx_.trace.write(text);
+    if (click) ctx_.klick();
+    throw LadenBeendet{};
+}
+
+void Lader::connect() {
+    std::error_code ec;
+    if (!std::filesystem::exists(path_, ec))
+        tellAndLeave(meldung::DatenbankFehlt1 + utf8(path_) + meldung::DatenbankFehlt2, true, true);
+    neu_.objVerbindung = ctx_.objDB.ConnectAccess(ctx_, path_, datenbankPasswort(ctx_), 0, CommandTimeout, CursorLocationUnveraendert);
+    ctx_.port.letEventsRun();
+    if (neu_.objVerbindung->State() != Connection::Offen) tellAndLeave(meldung::DatenbankNichtGeoeffnet, false, false);
+    const std::string& version = neu_.objVerbindung->Version;
+    ctx_.trace.write("-- MDAC Version: " + version);
+    if (!mdacGenuegt(version))
+        tellAndLeave(meldung::MdacZuAlt1 + version + meldung::MdacZuAlt2 + std::string(produkt::TreiberDownload) + meldung::MdacZuAlt3, false, false);
+}
+
+void Lader::checkFormat(const RecordSet& rs) {
+    if (rs.textOrEmpty(versionSpalte::Format) == DBFormat) return;
+    tellAndLeave(meldung::FormatFalsch1 + utf8(path_) + meldung::FormatFalsch2 + DBWunschVersion + meldung::FormatFalsch3 + neu_.strDBVersion +
+                     " [" + neu_.strDBDatum + "] " + meldung::FormatFalsch4 + std::string(produkt::WebAdresse),
+                 true, true);
+}
+
+void Lader::readVersions() {
+    ctx_.trace.write("--- Datenbank Datum und Version auslesen");
+    const auto rs = open("Select * From Version");
+    if (!hasRows(*rs)) return;
+    ctx_.trace.write("----- Anzahl: " + traceText(rs->RecordCount()));
+    for (rs->MoveFirst(); !rs->atEOF(); rs->MoveNext()) neu_.strDBVersionen.push_back(rs->textOrEmpty(versionSpalte::Version));
+    rs->MoveLast();
+    neu_.strDBVersion = rs->textOrEmpty(versionSpalte::Version);
+    neu_.strDBDatum = rs->textOrEmpty(versionSpalte::Datum);
+    ctx_.trace.write("--- Datenbankversion: " + neu_.strDBVersion);
+    ctx_.trace.write("--- Datenbankdatum: " + neu_.strDBDatum);
+    checkFormat(*rs);
+    ctx_.objDB.RSClose(rs.get());
+}
+
+void Lader::readGroups() {
+    ctx_.trace.write("--- Gruppennamen auslesen");
+    const auto rs = open("Select * From Gruppennamen order by Gruppe");
+    if (!hasRows(*rs)) return;
+    for (; !rs->atEOF(); rs->MoveNext()) {
+        Gruppe group;
+        group.Name = rs->textOrEmpty(gruppenSpalte::Name);
+        group.Nummer = rs->number<std::int32_t>(gruppenSpalte::Nummer);
+        group.Beschreibung = rs->textOrEmpty(gruppenSpalte::Beschreibung);
+        groupByNumber_.emplace(group.Nummer, neu_.udtGruppen.size());
+        neu_.udtGruppen.push_back(std::move(group));
+    }
+    ctx_.objDB.RSClose(rs.get());
+}
+
+void Lader::readTree() {
+    ctx_.trace.write("--- Treebaum auslesen");
+    const auto rs = open("Select * From Treebaum order by Nachfolger");
+    if (!hasRows(*rs)) return;
+    for (; !rs->atEOF(); rs->MoveNext()) {
+        Treebaum node;
+        node.Nummer = rs->number<std::int32_t>(baumSpalte::Nummer);
+        node.Vorgänger = rs->number<std::int16_t>(baumSpalte::Vorgänger);
+        node.Ebene = rs->number<std::int32_t>(baumSpalte::Ebene);
+        const auto wanted = rs->number<std::int32_t>(baumSpalte::Gruppe);
+        for (std::size_t i = neu_.udtGruppen.size(); i-- > 0;)
+            if (neu_.udtGruppen[i].Nummer == wanted) node.Gruppe = static_cast<std::int32_t>(i);
+        neu_.udtTreebaum.push_back(node);
+    }
+    ctx_.objDB.RSClose(rs.get());
+}
+
+// A group that the Tip names twice gets it twice.
+void Lader::addToGroups(const RecordSet& rs) {
+    const auto index = rs.number<std::int32_t>(spalte::Index);
+    for (const std::string& piece : Split(rs.textOrEmpty(spalte::Gruppen), ",")) {
+        const double value = Val(piece);
+        if (value != std::trunc(value) || std::abs(value) > INT32_MAX) continue;
+        const auto [first, last] = groupByNumber_.equal_range(static_cast<std::int32_t>(value));
+        for (auto hit = first; hit != last; ++hit) {
+            Gruppe& group = neu_.udtGruppen[hit->second];
+            ++group.TippAnzahl;
+            group.Tipps.push_back(index);
+        }
+    }
+}
+
+void Lader::readTips() {
+    ctx_.trace.write("--- Tipp-Daten auslesen");
+    neu_.objRS = open("Select * From RegDaten");
+    RecordSet& rs = *neu_.objRS;
+    if (!hasRows(rs)) return;
+    for (rs.MoveFirst(); !rs.atEOF(); rs.MoveNext()) {
+        if (rs.isNullOrEmpty(spalte::Überschrift)) continue;
+        TippListenEintrag entry;
+        entry.Index = rs.number<std::int32_t>(spalte::Index);
+        entry.Überschrift = rs.text(spalte::Überschrift);
+        entry.Symbol = rs.number<std::int16_t>(spalte::Symbol);
+        entry.NeuInVersion = rs.isNull(spalte::NeuInVersion) ? "0" : rs.text(spalte::NeuInVersion);
+        entry.Filter = {true, rs.flag(spalte::Win95), rs.flag(spalte::Win98), rs.flag(spalte::WinME), rs.flag(spalte::WinNT), rs.flag(spalte::Win2000), rs.flag(spalte::WinXP)};
+        neu_.udtTippListe.push_back(std::move(entry));
+        addToGroups(rs);
+    }
+}
+
+void reportFailure(TipdbContext& ctx, const std::exception& error, const Zugriffsschicht& found) {
+    std::string extra = meldung::LadenFehlgeschlagen;
+    if (!mdacGenuegt(found.mdac)) extra += "\r\n\r\n" + (meldung::LadenMdac1 + found.mdac) + meldung::LadenMdac2;
+    if (found.jet == boolText(false)) extra += (meldung::LadenJet1 + found.mdac) + meldung::LadenJet2;
+    clsGSError record;
+    record.Number = errorNumberOf(error);
+    record.Description = error.what();
+    record.Source = Prozedur;
+    ADOFehlerAnzeigen(ctx, record, {}, Prozedur, extra);
+}
+
+}  // namespace
+
+bool mdacGenuegt(const std::string& version) { return version >= MdacMinimum; }
+
+std::string datenbankPasswort(TipdbContext& ctx) {
+    std::string password = DecryptText(ctx, PasswortCodiert, PasswortSchluessel);
+    ctx.trace.hide(password);
+    return password;
+}
+
+LoadErgebnis LoadDB(TipdbContext& ctx, const std::filesystem::path& Pfad) {
+    ProcTrace trace(ctx.trace, Prozedur);
+    const Zugriffsschicht found = readZugriffsschicht(ctx);
+    try {
+        Lader loader(ctx, Pfad);
+        loader.connect();
+        loader.readVersions();
+        loader.readGroups();
+        loader.readTree();
+        loader.readTips();
+        static_cast<TipDatenbank&>(ctx) = loader.take();
+        ctx.blnDBGeladen = true;
+        return LoadErgebnis::Geladen;
+    } catch (const LadenBeendet&) {
+    } catch (const std::exception& error) {
+        reportFailure(ctx, error, found);
+    }
+    trace.noEnd();
+    return LoadErgebnis::ProgrammEnde;
+}
+
+void DBClose(TipdbContext& ctx) {
+    ctx.objDB.RSClose(ctx.objRS.get());
+    ctx.objDB.ConnectionClose(ctx.objVerbindung.get());
+    ctx.trace.write("--- Datenbank geschlossen");
+}
+
+}  // namespace brenvik

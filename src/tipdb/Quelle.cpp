@@ -1,0 +1,64 @@
+#include "tipdb/Quelle.h"
+
+#include <cstring>
+#include <fstream>
+
+#include "tipdb/DatenbankFehler.h"
+#include "tipdb/JetDatei.h"
+#include "tipdb/JetTabelle.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr std::uintmax_t MaxFileBytes = 256U << 20;
+constexpr const char* Source = "Datenbankdatei";
+constexpr char SqliteMagic[] = "SQLite format 3";  // with its final zero byte
+
+std::vector<std::uint8_t> readFile(const std::filesystem::path& file) {
+    std::error_code ec;
+    const bool regular = std::filesystem::is_regular_file(file, ec);
+    const std::uintmax_t size = regular ? std::filesystem::file_size(file, ec) : 0;
+    if (!regular || ec) throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist nicht lesbar.", Source);
+    if (size > MaxFileBytes) throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist größer als 256 MB.", Source);
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
+    std::ifstream in(file, std::ios::binary);
+    in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    if (!in) throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist nicht lesbar.", Source);
+    return bytes;
+}
+
+bool looksLikeSqlite(const std::vector<std::uint8_t>& bytes) {
+    return bytes.size() >= sizeof SqliteMagic && std::memcmp(bytes.data(), SqliteMagic, sizeof SqliteMagic) == 0;
+}
+
+}  // namespace
+
+Datenbestand readDatabase(const std::filesystem::path& file, const std::string& password, const std::vector<std::string>& tables) {
+    std::vector<std::uint8_t> bytes = readFile(file);
+    if (jet::JetDatei::looksLikeJet(bytes.data(), bytes.size())) return readJetDatabase(std::move(bytes), password, tables);
+    if (looksLikeSqlite(bytes)) return readSqliteDatabase(std::move(bytes), tables);
+    throw DatenbankFehler(dberr::Unspecified, "Das Format der Datenbankdatei wird nicht erkannt: Es ist weder eine Jet- noch eine SQLite-Datenbank.", Source);
+}
+
+Datenbestand readJetDatabase(std::vector<std::uint8_t> bytes, const std::string& password, const std::vector<std::string>& tables) {
+    std::string table;
+    try {
+        const jet::JetDatei file(std::move(bytes));
+        if (!file.password().empty() && file.password() != password)
+            throw DatenbankFehler(dberr::AuthenticationFailed, "Das Kennwort der Datenbank ist ungültig.", Source);
+        Datenbestand data;
+        table = "MSysObjects";
+        const jet::Katalog catalog(file);
+        for (const std::string& name : tables) {
+            table = name;
+            if (const auto page = catalog.find(name)) data.tables.push_back(jet::readTable(file, *page, name));
+        }
+        return data;
+    } catch (const jet::Damaged& error) {
+        const std::string place = table.empty() ? "" : " (Tabelle " + table + ")";
+        throw DatenbankFehler(dberr::Unspecified, std::string("Die Datenbankdatei ist beschädigt") + place + ": " + error.what() + ".", Source);
+    }
+}
+
+}  // namespace brenvik

@@ -1,0 +1,135 @@
+// Reading of foreign SQLite files. The file is taken as bytes, so that nothing beside it is touched, and only ever asked for
+// rows of real tables; step and size limits hold whatever its schema says.
+#include <sqlite3.h>
+
+#include <cmath>
+
+#include "frame/Codepage.h"
+#include "tipdb/DatenbankFehler.h"
+#include "tipdb/Quelle.h"
+
+namespace brenvik {
+
+namespace {
+
+constexpr const char* Source = "SQLite";
+constexpr int MaxTextBytes = 64 << 20, MaxColumns = 255, StepsBetweenChecks = 1 << 20, MaxChecks = 400;
+constexpr std::size_t WriteFormatAt = 18, ReadFormatAt = 19, HeaderBytes = 100;
+constexpr std::uint8_t RollbackJournal = 1;
+
+class SourceDatabase {
+public:
+    explicit SourceDatabase(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {
+        if (bytes_.size() < HeaderBytes) damaged("die Datei ist zu kurz");
+        bytes_[WriteFormatAt] = bytes_[ReadFormatAt] = RollbackJournal;  // a journal beside the file is not looked for
+        const int opened = sqlite3_open_v2(":memory:", &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr);
+        closer_.reset(db_);
+        if (opened != SQLITE_OK) fail();
+        sqlite3_db_config(db_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_db_config(db_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+        sqlite3_limit(db_, SQLITE_LIMIT_LENGTH, MaxTextBytes);
+        sqlite3_limit(db_, SQLITE_LIMIT_COLUMN, MaxColumns);
+        sqlite3_progress_handler(db_, StepsBetweenChecks, [](void* self) { return ++static_cast<SourceDatabase*>(self)->checks_ > MaxChecks ? 1 : 0; }, this);
+        const auto size = static_cast<sqlite3_int64>(bytes_.size());
+        if (sqlite3_deserialize(db_, "main", bytes_.data(), size, size, SQLITE_DESERIALIZE_READONLY) != SQLITE_OK) fail();
+        execute("PRAGMA cell_size_check=ON");
+        execute("PRAGMA mmap_size=0");
+    }
+    SourceDatabase(const SourceDatabase&) = delete;
+    SourceDatabase& operator=(const SourceDatabase&) = delete;
+
+    [[noreturn]] void fail() const { damaged(sqlite3_errmsg(db_)); }
+
+    // Calls take(statement) for each row.
+    template <class Take> void rows(const std::string& sql, const std::string& argument, Take take) {
+        sqlite3_stmt* raw = nullptr;
+        if (sqlite3_prepare_v2(db_, sql.c_str(), -1, &raw, nullptr) != SQLITE_OK) fail();
+        const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(raw, sqlite3_finalize);
+        if (!argument.empty()) sqlite3_bind_text(raw, 1, argument.c_str(), -1, SQLITE_TRANSIENT);
+        int rc = SQLITE_OK;
+        while ((rc = sqlite3_step(raw)) == SQLITE_ROW) take(raw);
+        if (rc != SQLITE_DONE) fail();
+    }
+
+private:
+    [[noreturn]] static void damaged(const std::string& why) {
+        throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist beschädigt: " + why + ".", Source);
+    }
+    void execute(const char* sql) {
+        if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) fail();
+    }
+
+    std::vector<std::uint8_t> bytes_;
+    sqlite3* db_ = nullptr;
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> closer_{nullptr, sqlite3_close};
+    int checks_ = 0;
+};
+
+std::string quoted(const std::string& name) {
+    std::string result = "\"";
+    for (const char c : name) result += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return result + '"';
+}
+
+std::string_view textAt(sqlite3_stmt* row, int column) {
+    const auto* chars = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+    return {chars == nullptr ? "" : chars, static_cast<std::size_t>(sqlite3_column_bytes(row, column))};
+}
+
+bool isNumberType(std::string type) {
+    for (char& c : type) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
+    return type.find("INT") != std::string::npos || type.find("BOOL") != std::string::npos || type == "LONG" || type == "BYTE";
+}
+
+// Bytes that are no UTF-8 must not get inside.
+void addText(Tabelle& out, std::string_view text) {
+    if (isUtf8(text)) out.addText(text);
+    else out.addText(utf8FromUtf16(utf16FromUtf8(text)));
+}
+
+void addCell(Tabelle& out, sqlite3_stmt* row, int column) {
+    switch (sqlite3_column_type(row, column)) {
+        case SQLITE_NULL: out.addNull(); return;
+        case SQLITE_INTEGER: out.addNumber(sqlite3_column_int64(row, column)); return;
+        case SQLITE_FLOAT: {
+            const double value = sqlite3_column_double(row, column);
+            if (std::trunc(value) == value && std::abs(value) < 9e15) return out.addNumber(static_cast<std::int64_t>(value));
+            return addText(out, textAt(row, column));
+        }
+        case SQLITE_TEXT: addText(out, textAt(row, column)); return;
+        default: throw DatenbankFehler(dberr::Unspecified, "Die Tabelle \"" + out.name() + "\" enthält Binärdaten.", Source);
+    }
+}
+
+std::shared_ptr<const Tabelle> readTable(SourceDatabase& db, const std::string& storedName, const std::string& name) {
+    std::vector<TabellenSpalte> columns;
+    bool withRowid = true;
+    db.rows("SELECT name, type FROM pragma_table_info(?1)", storedName, [&](sqlite3_stmt* row) {
+        columns.push_back({std::string(textAt(row, 0)), !isNumberType(std::string(textAt(row, 1)))});
+    });
+    db.rows("SELECT wr FROM pragma_table_list WHERE schema='main' AND name=?1", storedName, [&](sqlite3_stmt* row) { withRowid = sqlite3_column_int(row, 0) == 0; });
+    if (columns.empty()) db.fail();
+    auto table = std::make_shared<Tabelle>(name, columns);
+    const int count = static_cast<int>(columns.size());
+    db.rows("SELECT * FROM " + quoted(storedName) + (withRowid ? " ORDER BY rowid" : ""), "", [&](sqlite3_stmt* row) {
+        if (sqlite3_column_count(row) != count) db.fail();
+        for (int i = 0; i < count; ++i) addCell(*table, row, i);
+    });
+    return table;
+}
+
+}  // namespace
+
+Datenbestand readSqliteDatabase(std::vector<std::uint8_t> bytes, const std::vector<std::string>& tables) {
+    SourceDatabase db(std::move(bytes));
+    Datenbestand data;
+    for (const std::string& name : tables) {
+        std::string storedName;
+        db.rows("SELECT name FROM sqlite_schema WHERE type='table' AND rootpage>0 AND name=?1 COLLATE NOCASE", name,
+                [&](sqlite3_stmt* row) { storedName = textAt(row, 0); });
+        if (!storedName.empty()) data.tables.push_back(readTable(db, storedName, name));
+    }
+    return data;
+}
+
+}  // namespace brenvik
