@@ -20,6 +20,10 @@ public:
     virtual std::string userName() const = 0;   // empty if it cannot be had
     virtual std::string hostName() const = 0;
 
+    // Facts of a Windows machine; the answers here are those of a host that is none.
+    virtual std::optional<std::string> windowsDirectory() const { return std::nullopt; }  // GetWindowsDirectory
+    virtual bool isAdministrator() const { return true; }  // of the administrators' group; elsewhere the registry is the user's own
+
     // The two messages of BroadCast. On a system without them nothing happens beyond the caller's trace.
     virtual void sendSettingChange(std::uint32_t wParam, std::uint32_t flags, std::uint32_t timeoutMs) = 0;
 };

@@ -1,0 +1,80 @@
+#include "frame/Erkennung.h"
+
+#include "frame/Konvertierung.h"
+#include "frame/Meldungen.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+
+namespace brenvik {
+
+Betriebssystem bestimmeBS(std::uint32_t platformId, std::uint32_t major, std::uint32_t minor) {
+    if (platformId == 2) {
+        if (major == 4) return {3, strBVKBS(3)};
+        if (major == 5 && minor == 0) return {4, strBVKBS(4)};
+        if (major == 5 && minor == 1) return {6, strBVKBS(5)};
+    } else if (platformId == 1) {
+        if (major > 4 || (major == 4 && minor > 0)) return minor >= 90 ? Betriebssystem{5, strBVKBS(2)} : Betriebssystem{2, strBVKBS(1)};
+        if (major == 4) return {1, strBVKBS(0)};
+    }
+    return {0, meldung::UnbekanntesBetriebssystem, platformId != 1 && platformId != 2};
+}
+
+Betriebssystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version) {
+    constexpr std::int16_t WindowsXP = 6;
+    ProcTrace trace(ctx.trace, "BSErmitteln");
+    Betriebssystem system;
+    reportAndGoOn(ctx, "BSErmitteln", [&] {
+        ctx.trace.write(" BS-Versionsinfo:");
+        ctx.trace.write(" PlatfromID: " + numberText(version.dwPlatformId));
+        ctx.trace.write(" MajorVersion: " + numberText(version.dwMajorVersion));
+        ctx.trace.write(" MinorVersion: " + numberText(version.dwMinorVersion));
+        system = bestimmeBS(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
+    });
+    ctx.strBS = system.strBS;
+    ctx.intBS = system.intBS == 0 && ctx.einstellungen.BSErsatz ? WindowsXP : system.intBS;
+    trace.r(system.strBS).r(system.intBS);
+    return system;
+}
+
+std::vector<std::string_view> versteckteMenues(std::int16_t intBS) {
+    switch (intBS) {
+        case 1: return {"mnuTools"};
+        case 2: return {"mnugpedit", "mnueventvwr", "mnusugverif", "mnuDrwtsn32"};
+        case 3: return {"mnumsinfo32", "mnugpedit", "mnusugverif", "mnudxdiag"};
+        case 5: return {"mnugpedit", "mnueventvwr"};
+        default: return {};
+    }
+}
+
+std::string ReadUserName(FrameContext& ctx) {
+    ProcTrace trace(ctx.trace, "ReadUserName");
+    const std::string name = ctx.platform.userName();
+    ctx.trace.write("--- Ergebis: " + numberText(name.empty() ? 0 : 1));
+    ctx.trace.write("--- User: " + name);
+    const std::string result = name.empty() ? strBVKTexte(216) : name;
+    trace.r(result);
+    return result;
+}
+
+std::string Windir(FrameContext& ctx) {
+    ProcTrace trace(ctx.trace, "Windir");
+    std::string folder = ctx.platform.windowsDirectory().value_or(ctx.strWindir);
+    while (folder.size() > 3 && folder.back() == '\\') folder.pop_back();
+    trace.r(folder);
+    return folder;
+}
+
+bool AdminCheck(FrameContext& ctx) {
+    const bool result = ctx.platform.isAdministrator();
+    ctx.trace.write("Adminrechte: " + boolText(result));
+    return result;
+}
+
+std::string umgebungswert(const FrameContext& ctx, std::string_view name) {
+    const std::string wanted = lowerCase(name);
+    if (wanted == "windir" || wanted == "systemroot") return ctx.strWindir;
+    if (wanted == "systemdrive") return ctx.strSystemLaufwerk.substr(0, 2);
+    return ctx.platform.environment(std::string(name)).value_or("");
+}
+
+}  // namespace brenvik

@@ -1,0 +1,44 @@
+#pragma once
+// What the program knows about the system it looks at, as far as neither the registry nor a window takes part.
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/Context.h"
+
+namespace brenvik {
+
+// Figures as the platform's version record has them.
+struct OSVERSIONINFO {
+    std::uint32_t dwOSVersionInfoSize = 148, dwMajorVersion = 0, dwMinorVersion = 0, dwBuildNumber = 0, dwPlatformId = 0;
+    std::string szCSDVersion;  // service text
+};
+
+struct Betriebssystem {
+    std::int16_t intBS = 0;
+    std::string strBS;
+    bool dialog = false;       // the user is asked to send in the figures (frmBVK_OSErkennung)
+    bool operator==(const Betriebssystem&) const = default;
+};
+
+Betriebssystem bestimmeBS(std::uint32_t platformId, std::uint32_t major, std::uint32_t minor);
+
+// Decides and traces, and sets strBS and intBS. With BSErsatz an unrecognised system then counts as Windows XP (strBS keeps
+// saying that it is unknown); the answer is the plain decision.
+Betriebssystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version);
+
+// Names of the entries of mnuTools that are hidden ("mnuTools" itself: the whole menu).
+std::vector<std::string_view> versteckteMenues(std::int16_t intBS);
+inline bool istWin9x(std::int16_t intBS) { return intBS == 1 || intBS == 2 || intBS == 5; }
+inline bool istNTFamilie(std::int16_t intBS) { return intBS == 3 || intBS == 4 || intBS == 6; }
+
+std::string ReadUserName(FrameContext& ctx);    // "<unbekannt>" if it cannot be had
+std::string Windir(FrameContext& ctx);          // the Windows folder, without a "\" at the end
+bool AdminCheck(FrameContext& ctx);             // on a host without Windows accounts: the own registry is the user's
+
+// Value of an environment variable of the Windows that the program looks at ("windir", "SystemRoot", "SystemDrive" follow
+// the context; names ignore case there), else of the host. Empty if there is none.
+std::string umgebungswert(const FrameContext& ctx, std::string_view name);
+
+}  // namespace brenvik
