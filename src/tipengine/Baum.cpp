@@ -7,6 +7,7 @@
 #include "frame/Texte.h"
 #include "tipdb/LoadDB.h"
 #include "tipdb/Satz.h"
+#include "tipdb/Schema.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
@@ -203,7 +204,7 @@ bool TippMaschine::readTippAt(int ordinal, const std::string& text) {
     ctx_.objRS = ctx_.objDB.GetNewRS(ctx_, ctx_.objVerbindung.get(), "Select * From RegDaten");
     ctx_.trace.write("Tipp wurde im Tree ausgewählt ?");
     if (!ctx_.objRS || ctx_.objRS->State() != RecordSet::Offen) return false;
-    if (ordinal == ord::Index)
+    if (ordinal == spalte::Index)
         ctx_.objRS->moveToNumber(ordinal, static_cast<std::int64_t>(Val(text)));
     else
         ctx_.objRS->moveToText(ordinal, text);
@@ -215,14 +216,14 @@ bool TippMaschine::readTippAt(int ordinal, const std::string& text) {
 
 bool TippMaschine::readTippNumber(std::int32_t number) {
     bool found = false;
-    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { found = readTippAt(ord::Index, std::to_string(number)); });
+    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { found = readTippAt(spalte::Index, std::to_string(number)); });
     return found;
 }
 
 bool TippMaschine::TreeViewAuswahl() {
     bool tippFound = false;
     const std::string text = fenster().tvBVKDB.empty() ? std::string() : fenster().tvBVKDB.at(static_cast<std::size_t>(fenster().ausgewaehlterKnoten)).text;
-    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { tippFound = readTippAt(ord::Überschrift, text); });
+    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { tippFound = readTippAt(spalte::Überschrift, text); });
     if (!tippFound) showGroupOrNothing(text);
     return tippFound;
 }

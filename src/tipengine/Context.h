@@ -25,6 +25,7 @@ struct Arbeitswert {
 struct BootEintrag {
     std::string Name, Titel, Schalter;
     bool blnDisk = false;
+    std::string titelRoh;                   // the title as it stands in the file, without enclosing quotes
     std::string originalZeile;              // written back as it stands while unedited
     bool bearbeitet = false;
     bool inAnfuehrung = true;               // the title stood in quotes

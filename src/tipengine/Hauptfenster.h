@@ -29,8 +29,7 @@ struct Hauptfenster {
     bool mnuBSFreigabe = false;
     bool tbrHistory = false;
     bool blnNTFamilie = true;               // tbrNetz, tbrProfil and mnuRegedt32 are visible
-    bool mnuTools = true;
-    std::vector<std::string> versteckt;     // entries of mnuTools that the system does not have, by control name
+    std::vector<std::string> versteckt;     // entries of mnuTools that the system does not have, by control name; "mnuTools": the whole menu
 
     // Captions with a second state, and the tooltips that go with them.
     std::string cmdRegSave, cmdDefault, mnuRegSave, mnuDefault;

@@ -27,7 +27,8 @@ Programm::Programm(UserPort& port, Platform& platform, const ProgrammOptionen& o
         throw NumberedError(errnum::PathFileAccess, "Das Verzeichnis " + home.string() +
                                                         " kann nicht angelegt werden. Bitte geben Sie mit --home ein anderes an.");
     store_ = std::make_unique<SqliteStore>(home / "registry.db");
-    firstStart(*store_, program / "erststart", home);
+    fillEmptyStore(*store_, program / "erststart");
+    copyDriveC(program / "erststart", home);
     machines_ = std::make_unique<LocalMachines>(*store_);
     context_ = std::make_unique<Context>(port, platform, *machines_);
     Context& ctx = *context_;
@@ -45,7 +46,7 @@ void Programm::loadSettings() { loadCoreSettings(*context_); }
 
 void Programm::detectSystem() {
     Context& ctx = *context_;
-    ctx.strBS = BSErmitteln(ctx);
+    BSErmitteln(ctx, readSystemVersion(ctx));
     ctx.blnLokal = true;
     ctx.strLokalerRechner = ctx.objBVKReg.GetComputerName();
     ctx.trace.write("Lokaler Rechnername: " + ctx.strLokalerRechner);
@@ -54,7 +55,7 @@ void Programm::detectSystem() {
     BSEinstellungen(ctx, *store_);
 }
 
-bool Programm::loadDatabase() { return LoadDB(*context_, datenbankDatei().string()) == LadeErgebnis::Geladen; }
+bool Programm::loadDatabase() { return LoadDB(*context_, datenbankDatei()) == LoadErgebnis::Geladen; }
 
 std::filesystem::path Programm::datenbankDatei() const { return context_->programmPfad / "RegDaten.mdb"; }
 

@@ -79,7 +79,7 @@ void TippMaschine::collectBitMaske(const Panel& panel, std::int16_t i) {
 
 // The panel's state becomes strAnzeigeWert of its entries. Entries that were found and not touched keep what was read.
 void TippMaschine::collectPanel(Panel& panel) {
-    const auto takes = [&](std::int16_t i) { return wert(i).beruehrt || !wert(i).roh; };
+    const auto takes = [&](std::int16_t i) { return wert(i).beruehrt || (!wert(i).roh && !wert(i).gefunden); };
     switch (panel.Ausgabeart) {
         case art::Liste:
             for (std::size_t k = 0; k < panel.zeilen.size() && k < panel.eintraege.size(); ++k)

@@ -1,6 +1,5 @@
 #include "tipengine/System.h"
 
-#include "frame/Erkennung.h"
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
@@ -12,47 +11,36 @@ namespace {
 
 constexpr const char* NtVersion = "HKLM\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\";
 constexpr const char* WinVersion = "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
-constexpr std::int32_t PlattformNT = 2, Plattform9x = 1;
+constexpr std::uint32_t PlattformNT = 2, Plattform9x = 1;
 
 std::string machineValue(RegistryContext& ctx, const std::string& path) {
     ctx.objBVKReg.SetPath(ctx.strLokalerRechner, path);
     return ctx.objBVKReg.Exists(KEY_QUERY_VALUE_MASK) ? ctx.objBVKReg.ReadValue(false) : std::string();
 }
 
-}  // namespace
-
-Systemversion readSystemVersion(RegistryContext& ctx) {
-    Systemversion version;
-    std::string text = machineValue(ctx, std::string(NtVersion) + "CurrentVersion");
-    if (!text.empty()) {
-        version.plattform = PlattformNT;
-        version.build = static_cast<std::int32_t>(Val(machineValue(ctx, std::string(NtVersion) + "CurrentBuildNumber")));
-    } else {
-        text = machineValue(ctx, std::string(WinVersion) + "VersionNumber");
-        if (!text.empty()) version.plattform = Plattform9x;
-    }
-    const auto parts = Split(text, ".");
-    if (!parts.empty()) version.major = static_cast<std::int32_t>(Val(parts[0]));
-    if (parts.size() > 1) version.minor = static_cast<std::int32_t>(Val(parts[1]));
-    if (version.plattform == Plattform9x && parts.size() > 2) version.build = static_cast<std::int32_t>(Val(parts[2]));
-    return version;
+std::uint32_t wholeOf(const std::string& text) {
+    const double value = Val(text);
+    return value < 0 || value > 1e9 ? 0 : static_cast<std::uint32_t>(value);
 }
 
-std::string BSErmitteln(RegistryContext& ctx) {
-    ProcTrace trace(ctx.trace, "BSErmitteln");
-    reportAndGoOn(ctx, "BSErmitteln", [&] {
-        const Systemversion version = readSystemVersion(ctx);
-        ctx.trace.write(" BS-Versionsinfo:");
-        ctx.trace.write(" PlatfromID: " + numberText(version.plattform));
-        ctx.trace.write(" MajorVersion: " + numberText(version.major));
-        ctx.trace.write(" MinorVersion: " + numberText(version.minor));
-        const Betriebssystem found = entscheideBetriebssystem(version.plattform, version.major, version.minor);
-        ctx.strBS = found.strBS;
-        ctx.intBS = found.intBS;
-    });
-    if (ctx.intBS == 0 && ctx.einstellungen.BSErsatz) ctx.intBS = 6;   // the user asked for it
-    trace.r(ctx.strBS).r(ctx.intBS);
-    return ctx.strBS;
+}  // namespace
+
+OSVERSIONINFO readSystemVersion(RegistryContext& ctx) {
+    OSVERSIONINFO version;
+    std::string text = machineValue(ctx, std::string(NtVersion) + "CurrentVersion");
+    if (!text.empty()) {
+        version.dwPlatformId = PlattformNT;
+        version.dwBuildNumber = wholeOf(machineValue(ctx, std::string(NtVersion) + "CurrentBuildNumber"));
+        version.szCSDVersion = machineValue(ctx, std::string(NtVersion) + "CSDVersion");
+    } else {
+        text = machineValue(ctx, std::string(WinVersion) + "VersionNumber");
+        if (!text.empty()) version.dwPlatformId = Plattform9x;
+    }
+    const auto parts = Split(text, ".");
+    if (!parts.empty()) version.dwMajorVersion = wholeOf(parts[0]);
+    if (parts.size() > 1) version.dwMinorVersion = wholeOf(parts[1]);
+    if (version.dwPlatformId == Plattform9x && parts.size() > 2) version.dwBuildNumber = wholeOf(parts[2]);
+    return version;
 }
 
 void UserSIDRead(RegistryContext& ctx, const std::string& machine) {
@@ -83,9 +71,7 @@ void readUserAndDirectories(RegistryContext& ctx, SqliteStore& local) {
 void BSEinstellungen(Context& ctx, RegStore& local) {
     ProcTrace trace(ctx.trace, "BSEinstellungen");
     Hauptfenster& window = ctx.frmBVK_Prog;
-    const VersteckteWerkzeuge hidden = versteckteWerkzeuge(ctx.intBS);
-    window.mnuTools = !hidden.mnuTools;
-    window.versteckt = hidden.eintraege;
+    for (const std::string_view name : versteckteMenues(ctx.intBS)) window.versteckt.emplace_back(name);
     if (ctx.intBS == 0) return;
     window.blnNTFamilie = ctx.istNT();
     if (!ctx.istNT()) {

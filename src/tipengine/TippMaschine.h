@@ -3,6 +3,7 @@
 // command line drive this class; what the user does arrives through the methods of the second section.
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -14,6 +15,8 @@
 #include "tipengine/Fensteranfragen.h"
 
 namespace brenvik {
+
+class Profildatei;
 
 class TippMaschine {
 public:
@@ -164,11 +167,13 @@ private:
     // INI and boot files
     std::string iniPath(std::int16_t i) const;
     void DateiCheck(std::int16_t i, std::string& path, bool& found);
-    bool saveIniValue(std::int16_t i, const std::string& path, bool loeschen);
+    std::filesystem::path iniFile(std::int16_t i) const;
+    static Profildatei loadProfildatei(const std::filesystem::path& file);
+    bool writeProfildatei(const std::filesystem::path& file, const Profildatei& content);
     void BootINIAuslesen(std::int16_t i);
     void BootINIParamAusW(Panel& panel);
     bool collectBootEntry(Panel& panel);
-    bool saveBootFile(std::int16_t i, const std::string& path);
+    bool saveBootFile(std::int16_t i);
 
     // Context menus
     void openBearbeiten();

@@ -1,0 +1,154 @@
+// The boot menu file: its section as a table of entries, the panel on the selected one, and writing it back.
+#include <fmt/format.h>
+
+#include "frame/DateiSystem.h"
+#include "frame/Konvertierung.h"
+#include "frame/Profildatei.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "tipengine/BootSchalter.h"
+#include "tipengine/Meldungen.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik {
+namespace {
+
+// One line of the section. Bytes of Windows-1252 are one character each, and so are the marks that are looked for.
+BootEintrag bootEntry(const std::string& line) {
+    BootEintrag entry;
+    entry.originalZeile = line;
+    entry.Name = line;
+    entry.Titel = meldung::FehlerhafterEintrag;
+    const auto equals = line.find('=');
+    if (equals == std::string::npos) return entry;
+    entry.Name = line.substr(0, equals);
+    if (equals + 1 >= line.size()) return entry;
+    const auto slash = line.find('/', equals);
+    std::string title = slash == std::string::npos ? line.substr(equals + 1)
+                                                   : line.substr(equals + 1, slash > equals + 1 ? slash - equals - 2 : 0);
+    if (slash != std::string::npos) entry.Schalter = line.substr(slash);
+    entry.inAnfuehrung = title.size() >= 2 && title.front() == '"' && title.back() == '"';
+    if (entry.inAnfuehrung) title = title.substr(1, title.size() - 2);
+    entry.titelRoh = title;
+    entry.Titel = SQLString(title);
+    entry.blnDisk = entry.Name.find("disk") != std::string::npos;
+    return entry;
+}
+
+std::string bootLine(const BootEintrag& entry) {
+    if (!entry.bearbeitet) return entry.originalZeile;
+    const std::string quote = entry.inAnfuehrung ? "\"" : "";
+    return entry.Name + "=" + quote + entry.titelRoh + quote + (entry.Schalter.empty() ? "" : " " + entry.Schalter);
+}
+
+}  // namespace
+
+void TippMaschine::BootINIAuslesen(std::int16_t i) {
+    reportAndGoOn(ctx_, "BootINIAuslesen", [&] {
+        Panel& panel = addPanel(art::BootINI, 0, i);
+        panel.label = strBVKTexte(220);
+        std::string path;
+        bool found = false;
+        DateiCheck(i, path, found);
+        FB_KeyDel(false);
+        FB_RegFile(false);
+        FB_KeyInfo(false);
+        ctx_.blnSchreibrecht = true;
+        wert(i).blnWertGelesen = found;
+        if (!found) {
+            fileMissing(path, &panel.status);
+            return;
+        }
+        FB_KeySave(true);
+        panel.status = {"[Datei " + path + " vorhanden]", StatusFarbe::Gefunden};
+        ctx_.udtBootEintraege.assign(1, {});
+        for (const std::string& line : loadProfildatei(iniFile(i)).sectionLines(eintrag(i).Schlüssel)) {
+            ctx_.udtBootEintraege.push_back(bootEntry(line));
+            panel.auswahl.push_back(ctx_.udtBootEintraege.back().Titel);
+        }
+        for (const std::string& offered : Split(eintrag(i).Anzeigetext, "#")) {
+            const std::string name = switchName(offered);
+            panel.schalter.push_back({name, false, switchTakesValue(name), {}});
+        }
+        if (panel.auswahl.empty()) return;
+        panel.gewaehlt = 0;
+        ctx_.intBootEintrag = 1;
+        BootINIParamAusW(panel);
+    });
+}
+
+void TippMaschine::BootINIParamAusW(Panel& panel) {
+    const BootEintrag& entry = ctx_.udtBootEintraege.at(static_cast<std::size_t>(ctx_.intBootEintrag));
+    panel.txtBINIAktiv = !entry.blnDisk;
+    panel.txtBINI = entry.blnDisk ? entry.Schalter : entry.Titel;
+    for (SchalterFeld& field : panel.schalter) {
+        const auto value = switchIn(entry.Schalter, field.beschriftung);
+        field.angehakt = value.has_value();
+        field.wert = value.value_or(std::string());
+    }
+}
+
+// The panel's switches become those of the selected entry, or of a new one; false if the user cancelled.
+bool TippMaschine::collectBootEntry(Panel& panel) {
+    if (ctx_.intBootEintrag < 1) return true;
+    auto& table = ctx_.udtBootEintraege;
+    const BootEintrag selected = table.at(static_cast<std::size_t>(ctx_.intBootEintrag));
+    BootINIAnfrage dialog;
+    dialog.txtBootWert = selected.Titel;
+    for (const BootEintrag& entry : table) dialog.vorhandeneTitel.push_back(entry.Titel);
+    ctx_.port.showWindow(dialog);
+    if (dialog.antwort == BootINIAnfrage::Antwort::Abbruch) return false;
+
+    std::vector<ChosenSwitch> chosen;
+    for (const SchalterFeld& field : panel.schalter) chosen.push_back({field.beschriftung, field.angehakt, field.wert});
+    BootEintrag changed = selected;
+    changed.Schalter = withSwitches(selected.Schalter, chosen);
+    changed.bearbeitet = true;
+    if (dialog.antwort == BootINIAnfrage::Antwort::Name && dialog.txtBootWert != selected.Titel) {
+        changed.Titel = changed.titelRoh = dialog.txtBootWert;
+        changed.blnDisk = true;
+        changed.inAnfuehrung = true;
+        table.push_back(changed);
+        ctx_.intBootEintrag = static_cast<int>(table.size()) - 1;
+        return true;
+    }
+    if (!selected.blnDisk && panel.txtBINI != selected.Titel) changed.Titel = changed.titelRoh = panel.txtBINI;
+    changed.bearbeitet = wert(panel.eintraege.front()).beruehrt;   // overwriting with what stands there leaves the line alone
+    table[static_cast<std::size_t>(ctx_.intBootEintrag)] = changed;
+    return true;
+}
+
+bool TippMaschine::saveBootFile(std::int16_t i) {
+    const auto file = iniFile(i);
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)) return true;
+    Profildatei content = loadProfildatei(file);
+    Aenderung change = newChange(Aenderung::Art::BootDatei);
+    change.dateien.push_back({file.string(), content.bytes(), true});
+    std::vector<std::string> lines;
+    for (std::size_t k = 1; k < ctx_.udtBootEintraege.size(); ++k) lines.push_back(bootLine(ctx_.udtBootEintraege[k]));
+    content.setSectionLines(eintrag(i).Schlüssel, lines);
+
+    const bool protectedFile = isReadOnly(file);
+    if (protectedFile && !ctx_.port.ask(fmt::format(meldung::BootSchreibschutz, iniPath(i)))) return false;
+    if (!bootIniGesichert_) {
+        try {
+            writeFileAtomic(file.string() + ".bvk", change.dateien[0].inhalt);
+        } catch (const std::exception&) {
+            ctx_.port.tell(fmt::format(meldung::BootSicherung, iniPath(i)), box::Critical);
+            return false;
+        }
+        bootIniGesichert_ = true;
+    }
+    recorder_.begin(change);
+    const bool written = writeProfildatei(file, content);
+    if (protectedFile) setReadOnly(file, true);
+    if (!written) {
+        ctx_.port.tell(meldung::IniSchreibgeschuetzt, box::Exclamation);
+        return false;
+    }
+    recorder_.finished(change);
+    return true;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,157 @@
+// Tips whose values lie in an INI file: finding the file, reading, writing.
+#include <fmt/format.h>
+
+#include <map>
+
+#include "frame/DateiSystem.h"
+#include "frame/Erkennung.h"
+#include "frame/Konvertierung.h"
+#include "frame/Profildatei.h"
+#include "frame/Reports.h"
+#include "frame/Texte.h"
+#include "registry/ValueOperations.h"
+#include "tipengine/Meldungen.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik {
+namespace {
+
+constexpr std::uintmax_t IniGrenze = 16u << 20;
+
+}  // namespace
+
+Profildatei TippMaschine::loadProfildatei(const std::filesystem::path& file) { return Profildatei(readFile(file, IniGrenze)); }
+
+// The file of an entry as a Windows path; empty while the user's own choice stands in its place.
+std::string TippMaschine::iniPath(std::int16_t i) const {
+    const std::string& file = eintrag(i).SchlüsselNT;
+    const std::string& folder = eintrag(i).Werteliste;
+    if (folder.starts_with('%')) {
+        if (!ctx_.istNT()) return ctx_.strWindir + "\\" + file;
+        const auto parts = Split(folder, "%");
+        return umgebungswert(ctx_, parts.size() > 1 ? parts[1] : std::string()) + "\\" + file;
+    }
+    return folder.empty() ? file : folder + "\\" + file;
+}
+
+std::filesystem::path TippMaschine::iniFile(std::int16_t i) const {
+    return ctx_.blnDateiSuchen ? hostPath(ctx_, iniPath(i)) : userPath(ctx_, ctx_.strGewaehlteDatei);
+}
+
+void TippMaschine::DateiCheck(std::int16_t i, std::string& path, bool& found) {
+    reportAndGoOn(ctx_, "DateiCheck", [&] {
+        path = ctx_.blnDateiSuchen ? iniPath(i) : ctx_.strGewaehlteDatei;
+        std::error_code error;
+        found = std::filesystem::is_regular_file(iniFile(i), error);
+        if (found || modus_ == Modus::NurAnsehen) return;
+        if (!ctx_.port.ask(meldung::DateiSuchen1 + path + meldung::DateiSuchen2)) return;
+        const std::string& name = eintrag(i).SchlüsselNT;
+        if (const auto choice = ctx_.port.chooseFile({path, name + " |" + name, meldung::DateiSuchenTitel, false})) {
+            found = true;
+            ctx_.strGewaehlteDatei = path = *choice;
+            ctx_.blnDateiSuchen = false;
+        }
+    });
+}
+
+void TippMaschine::fileMissing(const std::string& path, StatusZeile* label) {
+    if (label == nullptr) return;
+    *label = {"[Datei: " + path + " nicht vorhanden]", StatusFarbe::Fehlt};
+    FB_RegFile(false);
+    FB_KeySave(false);
+    Hauptfenster& f = fenster();
+    f.fraSteuerung = false;
+    f.txtInfo.clear();
+    f.txtInfoFarbe = f.fraInfoFarbe = TextFarbe::Rot;
+    f.fraInfo = meldung::DateiNichtGefunden;
+}
+
+void TippMaschine::ReadINITipp(std::int16_t i, StatusZeile* label, bool& found) {
+    reportAndGoOn(ctx_, "ReadINITipp", [&] {
+        Arbeitswert& w = wert(i);
+        std::string path;
+        w.gefunden = w.ignoriert = false;
+        DateiCheck(i, path, found);
+        if (found) {
+            const auto value = loadProfildatei(iniFile(i)).value(eintrag(i).Schlüssel, eintrag(i).Wertname);
+            w.gefunden = value.has_value();
+            w.strAnzeigeWert = w.strAktuellerWert = value.value_or(std::string());
+            if (label != nullptr) {
+                FB_KeySave(true);
+                const bool there = !w.strAktuellerWert.empty();
+                *label = {"[Wert in " + path + (there ? " vorhanden]" : " nicht vorhanden]"), there ? StatusFarbe::Gefunden : StatusFarbe::Fehlt};
+                FB_KeyDel(there && ctx_.einstellungen.LöschenAktiv);
+                w.blnWertGelesen = there;
+            }
+        } else {
+            w.blnWertGelesen = false;
+            fileMissing(path, label);
+        }
+        FB_RegFile(false);
+        FB_KeyInfo(false);
+        ctx_.blnSchreibrecht = true;
+    });
+}
+
+bool TippMaschine::SaveINITipp(bool loeschen) {
+    bool saved = false;
+    if (loeschen && !ctx_.port.ask(meldung::EintragLoeschen)) return false;
+    reportAndGoOn(ctx_, "SaveINITipp", [&] {
+        Aenderung change = newChange(Aenderung::Art::IniDatei);
+        std::map<std::filesystem::path, Profildatei> files;
+        for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
+            if (eintrag(i).Ausgabeart == art::BootINI) {
+                if (!saveBootFile(i)) return;
+                continue;
+            }
+            const Arbeitswert& w = wert(i);
+            const bool untouched = !w.beruehrt && w.gefunden;
+            if (!loeschen && (untouched || w.strAnzeigeWert.empty())) continue;
+            if (w.strAnzeigeWert.find_first_of(std::string("\r\n\0", 3)) != std::string::npos) {
+                ctx_.port.tell(fmt::format(meldung::WertUnpassend, w.strAnzeigeWert, "INI-Eintrag"), box::Exclamation);
+                return;
+            }
+            const auto file = iniFile(i);
+            auto loaded = files.find(file);
+            if (loaded == files.end()) {
+                std::error_code error;
+                const bool there = std::filesystem::is_regular_file(file, error);
+                if (!there && !ctx_.port.ask(meldung::DateiNeu1 + iniPath(i) + meldung::DateiNeu2)) continue;
+                loaded = files.emplace(file, there ? loadProfildatei(file) : Profildatei()).first;
+                change.dateien.push_back({file.string(), loaded->second.bytes(), there});
+            }
+            if (loeschen || w.strAnzeigeWert == DelKey)
+                loaded->second.removeKey(eintrag(i).Schlüssel, eintrag(i).Wertname);
+            else
+                loaded->second.setValue(eintrag(i).Schlüssel, eintrag(i).Wertname, w.strAnzeigeWert);
+        }
+        if (!change.dateien.empty()) recorder_.begin(change);
+        for (auto& [file, content] : files)
+            if (!writeProfildatei(file, content)) {
+                ctx_.port.tell(meldung::IniSchreibgeschuetzt, box::Exclamation);
+                return;
+            }
+        if (!change.dateien.empty()) recorder_.finished(change);
+        saved = true;
+    });
+    if (!saved) return false;
+    ctx_.blnGeaendert = false;
+    TippsEntladen();
+    DBTippsAusgeben();
+    return true;
+}
+
+// Takes the write protection away for good, as a changed file has no use for it.
+bool TippMaschine::writeProfildatei(const std::filesystem::path& file, const Profildatei& content) {
+    if (isReadOnly(file)) setReadOnly(file, false);
+    try {
+        std::filesystem::create_directories(file.parent_path());
+        writeFileAtomic(file, content.bytes());
+        return true;
+    } catch (const std::exception& error) {
+        ctx_.trace.write(std::string("--- Fehler: ") + error.what());
+        return false;
+    }
+}
+
+}  // namespace brenvik

@@ -1,0 +1,188 @@
+// What a panel shows for what stands in the registry, and which words go with it.
+#include "tipengine/Maschinenprobe.h"
+
+namespace brenvik::test {
+namespace {
+
+constexpr const char* Pfad = "HKCU\\Software\\Probe\\Wert";
+constexpr const char* Vorhanden = "[Registry Wert vorhanden]";
+constexpr const char* Fehlt = "[Registry Wert nicht vorhanden]";
+constexpr const char* Ignoriert = "[Aktueller Wert wird ignoriert]";
+
+struct Fall {
+    const char* name;
+    Zeile zeile;
+    std::uint32_t type;     // 0: nothing stands there
+    const char* text;
+    const char* shown;      // as the command line prints a panel
+    const char* status;
+};
+
+TEST(Lesen, JedeArtZeigtWasDasteht) {
+    const Fall faelle[] = {
+        {"dword an", {.WertEin = "1", .WertAus = "0"}, 4, "1", "on", Vorhanden},
+        {"dword aus", {.WertEin = "1", .WertAus = "0"}, 4, "0", "off", Vorhanden},
+        {"verkehrt herum", {.WertEin = "0", .WertAus = "1"}, 4, "1", "off", Vorhanden},
+        {"fremder dword", {.WertEin = "1", .WertAus = "0"}, 4, "7", "off", Ignoriert},
+        {"fehlender dword", {.WertEin = "1", .WertAus = "0"}, 0, "", "off", Fehlt},
+        {"aus ist gelöscht", {.WertEin = "1", .WertAus = "<delkey>"}, 4, "0", "off", Vorhanden},
+        {"text ohne Schreibweise", {.Datentyp = 1, .WertEin = "YES", .WertAus = "NO"}, 1, "yes", "on", Vorhanden},
+        {"text fremd", {.Datentyp = 1, .WertEin = "YES", .WertAus = "NO"}, 1, "vielleicht", "off", Ignoriert},
+        {"binär an", {.Datentyp = 3, .WertEin = "01 00 00 00", .WertAus = "00 00 00 00"}, 3, "01 00 00 00", "on", Vorhanden},
+        {"dword als Hexzahl", {.Ausgabeart = 2}, 4, "-1", "FFFFFFFF", Vorhanden},
+        {"text", {.Ausgabeart = 2, .Datentyp = 1}, 1, "Grüße", "Grüße", Vorhanden},
+        {"leerer benannter Wert", {.Ausgabeart = 2, .Datentyp = 1}, 1, "", "", Vorhanden},
+        {"expand für sz", {.Ausgabeart = 2, .Datentyp = 1}, 2, "%windir%", "%windir%", Vorhanden},
+        {"zahl", {.Ausgabeart = 3, .Datentyp = 1, .WertEin = "1000", .WertAus = "0"}, 1, "400", "400", Vorhanden},
+        {"zahl mit Teiler", {.Ausgabeart = 3, .Datentyp = 1, .WertEin = "60", .WertAus = "1", .Werteliste = "1000"}, 1, "20000", "20", Vorhanden},
+        {"negativer Teiler", {.Ausgabeart = 3, .Datentyp = 1, .WertEin = "182", .WertAus = "32", .Werteliste = "-15"}, 1, "-1125", "75", Vorhanden},
+        {"über dem Maximum", {.Ausgabeart = 3, .WertEin = "10", .WertAus = "0"}, 4, "25", "25", Vorhanden},
+        {"unter dem Minimum", {.Ausgabeart = 3, .WertEin = "10", .WertAus = "5"}, 4, "3", "5", Vorhanden},
+        {"binäre Summe", {.Ausgabeart = 3, .Datentyp = 3, .WertEin = "1000", .WertAus = "0"}, 3, "FF FF 02", "512", Vorhanden},
+        {"zahl fehlt", {.Ausgabeart = 3, .WertEin = "10", .WertAus = "5"}, 0, "", "5", Fehlt},
+        {"auswahl", {.Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "eins#zwei#drei"}, 1, "zwei", "zwei", Vorhanden},
+        {"auswahl über Teiltext", {.Ausgabeart = 4, .Datentyp = 4, .Anzeigetext = "145 (Standard)#255"}, 4, "145", "145 (Standard)", Vorhanden},
+        {"auswahl fremd", {.Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "eins#zwei"}, 1, "neun", "", Vorhanden},
+        {"option", {.Ausgabeart = 5, .Anzeigetext = "A#B#C", .Werteliste = "1#2#4"}, 4, "4", "C", Vorhanden},
+        {"option ohne Liste zählt ab 0", {.Ausgabeart = 5, .Anzeigetext = "A#B#C"}, 4, "1", "B", Vorhanden},
+        {"option oberhalb 2^31", {.Ausgabeart = 5, .Anzeigetext = "A#B", .Werteliste = "0#4294967295"}, 4, "-1", "B", Vorhanden},
+        {"laufwerk", {.Ausgabeart = 6, .Datentyp = 1, .Anzeigetext = "Ordner"}, 1, "C:\\Temp", "C:\\Temp", Vorhanden},
+        {"laufwerk fehlt", {.Ausgabeart = 6, .Datentyp = 1, .Anzeigetext = "Ordner"}, 0, "", "", "[Kein Registry Wert vorhanden]"},
+        {"farbe", {.Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "Hintergrund"}, 1, "58 110 165", "58 110 165", Vorhanden},
+        {"liste no", {.Ausgabeart = 8, .Datentyp = 1, .Anzeigetext = "Anzeige"}, 1, "No", "on", Vorhanden},
+        {"liste fremd", {.Ausgabeart = 8, .Datentyp = 1, .Anzeigetext = "Anzeige"}, 1, "yes", "off", Vorhanden},
+        {"maske", {.Ausgabeart = 11, .Anzeigetext = "A#B#C#D"}, 4, "5", "1010", Vorhanden},
+        {"maske, Bit 31", {.Ausgabeart = 11, .Anzeigetext = "A#B"}, 4, "-2147483647", "10", Vorhanden},
+        {"binäre Maske", {.Ausgabeart = 11, .Datentyp = 3, .Anzeigetext = "A#B#C#D"}, 3, "0C 3E", "0011", Vorhanden},
+    };
+    for (const Fall& fall : faelle) {
+        SCOPED_TRACE(fall.name);
+        Zeile zeile = fall.zeile;
+        zeile.Überschrift = "Tipp";
+        Probe p({zeile});
+        if (fall.type != 0) p.put(Pfad, fall.type, fall.text);
+        const std::string before = p.get(Pfad);
+        p.show("Tipp");
+        EXPECT_EQ(p.engine->shownText(1), fall.shown);
+        EXPECT_EQ(p.engine->statusOf(1).text, fall.status);
+        EXPECT_FALSE(p.ctx->blnGeaendert);
+        EXPECT_EQ(p.get(Pfad), before);
+    }
+}
+
+TEST(Lesen, UnlesbareZahlenBleibenSichtbarUndUnberuehrt) {
+    const struct {
+        Zeile zeile;
+        std::uint32_t type;
+        const char* text;
+        const char* shown;
+    } faelle[] = {
+        {{.Ausgabeart = 3, .Datentyp = 1, .WertEin = "10", .WertAus = "0"}, 1, "5.5.5", "5.5.5"},
+        {{.Ausgabeart = 3, .Datentyp = 4, .WertEin = "10", .WertAus = "0"}, 4, "-1", "4294967295"},
+    };
+    for (const auto& fall : faelle) {
+        Zeile zeile = fall.zeile;
+        zeile.Überschrift = "Tipp";
+        Probe p({zeile});
+        p.put(Pfad, fall.type, fall.text);
+        p.port.expectBox("Es ist ein Fehler in der Funktion: DBTippsAusgeben aufgetreten mit der Fehlernummer: ");
+        p.show("Tipp");
+        EXPECT_EQ(p.engine->shownText(1), fall.shown);
+        const std::string before = p.get(Pfad);
+        p.port.expectBox("Der Schlüssel wurde geändert/angelegt !").expectBox("Es ist ein Fehler in der Funktion: DBTippsAusgeben");
+        p.save();
+        EXPECT_EQ(p.get(Pfad), before);
+    }
+}
+
+TEST(Lesen, NurLesbarerSchluesselSagtEs) {
+    Probe p({{.Überschrift = "Tipp", .WertEin = "1", .WertAus = "0", .Standardwert = "0"}});
+    p.put(Pfad, 4, "1");
+    p.store->setReadOnly(Root::CurrentUser, "Software\\Probe", true);
+    p.show("Tipp");
+    EXPECT_EQ(p.panel().status.text, "[Registry Wert vorhanden] - [Rechte: Lesen]");
+    EXPECT_FALSE(p.fenster().KeySave);
+    EXPECT_FALSE(p.fenster().Default);
+    EXPECT_FALSE(p.fenster().KeyDel);
+}
+
+TEST(Lesen, MehrereWerteOhneEigeneZeile) {
+    const std::vector<Zeile> farben = {
+        {.Index = 1, .Überschrift = "Farben", .Ausgabeart = 7, .Datentyp = 1, .Wertname = "A", .Anzeigetext = "a", .AnzahlWerte = 1},
+        {.Index = 2, .Ausgabeart = 7, .Datentyp = 1, .Wertname = "B", .Anzeigetext = "b", .HauptIndex = 1}};
+    Probe p(farben);
+    p.put("HKCU\\Software\\Probe\\B", 1, "1 2 3");
+    p.show("Farben");
+    EXPECT_EQ(p.panel().status.text, "[Einige Registry Werte vorhanden]");
+    EXPECT_FALSE(p.panel().farbe.has_value());
+    p.engine->userChoose(0, 1);
+    EXPECT_EQ(p.panel().farbe, (Rgb{1, 2, 3}));
+    EXPECT_FALSE(p.ctx->blnGeaendert);
+}
+
+TEST(Lesen, AndererDatentypWirdGefragtUndNieVonSelbstGeloescht) {
+    const Zeile zeile{.Überschrift = "Tipp", .WertEin = "1", .WertAus = "0"};
+    {
+        Probe p({zeile});
+        p.put(Pfad, 3, "01 02");
+        p.port.onWindow("frmBVK_Datentyp", [](WindowRequest& w) {
+            auto& d = dynamic_cast<DatentypAnfrage&>(w);
+            EXPECT_EQ(d.typDatenbank + "|" + d.typRegistry + "|" + d.inhalt, "REG_DWORD|REG_BINARY|01 02");
+        });
+        p.show("Tipp");
+        EXPECT_EQ(p.panel().status.text, Ignoriert);
+        EXPECT_EQ(p.get(Pfad), "3:01 02");
+        p.saveOk();
+        EXPECT_EQ(p.get(Pfad), "3:01 02");   // untouched: written back raw
+    }
+    {
+        Probe p({zeile});
+        p.put(Pfad, 3, "01 02");
+        p.port.onWindow("frmBVK_Datentyp", [](WindowRequest& w) { dynamic_cast<DatentypAnfrage&>(w).weiter = true; });
+        p.show("Tipp");
+        EXPECT_EQ(p.panel().status.text, Fehlt);
+        EXPECT_EQ(p.get(Pfad), "-");
+        ASSERT_EQ(p.recorder.begun.size(), 1u);
+        EXPECT_EQ(p.recorder.begun[0].werte[0].alt, (RawValue{3, {1, 2}}));
+    }
+    {
+        Zeile silent = zeile;
+        silent.TypAnpassen = 1;
+        Probe p({silent});
+        p.put(Pfad, 3, "01 02");
+        p.engine->inspectTipp(1);   // a look changes nothing, even where adapting needs no question
+        EXPECT_EQ(p.engine->statusOf(1).text, "[Anderer Datentyp in der Registry: REG_BINARY]");
+        EXPECT_EQ(p.get(Pfad), "3:01 02");
+        p.show("Tipp");
+        EXPECT_EQ(p.get(Pfad), "-");
+    }
+}
+
+TEST(Lesen, UnbenannterWertUndPlatzhalter) {
+    Probe p({{.Index = 1, .Überschrift = "Leer", .Ausgabeart = 2, .Datentyp = 1, .Wertname = nullptr},
+             {.Index = 2, .Überschrift = "SID", .Ausgabeart = 2, .Datentyp = 1, .Hauptschlüssel = "HKU", .Schlüssel = "[SID]\\Software\\Probe"}});
+    p.put("HKCU\\Software\\Probe\\", 1, "");
+    p.show("Leer");
+    EXPECT_EQ(p.panel().status.text, Fehlt);
+    p.put("HKCU\\Software\\Probe\\", 1, "da");
+    p.engine->reloadTipp();
+    EXPECT_EQ(p.panel().text, "da");
+    p.put(std::string("HKU\\") + Sid + "\\Software\\Probe\\Wert", 1, "mein");
+    p.show("SID");
+    EXPECT_EQ(p.panel().text, "mein");
+}
+
+TEST(Lesen, UngeeigneterTippZeigtKeinePanels) {
+    Probe p({{.Überschrift = "Tipp", .WertEin = "1", .WertAus = "0", .Systeme = "95"}});
+    p.show("Tipp");
+    EXPECT_TRUE(p.fenster().panels.empty());
+    EXPECT_FALSE(p.fenster().fraSteuerung);
+    EXPECT_EQ(p.fenster().fraInfo, "Achtung: Dieser Tip ist nicht für Ihr Betriebsystem geeignet !!!");
+    EXPECT_EQ(p.fenster().sbrBVK[1], "Tipp ist geeignet für:  95");
+    p.ctx->einstellungen.BSSystemAktiv = false;
+    p.engine->reloadTipp();
+    EXPECT_EQ(p.fenster().panels.size(), 1u);
+}
+
+}  // namespace
+}  // namespace brenvik::test
