@@ -1,0 +1,313 @@
+// The embedded registry: names, roots, links, limits, transactions.
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "TempStore.h"
+
+using namespace brenvik;
+using namespace brenvik::test;
+
+namespace {
+
+constexpr const char* Sid = "S-1-5-21-1844237615-1960408961-725345543-1003";
+const auto Unnamed = ValueName::unnamed();
+
+}  // namespace
+
+TEST(SqliteStore, NamesIgnoreCaseAndKeepTheirFirstForm) {
+    TempStore t;
+    t.store.setValue(Root::LocalMachine, "Software\\Größe\\Ωμέγα", ValueName::named("Äußeres σ"), sz("eins"));
+    t.store.setValue(Root::LocalMachine, "SOFTWARE\\GRÖßE\\ΩΜΈΓΑ", ValueName::named("ÄUßERES Σ"), sz("zwei"));
+    t.store.createKey(Root::LocalMachine, "software\\grÖße");
+    EXPECT_EQ(joined(t.store.subKeys(Root::LocalMachine, "software")), "Größe");
+    EXPECT_EQ(joined(t.store.subKeys(Root::LocalMachine, "SOFTWARE\\größe")), "Ωμέγα");
+    const auto values = t.store.values(Root::LocalMachine, "software\\größe\\ωμέγα");
+    ASSERT_EQ(values.size(), 1u);
+    EXPECT_EQ(values[0].name.text(), "Äußeres σ");
+    EXPECT_EQ(values[0].value, sz("zwei"));
+    EXPECT_FALSE(t.store.keyExists(Root::LocalMachine, "software\\GRÖSSE"));
+}
+
+TEST(SqliteStore, SubKeysInUpcasedOrderValuesInOrderMade) {
+    TempStore t;
+    for (const char* name : {"b", "_", "C", "ä", "a", "Z", "1"}) t.store.createKey(Root::LocalMachine, std::string("S\\") + name);
+    EXPECT_EQ(joined(t.store.subKeys(Root::LocalMachine, "s")), "1|a|b|C|Z|_|ä");
+    for (const char* name : {"z", "", "m", "a"}) t.store.setValue(Root::LocalMachine, "S", ValueName::named(name), dword(1));
+    t.store.setValue(Root::LocalMachine, "S", ValueName::named("Z"), dword(2));
+    t.store.deleteValue(Root::LocalMachine, "S", ValueName::named("M"));
+    t.store.setValue(Root::LocalMachine, "S", ValueName::named("m"), dword(3));
+    std::string order;
+    for (const NamedValue& v : t.store.values(Root::LocalMachine, "S")) order += "[" + v.name.text() + "]" + toText(v.value);
+    EXPECT_EQ(order, "[z]2[]1[a]1[m]3");
+}
+
+TEST(SqliteStore, RootsLeadToTheirPlaces) {
+    TempStore t;
+    t.store.createKey(Root::Users, ".DEFAULT");
+    t.store.createKey(Root::Users, "S-1-5-18");
+    t.store.createKey(Root::Users, "S-1-5-21-7-1003_Classes");
+    t.store.setValue(Root::CurrentUser, "Software\\A", ValueName::named("v"), sz("first"));
+    EXPECT_EQ(textOf(t.store, Root::Users, std::string(Sid) + "\\Software\\A", "v"), "first");
+    EXPECT_EQ(t.store.currentUserSid(), Sid);
+    t.store.setValue(Root::CurrentConfig, "Software", Unnamed, sz("config"));
+    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "SYSTEM\\ControlSet001\\Hardware Profiles\\CURRENT\\software", ""), "config");
+    for (const Root root : {Root::CurrentUser, Root::LocalMachine, Root::Users, Root::DynData, Root::CurrentConfig, Root::ClassesRoot}) {
+        EXPECT_TRUE(t.store.keyExists(root, ""));
+        EXPECT_TRUE(t.store.canOpen(root, "", KEY_QUERY_VALUE_MASK));
+        EXPECT_FALSE(t.store.deleteKey(root, ""));
+    }
+    EXPECT_EQ(joined(t.store.subKeys(Root::DynData, "")), "");
+    EXPECT_FALSE(t.store.canOpen(Root::DynData, "", KEY_ALL_ACCESS_MASK));
+    EXPECT_EQ(errorOf([&] { t.store.createKey(Root::DynData, "x"); }), 0x80040204u);
+    EXPECT_EQ(errorOf([&] { t.store.setValue(Root::DynData, "", Unnamed, sz("x")); }), 0x80040204u);
+}
+
+TEST(SqliteStore, TheProfileThatIsThereIsTheUser) {
+    TempStore t;
+    t.store.createKey(Root::Users, ".DEFAULT");
+    t.store.createKey(Root::Users, "S-1-5-21-1-2-3-500\\Software");
+    t.store.createKey(Root::CurrentUser, "Environment");
+    EXPECT_EQ(t.store.currentUserSid(), "S-1-5-21-1-2-3-500");
+    EXPECT_EQ(joined(t.store.subKeys(Root::Users, "")), ".DEFAULT|S-1-5-21-1-2-3-500");
+}
+
+TEST(SqliteStore, CurrentControlSetFollowsSelect) {
+    TempStore t;
+    const auto control = ValueName::named("v");
+    t.store.setValue(Root::LocalMachine, "System\\CURRENTCONTROLSET\\Control", control, sz("one"));
+    EXPECT_EQ(joined(t.store.subKeys(Root::LocalMachine, "SYSTEM")), "ControlSet001|CurrentControlSet");
+    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "system\\controlset001\\control", "v"), "one");
+    t.store.setValue(Root::LocalMachine, "System\\ControlSet002\\Control", control, sz("two"));
+    t.store.setValue(Root::LocalMachine, "System\\Select", ValueName::named("current"), dword(2));
+    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "System\\CurrentControlSet\\Control", "v"), "two");
+    EXPECT_FALSE(t.store.deleteKey(Root::LocalMachine, "System\\CurrentControlSet"));
+    t.store.deleteValue(Root::LocalMachine, "System\\Select", ValueName::named("Current"));
+    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "System\\CurrentControlSet\\Control", "v"), "one");
+    EXPECT_TRUE(t.store.keyExists(Root::LocalMachine, "System\\CurrentControlSet"));
+    EXPECT_FALSE(t.store.keyExists(Root::LocalMachine, "System\\CurrentControlSetX"));
+    for (const std::uint32_t odd : {0u, 1000u, 0x10001u}) {
+        t.store.setValue(Root::LocalMachine, "System\\Select", ValueName::named("Current"), dword(odd));
+        EXPECT_EQ(textOf(t.store, Root::LocalMachine, "System\\CurrentControlSet\\Control", "v"), "one") << odd;
+    }
+}
+
+TEST(SqliteStore, ClassesAreTheUsersOverTheMachines) {
+    TempStore t;
+    const auto set = [&](Root root, const char* key, const char* name, const char* text) { t.store.setValue(root, key, ValueName::named(name), sz(text)); };
+    set(Root::LocalMachine, "Software\\Classes\\.txt", "", "machine");
+    set(Root::LocalMachine, "Software\\Classes\\.txt", "only", "machine");
+    set(Root::LocalMachine, "Software\\Classes\\.doc", "", "machine");
+    set(Root::CurrentUser, "Software\\Classes\\.TXT\\Shell", "", "user");
+    set(Root::CurrentUser, "Software\\Classes\\.txt", "", "user");
+    set(Root::CurrentUser, "Software\\Classes\\.own", "", "user");
+
+    EXPECT_EQ(joined(t.store.subKeys(Root::ClassesRoot, "")), ".doc|.own|.TXT");
+    EXPECT_EQ(joined(t.store.subKeys(Root::ClassesRoot, ".txt")), "Shell");
+    std::string values;
+    for (const NamedValue& v : t.store.values(Root::ClassesRoot, ".txt")) values += "[" + v.name.text() + "]" + toText(v.value);
+    EXPECT_EQ(values, "[]user[only]machine");
+    EXPECT_EQ(textOf(t.store, Root::ClassesRoot, ".txt", ""), "user");
+    EXPECT_EQ(textOf(t.store, Root::ClassesRoot, ".txt", "ONLY"), "machine");
+
+    set(Root::ClassesRoot, ".txt", "new", "x");        // the key is the user's too
+    EXPECT_EQ(textOf(t.store, Root::CurrentUser, "Software\\Classes\\.txt", "new"), "x");
+    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "Software\\Classes\\.txt", "new"), "<none>");
+    set(Root::ClassesRoot, ".doc", "new", "x");        // the key is the machine's alone
+    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "Software\\Classes\\.doc", "new"), "x");
+    t.store.createKey(Root::ClassesRoot, ".own\\deep");
+    EXPECT_TRUE(t.store.keyExists(Root::LocalMachine, "Software\\Classes\\.own\\deep"));
+
+    EXPECT_TRUE(t.store.deleteValue(Root::ClassesRoot, ".txt", Unnamed));
+    EXPECT_EQ(textOf(t.store, Root::ClassesRoot, ".txt", ""), "machine");
+    EXPECT_FALSE(t.store.deleteKey(Root::ClassesRoot, ".txt"));
+    EXPECT_TRUE(t.store.deleteKey(Root::ClassesRoot, ".txt\\shell"));
+    EXPECT_TRUE(t.store.deleteKey(Root::ClassesRoot, ".txt"));
+    EXPECT_FALSE(t.store.keyExists(Root::CurrentUser, "Software\\Classes\\.txt"));
+    EXPECT_EQ(textOf(t.store, Root::ClassesRoot, ".txt", "only"), "machine");
+}
+
+TEST(SqliteStore, AnEmptyValueNameIsNeverAKey) {
+    TempStore t;
+    t.store.createKey(Root::LocalMachine, "S\\K");
+    EXPECT_FALSE(t.store.hasValue(Root::LocalMachine, "S\\K", ValueName::named("")));
+    EXPECT_FALSE(t.store.deleteValue(Root::LocalMachine, "S\\K", ValueName::named("")));
+    t.store.setValue(Root::LocalMachine, "S\\K", ValueName::named(""), sz("x"));
+    EXPECT_TRUE(t.store.deleteValue(Root::LocalMachine, "S\\K", Unnamed));
+    EXPECT_TRUE(t.store.keyExists(Root::LocalMachine, "S\\K"));
+}
+
+TEST(SqliteStore, KeysWithSubKeysStay) {
+    TempStore t;
+    t.store.setValue(Root::LocalMachine, "S\\K\\L", ValueName::named("v"), dword(1));
+    EXPECT_FALSE(t.store.deleteKey(Root::LocalMachine, "S\\K"));
+    EXPECT_TRUE(t.store.deleteKey(Root::LocalMachine, "S\\K\\L"));
+    EXPECT_FALSE(t.store.deleteKey(Root::LocalMachine, "S\\K\\L"));
+    t.store.createKey(Root::LocalMachine, "S\\K\\l");
+    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "S\\K\\L", "v"), "<none>");   // a new key of the old name is empty
+    EXPECT_EQ(joined(t.store.subKeys(Root::LocalMachine, "S\\K")), "l");
+}
+
+TEST(SqliteStore, Limits) {
+    TempStore t;
+    const std::string longest(255, 'k'), tooLong(256, 'k');
+    std::string astral;
+    for (int i = 0; i < 128; ++i) astral += "\xF0\x9F\x98\x80";   // 256 units
+    t.store.createKey(Root::LocalMachine, "S\\" + longest);
+    EXPECT_TRUE(t.store.keyExists(Root::LocalMachine, "s\\" + longest));
+    std::string deep = "d", tooDeep;
+    for (int i = 1; i < 512; ++i) deep += "\\d";
+    tooDeep = deep + "\\d";
+    t.store.createKey(Root::LocalMachine, deep);
+    EXPECT_TRUE(t.store.keyExists(Root::LocalMachine, deep));
+    for (const std::string& key : {"S\\" + tooLong, "S\\" + astral, std::string("S\\\\x"), std::string("S\\"), std::string("\\S"), tooDeep}) {
+        EXPECT_EQ(errorOf([&] { t.store.createKey(Root::LocalMachine, key); }), 0x80040202u) << key.substr(0, 20);
+        EXPECT_FALSE(t.store.keyExists(Root::LocalMachine, key)) << key.substr(0, 20);
+    }
+    const std::string name(16383, 'n');
+    t.store.setValue(Root::LocalMachine, "S", ValueName::named(name), dword(1));
+    EXPECT_TRUE(t.store.hasValue(Root::LocalMachine, "S", ValueName::named(name)));
+    EXPECT_EQ(errorOf([&] { t.store.setValue(Root::LocalMachine, "S", ValueName::named(name + "n"), dword(1)); }), 0x80040207u);
+
+    Bytes big(16u * 1024 * 1024);
+    for (std::size_t i = 0; i < big.size(); ++i) big[i] = static_cast<std::uint8_t>(i * 7 + (i >> 8));
+    t.store.setValue(Root::LocalMachine, "S", ValueName::named("big"), {0x12345678, big});
+    EXPECT_EQ(t.store.value(Root::LocalMachine, "S", ValueName::named("BIG")), (RawValue{0x12345678, big}));
+    big.push_back(0);
+    EXPECT_EQ(errorOf([&] { t.store.setValue(Root::LocalMachine, "S", ValueName::named("big"), {3, big}); }), 0x80040207u);
+    big.pop_back();
+    EXPECT_EQ(t.store.value(Root::LocalMachine, "S", ValueName::named("BIG")), (RawValue{0x12345678, big}));
+}
+
+TEST(SqliteStore, EveryUnitInNames) {
+    TempStore t;
+    // Unpaired surrogates, zeros and signs that mean something to others.
+    for (const std::string& name : {std::string("\xED\xA0\x80"), std::string("a\0b", 3), std::string("%'\"?*"), std::string("\xED\xB0\x80x")}) {
+        t.store.setValue(Root::LocalMachine, "S\\" + name, ValueName::named(name), sz(name.substr(0, 1) == "a" ? "a" : name));
+        const auto values = t.store.values(Root::LocalMachine, "S\\" + name);
+        ASSERT_EQ(values.size(), 1u);
+        EXPECT_EQ(values[0].name.text(), name);
+    }
+    EXPECT_EQ(t.store.subKeys(Root::LocalMachine, "S").size(), 4u);
+}
+
+TEST(SqliteStore, TransactionsAreWholeOrNothing) {
+    TempStore t;
+    t.store.setValue(Root::LocalMachine, "S\\K", ValueName::named("v"), sz("old"));
+    t.store.createKey(Root::LocalMachine, "S\\Gone");
+    const auto fail = [&] {
+        t.store.transaction([&] {
+            t.store.setValue(Root::LocalMachine, "S\\K", ValueName::named("v"), sz("new"));
+            t.store.setValue(Root::LocalMachine, "S\\N\\M", ValueName::named("v"), sz("new"));
+            t.store.deleteKey(Root::LocalMachine, "S\\Gone");
+            EXPECT_EQ(textOf(t.store, Root::LocalMachine, "S\\N\\M", "v"), "new");
+            throw NumberedError(42, "stop");
+        });
+    };
+    EXPECT_EQ(errorOf(fail), 42u);
+    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "S\\K", "v"), "old");
+    EXPECT_EQ(joined(t.store.subKeys(Root::LocalMachine, "S")), "Gone|K");
+    EXPECT_FALSE(t.store.keyExists(Root::LocalMachine, "S\\N\\M"));   // no remembered key of what was undone
+
+    t.store.transaction([&] {
+        t.store.createKey(Root::LocalMachine, "S\\Outer");
+        EXPECT_EQ(errorOf([&] {
+                      t.store.transaction([&] {
+                          t.store.createKey(Root::LocalMachine, "S\\Inner");
+                          throw NumberedError(43, "stop");
+                      });
+                  }),
+                  43u);
+        t.store.transaction([&] { t.store.createKey(Root::LocalMachine, "S\\Second"); });
+    });
+    EXPECT_EQ(joined(t.store.subKeys(Root::LocalMachine, "S")), "Gone|K|Outer|Second");
+}
+
+TEST(SqliteStore, ReadOnlyKeys) {
+    TempStore t;
+    t.store.setValue(Root::CurrentUser, "S\\K", ValueName::named("v"), sz("x"));
+    t.store.setReadOnly(Root::CurrentUser, "S\\K", true);
+    EXPECT_TRUE(t.store.canOpen(Root::CurrentUser, "S\\K", KEY_QUERY_VALUE_MASK));
+    EXPECT_FALSE(t.store.canOpen(Root::CurrentUser, "S\\K", KEY_ALL_ACCESS_MASK));
+    EXPECT_TRUE(t.store.canOpen(Root::CurrentUser, "S", KEY_ALL_ACCESS_MASK));
+    EXPECT_FALSE(t.store.canOpen(Root::CurrentUser, "S\\Absent", KEY_QUERY_VALUE_MASK));
+    const std::function<void()> writes[] = {
+        [&] { t.store.setValue(Root::CurrentUser, "S\\K", ValueName::named("v"), sz("y")); },
+        [&] { t.store.createKey(Root::CurrentUser, "S\\K\\Sub"); },
+        [&] { t.store.deleteValue(Root::CurrentUser, "S\\K", ValueName::named("v")); },
+        [&] { t.store.deleteKey(Root::CurrentUser, "S\\K"); },
+    };
+    for (const auto& write : writes) EXPECT_EQ(errorOf(write), 0x80040204u);
+    EXPECT_EQ(textOf(t.store, Root::CurrentUser, "S\\K", "v"), "x");
+    t.store.setReadOnly(Root::CurrentUser, "S\\K", false);
+    EXPECT_TRUE(t.store.canOpen(Root::CurrentUser, "S\\K", KEY_ALL_ACCESS_MASK));
+    t.store.createKey(Root::CurrentUser, "S\\K\\Sub");
+}
+
+TEST(SqliteStore, ReadOnlyFile) {
+    TempFolder folder;
+    {
+        SqliteStore store(folder / "registry.db");
+        store.setValue(Root::LocalMachine, "S", Unnamed, sz("x"));
+    }
+    StoreOptions options;
+    options.readOnly = true;
+    SqliteStore store(folder / "registry.db", options);
+    EXPECT_FALSE(store.writable());
+    EXPECT_EQ(textOf(store, Root::LocalMachine, "S", ""), "x");
+    EXPECT_TRUE(store.canOpen(Root::LocalMachine, "S", KEY_QUERY_VALUE_MASK));
+    EXPECT_FALSE(store.canOpen(Root::LocalMachine, "S", KEY_ALL_ACCESS_MASK));
+    EXPECT_EQ(errorOf([&] { store.setValue(Root::LocalMachine, "S", Unnamed, sz("y")); }), 0x80040204u);
+    EXPECT_EQ(textOf(store, Root::LocalMachine, "S", ""), "x");
+}
+
+TEST(SqliteStore, ConnectionsSeeEachOther) {
+    TempStore a;
+    SqliteStore b(a.folder / "registry.db");
+    a.store.setValue(Root::LocalMachine, "S\\K", ValueName::named("v"), sz("1"));
+    EXPECT_EQ(textOf(b, Root::LocalMachine, "S\\K", "v"), "1");
+    // Both know the key now; each takes it away and makes it anew in turn.
+    b.setValue(Root::LocalMachine, "S\\K", ValueName::named("v"), sz("2"));
+    EXPECT_EQ(textOf(a.store, Root::LocalMachine, "S\\K", "v"), "2");
+    EXPECT_TRUE(b.deleteKey(Root::LocalMachine, "S\\K"));
+    EXPECT_FALSE(a.store.keyExists(Root::LocalMachine, "S\\K"));
+    a.store.setValue(Root::LocalMachine, "S\\K", ValueName::named("w"), sz("3"));
+    EXPECT_EQ(textOf(b, Root::LocalMachine, "S\\K", "v"), "<none>");
+    EXPECT_EQ(textOf(b, Root::LocalMachine, "S\\K", "w"), "3");
+    EXPECT_TRUE(a.store.deleteKey(Root::LocalMachine, "S\\K"));
+    b.setValue(Root::LocalMachine, "S\\K", ValueName::named("x"), sz("4"));   // into a key that another has deleted
+    EXPECT_EQ(textOf(a.store, Root::LocalMachine, "S\\K", "x"), "4");
+    b.setValue(Root::LocalMachine, "System\\ControlSet003\\C", ValueName::named("v"), sz("three"));
+    b.setValue(Root::LocalMachine, "System\\Select", ValueName::named("Current"), dword(3));
+    EXPECT_EQ(textOf(a.store, Root::LocalMachine, "System\\CurrentControlSet\\C", "v"), "three");
+    // What one has not finished the other does not see.
+    a.store.transaction([&] {
+        a.store.setValue(Root::LocalMachine, "S\\K", ValueName::named("x"), sz("5"));
+        EXPECT_EQ(textOf(b, Root::LocalMachine, "S\\K", "x"), "4");
+    });
+    EXPECT_EQ(textOf(b, Root::LocalMachine, "S\\K", "x"), "5");
+}
+
+TEST(SqliteStore, DetailsOfKeys) {
+    TempStore t;
+    t.store.createKey(Root::LocalMachine, "S\\A");
+    t.store.createKey(Root::LocalMachine, "S\\B");
+    const auto made = t.store.details(Root::LocalMachine, "S\\A")->written;
+    EXPECT_NEAR(static_cast<double>(made) / 1e7 - 11644473600.0,
+                std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count(), 60.0);
+    const KeyDetails details{{'C', 0}, 116444736000000000u, {1, 0, 4, 0x80}, true};
+    t.store.setDetails(Root::LocalMachine, "S\\A", details);
+    t.store.setDetails(Root::LocalMachine, "S\\B", {{}, 5, {1, 0, 4, 0x80}, false});
+    const auto read = t.store.details(Root::LocalMachine, "s\\a");
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->className, details.className);
+    EXPECT_EQ(read->written, details.written);
+    EXPECT_EQ(read->descriptor, details.descriptor);
+    EXPECT_TRUE(read->readOnly);
+    EXPECT_FALSE(t.store.details(Root::LocalMachine, "S\\C"));
+    t.store.setValue(Root::LocalMachine, "S\\B", Unnamed, sz("x"));   // writing moves the time, and nothing else
+    EXPECT_GE(t.store.details(Root::LocalMachine, "S\\B")->written, made);
+    EXPECT_EQ(t.store.details(Root::LocalMachine, "S\\B")->descriptor, details.descriptor);
+    sqlite::Database file((t.folder / "registry.db").string(), 1);
+    EXPECT_EQ(file.number("SELECT count(*) FROM descriptor"), 1);
+}
