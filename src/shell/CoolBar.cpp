@@ -1,0 +1,154 @@
+#include "shell/CoolBar.h"
+
+#include <QHBoxLayout>
+#include <iterator>
+
+#include "frame/Texte.h"
+#include "shell/QtText.h"
+#include "shell/Twips.h"
+
+namespace brenvik {
+namespace {
+
+constexpr ToolButton NavButtons[] = {
+    {"tbrExit", 1, 2, Befehl::Beenden, "beenden"},
+    {"tbrSuchen", 2, 3, Befehl::Suchen, "suchen", true},
+    {"tbrBackup", 13, 20, Befehl::Backup, "backup"},
+    {"tbrBrowser", 14, 21, Befehl::RegBrowser, "browser"},
+    {"tbrNetz", 3, 4, Befehl::Netz, "netzwerk"},
+    {"tbrProfil", 12, 18, Befehl::Profil, "profil"},
+    {"tbrRegSave", 8, 11, Befehl::RegSave, "speichern", true},
+    {"tbrRegDel", 9, 12, Befehl::RegDel, "loeschen"},
+    {"tbrHistory", 7, 8, Befehl::History, "history", true},
+};
+
+constexpr ToolButton FileButtons[] = {
+    {"tbrRegFileSave", 4, 5, Befehl::RegFileSave, "regdatei"},
+    {"tbrAddRegListe", 5, 6, Befehl::AddRegListe, "regplus"},
+    {"tbrSrvRegListe", 6, 7, Befehl::SrvRegListe, "regliste"},
+    {"tbrADMFileSave", 15, 22, Befehl::ADMFileSave, "admdatei", true},
+    {"tbrAddADMListe", 16, 23, Befehl::AddADMListe, "admplus"},
+    {"tbrSrvADMListe", 17, 24, Befehl::SrvADMListe, "admliste"},
+};
+
+constexpr ToolButton FavouriteButtons[] = {
+    {"FavAdd", 10, 0, Befehl::FavAdd, "favplus"},
+    {"FavDel", 11, 1, Befehl::FavDel, "favminus"},
+};
+
+constexpr int IconSize = 24;
+constexpr int TipLoadFavourite = 13, TipFavourites = 9;
+
+}  // namespace
+
+CoolBar::CoolBar(IconSet& icons, std::function<void(Befehl, const QString&)> run, QWidget* parent)
+    : QFrame(parent), icons_(icons), run_(std::move(run)), flow_(new FlowLayout(this, 2)) {
+    setObjectName(QStringLiteral("cbrBVK"));
+    flow_->setContentsMargins(2, 2, 2, 2);
+    flow_->setStretchLast(true);
+    bands_[0] = addToolBar("tbrBVKNav", std::begin(NavButtons), std::end(NavButtons));
+    bands_[1] = addToolBar("tbrFiles", std::begin(FileButtons), std::end(FileButtons));
+    bands_[2] = makeFavouriteBand();
+    bands_[3] = addToolBar("tbrFavoriten", std::begin(FavouriteButtons), std::end(FavouriteButtons));
+    for (QWidget* band : bands_) flow_->addWidget(band);
+    refreshIcons();
+}
+
+QToolBar* CoolBar::addToolBar(const char* name, const ToolButton* first, const ToolButton* last) {
+    auto* bar = new QToolBar(this);
+    bar->setObjectName(QLatin1String(name));
+    bar->setIconSize({IconSize, IconSize});
+    bar->setMovable(false);
+    for (const ToolButton* entry = first; entry != last; ++entry) {
+        if (entry->separatorBefore) bar->addSeparator();
+        const QString control = QLatin1String(entry->name);
+        QAction* action = bar->addAction(qt(strBVKToolbar(entry->caption)));
+        action->setObjectName(control);
+        action->setToolTip(qt(strBVKTips(entry->tip)));
+        action->setData(static_cast<int>(entry->befehl));
+        connect(action, &QAction::triggered, this, [this, befehl = entry->befehl, control] { run_(befehl, control); });
+        QWidget* button = bar->widgetForAction(action);
+        button->setObjectName(control);
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setAccessibleDescription(action->toolTip());
+        actions_.insert(control, action);
+        iconNames_.insert(control, QLatin1String(entry->icon));
+    }
+    return bar;
+}
+
+QWidget* CoolBar::makeFavouriteBand() {
+    auto* picToolbar = new QWidget(this);
+    picToolbar->setObjectName(QStringLiteral("picToolbar"));
+    auto* row = new QHBoxLayout(picToolbar);
+    row->setContentsMargins(4, 2, 4, 2);
+    tlbcmdFav_ = new QToolButton(picToolbar);
+    tlbcmdFav_->setObjectName(QStringLiteral("tlbcmdFav"));
+    tlbcmdFav_->setAutoRaise(true);
+    tlbcmdFav_->setFocusPolicy(Qt::TabFocus);
+    tlbcmdFav_->setToolTip(qt(strBVKTips(TipLoadFavourite)));
+    tlbcmdFav_->setAccessibleName(qt(strBVKTips(TipLoadFavourite)));
+    connect(tlbcmdFav_, &QToolButton::clicked, this, [this] { run_(Befehl::FavLaden, QStringLiteral("tlbcmdFav")); });
+    cboFavoriten_ = new QComboBox(picToolbar);
+    cboFavoriten_->setObjectName(QStringLiteral("cboFavoriten"));
+    cboFavoriten_->setToolTip(qt(strBVKTips(TipFavourites)));
+    cboFavoriten_->setAccessibleName(qt(strBVKTips(TipFavourites)));
+    cboFavoriten_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cboFavoriten_->setMinimumContentsLength(20);
+    row->addWidget(tlbcmdFav_);
+    row->addWidget(cboFavoriten_, 1);
+    return picToolbar;
+}
+
+void CoolBar::refreshIcons() {
+    for (auto it = iconNames_.cbegin(); it != iconNames_.cend(); ++it) actions_.value(it.key())->setIcon(icons_.get(it.value()));
+    tlbcmdFav_->setIcon(icons_.get(QStringLiteral("favoriten")));
+}
+
+void CoolBar::NavBar(bool withText) {
+    for (QWidget* band : bands_)
+        if (auto* bar = qobject_cast<QToolBar*>(band)) bar->setToolButtonStyle(withText ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
+    flow_->invalidate();
+    emit heightChanged();
+}
+
+void CoolBar::show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible) {
+    for (QAction* action : actions_) action->setEnabled(possible(static_cast<Befehl>(action->data().toInt())));
+    tlbcmdFav_->setEnabled(possible(Befehl::FavLaden));
+    cboFavoriten_->setEnabled(possible(Befehl::FavLaden));
+    if (!record.tipRegSave.empty()) button(QStringLiteral("tbrRegSave"))->setToolTip(qt(record.tipRegSave));
+    if (!record.tipRegDel.empty()) button(QStringLiteral("tbrRegDel"))->setToolTip(qt(record.tipRegDel));
+    for (const char* name : {"tbrNetz", "tbrProfil"}) {
+        QAction* action = button(QLatin1String(name));
+        if (action->isVisible() == record.blnNTFamilie) continue;
+        action->setVisible(record.blnNTFamilie);
+        emit heightChanged();
+    }
+}
+
+void CoolBar::applyBand(std::size_t band, const BandEinstellung& stored) {
+    QWidget& widget = *bands_.at(band);
+    widget.setMinimumHeight(toPixels(stored.MinHeight));
+    if (band == 2) widget.setMinimumWidth(toPixels(stored.MinWidth));
+    if (band > 0) flow_->setRowStart(&widget, stored.NewRow);
+    setBandVisible(band, stored.Visible);
+}
+
+BandEinstellung CoolBar::band(std::size_t band) const {
+    const QWidget& widget = *bands_.at(band);
+    BandEinstellung own;
+    own.Visible = visible_[band];
+    own.Width = toTwips(widget.width());
+    own.MinHeight = toTwips(widget.minimumHeight());
+    own.MinWidth = toTwips(widget.minimumWidth());
+    own.NewRow = flow_->rowStart(&widget);
+    return own;
+}
+
+void CoolBar::setBandVisible(std::size_t band, bool on) {
+    visible_.at(band) = on;
+    bands_[band]->setVisible(on);
+    emit heightChanged();
+}
+
+}  // namespace brenvik

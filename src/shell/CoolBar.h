@@ -1,0 +1,53 @@
+#pragma once
+// cbrBVK: the four bands of toolbars, in as many rows as their contents need.
+#include <QAction>
+#include <QComboBox>
+#include <QFrame>
+#include <QHash>
+#include <QToolBar>
+#include <QToolButton>
+#include <array>
+#include <functional>
+
+#include "shell/Befehle.h"
+#include "shell/BVKEinstellungen.h"
+#include "shell/FlowLayout.h"
+#include "shell/Icons.h"
+
+namespace brenvik {
+
+class CoolBar : public QFrame {
+    Q_OBJECT
+public:
+    CoolBar(IconSet& icons, std::function<void(Befehl, const QString& control)> run, QWidget* parent);
+
+    QAction* button(const QString& name) const { return actions_.value(name); }
+    QComboBox* cboFavoriten() const { return cboFavoriten_; }
+    void NavBar(bool withText);
+    void show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible);
+    void refreshIcons();
+
+    // Bands count from 0 here.
+    void applyBand(std::size_t band, const BandEinstellung& stored);
+    BandEinstellung band(std::size_t band) const;
+    void setBandVisible(std::size_t band, bool on);
+
+signals:
+    void heightChanged();
+
+private:
+    QToolBar* addToolBar(const char* name, const ToolButton* first, const ToolButton* last);
+    QWidget* makeFavouriteBand();
+
+    IconSet& icons_;
+    std::function<void(Befehl, const QString&)> run_;
+    FlowLayout* flow_;
+    std::array<QWidget*, 4> bands_{};
+    std::array<bool, 4> visible_{true, true, true, true};
+    QHash<QString, QAction*> actions_;
+    QHash<QString, QString> iconNames_;
+    QToolButton* tlbcmdFav_ = nullptr;
+    QComboBox* cboFavoriten_ = nullptr;
+};
+
+}  // namespace brenvik

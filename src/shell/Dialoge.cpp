@@ -1,0 +1,28 @@
+#include "shell/Dialoge.h"
+
+#include "shell/Icons.h"
+
+namespace brenvik {
+
+Dialog::Dialog(const char* name, const QString& title, QWidget* parent) : QDialog(parent) {
+    setObjectName(QLatin1String(name));
+    setWindowTitle(title);
+    setWindowIcon(IconSet::program());
+}
+
+QLabel* Dialog::label(const char* name, const QString& text) {
+    auto* label = new QLabel(text, this);
+    label->setObjectName(QLatin1String(name));
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QPushButton* Dialog::button(const char* name, const QString& caption) {
+    auto* button = new QPushButton(caption, this);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    return button;
+}
+
+}  // namespace brenvik

@@ -1,0 +1,80 @@
+#include "shell/Farben.h"
+
+#include <QStyleFactory>
+
+namespace brenvik {
+namespace {
+
+QPalette lightPalette() {
+    QPalette p(QColor(0xef, 0xf0, 0xf2), QColor(0xf6, 0xf7, 0xf8));
+    p.setColor(QPalette::WindowText, QColor(0x1c, 0x1f, 0x23));
+    p.setColor(QPalette::Text, QColor(0x1c, 0x1f, 0x23));
+    p.setColor(QPalette::ButtonText, QColor(0x1c, 0x1f, 0x23));
+    p.setColor(QPalette::Base, Qt::white);
+    p.setColor(QPalette::AlternateBase, QColor(0xf1, 0xf4, 0xf8));
+    p.setColor(QPalette::Highlight, QColor(0x1f, 0x6f, 0xb8));
+    p.setColor(QPalette::HighlightedText, Qt::white);
+    p.setColor(QPalette::ToolTipBase, QColor(0xff, 0xff, 0xe6));
+    p.setColor(QPalette::ToolTipText, QColor(0x1c, 0x1f, 0x23));
+    p.setColor(QPalette::PlaceholderText, QColor(0x75, 0x7b, 0x84));
+    p.setColor(QPalette::Link, QColor(0x1f, 0x6f, 0xb8));
+    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        p.setColor(QPalette::Disabled, role, QColor(0x8b, 0x90, 0x98));
+    return p;
+}
+
+QPalette darkPalette() {
+    QPalette p(QColor(0x33, 0x37, 0x3d), QColor(0x26, 0x29, 0x2e));
+    p.setColor(QPalette::WindowText, QColor(0xe6, 0xe8, 0xeb));
+    p.setColor(QPalette::Text, QColor(0xe6, 0xe8, 0xeb));
+    p.setColor(QPalette::ButtonText, QColor(0xe6, 0xe8, 0xeb));
+    p.setColor(QPalette::BrightText, Qt::white);
+    p.setColor(QPalette::Base, QColor(0x1c, 0x1f, 0x23));
+    p.setColor(QPalette::AlternateBase, QColor(0x22, 0x26, 0x2b));
+    p.setColor(QPalette::Highlight, QColor(0x2f, 0x6d, 0xa8));
+    p.setColor(QPalette::HighlightedText, Qt::white);
+    p.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3f, 0x46));
+    p.setColor(QPalette::ToolTipText, QColor(0xe6, 0xe8, 0xeb));
+    p.setColor(QPalette::PlaceholderText, QColor(0x9a, 0xa1, 0xaa));
+    p.setColor(QPalette::Link, QColor(0x7f, 0xbb, 0xf2));
+    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        p.setColor(QPalette::Disabled, role, QColor(0x86, 0x8c, 0x95));
+    return p;
+}
+
+}  // namespace
+
+void setColourMode(QApplication& application, ColourMode mode) {
+    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const bool dark = mode == ColourMode::Dark || (mode == ColourMode::System && isDark(application.palette()));
+    if (mode == ColourMode::System && dark) return;   // a dark palette of the desktop is taken as it is
+    application.setPalette(dark ? darkPalette() : lightPalette());
+}
+
+bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
+
+QColor warningColour(const QPalette& palette) { return isDark(palette) ? QColor(0xff, 0x85, 0x7c) : QColor(0xc8, 0x10, 0x10); }
+
+QColor foundColour(const QPalette& palette) { return isDark(palette) ? QColor(0x8f, 0xc1, 0xff) : QColor(0x01, 0x00, 0x80); }
+
+QColor accentColour(const QPalette& palette) { return isDark(palette) ? QColor(0x6f, 0xb4, 0xf0) : QColor(0x1f, 0x6f, 0xb8); }
+
+QColor statusColour(StatusFarbe colour, const QPalette& palette) {
+    switch (colour) {
+        case StatusFarbe::Gefunden: return foundColour(palette);
+        case StatusFarbe::Fehlt: return warningColour(palette);
+        case StatusFarbe::Normal: break;
+    }
+    return palette.color(QPalette::ButtonText);
+}
+
+void setTextColour(QWidget& widget, const QColor& colour) {
+    QPalette own;
+    if (colour.isValid()) {
+        own.setColor(QPalette::WindowText, colour);
+        own.setColor(QPalette::Text, colour);
+    }
+    widget.setPalette(own);
+}
+
+}  // namespace brenvik

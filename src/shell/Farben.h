@@ -1,0 +1,24 @@
+#pragma once
+// Colours that carry a meaning, readable on light and on dark ground, and the choice between the two.
+#include <QApplication>
+#include <QColor>
+#include <QPalette>
+#include <QWidget>
+
+#include "tipengine/Hauptfenster.h"
+
+namespace brenvik {
+
+enum class ColourMode { System, Light, Dark };
+
+void setColourMode(QApplication& application, ColourMode mode);
+bool isDark(const QPalette& palette);
+QColor statusColour(StatusFarbe colour, const QPalette& palette);
+QColor warningColour(const QPalette& palette);
+QColor foundColour(const QPalette& palette);
+QColor accentColour(const QPalette& palette);
+
+// Sets the text colour of one widget; invalid: back to the palette's own.
+void setTextColour(QWidget& widget, const QColor& colour);
+
+}  // namespace brenvik

@@ -1,0 +1,33 @@
+# Renders the pictures in data/icons to PNG and embeds them. BRENVIK_ICON_SOURCE is the resource's source file.
+find_program(RSVG_CONVERT rsvg-convert REQUIRED)
+
+set(icon_source_dir "${CMAKE_SOURCE_DIR}/data/icons")
+set(icon_dir "${CMAKE_CURRENT_BINARY_DIR}/icons")
+file(MAKE_DIRECTORY "${icon_dir}")
+file(GLOB icon_svgs CONFIGURE_DEPENDS "${icon_source_dir}/*.svg")
+set(icon_files)
+set(icon_qrc "<RCC><qresource prefix=\"/icons\">\n")
+foreach(svg IN LISTS icon_svgs)
+  get_filename_component(name "${svg}" NAME_WE)
+  set(sizes 16 24 32 48)
+  if(name STREQUAL "brenvik")
+    list(APPEND sizes 256)
+  endif()
+  set(outputs)
+  set(commands)
+  foreach(size IN LISTS sizes)
+    set(png "${icon_dir}/${name}-${size}.png")
+    list(APPEND outputs "${png}")
+    list(APPEND commands COMMAND "${RSVG_CONVERT}" -w ${size} -h ${size} -o "${png}" "${svg}")
+    string(APPEND icon_qrc "  <file alias=\"${name}-${size}.png\">${png}</file>\n")
+  endforeach()
+  add_custom_command(OUTPUT ${outputs} ${commands} DEPENDS "${svg}" COMMENT "Rendering ${name}.svg" VERBATIM)
+  list(APPEND icon_files ${outputs})
+endforeach()
+string(APPEND icon_qrc "</qresource></RCC>\n")
+file(GENERATE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/brenvik_icons.qrc" CONTENT "${icon_qrc}")
+
+set(BRENVIK_ICON_SOURCE "${CMAKE_CURRENT_BINARY_DIR}/qrc_brenvik_icons.cpp")
+add_custom_command(OUTPUT "${BRENVIK_ICON_SOURCE}"
+  COMMAND Qt6::rcc --name brenvik_icons --no-compress -o "${BRENVIK_ICON_SOURCE}" "${CMAKE_CURRENT_BINARY_DIR}/brenvik_icons.qrc"
+  DEPENDS ${icon_files} "${CMAKE_CURRENT_BINARY_DIR}/brenvik_icons.qrc" VERBATIM)

@@ -1,0 +1,123 @@
+#include "shell/LowerRegion.h"
+
+#include <QHBoxLayout>
+
+#include "frame/Meldungen.h"
+#include "frame/Texte.h"
+#include "shell/Farben.h"
+#include "shell/FlowLayout.h"
+#include "shell/QtText.h"
+
+namespace brenvik {
+namespace {
+
+struct RowButton {
+    const char* name;
+    int caption;        // strBVKButtons
+    int tip;            // strBVKTips, -1: none
+    Befehl befehl;
+    const char* icon;
+};
+constexpr RowButton RowButtons[] = {
+    {"cmdRegSave", 4, 11, Befehl::RegSave, "speichern"},
+    {"cmdRegDel", 5, 12, Befehl::RegDel, "loeschen"},
+    {"cmdKeyInfo", 6, -1, Befehl::KeyInfo, "schluessel"},
+    {"cmdDefault", 7, 14, Befehl::Default, "standard"},
+};
+constexpr int ButtonHelp = 1, TextPresentSettings = 56, TipMachine = 10;
+
+}  // namespace
+
+InfoFrame::InfoFrame(QWidget* parent) : TitledFrame("fraInfo", parent), txtInfo_(new QPlainTextEdit(this)) {
+    txtInfo_->setObjectName(QStringLiteral("txtInfo"));
+    txtInfo_->setAccessibleName(QStringLiteral("Beschreibung"));
+    txtInfo_->setReadOnly(true);
+    txtInfo_->setTabChangesFocus(true);
+    txtInfo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    txtInfo_->setMinimumHeight(30);
+    lblHilfe_ = new QLabel(QString::fromUtf8(meldung::WeitereInfos), this);
+    lblHilfe_->setObjectName(QStringLiteral("lblHilfe"));
+    cmdHilfe_ = new QPushButton(qt(strBVKButtons(ButtonHelp)), this);
+    cmdHilfe_->setObjectName(QStringLiteral("cmdHilfe"));
+    lblHilfe_->setBuddy(cmdHilfe_);
+    body()->addWidget(txtInfo_, 1);
+    auto* help = new QHBoxLayout;
+    help->addStretch(1);
+    help->addWidget(lblHilfe_);
+    help->addWidget(cmdHilfe_);
+    body()->addLayout(help);
+}
+
+void InfoFrame::show(const Hauptfenster& record, bool helpPossible) {
+    caption()->setText(qt(record.fraInfo));
+    const QColor red = warningColour(palette());
+    setTextColour(*caption(), record.fraInfoFarbe == TextFarbe::Rot ? red : QColor());
+    setTextColour(*txtInfo_, record.txtInfoFarbe == TextFarbe::Rot ? red : QColor());
+    const QString text = qt(record.txtInfo).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    if (txtInfo_->toPlainText() != text) txtInfo_->setPlainText(text);
+    QSizePolicy kept = txtInfo_->sizePolicy();
+    kept.setRetainSizeWhenHidden(true);
+    txtInfo_->setSizePolicy(kept);
+    txtInfo_->setVisible(record.txtInfoSichtbar);
+    cmdHilfe_->setEnabled(helpPossible);
+}
+
+ActionRow::ActionRow(IconSet& icons, std::function<void(Befehl, const QString&)> run, QWidget* parent) : TitledFrame("fraSteuerung", parent) {
+    caption()->setText(qt(strBVKTexte(TextPresentSettings)));
+    auto* holder = new QWidget(this);
+    auto* flow = new FlowLayout(holder, 6);
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        const RowButton& entry = RowButtons[i];
+        buttons_[i] = new QPushButton(qt(strBVKButtons(entry.caption)), holder);
+        buttons_[i]->setObjectName(QLatin1String(entry.name));
+        if (entry.tip >= 0) buttons_[i]->setToolTip(qt(strBVKTips(entry.tip)));
+        buttons_[i]->setMinimumWidth(110);
+        flow->addWidget(buttons_[i]);
+        connect(buttons_[i], &QPushButton::clicked, this, [run, entry] { run(entry.befehl, QLatin1String(entry.name)); });
+    }
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    holder->setSizePolicy(policy);
+    body()->addWidget(holder);
+    refreshIcons(icons);
+}
+
+void ActionRow::refreshIcons(IconSet& icons) {
+    for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->setIcon(icons.get(QLatin1String(RowButtons[i].icon)));
+}
+
+void ActionRow::show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible) {
+    for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->setEnabled(possible(RowButtons[i].befehl));
+    const auto put = [](QPushButton& button, const std::string& caption, const std::string& tip) {
+        if (!caption.empty()) button.setText(qt(caption));
+        if (!tip.empty()) button.setToolTip(qt(tip));
+    };
+    put(*buttons_[0], record.cmdRegSave, record.tipRegSave);
+    put(*buttons_[1], {}, record.tipRegDel);
+    put(*buttons_[3], record.cmdDefault, record.tipDefault);
+}
+
+StatusRow::StatusRow(QWidget* parent) : QFrame(parent) {
+    setObjectName(QStringLiteral("sbrBVK"));
+    auto* flow = new FlowLayout(this, 4);
+    flow->setContentsMargins(4, 2, 4, 3);
+    flow->setStretchLast(true);
+    for (std::size_t i = 0; i < panels_.size(); ++i) {
+        panels_[i] = new QLabel(this);
+        panels_[i]->setObjectName(elementName("sbrBVK", i + 1));
+        panels_[i]->setFrameShape(QFrame::StyledPanel);
+        panels_[i]->setFrameShadow(QFrame::Sunken);
+        panels_[i]->setMargin(2);
+        panels_[i]->setTextFormat(Qt::PlainText);
+        panels_[i]->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        flow->addWidget(panels_[i]);
+    }
+    panels_[0]->setToolTip(qt(strBVKTips(TipMachine)));
+    panels_[0]->setMinimumWidth(120);
+}
+
+void StatusRow::show(const Hauptfenster& record) {
+    for (std::size_t i = 0; i < panels_.size(); ++i) panels_[i]->setText(qt(record.sbrBVK[i]));
+}
+
+}  // namespace brenvik

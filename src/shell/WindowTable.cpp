@@ -1,0 +1,32 @@
+// Which window showWindow opens for which request.
+#include <type_traits>
+
+#include "shell/QtPort.h"
+#include "shell/frmBVK_Bearbeiten.h"
+#include "shell/frmBVK_BootINI.h"
+#include "shell/frmBVK_Datentyp.h"
+
+namespace brenvik {
+namespace {
+
+template <class Window, class Request> void add(QtPort& port, const char* name) {
+    port.registerWindow(QLatin1String(name), [](QtPort& own, QWidget* parent, WindowRequest& request) {
+        auto* record = dynamic_cast<Request*>(&request);
+        if (!record) return own.tell("Unpassende Anfrage für das Fenster " + std::string(request.windowName()), box::Critical);
+        if constexpr (std::is_constructible_v<Window, UserPort&, Request&, QWidget*>) {
+            Window(own, *record, parent).exec();
+        } else {
+            Window(*record, parent).exec();
+        }
+    });
+}
+
+}  // namespace
+
+void registerOwnWindows(QtPort& port) {
+    add<frmBVK_Datentyp, DatentypAnfrage>(port, "frmBVK_Datentyp");
+    add<frmBVK_Bearbeiten, BearbeitenAnfrage>(port, "frmBVK_Bearbeiten");
+    add<frmBVK_BootINI, BootINIAnfrage>(port, "frmBVK_BootINI");
+}
+
+}  // namespace brenvik

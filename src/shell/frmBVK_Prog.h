@@ -1,0 +1,96 @@
+#pragma once
+// The main window: draws the record Hauptfenster and hands the user's events on. It decides nothing itself.
+// Object names of its controls are their names in the program: "cmdRegSave", "chkCheckBox(0)", "tvBVKDB".
+#include <QHash>
+#include <QMainWindow>
+#include <functional>
+
+#include "frame/Context.h"
+#include "shell/BVKEinstellungen.h"
+#include "shell/Befehle.h"
+#include "shell/CoolBar.h"
+#include "shell/Icons.h"
+#include "shell/LowerRegion.h"
+#include "shell/Menues.h"
+#include "shell/PanelArea.h"
+#include "shell/SplitterBar.h"
+#include "shell/TabStrip.h"
+#include "shell/TippTree.h"
+#include "shell/WindowEvents.h"
+
+namespace brenvik {
+
+class frmBVK_Prog : public QMainWindow, public WindowObserver {
+    Q_OBJECT
+public:
+    // Record and settings must outlive the window. displayOrder is the engine's.
+    frmBVK_Prog(const Hauptfenster& record, Settings& settings, TippTreeModel::Order displayOrder);
+    ~frmBVK_Prog() override;
+
+    void attach(WindowEvents& events);                        // before anything is shown
+    void setVersion(const std::string& strProgVersion);       // the caption
+    void setCommand(Befehl befehl, std::function<void()> handler);
+    void onUnload(std::function<void()> handler) { unload_ = std::move(handler); }   // once, when the window closes
+
+    void applySettings(const FensterEinstellungen& stored);   // place, splitters, bands, NavBar
+    FensterEinstellungen presentSettings() const;
+    void NavBar();
+    void SizeControlsV(double x);                             // twips
+    void SizeControlsH(double y);
+
+    Menues& menues() { return *menues_; }
+    CoolBar& coolBar() { return *cbrBVK_; }
+
+    void treeChanged() override;
+    void selectionChanged() override;
+    void panelsChanged() override;
+    void panelChanged(std::size_t place) override;
+    void windowChanged() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void makeLeft();
+    void makeSplitters();
+    void makeShortcuts();
+    void layoutForm();
+    void run(Befehl befehl, const QString& control);
+    bool possible(Befehl befehl) const;
+    void ownCommands();
+    void toggleBand(std::size_t band, const char* menuEntry);
+    void setNavText(bool on);
+    void orderTabs();
+    SplitterLimits limitsV() const;
+    SplitterLimits limitsH() const;
+    void limitSize();
+    void moveOntoScreen();
+    std::string captionOf(const QString& control) const;
+
+    const Hauptfenster& record_;
+    Settings& settings_;
+    WindowEvents* events_ = nullptr;
+    IconSet icons_;
+    QHash<int, std::function<void()>> handlers_;
+    std::function<void()> unload_;
+    double splitterVLeft_ = 0, splitterHTop_ = 0;    // twips
+
+    std::unique_ptr<Menues> menues_;
+    QWidget* form_;
+    CoolBar* cbrBVK_;
+    QWidget* left_;
+    TabStrip* tbsTree_;
+    TippTreeModel* treeModel_;
+    TippTree* tvBVKDB_;
+    SplitterBar* imgSplitterV_ = nullptr;
+    SplitterBar* imgSplitterH_ = nullptr;
+    PanelArea* panels_;
+    InfoFrame* fraInfo_;
+    ActionRow* fraSteuerung_;
+    StatusRow* sbrBVK_;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,21 @@
+#include "shell/panels/PanelCheckBox.h"
+
+namespace brenvik {
+
+PanelCheckBox::PanelCheckBox(PanelHost& host, std::size_t place, QWidget* parent)
+    : PanelView(host, place, "fraCheckBox", parent), chkCheckBox_(new WrapCheckBox(this)) {
+    chkCheckBox_->setObjectName(element("chkCheckBox"));
+    body_->addWidget(chkCheckBox_);
+    connect(chkCheckBox_, &QCheckBox::toggled, this, user([this](bool on) { host_.events.userCheck(place_, on); }));
+}
+
+void PanelCheckBox::draw(const Panel& panel) {
+    setCaption("lblCheckBox", panel, qt(panel.label));
+    chkCheckBox_->setText(plainCaption(panel.chkBeschriftung));
+    chkCheckBox_->setAccessibleName(qt(panel.chkBeschriftung));
+    chkCheckBox_->setAccessibleDescription(qt(panel.label));
+    chkCheckBox_->setChecked(panel.angehakt);
+    chkCheckBox_->setEnabled(!panel.nurLesen);
+}
+
+}  // namespace brenvik

@@ -1,0 +1,35 @@
+#pragma once
+#include <QPushButton>
+
+#include "shell/panels/Combo.h"
+#include "shell/panels/PanelView.h"
+
+namespace brenvik {
+
+// cmdFarbSET: shows a colour, or that there is none.
+class FarbFeld : public QFrame {
+public:
+    explicit FarbFeld(QWidget* parent);
+    void setColour(const std::optional<Rgb>& colour);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::optional<Rgb> colour_;
+};
+
+class PanelFarbe : public PanelView {   // kind 7
+public:
+    PanelFarbe(PanelHost& host, std::size_t place, QWidget* parent);
+
+protected:
+    void draw(const Panel& panel) override;
+
+private:
+    Combo* cboFarbe_;
+    FarbFeld* cmdFarbSET_;
+    QPushButton* cmdFarbe_;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,21 @@
+#include "shell/panels/PanelTextWerte.h"
+
+namespace brenvik {
+
+PanelTextWerte::PanelTextWerte(PanelHost& host, std::size_t place, const Panel& panel, QWidget* parent)
+    : PanelView(host, place, "fraTextWerte", parent), txtTextWerte_(new TextField(element("txtTextWerte"), panel.mehrzeilig, this)) {
+    body_->addWidget(txtTextWerte_);
+    connect(txtTextWerte_, &TextField::edited, this, user([this](const QString& text) { host_.events.userText(place_, utf8(text)); }));
+}
+
+bool PanelTextWerte::fits(const Panel& panel) const {
+    return PanelView::fits(panel) && panel.mehrzeilig == txtTextWerte_->severalLines();
+}
+
+void PanelTextWerte::draw(const Panel& panel) {
+    setCaption("lblTextWerte", panel, qt(panel.label));
+    txtTextWerte_->setFieldAccessibleName(qt(panel.label));
+    txtTextWerte_->setValue(panel.text, panel.nurLesen);
+}
+
+}  // namespace brenvik
