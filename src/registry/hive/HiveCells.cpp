@@ -9,19 +9,19 @@ using namespace hivefmt;
 HiveCells::HiveCells(ByteSpan file, HiveFindings& findings) : file_(file) {
     checkBase(findings);
     begins_ = CellBits(binsSize_);
-    bool inOrder = true;
     for (std::uint32_t at = 0; at < binsSize_;) {
-        std::uint32_t size = 0;
-        if (inOrder) {
-            size = binAt(at, findings);
-        } else {   // after a damaged bin only what is a whole bin again counts
-            HiveFindings quiet(HiveMode::Salvage);
-            size = binAt(at, quiet);
-        }
-        inOrder = size != 0;
-        if (inOrder) mapBin(at, size, findings);
-        at += inOrder ? size : binAlignment;
+        std::uint32_t size = binAt(at, findings);
+        if (size == 0) size = nextBin(at) - at;   // only when salvaging: its cells may still be whole
+        mapBin(at, size, findings);
+        at += size;
     }
+}
+
+std::uint32_t HiveCells::nextBin(std::uint32_t after) const {
+    HiveFindings quiet(HiveMode::Salvage);
+    std::uint32_t at = after + binAlignment;
+    while (at < binsSize_ && binAt(at, quiet) == 0) at += binAlignment;
+    return at;
 }
 
 void HiveCells::checkBase(HiveFindings& findings) {

@@ -25,7 +25,7 @@ private:
 
 class HiveCells {
 public:
-    // Checks base block, bins and cell sizes. When salvaging, damaged bins are left out. The file must outlive the object.
+    // Checks base block, bins and cell sizes. When salvaging, a damaged bin gives what cells can be found in it. The file must outlive the object.
     HiveCells(hivefmt::ByteSpan file, HiveFindings& findings);
 
     // The cell's content without its size field, 4 bytes at least; empty if no allocated cell begins there.
@@ -39,6 +39,7 @@ public:
 private:
     void checkBase(HiveFindings& findings);
     std::uint32_t binAt(std::uint32_t offset, HiveFindings& findings) const;   // its size, 0 if it is none
+    std::uint32_t nextBin(std::uint32_t after) const;
     void mapBin(std::uint32_t offset, std::uint32_t size, HiveFindings& findings);
     hivefmt::ByteSpan file_;
     std::uint32_t binsSize_ = 0, minor_ = 0;

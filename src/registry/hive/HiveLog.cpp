@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 namespace brenvik {
 
@@ -78,7 +79,7 @@ private:
         if (headerLost) takeHeader(logs.back().bytes);
         std::uint32_t last = 0;
         for (const Log& log : logs) {
-            if (recovery_.entriesReplayed != 0 && log.first() != last + 1) {
+            if (log.first() > brokenAt_ || (recovery_.entriesReplayed != 0 && log.first() != last + 1)) {
                 findings_.fault(sector, "Zwischen den Protokolldateien fehlen Einträge.");
                 break;
             }
@@ -95,10 +96,14 @@ private:
             const std::uint8_t* const e = log.bytes.data() + at;
             if (std::memcmp(e, "HvLE", 4) != 0) break;
             const std::uint32_t size = get32(e + entry::Size), sequence = get32(e + entry::Sequence);
-            if (sequence != expected) break;
+            if (sequence != expected) {
+                if (at == sector && expected >= from) brokenAt_ = std::min(brokenAt_, expected);
+                break;
+            }
             if (size < entryHeader || size % sector != 0 || size > log.bytes.size() - at ||
                 get64(e + entry::HeaderHash) != logHash({e, 32}) || get64(e + entry::BodyHash) != logHash({e + entryHeader, size - entryHeader})) {
                 findings_.fault(at, "Der Eintrag der Protokolldatei ist beschädigt.");
+                if (expected >= from) brokenAt_ = std::min(brokenAt_, expected);
                 break;
             }
             if (sequence >= from) log.entries.push_back(at);
@@ -233,6 +238,7 @@ private:
 
     ByteSpan hive() const { return {recovery_.hive.data(), recovery_.hive.size()}; }
     HiveRecovery& recovery_;
+    std::uint32_t brokenAt_ = 0xFFFFFFFF;   // sequence number of the first entry that is wanted and damaged
     HiveFindings findings_{HiveMode::Salvage};
 };
 

@@ -290,7 +290,8 @@ private:
         put32(c + db::List, listAt);
         for (std::size_t i = 0; i < segments; ++i) {
             const std::size_t from = i * bigSegment;
-            const std::uint32_t partAt = raw(bytes.data() + from, std::min<std::size_t>(bigSegment, bytes.size() - from));
+            const std::uint32_t partAt = space_.allocate(bigSegment);   // the last one in full size too, as Windows has it
+            std::copy_n(bytes.begin() + static_cast<std::ptrdiff_t>(from), std::min<std::size_t>(bigSegment, bytes.size() - from), space_.at(partAt));
             put32(space_.at(listAt) + 4 * i, partAt);
         }
         return at;
