@@ -10,7 +10,8 @@ namespace brenvik::jet {
 
 namespace {
 
-constexpr std::uint8_t DataPage = 1, UsageMapPage = 5;
+constexpr std::size_t FreeSpaceAt = 2, OwnerAt = 4;
+constexpr char LongValueOwner[] = {'L', 'V', 'A', 'L'};
 constexpr unsigned OffsetMask = 0x1FFF, MovedFlag = 0x4000, HiddenFlag = 0x8000;
 constexpr std::uint32_t InlineValue = 0x80000000, SinglePageValue = 0x40000000, LengthMask = 0x00FFFFFF;
 constexpr std::size_t LongValueHeader = 12;
@@ -100,10 +101,17 @@ Ausschnitt JetDatei::page(std::size_t number) const {
     return {bytes_.data() + number * pageSize_, pageSize_};
 }
 
+Ausschnitt JetDatei::page(std::size_t number, PageType expected) const {
+    const Ausschnitt p = page(number);
+    if (p.u8(0) != expected || p.u8(1) != 1) throw Damaged("eine Seite ist von anderer Art als erwartet");
+    if (expected == DataPage && p.u16(FreeSpaceAt) > pageSize_) throw Damaged("der freie Platz einer Seite ist größer als sie selbst");
+    return p;
+}
+
 JetDatei::Row JetDatei::row(std::size_t pageNumber, std::size_t rowNumber) const {
-    const Ausschnitt p = page(pageNumber);
+    const Ausschnitt p = page(pageNumber, DataPage);
     const std::size_t offsets = rowCountOffset() + 2;
-    if (p.u8(0) != DataPage || rowNumber >= p.u16(rowCountOffset())) throw Damaged("ein Verweis zeigt auf keine Zeile");
+    if (rowNumber >= p.u16(rowCountOffset())) throw Damaged("ein Verweis zeigt auf keine Zeile");
     const unsigned entry = p.u16(offsets + 2 * rowNumber);
     const std::size_t start = entry & OffsetMask;
     const std::size_t end = rowNumber == 0 ? pageSize_ : p.u16(offsets + 2 * (rowNumber - 1)) & OffsetMask;
@@ -119,8 +127,11 @@ std::vector<std::uint32_t> JetDatei::usageMap(std::uint32_t pointer) const {
     const Ausschnitt map = reference(pointer);
     std::vector<std::uint32_t> found;
     const auto collect = [&](Ausschnitt bits, std::uint64_t firstPage) {
-        for (std::size_t i = 0; i < bits.size * 8 && firstPage + i < pages(); ++i)
-            if (bits.data[i / 8] >> i % 8 & 1) found.push_back(static_cast<std::uint32_t>(firstPage + i));
+        for (std::size_t i = 0; i < bits.size * 8; ++i) {
+            if ((bits.data[i / 8] >> i % 8 & 1) == 0) continue;
+            if (firstPage + i >= pages()) throw Damaged("die Seitenbelegung nennt eine Seite hinter dem Ende der Datei");
+            found.push_back(static_cast<std::uint32_t>(firstPage + i));
+        }
     };
     if (map.u8(0) == 0) {
         collect(map.from(5), map.u32(1));
@@ -128,14 +139,19 @@ std::vector<std::uint32_t> JetDatei::usageMap(std::uint32_t pointer) const {
         for (std::size_t i = 0; 1 + 4 * i + 4 <= map.size; ++i) {
             const std::uint32_t number = map.u32(1 + 4 * i);
             if (number == 0) continue;
-            const Ausschnitt mapPage = page(number);
-            if (mapPage.u8(0) != UsageMapPage) throw Damaged("eine Seite der Seitenbelegung ist keine");
-            collect(mapPage.from(4), static_cast<std::uint64_t>(i) * (pageSize_ - 4) * 8);
+            collect(page(number, UsageMapPage).from(4), static_cast<std::uint64_t>(i) * (pageSize_ - 4) * 8);
         }
     } else {
         throw Damaged("die Art der Seitenbelegung ist unbekannt");
     }
     return found;
+}
+
+Ausschnitt JetDatei::longValuePiece(std::uint32_t pointer) const {
+    const Ausschnitt piece = reference(pointer);
+    if (std::memcmp(page(pointer >> 8).at(OwnerAt, sizeof LongValueOwner), LongValueOwner, sizeof LongValueOwner) != 0)
+        throw Damaged("ein langer Wert liegt nicht auf seiner Seite");
+    return piece;
 }
 
 std::vector<std::uint8_t> JetDatei::longValue(Ausschnitt column) const {
@@ -146,11 +162,11 @@ std::vector<std::uint8_t> JetDatei::longValue(Ausschnitt column) const {
         return std::vector<std::uint8_t>(first, first + length);
     };
     if (head & InlineValue) return whole(column.from(LongValueHeader));
-    if (head & SinglePageValue) return whole(reference(pointer));
+    if (head & SinglePageValue) return whole(longValuePiece(pointer));
     if (head != length) throw Damaged("die Art eines langen Werts ist unbekannt");
     std::vector<std::uint8_t> value;
     while (pointer != 0) {
-        const Ausschnitt piece = reference(pointer);
+        const Ausschnitt piece = longValuePiece(pointer);
         pointer = piece.u32(0);
         if (piece.size == 4) throw Damaged("ein langer Wert hat ein leeres Glied");
         value.insert(value.end(), piece.data + 4, piece.data + piece.size);

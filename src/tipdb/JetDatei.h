@@ -23,7 +23,9 @@ public:
     // Places in the page layouts that differ between the two formats.
     std::size_t rowCountOffset() const { return jet4_ ? 12 : 8; }
 
-    Ausschnitt page(std::size_t number) const;
+    enum PageType : std::uint8_t { DataPage = 1, DefinitionPage = 2, IndexPage = 3, IndexLeafPage = 4, UsageMapPage = 5 };
+    Ausschnitt page(std::size_t number) const;                     // any page
+    Ausschnitt page(std::size_t number, PageType expected) const;  // Damaged if it is another
     struct Row {
         Ausschnitt bytes;
         bool moved = false;    // the bytes are a pointer to the row's new place
@@ -31,7 +33,7 @@ public:
     };
     Row row(std::size_t pageNumber, std::size_t rowNumber) const;
     Ausschnitt reference(std::uint32_t pointer) const;  // page number << 8 | row number
-    std::vector<std::uint32_t> usageMap(std::uint32_t pointer) const;  // page numbers, ascending
+    std::vector<std::uint32_t> usageMap(std::uint32_t pointer) const;  // page numbers, ascending, all inside the file
 
     // Content of a memo or OLE column, given its 12 byte header and what follows inside the row.
     std::vector<std::uint8_t> longValue(Ausschnitt column) const;
@@ -43,6 +45,7 @@ public:
     void spend(std::size_t amount) const;
 
 private:
+    Ausschnitt longValuePiece(std::uint32_t pointer) const;
     void readHeader();
     void decodePages(std::uint32_t databaseKey);
 

@@ -8,7 +8,6 @@ namespace brenvik::jet {
 
 namespace {
 
-constexpr std::uint8_t DataPage = 1, DefinitionPage = 2, IndexPage = 3, LeafPage = 4;
 constexpr std::uint32_t CatalogPage = 2;
 constexpr std::int64_t CatalogTableType = 1;
 constexpr std::size_t MaxDefinitionPages = 64, MaxColumns = 255, MaxIndexes = 255;
@@ -30,7 +29,8 @@ struct Column {
 struct Definition {
     std::vector<Column> columns;  // by number
     std::uint32_t rowCount = 0;
-    std::uint32_t usedPages = 0;  // pointer to the usage map
+    std::uint32_t usedPages = 0, freePages = 0;  // pointers to usage maps: the table's pages, and those with room
+    std::vector<std::uint32_t> columnMaps;       // the same of the columns with long values
     bool hasVariable = false;
 };
 
@@ -39,12 +39,21 @@ std::vector<std::uint8_t> definitionBytes(const JetDatei& file, std::uint32_t fi
     std::size_t count = 0;
     for (std::uint32_t number = firstPage; number != 0;) {
         if (++count > MaxDefinitionPages) throw Damaged("eine Tabellendefinition hat kein Ende");
-        const Ausschnitt p = file.page(number);
-        if (p.u8(0) != DefinitionPage) throw Damaged("eine Tabellendefinition fehlt");
+        const Ausschnitt p = file.page(number, JetDatei::DefinitionPage);
         bytes.insert(bytes.end(), p.data + (count == 1 ? 0 : 8), p.data + p.size);
         number = p.u32(4);
     }
     return bytes;
+}
+
+// The list at the end of a definition: column number and two map pointers each, FFFF behind the last.
+std::vector<std::uint32_t> columnMaps(Ausschnitt definition, std::size_t at) {
+    std::vector<std::uint32_t> maps;
+    for (; definition.u16(at) != 0xFFFF; at += 10) {
+        maps.push_back(definition.u32(at + 2));
+        maps.push_back(definition.u32(at + 6));
+    }
+    return maps;
 }
 
 Definition readDefinition(const JetDatei& file, std::uint32_t firstPage) {
@@ -54,8 +63,9 @@ Definition readDefinition(const JetDatei& file, std::uint32_t firstPage) {
     Definition result;
     result.rowCount = d.u32(jet4 ? 16 : 12);
     result.usedPages = d.u32(jet4 ? 55 : 35);
+    result.freePages = d.u32(jet4 ? 59 : 39);
     const unsigned columnCount = d.u16(jet4 ? 45 : 25);
-    const std::uint32_t indexCount = d.u32(jet4 ? 51 : 31);
+    const std::uint32_t logicalIndexCount = d.u32(jet4 ? 47 : 27), indexCount = d.u32(jet4 ? 51 : 31);
     if (columnCount == 0 || columnCount > MaxColumns || indexCount > MaxIndexes) throw Damaged("eine Tabellendefinition ist unsinnig");
     std::size_t at = jet4 ? 63 + indexCount * 12 : 43 + indexCount * 8;
     for (unsigned i = 0; i < columnCount; ++i, at += jet4 ? 25 : 18) {
@@ -75,6 +85,8 @@ Definition readDefinition(const JetDatei& file, std::uint32_t firstPage) {
         c.name = file.name(d.part(at, length));
         at += length;
     }
+    // The definitions of indexes, where there are any, stand before the list and are not read.
+    if (indexCount == 0 && logicalIndexCount == 0) result.columnMaps = columnMaps(d, at);
     std::stable_sort(result.columns.begin(), result.columns.end(), [](const Column& a, const Column& b) { return a.number < b.number; });
     for (std::size_t i = 1; i < result.columns.size(); ++i)
         if (result.columns[i].number == result.columns[i - 1].number) throw Damaged("zwei Spalten haben dieselbe Nummer");
@@ -164,8 +176,8 @@ void addRow(const JetDatei& file, const Definition& definition, Ausschnitt row, 
 
 void addPage(const JetDatei& file, const Definition& definition, std::uint32_t definitionPage, std::uint32_t number, Tabelle& out) {
     const Ausschnitt p = file.page(number);
-    if (p.u8(0) == IndexPage || p.u8(0) == LeafPage) return;
-    if (p.u8(0) != DataPage || p.u32(4) != definitionPage) throw Damaged("eine Datenseite gehört nicht zu ihrer Tabelle");
+    if (p.u8(0) == JetDatei::IndexPage || p.u8(0) == JetDatei::IndexLeafPage) return;
+    if (file.page(number, JetDatei::DataPage).u32(4) != definitionPage) throw Damaged("eine Datenseite gehört nicht zu ihrer Tabelle");
     const unsigned rows = p.u16(file.rowCountOffset());
     for (unsigned i = 0; i < rows; ++i) {
         const JetDatei::Row row = file.row(number, i);
@@ -181,6 +193,14 @@ void addPage(const JetDatei& file, const Definition& definition, std::uint32_t d
     }
 }
 
+// Maps that nobody needs for reading, but that show damage which reading alone would not meet.
+void checkMaps(const JetDatei& file, const Definition& definition, const std::vector<std::uint32_t>& pages) {
+    const std::vector<std::uint32_t> withRoom = file.usageMap(definition.freePages);
+    if (!std::includes(pages.begin(), pages.end(), withRoom.begin(), withRoom.end()))
+        throw Damaged("die Seitenbelegung widerspricht sich");
+    for (const std::uint32_t map : definition.columnMaps) file.usageMap(map);
+}
+
 }  // namespace
 
 std::shared_ptr<const Tabelle> readTable(const JetDatei& file, std::uint32_t definitionPage, const std::string& name) {
@@ -189,7 +209,9 @@ std::shared_ptr<const Tabelle> readTable(const JetDatei& file, std::uint32_t def
     for (const Column& c : definition.columns) columns.push_back({c.name, !c.isNumber()});
     auto table = std::make_shared<Tabelle>(name, std::move(columns));
     table->reserveRows(std::min<std::size_t>(definition.rowCount, file.pages() * 64));
-    for (const std::uint32_t number : file.usageMap(definition.usedPages)) addPage(file, definition, definitionPage, number, *table);
+    const std::vector<std::uint32_t> pages = file.usageMap(definition.usedPages);
+    checkMaps(file, definition, pages);
+    for (const std::uint32_t number : pages) addPage(file, definition, definitionPage, number, *table);
     if (table->rows() != definition.rowCount)
         throw Damaged("es sind " + std::to_string(table->rows()) + " statt " + std::to_string(definition.rowCount) + " Zeilen");
     return table;

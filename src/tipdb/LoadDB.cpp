@@ -3,6 +3,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
 #include "frame/Produkt.h"
 #include "frame/Reports.h"
@@ -24,11 +25,6 @@ constexpr std::int32_t CommandTimeout = 3, CursorLocationUnveraendert = 0;
 
 // The user has been told; nothing is left but to leave.
 struct LadenBeendet {};
-
-std::string utf8(const std::filesystem::path& path) {
-    const auto text = path.u8string();
-    return {reinterpret_cast<const char*>(text.data()), text.size()};
-}
 
 bool hasRows(const RecordSet& rs) { return rs.State() == RecordSet::Offen && !rs.atBOF() && !rs.atEOF(); }
 
@@ -82,7 +78,7 @@ void Lader::tellAndLeave(const std::string& text, bool traced, bool click) {
 void Lader::connect() {
     std::error_code ec;
     if (!std::filesystem::exists(path_, ec))
-        tellAndLeave(meldung::DatenbankFehlt1 + utf8(path_) + meldung::DatenbankFehlt2, true, true);
+        tellAndLeave(meldung::DatenbankFehlt1 + utf8FromPath(path_) + meldung::DatenbankFehlt2, true, true);
     neu_.objVerbindung = ctx_.objDB.ConnectAccess(ctx_, path_, datenbankPasswort(ctx_), 0, CommandTimeout, CursorLocationUnveraendert);
     ctx_.port.letEventsRun();
     if (neu_.objVerbindung->State() != Connection::Offen) tellAndLeave(meldung::DatenbankNichtGeoeffnet, false, false);
@@ -94,7 +90,7 @@ void Lader::connect() {
 
 void Lader::checkFormat(const RecordSet& rs) {
     if (rs.textOrEmpty(versionSpalte::Format) == DBFormat) return;
-    tellAndLeave(meldung::FormatFalsch1 + utf8(path_) + meldung::FormatFalsch2 + DBWunschVersion + meldung::FormatFalsch3 + neu_.strDBVersion +
+    tellAndLeave(meldung::FormatFalsch1 + utf8FromPath(path_) + meldung::FormatFalsch2 + DBWunschVersion + meldung::FormatFalsch3 + neu_.strDBVersion +
                      " [" + neu_.strDBDatum + "] " + meldung::FormatFalsch4 + std::string(produkt::WebAdresse),
                  true, true);
 }
@@ -195,7 +191,7 @@ void reportFailure(TipdbContext& ctx, const std::exception& error, const Zugriff
 bool mdacGenuegt(const std::string& version) { return version >= MdacMinimum; }
 
 std::string datenbankPasswort(TipdbContext& ctx) {
-    std::string password = DecryptText(ctx, PasswortCodiert, PasswortSchluessel);
+    std::string password = DecryptText(PasswortCodiert, PasswortSchluessel);
     ctx.trace.hide(password);
     return password;
 }

@@ -1,8 +1,8 @@
 #include "tipdb/Quelle.h"
 
 #include <cstring>
-#include <fstream>
 
+#include "frame/DateiSystem.h"
 #include "tipdb/DatenbankFehler.h"
 #include "tipdb/JetDatei.h"
 #include "tipdb/JetTabelle.h"
@@ -15,17 +15,13 @@ constexpr std::uintmax_t MaxFileBytes = 256U << 20;
 constexpr const char* Source = "Datenbankdatei";
 constexpr char SqliteMagic[] = "SQLite format 3";  // with its final zero byte
 
-std::vector<std::uint8_t> readFile(const std::filesystem::path& file) {
-    std::error_code ec;
-    const bool regular = std::filesystem::is_regular_file(file, ec);
-    const std::uintmax_t size = regular ? std::filesystem::file_size(file, ec) : 0;
-    if (!regular || ec) throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist nicht lesbar.", Source);
-    if (size > MaxFileBytes) throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist größer als 256 MB.", Source);
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
-    std::ifstream in(file, std::ios::binary);
-    in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!in) throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist nicht lesbar.", Source);
-    return bytes;
+std::vector<std::uint8_t> fileBytes(const std::filesystem::path& file) {
+    try {
+        const std::string bytes = readFile(file, MaxFileBytes);
+        return {bytes.begin(), bytes.end()};
+    } catch (const NumberedError& error) {
+        throw DatenbankFehler(error.number, std::string("Die Datenbankdatei ist nicht lesbar: ") + error.what(), Source);
+    }
 }
 
 bool looksLikeSqlite(const std::vector<std::uint8_t>& bytes) {
@@ -35,7 +31,7 @@ bool looksLikeSqlite(const std::vector<std::uint8_t>& bytes) {
 }  // namespace
 
 Datenbestand readDatabase(const std::filesystem::path& file, const std::string& password, const std::vector<std::string>& tables) {
-    std::vector<std::uint8_t> bytes = readFile(file);
+    std::vector<std::uint8_t> bytes = fileBytes(file);
     if (jet::JetDatei::looksLikeJet(bytes.data(), bytes.size())) return readJetDatabase(std::move(bytes), password, tables);
     if (looksLikeSqlite(bytes)) return readSqliteDatabase(std::move(bytes), tables);
     throw DatenbankFehler(dberr::Unspecified, "Das Format der Datenbankdatei wird nicht erkannt: Es ist weder eine Jet- noch eine SQLite-Datenbank.", Source);

@@ -1,0 +1,216 @@
+// Opening a database: what the tables in memory hold, and what the user is told when it goes wrong.
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <fstream>
+
+#include "Welt.h"
+
+namespace brenvik::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+namespace fs = std::filesystem;
+
+class Facts : public testing::TestWithParam<const char*> {};
+INSTANTIATE_TEST_SUITE_P(Formats, Facts, testing::Values("jet3", "jet4", "sqlite"), [](const auto& format) { return std::string(format.param); });
+
+TEST_P(Facts, tablesInMemory) {
+    Welt w;
+    w.loadFixture(GetParam() + std::string("/RegDaten.mdb"));
+    EXPECT_TRUE(w.ctx.blnDBGeladen);
+    EXPECT_EQ(w.ctx.strDBVersion, "1.2.18");
+    EXPECT_EQ(w.ctx.strDBDatum, "09.11.2002");
+    EXPECT_THAT(w.ctx.strDBVersionen, ElementsAre("1.0.0", "1.1.4", "1.2.0", "1.2.9", "1.2.18"));
+
+    std::string groups;
+    for (const Gruppe& g : w.ctx.udtGruppen) {
+        groups += std::to_string(g.Nummer) + " " + g.Name + " " + std::to_string(g.TippAnzahl) + ":";
+        for (const auto index : g.Tipps) groups += " " + std::to_string(index);
+        groups += "\n";
+    }
+    EXPECT_EQ(groups,
+              "1 System 7: 2 7 18 19 23 24 34 35\n"
+              "2 Sicherheit 2: 5 21 25\n"
+              "3 Oberfläche 5: 1 4 11 14 15 29\n"
+              "4 Startmenü 2: 1 32 33\n"
+              "5 Explorer 3: 3 4 10 20\n"
+              "6 Netzwerk 4: 7 26 27 27 28\n"
+              "7 Leere Gruppe -1:\n"
+              "8 Größe und Farbe 2: 11 30 31\n");
+    EXPECT_EQ(w.ctx.udtGruppen[7].Beschreibung, "");
+
+    std::string tree;
+    for (const Treebaum& t : w.ctx.udtTreebaum)
+        tree += std::to_string(t.Nummer) + "/" + std::to_string(t.Vorgänger) + "/" + std::to_string(t.Ebene) + "/" + std::to_string(t.Gruppe) + " ";
+    EXPECT_EQ(tree, "1/1/1/0 2/1/1/1 3/1/1/2 4/2/2/3 5/2/2/7 6/1/1/4 7/1/1/5 8/1/1/6 9/1/1/0 ");
+
+    std::string tips;
+    for (const TippListenEintrag& t : w.ctx.udtTippListe) tips += std::to_string(t.Index) + " ";
+    EXPECT_EQ(tips, "1 2 3 4 5 7 10 11 14 15 18 19 20 21 23 24 25 26 27 28 29 30 31 32 33 34 35 ");
+    const TippListenEintrag& effects = w.ctx.udtTippListe[8];
+    EXPECT_EQ(effects.Überschrift, "Effekte der Oberfläche");
+    EXPECT_EQ(effects.NeuInVersion, "1.2.9");
+    EXPECT_THAT(effects.Filter, ElementsAre(true, false, false, false, false, true, true));
+    EXPECT_EQ(w.ctx.udtTippListe[9].NeuInVersion, "0");
+    EXPECT_EQ(w.ctx.udtTippListe[26].Symbol, -32768);
+    EXPECT_TRUE(w.port.boxes.empty());
+}
+
+TEST_P(Facts, trace) {
+    Welt w;
+    w.ctx.trace.setFile(w.home / "trace.log");
+    w.ctx.trace.setDebug(true);
+    w.loadFixture(GetParam() + std::string("/RegDaten.mdb"));
+    DBClose(w.ctx);
+    EXPECT_EQ(w.ctx.objRS->State(), RecordSet::Geschlossen);
+    EXPECT_EQ(w.ctx.objVerbindung->State(), Connection::Geschlossen);
+    std::string own;
+    for (const std::string& line : traceLines(w.home / "trace.log"))
+        if (line.find("ReadRegistryKey") == std::string::npos && line.rfind("--- P", 0) != 0 && line.rfind("--- R", 0) != 0) own += line + "\n";
+    EXPECT_THAT(own, HasSubstr("Prozedur: LoadDB -Start-\n"));
+    EXPECT_THAT(own, HasSubstr("-- MDAC Version: 2.8\n--- Datenbank Datum und Version auslesen\n----- Anzahl: 5\n--- Datenbankversion: 1.2.18\n"
+                               "--- Datenbankdatum: 09.11.2002\n--- Gruppennamen auslesen\n--- Treebaum auslesen\n--- Tipp-Daten auslesen\n"
+                               "Prozedur: LoadDB -Ende-\n--- Datenbank geschlossen\n"));
+}
+
+// What each bad file tells the user, box by box, and whether the program goes on. The first box of a database report
+// carries the reason; the paths are those of the files below.
+struct BadInput {
+    std::string name;
+    fs::path file;
+    std::vector<std::string> told;
+    bool goesOn = false;
+    std::vector<std::string> sounds = {};
+};
+
+fs::path truncated(const TempDir& dir, const std::string& fixture, std::size_t bytes) {
+    return dir.put("gekürzt-" + fixture.substr(0, 4) + std::to_string(bytes) + ".mdb", bytesOf(jetFile(fixture)).substr(0, bytes));
+}
+
+// A database report asks whether to copy it; the other boxes have one button.
+bool isReport(const std::string& text) {
+    return text.find("Die Datenbankdatei: \"") != 0 && text.find("Datenbank konnte nicht") != 0 && text != "Passwort ungültig";
+}
+
+TEST(LoadDB, badInput) {
+    const TempDir dir;
+    const std::string ended = "Datenbank konnte nicht geöffnet werden, das Programm wird beendet.";
+    const auto format7 = [](const std::string& file) {
+        return "Die Datenbankdatei: \"" + file + "\" ist nicht für diese Programmversion geeignet.\r\n\r\nSie benötigen die Version: 1.2.18\r\n"
+               "Sie haben die Version:       1.2.18 [09.11.2002] ";
+    };
+    std::string sqliteWrong = bytesOf(jetFile("sqlite/RegDaten.mdb"));
+    for (std::size_t at = 200; at < sqliteWrong.size(); at += 97) sqliteWrong[at] = static_cast<char>(sqliteWrong[at] ^ 0x55);
+    const std::vector<BadInput> cases = {
+        {"no file", dir / "fehlt.mdb",
+         {"Die Datenbankdatei: \"" + (dir / "fehlt.mdb").string() + "\" wurde nicht gefunden.\r\n\r\nBitte überprüfen Sie die Installation und starten Sie das Programm neu !"},
+         false, {"klick.wav"}},
+        {"folder", dir.path(), {"bvkADO.ConnectAccess", ended}},
+        {"text file", jetFile("beschaedigt/text.mdb"), {"Das Format der Datenbankdatei wird nicht erkannt", ended}},
+        {"empty file", dir.put("leer.mdb", ""), {"Das Format der Datenbankdatei wird nicht erkannt", ended}},
+        {"short Jet 3", truncated(dir, "jet3/RegDaten.mdb", 20480), {"Die Datenbankdatei ist beschädigt", ended}},
+        {"short Jet 4", truncated(dir, "jet4/RegDaten.mdb", 40000), {"die letzte Seite ist unvollständig", ended}},
+        {"short SQLite", truncated(dir, "sqlite/RegDaten.mdb", 9000), {"Die Datenbankdatei ist beschädigt", ended}},
+        {"bent SQLite", dir.put("verbogen.mdb", sqliteWrong), {"Die Datenbankdatei ist beschädigt", ended}},
+        {"newer Access", dir.put("neu.mdb", std::string("\0\1\0\0Standard Jet DB\0\2", 21) + std::string(8192, '\0')),
+         {"nur die Formate Jet 3 und Jet 4 werden gelesen", ended}},
+        {"format 7, Jet 3", jetFile("jet3/RegDaten-format7.mdb"), {format7(jetFile("jet3/RegDaten-format7.mdb").string())}, false, {"klick.wav"}},
+        {"format 7, Jet 4", jetFile("jet4/RegDaten-format7.mdb"), {format7(jetFile("jet4/RegDaten-format7.mdb").string())}, false, {"klick.wav"}},
+        {"other password", jetFile("jet4/RegDaten-pw-umlaut.mdb"), {"Passwort ungültig", "Passwort ungültig", ended}},
+        {"table missing, Jet 3", jetFile("jet3/RegDaten-ohneversion.mdb"), {"RS.Source: Select * From Version"}, true},
+        {"table missing, Jet 4", jetFile("jet4/RegDaten-ohneversion.mdb"), {"RS.Source: Select * From Version"}, true},
+    };
+    for (const BadInput& c : cases) {
+        SCOPED_TRACE(c.name);
+        Welt w;
+        w.ctx.strKlickWav = "klick.wav";
+        for (const std::string& text : c.told) w.port.expectBox(text, isReport(text) ? Answer::No : Answer::OK);
+        EXPECT_EQ(w.load(c.file), c.goesOn);
+        EXPECT_EQ(w.ctx.blnDBGeladen, c.goesOn);
+        EXPECT_EQ(w.port.sounds, c.sounds);
+        EXPECT_TRUE(w.port.done());
+        if (c.goesOn) {
+            EXPECT_TRUE(w.ctx.strDBVersionen.empty());
+            EXPECT_EQ(w.ctx.udtTippListe.size(), 27U);
+        }
+    }
+}
+
+TEST(LoadDB, damagedFilesEndInTheReportAtOnce) {
+    Welt w;
+    int count = 0;
+    for (const auto& entry : fs::directory_iterator(jetFile("beschaedigt"))) {
+        SCOPED_TRACE(entry.path().filename().string());
+        w.port.expectBox("bvkADO.ConnectAccess", Answer::No).expectBox("Datenbank konnte nicht geöffnet werden");
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_FALSE(w.load(entry.path()));
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+        EXPECT_TRUE(w.port.done());
+        ++count;
+    }
+    EXPECT_EQ(count, 26);
+}
+
+TEST(LoadDB, aFailedLoadKeepsTheDatabaseThatIsOpen) {
+    Welt w;
+    w.loadFixture("sqlite/RegDaten.mdb");
+    w.port.expectBox("bvkADO.ConnectAccess", Answer::No).expectBox("Datenbank konnte nicht geöffnet werden");
+    EXPECT_FALSE(w.load(jetFile("beschaedigt/text.mdb")));
+    EXPECT_EQ(w.ctx.strDBVersion, "1.2.18");
+    EXPECT_EQ(w.ctx.udtGruppen.size(), 8U);
+    w.readTip(5);
+    EXPECT_EQ(w.ctx.aktuellerTipp.Überschrift, "Einträge im Startmenü sperren");
+}
+
+TEST(LoadDB, anEmptyTipTableLoads) {
+    for (const char* name : {"jet3/RegDaten-leer.mdb", "jet4/RegDaten-leer.mdb"}) {
+        Welt w;
+        w.loadFixture(name);
+        EXPECT_TRUE(w.ctx.udtTippListe.empty());
+        EXPECT_EQ(w.ctx.udtTreebaum.size(), 9U);
+        EXPECT_EQ(w.ctx.objRS->RecordCount(), 0);
+    }
+}
+
+TEST(LoadDB, theBuiltInPasswordOpensAProtectedFileAndStaysOutOfTheTrace) {
+    for (const char* name : {"jet3/RegDaten-pw.mdb", "jet4/RegDaten-pw.mdb", "jet3/RegDaten-pw-codiert.mdb", "jet4/RegDaten-pw-codiert.mdb"}) {
+        Welt w;
+        w.ctx.trace.setFile(w.home / "trace.log");
+        w.ctx.trace.setDebug(true);
+        w.loadFixture(name);
+        EXPECT_EQ(w.ctx.udtTippListe.size(), 27U) << name;
+        w.ctx.trace.write("x" + datenbankPasswort(w.ctx));
+        EXPECT_THAT(bytesOf(w.home / "trace.log"), testing::Not(HasSubstr(datenbankPasswort(w.ctx))));
+    }
+    EXPECT_EQ(Welt{}.ctx.blnDBGeladen, false);
+}
+
+TEST(LoadDB, otherPasswordsOpenWithTheirOwn) {
+    for (const char* name : {"jet3/RegDaten-pw-umlaut.mdb", "jet4/RegDaten-pw-umlaut.mdb"}) {
+        Welt w;
+        const auto connection = w.ctx.objDB.ConnectAccess(w.ctx, jetFile(name), "Grüße-Ärmel-15€");
+        EXPECT_EQ(connection->State(), Connection::Offen) << name;
+    }
+}
+
+TEST(LoadDB, whatFollowsAFailedConnection) {
+    const std::vector<DatenbankFehlerEintrag> none, authentication = {{static_cast<std::int32_t>(0x80040E4D), "", "", ""}}, other = {{1, "", "", ""}};
+    const auto auth = static_cast<std::int32_t>(0x80040E4D);
+    EXPECT_EQ(verbindungsfolge(auth, authentication, 0), Verbindungsfolge::StillAufgeben);
+    EXPECT_EQ(verbindungsfolge(auth, other, 0), Verbindungsfolge::PasswortMelden);
+    EXPECT_EQ(verbindungsfolge(auth, none, 1), Verbindungsfolge::PasswortMelden);
+    EXPECT_EQ(verbindungsfolge(auth, none, 2), Verbindungsfolge::Aufgeben);
+    EXPECT_EQ(verbindungsfolge(3706, none, 0), Verbindungsfolge::TreiberMelden);
+    EXPECT_EQ(verbindungsfolge(430, none, 0), Verbindungsfolge::TreiberMelden);
+    EXPECT_EQ(verbindungsfolge(-2147467259, other, 0), Verbindungsfolge::Bericht);
+}
+
+TEST(LoadDB, theDriverVersionIsComparedAsText) {
+    for (const auto& [version, enough] : std::map<std::string, bool>{{"2.8", true}, {"2.5", true}, {"2.50.4403.12", true}, {"2.1", false}, {"10.0", false}, {"0", false}})
+        EXPECT_EQ(mdacGenuegt(version), enough) << version;
+}
+
+}  // namespace
+}  // namespace brenvik::test
