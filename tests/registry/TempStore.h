@@ -1,49 +1,21 @@
 #pragma once
-// A folder of its own for each test, and a store in it.
-#include <atomic>
+// A store in a folder of its own, and short words for what the tests of this room do again and again.
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <memory>
-#include <random>
 #include <string>
 
 #include "registry/SqliteStore.h"
+#include "support/TempDir.h"
 
 namespace brenvik::test {
-
-class TempFolder {
-public:
-    TempFolder() {
-        std::random_device random;
-        path_ = std::filesystem::temp_directory_path() / ("brenvik-" + std::to_string(random()) + std::to_string(random()));
-        std::filesystem::create_directories(path_);
-    }
-    ~TempFolder() {
-        std::error_code error;
-        std::filesystem::remove_all(path_, error);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-    const std::filesystem::path& path() const { return path_; }
-    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
-};
 
 inline void writeFile(const std::filesystem::path& file, const std::string& content) {
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << content;
 }
 
-inline std::string readFile(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 struct TempStore {
-    TempFolder folder;
+    TempDir folder;
     SqliteStore store{folder / "registry.db"};
 };
 

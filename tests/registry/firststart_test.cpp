@@ -50,18 +50,18 @@ TEST(FirstStart, BadDataLeavesTheStoreEmpty) {
 }
 
 TEST(FirstStart, CopiesTheDriveOnce) {
-    TempFolder folder;
+    TempDir folder;
     const fs::path data = folder / "erststart", home = folder / "home";
     EXPECT_FALSE(copyDriveC(data, home));
     writeFile(data / "drive_c/WINDOWS/win.ini", "[windows]\r\n");
     writeFile(home / "drive_c.neu/half", "left by an interrupted start");
     EXPECT_TRUE(copyDriveC(data, home));
-    EXPECT_EQ(readFile(home / "drive_c/WINDOWS/win.ini"), "[windows]\r\n");
+    EXPECT_EQ(bytesOf(home / "drive_c/WINDOWS/win.ini"), "[windows]\r\n");
     EXPECT_FALSE(fs::exists(home / "drive_c.neu"));
     EXPECT_FALSE(fs::exists(home / "drive_c/half"));
     writeFile(home / "drive_c/WINDOWS/win.ini", "changed");
     EXPECT_FALSE(copyDriveC(data, home));
-    EXPECT_EQ(readFile(home / "drive_c/WINDOWS/win.ini"), "changed");
+    EXPECT_EQ(bytesOf(home / "drive_c/WINDOWS/win.ini"), "changed");
 }
 
 // The data that the program is shipped with.

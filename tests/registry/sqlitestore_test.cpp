@@ -245,7 +245,7 @@ TEST(SqliteStore, ReadOnlyKeys) {
 }
 
 TEST(SqliteStore, ReadOnlyFile) {
-    TempFolder folder;
+    TempDir folder;
     {
         SqliteStore store(folder / "registry.db");
         store.setValue(Root::LocalMachine, "S", Unnamed, sz("x"));

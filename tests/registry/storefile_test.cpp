@@ -54,19 +54,19 @@ TEST(StoreFile, BadFiles) {
         {"dangling link", [](const fs::path& f) { fs::create_symlink(f.parent_path() / "nowhere" / "x.db", f); }, "kann nicht geöffnet werden. Prüfen Sie"},
     };
     for (const Case& c : cases) {
-        TempFolder folder;
+        TempDir folder;
         const fs::path file = folder / "registry.db";
         c.make(file);
-        const std::string before = fs::is_regular_file(file) ? readFile(file) : "";
+        const std::string before = fs::is_regular_file(file) ? bytesOf(file) : "";
         const std::string message = openMessage(file);
         EXPECT_NE(message.find(c.message), std::string::npos) << c.what << ": " << message;
         EXPECT_NE(message.find("\"" + file.string() + "\""), std::string::npos) << c.what << ": " << message;
-        EXPECT_EQ(fs::is_regular_file(file) ? readFile(file) : "", before) << c.what;
+        EXPECT_EQ(fs::is_regular_file(file) ? bytesOf(file) : "", before) << c.what;
     }
 }
 
 TEST(StoreFile, Locked) {
-    TempFolder folder;
+    TempDir folder;
     makeStore(folder / "registry.db");
     sqlite::Database other((folder / "registry.db").string(), OpenForWriting);
     other.execute("PRAGMA locking_mode = EXCLUSIVE");
@@ -76,7 +76,7 @@ TEST(StoreFile, Locked) {
 }
 
 TEST(StoreFile, NoRights) {
-    TempFolder folder;
+    TempDir folder;
     makeStore(folder / "registry.db");
     fs::permissions(folder / "registry.db", fs::perms::none);
     if (std::ifstream(folder / "registry.db").good()) GTEST_SKIP() << "this user may read every file";
@@ -84,10 +84,10 @@ TEST(StoreFile, NoRights) {
 }
 
 TEST(StoreFile, DamageFoundLater) {
-    TempFolder folder;
+    TempDir folder;
     const fs::path file = folder / "registry.db";
     makeStore(file);
-    std::string content = readFile(file);
+    std::string content = bytesOf(file);
     for (std::size_t page = content.size() / 4096 * 3 / 4 * 4096; page < content.size(); page += 4096) content.replace(page, 64, 64, '\xEE');
     writeFile(file, content);
     SqliteStore store(file);
@@ -105,7 +105,7 @@ TEST(StoreFile, DamageFoundLater) {
 }
 
 TEST(StoreFile, NothingIsLeftBesideANewStore) {
-    TempFolder folder;
+    TempDir folder;
     { SqliteStore store(folder / "home/registry.db"); }
     std::vector<std::string> names;
     for (const auto& entry : fs::directory_iterator(folder / "home")) names.push_back(entry.path().filename().string());

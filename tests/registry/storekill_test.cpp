@@ -64,7 +64,7 @@ std::uint32_t runAndKill(const std::filesystem::path& file, std::uint32_t first,
 }  // namespace
 
 TEST(StoreKill, AcknowledgedWritesAreThere) {
-    TempFolder folder;
+    TempDir folder;
     const std::filesystem::path file = folder / "registry.db";
     { SqliteStore store(file); }
     std::uint32_t first = 1;
@@ -92,7 +92,7 @@ TEST(StoreKill, AcknowledgedWritesAreThere) {
 }
 
 TEST(StoreKill, ProcessesSeeEachOthersWrites) {
-    TempFolder folder;
+    TempDir folder;
     SqliteStore store(folder / "registry.db");
     store.setValue(Root::LocalMachine, "S\\K", ValueName::named("v"), sz("parent"));
     EXPECT_EQ(textOf(store, Root::LocalMachine, "S\\K", "v"), "parent");
