@@ -1,0 +1,62 @@
+// Whatever two transaction logs hold: they are replayed onto a dirty hive or left alone.
+#include <algorithm>
+
+#include "HiveSeed.h"
+#include "registry/hive/HiveLog.h"
+#include "registry/hive/HiveReader.h"
+
+using namespace brenvik;
+using namespace hivefmt;
+
+namespace {
+
+constexpr std::size_t sector = 512;
+
+Bytes dirtyHive() {
+    Bytes hive = seedHive(3);
+    put32(hive.data() + header::Sequence2, 1);
+    put32(hive.data() + header::Checksum, headerChecksum(hive.data()));
+    return hive;
+}
+
+// Makes a plausible log of arbitrary bytes: header, signatures and hashes as they have to be.
+void dress(Bytes& log, const Bytes& hive) {
+    if (log.size() < 2 * sector) log.resize(2 * sector);
+    const bool old = (log[8] & 1) != 0;
+    const std::uint8_t bins = log[9];
+    std::copy_n(hive.begin(), sector, log.begin());
+    put32(log.data() + header::Sequence1, 1);
+    put32(log.data() + header::Sequence2, 1);
+    put32(log.data() + header::FileType, old ? 1 : 6);
+    put32(log.data() + header::BinsSize, 4096u * bins);
+    put32(log.data() + header::Checksum, headerChecksum(log.data()));
+    if (old) std::memcpy(log.data() + sector, "DIRT", 4);
+    std::uint32_t sequence = 1;
+    for (std::size_t at = sector; !old && at + sector <= log.size(); ++sequence) {
+        std::uint8_t* const e = log.data() + at;
+        const std::uint32_t size = std::min<std::uint32_t>(roundUp(get16(e + 4), sector) + sector, static_cast<std::uint32_t>((log.size() - at) / sector * sector));
+        std::memcpy(e, "HvLE", 4);
+        put32(e + 4, size);
+        put32(e + 12, sequence);
+        put32(e + 16, 4096u * e[16]);
+        put32(e + 20, e[20] % 8);
+        put64(e + 24, logHash({e + 40, size - 40}));
+        put64(e + 32, logHash({e, 32}));
+        at += size;
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const Bytes hive = dirtyHive();
+    replayLogs(hive, {ByteSpan{data, size}});
+    Bytes log(data, data + size);
+    dress(log, hive);
+    try {
+        readHive(hive, {log, ByteSpan{data, size}});
+    } catch (const HiveError&) {
+    }
+    readHive(hive, {log}, HiveMode::Salvage);
+    return 0;
+}
