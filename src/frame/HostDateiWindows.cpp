@@ -1,0 +1,74 @@
+#ifdef _WIN32
+#include <string>
+
+#define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include "frame/HostDatei.h"
+
+namespace brenvik::host {
+namespace {
+
+std::error_code lastError() { return {static_cast<int>(::GetLastError()), std::system_category()}; }
+
+class Handle {
+public:
+    explicit Handle(HANDLE handle) : handle_(handle) {}
+    ~Handle() { if (handle_ != INVALID_HANDLE_VALUE) ::CloseHandle(handle_); }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+    HANDLE get() const { return handle_; }
+
+private:
+    HANDLE handle_;
+};
+
+}  // namespace
+
+std::FILE* openFile(const std::filesystem::path& file, const char* mode) {
+    const std::string text(mode);
+    return ::_wfopen(file.c_str(), std::wstring(text.begin(), text.end()).c_str());
+}
+
+std::tm localTime(std::time_t time) {
+    std::tm result{};
+    ::localtime_s(&result, &time);
+    return result;
+}
+
+std::error_code writeNewFile(const std::filesystem::path& file, std::string_view bytes, const std::filesystem::path&) {
+    const Handle out(::CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (out.get() == INVALID_HANDLE_VALUE) return lastError();
+    while (!bytes.empty()) {
+        const DWORD part = static_cast<DWORD>(bytes.size() < (1u << 30) ? bytes.size() : (1u << 30));
+        DWORD written = 0;
+        if (::WriteFile(out.get(), bytes.data(), part, &written, nullptr) == 0) return lastError();
+        bytes.remove_prefix(written);
+    }
+    return ::FlushFileBuffers(out.get()) != 0 ? std::error_code() : lastError();
+}
+
+std::error_code replaceFile(const std::filesystem::path& source, const std::filesystem::path& target) {
+    // ReplaceFile keeps the old file's rights; it needs an old file.
+    if (::ReplaceFileW(target.c_str(), source.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0) return {};
+    const bool done = ::MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    return done ? std::error_code() : lastError();
+}
+
+bool isReadOnly(const std::filesystem::path& file) {
+    const DWORD attributes = ::GetFileAttributesW(file.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+std::error_code setReadOnly(const std::filesystem::path& file, bool on) {
+    const DWORD attributes = ::GetFileAttributesW(file.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return lastError();
+    const DWORD wanted = on ? attributes | FILE_ATTRIBUTE_READONLY : attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
+    return ::SetFileAttributesW(file.c_str(), wanted) != 0 ? std::error_code() : lastError();
+}
+
+}  // namespace brenvik::host
+#endif
