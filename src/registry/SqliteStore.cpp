@@ -89,18 +89,9 @@ SqliteStore::~SqliteStore() { tables_.rollback(); }
 // One read transaction for each operation, so that all it sees is of one moment.
 template <class Work>
 auto SqliteStore::reading(const Work& work) {
-    struct Scope {
-        StoreTables* tables;
-        ~Scope() {
-            if (tables != nullptr) tables->rollback();   // nothing to keep; cannot fail
-        }
-    };
     try {
-        Scope scope{depth_ == 0 ? &tables_ : nullptr};
-        if (depth_ == 0) {
-            tables_.begin();
-            refresh();
-        }
+        std::optional<StoreTables::Snapshot> snapshot;
+        if (depth_ == 0) refresh(snapshot.emplace(tables_).dataVersion());
         return work();
     } catch (const sqlite::Error& error) {
         forget();
@@ -129,7 +120,7 @@ void SqliteStore::transaction(const std::function<void()>& changes) {
     try {
         if (outer) {
             tables_.beginWriting();
-            refresh();
+            refresh(StoreTables::Snapshot(tables_).dataVersion());
         } else {
             tables_.savepoint();
         }
@@ -162,8 +153,7 @@ void SqliteStore::flushTouched() {
     touched_.clear();
 }
 
-void SqliteStore::refresh() {
-    const std::int64_t version = tables_.dataVersion();
+void SqliteStore::refresh(std::int64_t version) {
     if (version != dataVersion_) forget();
     dataVersion_ = version;
 }

@@ -57,7 +57,7 @@ private:
 
     template <class Work> auto reading(const Work& work);
     template <class Work> void writing(const Work& work);
-    void refresh();
+    void refresh(std::int64_t version);
     void forget();
 
     Place place(Root root, std::string_view key);

@@ -111,7 +111,8 @@ void checkFormat(sqlite::Database& database, const fs::path& file) {
 void prepareConnection(sqlite::Database& database, const StoreOptions& options) {
     sqlite3_busy_timeout(database.handle(), options.busyTimeoutMs);
     database.execute("PRAGMA synchronous = NORMAL");
-    database.execute("PRAGMA cache_size = -16384");
+    database.execute("PRAGMA cache_size = -65536");
+    database.execute("PRAGMA wal_autocheckpoint = 4000");   // pages; each checkpoint waits for the disk
     database.execute("PRAGMA trusted_schema = OFF");
     database.execute("PRAGMA cell_size_check = ON");
 }

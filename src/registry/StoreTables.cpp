@@ -16,7 +16,6 @@ std::string foldedBytes(std::u16string_view upcased) {
 
 const char* StoreTables::sqlOf(Query query) {
     switch (query) {
-        case Query::Begin: return "BEGIN";
         case Query::BeginImmediate: return "BEGIN IMMEDIATE";
         case Query::Commit: return "COMMIT";
         case Query::Rollback: return "ROLLBACK";
@@ -41,9 +40,8 @@ const char* StoreTables::sqlOf(Query query) {
         case Query::HasValue: return "SELECT 1 FROM value WHERE key = ?1 AND folded = ?2";
         case Query::Value: return "SELECT type, bytes FROM value WHERE key = ?1 AND folded = ?2";
         case Query::Values: return "SELECT name, type, bytes FROM value WHERE key = ?1 ORDER BY id";
-        case Query::PutValue:
-            return "INSERT INTO value(key, folded, name, type, bytes) VALUES (?1, ?2, ?3, ?4, ?5) "
-                   "ON CONFLICT(key, folded) DO UPDATE SET type = excluded.type, bytes = excluded.bytes";
+        case Query::ChangeValue: return "UPDATE value SET type = ?3, bytes = ?4 WHERE key = ?1 AND folded = ?2";
+        case Query::InsertValue: return "INSERT INTO value(key, folded, type, bytes, name) VALUES (?1, ?2, ?3, ?4, ?5)";
         case Query::EraseValue: return "DELETE FROM value WHERE key = ?1 AND folded = ?2";
         case Query::Count: break;
     }
@@ -65,12 +63,6 @@ void StoreTables::rollback() noexcept {
 }
 
 bool StoreTables::inTransaction() const { return sqlite3_get_autocommit(database_.handle()) == 0; }
-
-std::int64_t StoreTables::dataVersion() {
-    auto row = statement(Query::DataVersion).run();
-    row.step();
-    return row.number(0);
-}
 
 std::optional<KeyRef> StoreTables::child(std::int64_t parent, std::string_view folded) {
     auto row = statement(Query::Child).run();
@@ -162,10 +154,19 @@ std::vector<NamedValue> StoreTables::values(std::int64_t key) {
 }
 
 void StoreTables::putValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value) {
-    auto row = statement(Query::PutValue).run();
-    row.bind(1, key).bindBytes(2, folded.data(), folded.size()).bind(3, name).bind(4, std::int64_t{value.type});
-    row.bindBytes(5, value.bytes.data(), value.bytes.size());
-    row.step();
+    const auto bindTo = [&](sqlite::Statement::Use& row) {
+        row.bind(1, key).bindBytes(2, folded.data(), folded.size()).bind(3, std::int64_t{value.type});
+        row.bindBytes(4, value.bytes.data(), value.bytes.size());
+    };
+    {
+        auto row = statement(Query::ChangeValue).run();
+        bindTo(row);
+        row.step();
+    }
+    if (sqlite3_changes(database_.handle()) > 0) return;   // the name keeps its first form
+    auto row = statement(Query::InsertValue).run();
+    bindTo(row);
+    row.bind(5, name).step();
 }
 
 bool StoreTables::eraseValue(std::int64_t key, std::string_view folded) {

@@ -39,7 +39,17 @@ class StoreTables {
 public:
     explicit StoreTables(sqlite::Database& database) : database_(database) {}
 
-    void begin() { run(Query::Begin); }
+    // What is read while it lives is of one moment: its pending row keeps the read transaction open, which takes
+    // less than statements to begin and end one.
+    class Snapshot {
+    public:
+        explicit Snapshot(StoreTables& tables) : row_(tables.statement(Query::DataVersion)) { row_.step(); }
+        std::int64_t dataVersion() const { return row_.number(0); }   // changes when another connection has written
+
+    private:
+        sqlite::Statement::Use row_;
+    };
+
     void beginWriting() { run(Query::BeginImmediate); }
     void commit() { run(Query::Commit); }
     void rollback() noexcept;
@@ -47,7 +57,6 @@ public:
     void savepoint() { run(Query::Savepoint); }
     void release() { run(Query::Release); }
     void rollbackToSavepoint() { run(Query::RollbackTo); }
-    std::int64_t dataVersion();   // changes when another connection has written
 
     std::optional<KeyRef> child(std::int64_t parent, std::string_view folded);
     KeyRef insertKey(std::int64_t parent, std::string_view folded, std::string_view name, std::uint64_t written);
@@ -68,10 +77,10 @@ public:
 
 private:
     enum class Query : std::uint8_t {
-        Begin, BeginImmediate, Commit, Rollback, Savepoint, Release, RollbackTo, DataVersion,
+        BeginImmediate, Commit, Rollback, Savepoint, Release, RollbackTo, DataVersion,
         Child, InsertKey, EraseKey, EraseKeyValues, HasChildren, Children, ChildrenByAge, SetWritten, SetReadOnly,
         Details, SetDetails, InsertDescriptor, FindDescriptor,
-        HasValue, Value, Values, PutValue, EraseValue, Count
+        HasValue, Value, Values, ChangeValue, InsertValue, EraseValue, Count
     };
     static const char* sqlOf(Query query);
     sqlite::Statement& statement(Query query);

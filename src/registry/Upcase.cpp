@@ -86,9 +86,22 @@ void upcaseAll(std::u16string& units) {
 }
 
 std::u16string foldName(std::string_view name) {
-    std::u16string units = toUtf16(name);
-    upcaseAll(units);
-    return units;
+    std::u16string folded(name.size(), u'\0');   // never more units than bytes
+    std::size_t units = 0;
+    for (std::size_t place = 0; place < name.size();) {
+        const auto byte = static_cast<unsigned char>(name[place]);
+        if (byte < 0x80) {
+            folded[units++] = upcase(byte);
+            ++place;
+            continue;
+        }
+        std::size_t end = place;   // the bytes of a letter outside ASCII are all outside it
+        while (end < name.size() && static_cast<unsigned char>(name[end]) >= 0x80) ++end;
+        for (const char16_t unit : toUtf16(name.substr(place, end - place))) folded[units++] = upcase(unit);
+        place = end;
+    }
+    folded.resize(units);
+    return folded;
 }
 
 int compareNames(std::u16string_view left, std::u16string_view right) {
