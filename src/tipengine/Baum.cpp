@@ -112,8 +112,8 @@ void TippMaschine::buildVersions() {
 void TippMaschine::buildGroups(int filter) {
     auto& baum = ctx_.udtTreebaum;
     auto& tree = fenster().tvBVKDB;
-    std::vector<int> NodeAnEbene(ctx_.udtGruppen.size(), 0);
-    std::vector<bool> GruppeGefuellt(ctx_.udtGruppen.size(), false);
+    std::vector<int> NodeAnEbene(ctx_.udtGruppen.size() + 1, 0);   // levels count from 1
+    std::vector<bool> GruppeGefuellt(NodeAnEbene.size(), false);
 
     for (std::size_t i = 0; i < baum.size(); ++i) {
         reportAndGoOn(ctx_, "TreeEinlesen", [&] {

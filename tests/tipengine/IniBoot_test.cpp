@@ -1,0 +1,113 @@
+// Tips whose values lie in files: whole files before and after.
+#include "tipengine/Maschinenprobe.h"
+
+namespace brenvik::test {
+namespace {
+
+Zeile iniZeile() {
+    return {.Überschrift = "INI", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "NullPort", .Standardwert = "None", .INITipp = true,
+            .Hauptschlüssel = nullptr, .Schlüssel = "windows", .SchlüsselNT = "win.ini"};
+}
+
+TEST(IniTipp, AendertNurDieEineZeile) {
+    Probe p({iniZeile()});
+    const auto file = p.dir.put("drive_c/windows/WIN.INI", "; Kommentar \xE4\r\n[Windows]\r\n  nullport = alt  \r\nload=x\r\n");
+    p.show("INI");
+    EXPECT_EQ(p.panel().text, "alt");
+    EXPECT_EQ(p.panel().status.text, "[Wert in win.ini vorhanden]");
+    p.save();   // nothing touched: not one byte differs, and no message comes
+    EXPECT_EQ(bytesOf(file), "; Kommentar \xE4\r\n[Windows]\r\n  nullport = alt  \r\nload=x\r\n");
+    p.engine->userText(0, "Grün");
+    p.save();
+    const std::string after = bytesOf(file);
+    EXPECT_EQ(after.substr(0, 24), "; Kommentar \xE4\r\n[Windows]");
+    EXPECT_NE(after.find("=Gr\xFCn\r\nload=x\r\n"), std::string::npos) << after;
+    EXPECT_EQ(p.panel().text, "Grün");
+    p.port.expectBox("Soll der Eintrag wirklich gelöscht werden ?", Answer::Yes);
+    p.engine->clickRegDel();
+    EXPECT_EQ(bytesOf(file), "; Kommentar \xE4\r\n[Windows]\r\nload=x\r\n");
+    EXPECT_EQ(p.panel().status.text, "[Wert in win.ini nicht vorhanden]");
+}
+
+TEST(IniTipp, FehlendeDateiWirdGesuchtUndNichtErfunden) {
+    Probe p({iniZeile()});
+    p.port.expectBox("Die Datei win.ini konnte nicht gefunden werden", Answer::No);
+    p.show("INI");
+    EXPECT_EQ(p.panel().status.text, "[Datei: win.ini nicht vorhanden]");
+    EXPECT_EQ(p.fenster().fraInfo, "Datei nicht gefunden");
+    EXPECT_FALSE(p.fenster().KeySave);
+    const auto found = p.dir.put("anderswo/meine.ini", "[windows]\r\nNullPort=da\r\n");
+    p.port.expectBox("Die Datei win.ini konnte nicht gefunden werden", Answer::Yes).expectFile(found.string());
+    p.engine->reloadTipp();
+    EXPECT_EQ(p.panel().text, "da");
+}
+
+constexpr const char* Boot =
+    "[boot loader]\r\ntimeout=30\r\n[operating systems]\r\n"
+    "multi(0)disk(0)rdisk(0)partition(1)\\WINDOWS=\"Microsoft Windows XP\" /noexecute=optin /FASTDETECT\r\n"
+    "C:\\CMDCONS\\BOOTSECT.DAT=\"Wiederherstellung\" /cmdcons\r\nkaputt\r\n";
+
+class BootTipp : public ::testing::Test {
+protected:
+    BootTipp()
+        : p({{.Überschrift = "Boot", .Ausgabeart = 9, .Datentyp = 1, .Wertname = nullptr, .Anzeigetext = "/SOS#/NOGUIBOOT#/MAXMEM=#/fastdetect",
+              .Werteliste = "C:", .INITipp = true, .Hauptschlüssel = nullptr, .Schlüssel = "operating systems", .SchlüsselNT = "boot.ini"}}),
+          file(p.dir.put("drive_c/boot.ini", Boot)) {
+        p.port.onWindow("frmBVK_BootINI", [this](WindowRequest& w) {
+            auto& d = dynamic_cast<BootINIAnfrage&>(w);
+            d.antwort = answer;
+            if (answer == BootINIAnfrage::Antwort::Name) d.txtBootWert = "Neuer Eintrag";
+        });
+        p.show("Boot");
+    }
+    std::string replaced(std::string from, const std::string& what, const std::string& by) {
+        return from.replace(from.find(what), what.size(), by);
+    }
+    Probe p;
+    std::filesystem::path file;
+    BootINIAnfrage::Antwort answer = BootINIAnfrage::Antwort::Ueberschreiben;
+};
+
+TEST_F(BootTipp, ZeigtDieSchalterDesEintrags) {
+    EXPECT_EQ(p.panel().auswahl, (std::vector<std::string>{"Microsoft Windows XP", "Wiederherstellung", "Fehlerhafter Eintrag !!!"}));
+    EXPECT_FALSE(p.panel().txtBINIAktiv);
+    EXPECT_EQ(p.panel().txtBINI, "/noexecute=optin /FASTDETECT");
+    std::string boxes;
+    for (const auto& s : p.panel().schalter) boxes += s.angehakt ? '1' : '0';
+    EXPECT_EQ(boxes, "0001");
+    p.engine->userChoose(0, 1);
+    EXPECT_EQ(p.panel().txtBINI, "Wiederherstellung");
+    EXPECT_FALSE(p.fenster().KeyDel);
+}
+
+TEST_F(BootTipp, UnberuehrtBleibtJedesByte) {
+    p.save();
+    EXPECT_EQ(bytesOf(file), Boot);
+}
+
+TEST_F(BootTipp, UeberschreibenUndSicherung) {
+    p.engine->userSwitch(0, 0, true);
+    p.engine->userSwitch(0, 2, true);
+    p.engine->userSwitchText(0, 2, "128");
+    p.save();
+    EXPECT_EQ(bytesOf(file), replaced(Boot, "/noexecute=optin /FASTDETECT", "/noexecute=optin /SOS /MAXMEM=128 /fastdetect"));
+    EXPECT_EQ(bytesOf(p.dir / "drive_c/boot.ini.bvk"), Boot);
+}
+
+TEST_F(BootTipp, NeuerNameMachtEinenNeuenEintrag) {
+    answer = BootINIAnfrage::Antwort::Name;
+    p.engine->userSwitch(0, 3, false);
+    p.save();
+    EXPECT_EQ(bytesOf(file), std::string(Boot) + "multi(0)disk(0)rdisk(0)partition(1)\\WINDOWS=\"Neuer Eintrag\" /noexecute=optin\r\n");
+}
+
+TEST_F(BootTipp, AbbruchSchreibtNichts) {
+    answer = BootINIAnfrage::Antwort::Abbruch;
+    p.engine->userSwitch(0, 0, true);
+    p.save();
+    EXPECT_EQ(bytesOf(file), Boot);
+    EXPECT_TRUE(p.ctx->blnGeaendert);
+}
+
+}  // namespace
+}  // namespace brenvik::test

@@ -1,0 +1,269 @@
+// What a save writes, byte for byte, and what it leaves alone.
+#include <functional>
+
+#include "tipengine/Maschinenprobe.h"
+
+namespace brenvik::test {
+namespace {
+
+constexpr const char* Pfad = "HKCU\\Software\\Probe\\Wert";
+
+struct Fall {
+    const char* name;
+    Zeile zeile;
+    const char* before;    // "type:text", "-" for nothing
+    const char* input;     // as on the command line; nullptr: nothing is touched
+    const char* after;
+};
+
+void putIfAny(Probe& p, const std::string& typed) {
+    if (typed != "-") p.put(Pfad, static_cast<std::uint32_t>(std::stoul(typed)), typed.substr(typed.find(':') + 1));
+}
+
+TEST(Speichern, SchreibtGenauDasEingestellte) {
+    const Fall faelle[] = {
+        {"an", {.WertEin = "1", .WertAus = "0"}, "4:0", "on", "4:1"},
+        {"aus löscht", {.WertEin = "1", .WertAus = "<delkey>"}, "4:1", "off", "-"},
+        {"fehlender Wert folgt dem Kästchen", {.WertEin = "1", .WertAus = "0"}, "-", nullptr, "4:0"},
+        {"fehlend und aus ist löschen", {.WertEin = "1", .WertAus = "<delkey>"}, "-", nullptr, "-"},
+        {"fremder Wert bleibt unberührt", {.WertEin = "1", .WertAus = "0"}, "4:7", nullptr, "4:7"},
+        {"Großschreibung bleibt unberührt", {.Datentyp = 1, .WertEin = "yes", .WertAus = "no"}, "1:YES", nullptr, "1:YES"},
+        {"text", {.Ausgabeart = 2, .Datentyp = 1}, "1:alt", "neu \"ö\" €", "1:neu \"ö\" €"},
+        {"leerer Text lässt den Wert", {.Ausgabeart = 2, .Datentyp = 1}, "1:alt", "", "1:alt"},
+        {"expand", {.Ausgabeart = 2, .Datentyp = 2}, "2:%a%", "%b%", "2:%b%"},
+        {"hexadezimal", {.Ausgabeart = 2}, "4:1", "fFfFfFfF", "4:-1"},
+        {"hexadezimal 10", {.Ausgabeart = 2}, "-", "10", "4:16"},
+        {"zahl", {.Ausgabeart = 3, .Datentyp = 1, .WertEin = "1000", .WertAus = "0"}, "1:400", "250", "1:250"},
+        {"zahl mit Teiler", {.Ausgabeart = 3, .Datentyp = 1, .WertEin = "60", .WertAus = "1", .Werteliste = "1000"}, "1:20000", "5", "1:5000"},
+        {"krumme Zahl bleibt", {.Ausgabeart = 3, .Datentyp = 1, .WertEin = "60", .WertAus = "1", .Werteliste = "1000"}, "1:20499", nullptr, "1:20499"},
+        {"negativer Teiler", {.Ausgabeart = 3, .Datentyp = 1, .WertEin = "182", .WertAus = "32", .Werteliste = "-15"}, "1:-1125", "100", "1:-1500"},
+        {"binär 1", {.Ausgabeart = 3, .Datentyp = 3, .WertEin = "1000", .WertAus = "0"}, "-", "1", "3:01 00 00 00"},
+        {"binär 2", {.Ausgabeart = 3, .Datentyp = 3, .WertEin = "1000", .WertAus = "0"}, "-", "2", "3:02"},
+        {"binär 256", {.Ausgabeart = 3, .Datentyp = 3, .WertEin = "1000", .WertAus = "0"}, "-", "256", "3:FF 01"},
+        {"binär 300", {.Ausgabeart = 3, .Datentyp = 3, .WertEin = "1000", .WertAus = "0"}, "-", "300", "3:FF 2D"},
+        {"binär 510", {.Ausgabeart = 3, .Datentyp = 3, .WertEin = "1000", .WertAus = "0"}, "-", "510", "3:FF FF"},
+        {"auswahl", {.Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "eins#zwei"}, "1:eins", "zwei", "1:zwei"},
+        {"auswahl über Teiltext bleibt", {.Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "100#200"}, "1:1", nullptr, "1:1"},
+        {"option", {.Ausgabeart = 5, .Anzeigetext = "A#B", .Werteliste = "0#4294967295"}, "4:0", "B", "4:-1"},
+        {"option binär", {.Ausgabeart = 5, .Datentyp = 3, .Anzeigetext = "A#B", .Werteliste = "1#0"}, "3:1E 00 00 00", "B", "3:00 00 00 00"},
+        {"option binär unberührt", {.Ausgabeart = 5, .Datentyp = 3, .Anzeigetext = "A#B", .Werteliste = "1#0"}, "3:1E 00 00 00", nullptr, "3:1E 00 00 00"},
+        {"pfad", {.Ausgabeart = 6, .Datentyp = 1, .Anzeigetext = "Ordner"}, "1:C:\\Temp", "D:\\Neu", "1:D:\\Neu"},
+        {"farbe", {.Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "F"}, "1:1 2 3", "255 0 128", "1:255 0 128"},
+        {"farbe binär", {.Ausgabeart = 7, .Datentyp = 3, .Anzeigetext = "F"}, "3:01 02 03", "255 0 128", "3:FF 00 80"},
+        {"farbe binär unberührt", {.Ausgabeart = 7, .Datentyp = 3, .Anzeigetext = "F"}, "3:01 02 03 00", nullptr, "3:01 02 03 00"},
+        {"liste", {.Ausgabeart = 8, .Datentyp = 1, .Anzeigetext = "A"}, "-", "on", "1:no"},
+        {"liste ab", {.Ausgabeart = 8, .Datentyp = 1, .Anzeigetext = "A"}, "1:No", "off", "-"},
+        {"liste fremd", {.Ausgabeart = 8, .Datentyp = 1, .Anzeigetext = "A"}, "1:yes", nullptr, "1:yes"},
+        {"maske lässt fremde Bits", {.Ausgabeart = 11, .Anzeigetext = "A#B"}, "4:-2147483647", "01", "4:-2147483646"},
+        {"maske, neun Kästchen", {.Ausgabeart = 11, .Anzeigetext = "0#1#2#3#4#5#6#7#8"}, "4:0", "000000001", "4:256"},
+        {"binäre Maske lässt weitere Bytes", {.Ausgabeart = 11, .Datentyp = 3, .Anzeigetext = "0#1#2#3#4#5#6#7"}, "3:9E 3E 07 80", "00000001", "3:80 3E 07 80"},
+        {"mehrere Zeilen", {.Ausgabeart = 2, .Datentyp = 7}, "-", "eins\nzwei", nullptr},
+    };
+    for (const Fall& fall : faelle) {
+        SCOPED_TRACE(fall.name);
+        Zeile zeile = fall.zeile;
+        zeile.Überschrift = "Tipp";
+        Probe p({zeile});
+        putIfAny(p, fall.before);
+        p.show("Tipp");
+        if (fall.input != nullptr) {
+            EXPECT_EQ(p.engine->setEntryFromText(1, fall.input), "");
+        }
+        p.saveOk();
+        EXPECT_EQ(p.get(Pfad), fall.after != nullptr ? fall.after : std::string("7:eins\0zwei", 11));
+        EXPECT_FALSE(p.ctx->blnGeaendert);
+    }
+}
+
+TEST(Speichern, UnpassendesWirdAbgelehntUndNichtsGeschrieben) {
+    const struct {
+        Zeile zeile;
+        const char* input;
+        const char* box;
+    } faelle[] = {
+        {{.Ausgabeart = 2}, "xyz", "Erwartet wird eine Hexadezimalzahl"},
+        {{.Ausgabeart = 2}, "123456789", "Erwartet wird eine Hexadezimalzahl"},
+        {{.Ausgabeart = 3, .Datentyp = 3, .WertEin = "99999", .WertAus = "0"}, "32768", "nur Zahlen von 0 bis 32767"},
+        {{.Ausgabeart = 2, .Datentyp = 3}, "kein Byte", "kann nicht als REG_BINARY gespeichert werden"},
+    };
+    for (const auto& fall : faelle) {
+        Zeile zeile = fall.zeile;
+        zeile.Überschrift = "Tipp";
+        zeile.AnzahlWerte = 1;
+        Probe p({{zeile}, {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "Zweiter", .HauptIndex = 1}});
+        p.put(Pfad, static_cast<std::uint32_t>(zeile.Datentyp), zeile.Datentyp == 3 ? "07" : "7");
+        const std::string before = p.get(Pfad);
+        p.show("Tipp");
+        p.engine->setEntryFromText(1, fall.input);
+        p.engine->setEntryFromText(2, "neu");
+        p.port.expectBox(fall.box);
+        p.save();
+        EXPECT_EQ(p.get(Pfad), before);
+        EXPECT_EQ(p.get("HKCU\\Software\\Probe\\Zweiter"), "-");
+        EXPECT_TRUE(p.ctx->blnGeaendert);
+        EXPECT_TRUE(p.recorder.begun.empty());
+        EXPECT_FALSE(p.port.waiting());
+    }
+}
+
+const std::vector<Zeile> Drei = {
+    {.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "A", .Standardwert = "a0", .AnzahlWerte = 2},
+    {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .Standardwert = "<delkey>", .HauptIndex = 1, .Schlüssel = "Software\\Zweiter"},
+    {.Index = 3, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "C", .HauptIndex = 1}};
+
+TEST(Speichern, AenderungKenntDieRohenWerte) {
+    Probe p(Drei);
+    p.put("HKCU\\Software\\Probe\\A", 2, "alt");
+    p.show("Drei");
+    p.engine->userText(0, "neu");
+    p.engine->userText(1, "auch");
+    p.saveOk();
+    ASSERT_EQ(p.recorder.ended.size(), 1u);
+    const auto& werte = p.recorder.ended[0].werte;
+    ASSERT_EQ(werte.size(), 2u);
+    EXPECT_EQ(werte[0].path, "HKEY_CURRENT_USER\\Software\\Probe\\A");
+    EXPECT_EQ(werte[0].alt, fromText("alt", 2));
+    EXPECT_EQ(werte[0].neu, fromText("neu", 1));
+    EXPECT_EQ(werte[1].alt, std::nullopt);
+    EXPECT_TRUE(werte[0].geschrieben && werte[1].geschrieben);
+    EXPECT_EQ(p.platform.settingChanges.size(), 1u);
+}
+
+TEST(Speichern, AbbruchInDerMitteSagtWasGeschriebenWurde) {
+    Probe p(Drei);
+    p.ctx->objBVKReg.SetPath("", "HKCU\\Software\\Zweiter\\");
+    p.ctx->objBVKReg.WriteValue("", 0);
+    p.store->setReadOnly(Root::CurrentUser, "Software\\Zweiter", true);
+    p.show("Drei");
+    p.engine->userText(0, "neu");
+    p.engine->userText(1, "geht nicht");
+    p.engine->userText(2, "später");
+    p.port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden").expectBox("nach 1 von 3 Werten abgebrochen");
+    p.save();
+    EXPECT_NE(p.port.lastBox().find("Geschrieben wurde:\r\nHKEY_CURRENT_USER\\Software\\Probe\\A"), std::string::npos);
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:neu");
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\C"), "-");
+    EXPECT_TRUE(p.ctx->blnGeaendert);
+    EXPECT_FALSE(p.port.waiting());
+    EXPECT_EQ(p.panel(0).status.text, "[Registry Wert vorhanden]");
+    EXPECT_EQ(p.panel(1).status.text, "[Registry Wert nicht vorhanden]");
+}
+
+TEST(Speichern, WasEinAndererInzwischenAenderteBleibt) {
+    Probe p(Drei);
+    p.put("HKCU\\Software\\Probe\\A", 1, "alt");
+    p.show("Drei");
+    p.put("HKCU\\Software\\Probe\\A", 1, "von anderen");
+    p.engine->userText(1, "neu");
+    p.saveOk();
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:von anderen");
+    EXPECT_EQ(p.panel(0).text, "von anderen");
+}
+
+TEST(Speichern, StandardSetztLoeschtUndUeberspringt) {
+    Probe p(Drei);
+    for (const char* path : {"HKCU\\Software\\Probe\\A", "HKCU\\Software\\Zweiter\\B", "HKCU\\Software\\Probe\\C"}) p.put(path, 1, "alt");
+    p.show("Drei");
+    p.port.expectBox("Windows Standardwerte zurückgesetzt", Answer::No);
+    p.engine->clickDefault(p.fenster().cmdDefault);
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:alt");
+    p.port.expectBox("Windows Standardwerte zurückgesetzt", Answer::Yes).expectBox("geändert/angelegt");
+    p.engine->clickDefault(p.fenster().cmdDefault);
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:a0");
+    EXPECT_EQ(p.get("HKCU\\Software\\Zweiter\\B"), "-");
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\C"), "1:alt");
+}
+
+TEST(Speichern, TippwechselFragt) {
+    Probe p({{.Index = 1, .Überschrift = "Eins", .Ausgabeart = 2, .Datentyp = 1}, {.Index = 2, .Überschrift = "Zwei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "W2"}});
+    p.show("Eins");
+    p.engine->userText(0, "neu");
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
+    p.show("Zwei");
+    EXPECT_EQ(p.get(Pfad), "-");
+    p.show("Eins");
+    EXPECT_EQ(p.panel().text, "");
+    p.engine->userText(0, "neu");
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("geändert/angelegt");
+    p.show("Zwei");
+    EXPECT_EQ(p.get(Pfad), "1:neu");
+    EXPECT_EQ(p.fenster().lblDBTippU, "Zwei");
+}
+
+TEST(Speichern, MenueUndKnopfVergleichenDieEigeneBeschriftung) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
+    p.show("Tipp");
+    int opened = 0;
+    p.port.onWindow("frmBVK_Bearbeiten", [&](WindowRequest& w) { opened += dynamic_cast<BearbeitenAnfrage&>(w).neu ? 1 : 10; });
+    p.engine->clickRegSave(p.fenster().mnuRegSave);
+    p.engine->clickDefault(p.fenster().mnuDefault);
+    EXPECT_EQ(opened, 11);
+}
+
+TEST(Loeschen, NurWerteNieDerSchluessel) {
+    Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .Wertname = nullptr, .AnzahlWerte = 1},
+             {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
+    p.put("HKCU\\Software\\Probe\\", 1, "unbenannt");
+    p.put("HKCU\\Software\\Probe\\B", 1, "b");
+    p.put("HKCU\\Software\\Probe\\Fremd", 1, "f");
+    p.show("Tipp");
+    p.port.expectBox("Schlüssel wird gelöscht", Answer::Yes);
+    p.engine->clickRegDel();
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\") + p.get("HKCU\\Software\\Probe\\B") + p.get("HKCU\\Software\\Probe\\Fremd"), "--1:f");
+    ASSERT_EQ(p.recorder.ended.size(), 1u);
+    EXPECT_EQ(p.recorder.ended[0].werte.size(), 2u);
+}
+
+TEST(Loeschen, KontextmenueMitAllemDarunter) {
+    Probe p({{.Überschrift = "Menü", .Ausgabeart = 10, .Datentyp = 1, .Wertname = nullptr, .Hauptschlüssel = "HKCR", .Schlüssel = "Directory\\shell"}});
+    p.put("HKCR\\Directory\\shell\\eins\\", 1, "Erster");
+    p.put("HKCR\\Directory\\shell\\eins\\Command\\", 1, "cmd.exe");
+    p.put("HKCR\\Directory\\shell\\zwei\\Command\\", 1, "calc.exe");
+    p.show("Menü");
+    ASSERT_EQ(p.panel().zeilen.size(), 2u);
+    EXPECT_EQ(p.panel().zeilen[0].unterText, "Erster");
+    EXPECT_EQ(p.fenster().cmdRegSave + p.fenster().cmdDefault, "&Neu&Bearbeiten");
+    p.engine->userTick(0, 0, true);
+    EXPECT_FALSE(p.ctx->blnGeaendert);
+    p.port.expectBox("Alle markierten Einträge werden gelöscht", Answer::Yes);
+    p.engine->clickRegDel();
+    EXPECT_EQ(p.get("HKCR\\Directory\\shell\\eins\\Command\\") + p.get("HKCR\\Directory\\shell\\zwei\\Command\\"), "-1:calc.exe");
+    ASSERT_EQ(p.recorder.begun.size(), 1u);
+    ASSERT_EQ(p.recorder.begun[0].schluessel.size(), 1u);
+    EXPECT_EQ(p.recorder.begun[0].schluessel[0].werte.size(), 2u);
+
+    // A changed entry keeps what the dialog did not touch; a new one with a name that is taken asks.
+    p.engine->userSelectRow(0, 0);
+    p.port.onWindow("frmBVK_Bearbeiten", [&](WindowRequest& w) {
+        auto& d = dynamic_cast<BearbeitenAnfrage&>(w);
+        EXPECT_EQ(d.txtKeyName + "|" + d.txtBefehl, d.neu ? "|" : "zwei|calc.exe");
+        d.txtKeyName = "zwei";
+        d.txtBefehl = "neu.exe";
+        d.speichern(d);
+    });
+    p.port.expectBox("Änderungen wurde in der Registry gespeichert");
+    p.engine->clickDefault(p.fenster().cmdDefault);
+    EXPECT_EQ(p.get("HKCR\\Directory\\shell\\zwei\\Command\\"), "1:neu.exe");
+    p.put("HKCR\\Directory\\shell\\zwei\\Command\\", 1, "alt.exe");
+    p.port.expectBox("ist schon vorhanden", Answer::No);
+    p.engine->clickRegSave(p.fenster().cmdRegSave);
+    EXPECT_EQ(p.get("HKCR\\Directory\\shell\\zwei\\Command\\"), "1:alt.exe");
+}
+
+TEST(BroadCast, SymbolgroesseGehtZurueckWieSieWar) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .Neustart = 2}});
+    const std::string size = "HKCU\\Control Panel\\Desktop\\WindowMetrics\\Shell Icon Size";
+    p.show("Tipp");
+    p.engine->userText(0, "x");
+    p.saveOk();
+    EXPECT_EQ(p.get(size), "-");
+    p.put(size, 1, "48");
+    p.engine->userText(0, "y");
+    p.saveOk();
+    EXPECT_EQ(p.get(size), "1:48");
+    ASSERT_EQ(p.platform.settingChanges.size(), 4u);
+    EXPECT_EQ(std::get<0>(p.platform.settingChanges[1]), 42u);
+}
+
+}  // namespace
+}  // namespace brenvik::test
