@@ -143,6 +143,7 @@ void SqliteStore::transaction(const std::function<void()>& changes) {
         }
         --depth_;
     } catch (const sqlite::Error& error) {
+        if (depth_ == 0) tables_.rollback();   // what failed right behind the beginning
         throw storeError(error, file_, regerr::NoAssignment);
     }
 }
