@@ -25,6 +25,7 @@ public:
     void Close() { rows_.reset(); }
 
     std::int64_t RecordCount() const;
+    std::size_t FieldCount() const { return openRows().columns().size(); }
     bool atBOF() const;  // before the first row: only without rows, since nothing moves backward
     bool atEOF() const;  // behind the last row
     void MoveFirst();

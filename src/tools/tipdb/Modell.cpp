@@ -1,0 +1,43 @@
+#include "Modell.h"
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+
+namespace brenvik::tipbau {
+
+namespace {
+
+template <std::size_t N> std::string nameOf(const std::array<Name, N>& names, std::int64_t nummer) {
+    for (const Name& name : names)
+        if (name.nummer == nummer) return name.text;
+    return std::to_string(nummer);
+}
+
+}  // namespace
+
+std::string artName(std::int64_t art) { return nameOf(Arten, art); }
+std::string typName(std::int64_t typ) { return nameOf(Typen, typ); }
+
+void Beschwerden::add(const Ort& ort, const std::string& text) { liste_.push_back({ort, text}); }
+
+std::vector<std::string> Beschwerden::lines() const {
+    std::vector<Eintrag> sorted = liste_;
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Eintrag& a, const Eintrag& b) {
+        return std::tie(a.ort.datei, a.ort.zeile, a.ort.nummer) < std::tie(b.ort.datei, b.ort.zeile, b.ort.nummer);
+    });
+    std::vector<std::string> result;
+    std::set<std::string> seen;
+    for (const Eintrag& e : sorted) {
+        const std::string line = e.ort.text() + ": " + e.text;
+        if (seen.insert(line).second) result.push_back(line);
+    }
+    return result;
+}
+
+Ort Zeile::ortVon(const std::string& feld) const {
+    const auto place = felder.find(feld);
+    return place == felder.end() ? ort : Ort{ort.datei, place->second, {}, 0};
+}
+
+}  // namespace brenvik::tipbau

@@ -1,0 +1,106 @@
+#pragma once
+// A tip database before it is one: groups, versions and rows with the place each came from, and the complaints about them.
+// Both the text sources and the tables of a finished database are brought into this form, so that one set of rules serves both.
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace brenvik::tipbau {
+
+// Where something stands, as the user finds it: "tipps/03_symbole.toml:12" or "RegDaten, Index 5".
+struct Ort {
+    std::string datei;
+    int zeile = 0;            // of a source; 0: the place has no lines
+    std::string satz = {};    // of a table instead: "Index", "Zeile"
+    std::int64_t nummer = 0;  // and which one
+    std::string text() const {
+        if (zeile > 0) return datei + ":" + std::to_string(zeile);
+        return satz.empty() ? datei : datei + ", " + satz + " " + std::to_string(nummer);
+    }
+};
+
+class Beschwerden {
+public:
+    void add(const Ort& ort, const std::string& text);
+    bool empty() const { return liste_.empty(); }
+    std::vector<std::string> lines() const;  // by file and line, each once
+
+private:
+    struct Eintrag {
+        Ort ort;
+        std::string text;
+    };
+    std::vector<Eintrag> liste_;
+};
+
+struct Version {
+    Ort ort;
+    std::string Version, Datum, Format;
+};
+
+struct GruppenQuelle {
+    Ort ort;
+    std::int64_t nummer = 0;
+    std::string name;
+    std::optional<std::string> beschreibung;
+    std::int64_t oberhalb = 0;  // number of the parent group, 0: none
+    std::int64_t reihenfolge = 0;
+};
+
+using OptText = std::optional<std::string>;
+
+// One row of RegDaten. Absent texts and numbers are null columns.
+struct Zeile {
+    Ort ort;
+    std::map<std::string, int> felder;  // line of each field of the source, by its column
+    std::int64_t Index = 0, HauptIndex = 0;
+    std::vector<std::int64_t> Gruppen;
+    OptText Hauptschlüssel, Schlüssel, SchlüsselNT, Wertname;
+    std::int64_t Datentyp = 1, Ausgabeart = 0;
+    OptText Überschrift, Beschreibung;
+    std::optional<std::int64_t> HilfeNummer;
+    std::int64_t AnzahlWerte = 0;
+    OptText WertEin, Anzeigetext, WertAus, Werteliste, Standardwert;
+    std::int64_t TypAnpassen = 0, Symbol = 2;
+    std::optional<std::int64_t> Verweis;
+    bool Win95 = false, Win98 = false, WinME = false, WinNT = false, Win2000 = false, WinXP = false;
+    OptText NeuInVersion;
+    std::optional<std::int64_t> Neustart;
+    bool INITipp = false, ADMExport = false;
+    OptText Beschriftung;
+
+    bool istKopf() const { return HauptIndex == 0; }
+    Ort ortVon(const std::string& feld) const;
+};
+
+struct Bestand {
+    std::vector<Version> versionen;
+    std::vector<GruppenQuelle> gruppen;
+    std::vector<Zeile> zeilen;  // table order; the rows of a Tip need not follow each other
+};
+
+// Texts and numbers of the format.
+inline constexpr const char* DelKey = "<delkey>";
+inline constexpr const char* Dateiliste = "<filelist>";
+inline constexpr const char* WindowsPfad = "[WindowsPfad]";
+inline constexpr const char* Sid = "[SID]";
+
+struct Name {
+    const char* text;
+    std::int64_t nummer;
+};
+inline constexpr std::array<Name, 11> Arten = {{{"haken", 1}, {"text", 2}, {"zahl", 3}, {"auswahl", 4}, {"optionen", 5}, {"datei", 6}, {"farbe", 7}, {"liste", 8}, {"bootini", 9}, {"kontextmenue", 10}, {"bitmaske", 11}}};
+inline constexpr std::array<Name, 5> Typen = {{{"REG_SZ", 1}, {"REG_EXPAND_SZ", 2}, {"REG_BINARY", 3}, {"REG_DWORD", 4}, {"REG_MULTI_SZ", 7}}};
+namespace art {
+inline constexpr std::int64_t Haken = 1, Text = 2, Zahl = 3, Auswahl = 4, Optionen = 5, Datei = 6, Farbe = 7, Liste = 8, BootIni = 9, Kontextmenue = 10, Bitmaske = 11;
+}
+namespace typ {
+inline constexpr std::int64_t Sz = 1, ExpandSz = 2, Binary = 3, Dword = 4, MultiSz = 7;
+}
+std::string artName(std::int64_t art);
+std::string typName(std::int64_t typ);
+
+}  // namespace brenvik::tipbau

@@ -1,0 +1,15 @@
+#pragma once
+// The rules of the tip database: what a row must have so that the program shows, reads and writes what is meant.
+#include "Modell.h"
+
+namespace brenvik::tipbau {
+
+void checkAll(const Bestand& bestand, Beschwerden& complaints);
+
+// A row by its kind and data type; entries is the number of entries of its Tip.
+void checkKind(const Zeile& row, std::size_t entries, Beschwerden& complaints);
+
+// Parts that both files of rules use.
+std::vector<std::string> pieces(const OptText& text, const char* separator = "#");
+
+}  // namespace brenvik::tipbau
