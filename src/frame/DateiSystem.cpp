@@ -167,6 +167,7 @@ std::int16_t DirList(FrameContext& ctx, std::string_view pattern, std::vector<st
         if (found.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) throw NumberedError(errnum::Overflow, "Überlauf");
         std::sort(found.begin(), found.end(), [](const std::string& left, const std::string& right) { return compareText(left, right) < 0; });
         count = static_cast<std::int16_t>(found.size());
+        found.insert(found.begin(), std::string());   // names count from 1
         names = std::move(found);
     });
     trace.r(count);

@@ -40,7 +40,7 @@ void setReadOnly(const std::filesystem::path& file, bool on);
 // --- the program's file helpers; their texts go through userPath ---
 bool ExistFileDirDrive(FrameContext& ctx, std::string_view path);   // "c" and "c:" mean the drive
 // Names of the files (no folders) that fit the pattern in its last part ("C:\WINDOWS\system32\*.cpl"), in lower case,
-// sorted. Without a hit names stays as it is.
+// sorted, from index 1 on ([0] is empty). Without a hit names stays as it is.
 std::int16_t DirList(FrameContext& ctx, std::string_view pattern, std::vector<std::string>& names);
 bool DateiDel(FrameContext& ctx, std::string_view path);            // files only; true also if nothing was there
 bool DateiCopy(FrameContext& ctx, std::string_view source, std::string_view target);  // into a folder too; failure shows text 204

