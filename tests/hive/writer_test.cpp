@@ -57,7 +57,7 @@ TEST(HiveWriter, HashesAreThoseOfTheUpperCasedUnits) {
     EXPECT_EQ(hash(std::string_view("\x36\x04\x61\0", 4), false), 0x416u * 37 + 65);
 }
 
-TEST(HiveWriter, ChangedHeaderFieldsAreKept) {
+TEST(HiveWriter, UnknownHeaderFieldsAreKept) {
     Hive hive = sampleHive(5, 1);
     hive.header = Bytes(headerSize);
     hive.header[112] = 0xAB;
