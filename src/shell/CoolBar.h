@@ -10,7 +10,7 @@
 #include <functional>
 
 #include "shell/Befehle.h"
-#include "shell/BVKEinstellungen.h"
+#include "shell/FensterEinstellungen.h"
 #include "shell/FlowLayout.h"
 #include "shell/Icons.h"
 

@@ -1,5 +1,7 @@
 #include "shell/Menues.h"
 
+#include <algorithm>
+
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -114,12 +116,9 @@ void Menues::show(const Hauptfenster& record, const std::function<bool(Befehl)>&
         if (action->data().isValid()) action->setEnabled(possible(static_cast<Befehl>(action->data().toInt())));
     if (!record.mnuRegSave.empty()) action(QStringLiteral("mnuRegSave"))->setText(qt(record.mnuRegSave));
     if (!record.mnuDefault.empty()) action(QStringLiteral("mnuDefault"))->setText(qt(record.mnuDefault));
-    for (const QAction* entry : menu(QStringLiteral("mnuTools"))->actions()) const_cast<QAction*>(entry)->setVisible(true);
-    for (const QAction* entry : menu(QStringLiteral("mnuDrWotson"))->actions()) const_cast<QAction*>(entry)->setVisible(true);
-    for (const std::string& name : record.versteckt)
-        if (QAction* hidden = action(qt(name))) hidden->setVisible(false);
-    action(QStringLiteral("mnuTools"))->setVisible(record.mnuTools);
-    action(QStringLiteral("mnuRegedt32"))->setVisible(record.blnNTFamilie);
+    for (auto it = actions_.cbegin(); it != actions_.cend(); ++it)
+        it.value()->setVisible(std::find(record.versteckt.begin(), record.versteckt.end(), utf8(it.key())) == record.versteckt.end());
+    if (!record.blnNTFamilie) action(QStringLiteral("mnuRegedt32"))->setVisible(false);
     action(QStringLiteral("mnuFavListe"))->setEnabled(!menu(QStringLiteral("mnuFavListe"))->isEmpty());
 }
 

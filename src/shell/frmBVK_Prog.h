@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "frame/Context.h"
-#include "shell/BVKEinstellungen.h"
+#include "shell/FensterEinstellungen.h"
 #include "shell/Befehle.h"
 #include "shell/CoolBar.h"
 #include "shell/Icons.h"

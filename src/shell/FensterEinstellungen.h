@@ -1,8 +1,7 @@
 #pragma once
-// The program's own settings: what Load_BVKEinstellungen and Save_BVKEinstellungen move between the registry and the
-// program. All values are REG_SZ; measures are twips. A value that is no sensible one counts as missing.
+// The main window's own settings: place, splitters and bands. All values are REG_SZ below Einstellungen; measures are
+// twips. A value that is no sensible measure counts as missing.
 #include <array>
-#include <string>
 
 #include "registry/RegistryContext.h"
 
@@ -21,8 +20,10 @@ struct FensterEinstellungen {
                                         BandEinstellung{true, 5550, 3000, 375, true}, BandEinstellung{true, 900, 900, 330, false}};
 };
 
-// Fills ctx.einstellungen and answers the window's part.
-FensterEinstellungen Load_BVKEinstellungen(RegistryContext& ctx);
+FensterEinstellungen loadWindowSettings(RegistryContext& ctx);
+void saveWindowSettings(RegistryContext& ctx, const FensterEinstellungen& window);
+
+// The whole of Save_BVKEinstellungen: the window's settings and the core's.
 void Save_BVKEinstellungen(RegistryContext& ctx, const FensterEinstellungen& window);
 
 }  // namespace brenvik

@@ -1,0 +1,85 @@
+#include "shell/FensterEinstellungen.h"
+
+#include <cmath>
+#include <string>
+
+#include "frame/Konvertierung.h"
+#include "registry/Einstellungen.h"
+#include "registry/ValueOperations.h"
+
+namespace brenvik {
+namespace {
+
+constexpr double LargestMeasure = 1'000'000;    // twips, about 66,000 pixels: beyond that no value is meant seriously
+constexpr std::int16_t RegSz = 1;
+
+// One walk over all values serves reading and writing, so that the two cannot drift apart.
+template <class Mover> void walk(Mover& mover, FensterEinstellungen& window) {
+    const std::string base = EinstellungenPfad;
+    mover.measure(base + "MainLeft", window.MainLeft, -LargestMeasure);
+    mover.measure(base + "MainTop", window.MainTop, -LargestMeasure);
+    mover.measure(base + "MainWidth", window.MainWidth, 0);
+    mover.measure(base + "MainHeight", window.MainHeight, 0);
+    mover.measure(base + "SplitterVLeft", window.SplitterVLeft, 0);
+    mover.measure(base + "SplitterHTop", window.SplitterHTop, 0);
+    for (std::size_t i = 0; i < window.Band.size(); ++i) {
+        const std::string band = base + "Toolbar\\Band" + std::to_string(i + 1) + "_";
+        mover.flag(band + "Visible", window.Band[i].Visible);
+        mover.measure(band + "Width", window.Band[i].Width, 0);
+        mover.measure(band + "MinWidth", window.Band[i].MinWidth, 0);
+        mover.measure(band + "MinHeight", window.Band[i].MinHeight, 0);
+        if (i > 0) mover.flag(band + "NewRow", window.Band[i].NewRow);
+    }
+}
+
+struct Reader {
+    RegistryContext& ctx;
+    void measure(const std::string& path, double& twips, double smallest) {
+        const std::string text = ReadRegistryKey(ctx, path, numberText(twips));
+        const double read = isNumeric(text) ? toDbl(text) : NAN;
+        if (read >= smallest && read <= LargestMeasure)
+            twips = read;
+        else
+            unusable(path, text);
+    }
+    void flag(const std::string& path, bool& value) {
+        const std::string text = ReadRegistryKey(ctx, path, boolText(value));
+        try {
+            value = toBool(text);
+        } catch (const NumberedError&) {
+            unusable(path, text);
+        }
+    }
+    void unusable(const std::string& path, const std::string& text) {
+        ctx.trace.write("--- Einstellung " + path + " ist unbrauchbar: " + text);
+    }
+};
+
+struct Writer {
+    RegistryContext& ctx;
+    void measure(const std::string& path, double& twips, double) { SaveRegistryKey(ctx, path, numberText(twips), RegSz); }
+    void flag(const std::string& path, bool& value) { SaveRegistryKey(ctx, path, boolText(value), RegSz); }
+};
+
+}  // namespace
+
+FensterEinstellungen loadWindowSettings(RegistryContext& ctx) {
+    FensterEinstellungen window;
+    Reader reader{ctx};
+    walk(reader, window);
+    return window;
+}
+
+void saveWindowSettings(RegistryContext& ctx, const FensterEinstellungen& window) {
+    FensterEinstellungen copy = window;
+    Writer writer{ctx};
+    walk(writer, copy);
+}
+
+void Save_BVKEinstellungen(RegistryContext& ctx, const FensterEinstellungen& window) {
+    const ProcTrace trace(ctx.trace, "Save_BVKEinstellungen");
+    saveWindowSettings(ctx, window);
+    saveCoreSettings(ctx);
+}
+
+}  // namespace brenvik

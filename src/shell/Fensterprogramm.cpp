@@ -1,0 +1,95 @@
+#include "shell/Fensterprogramm.h"
+
+#include <QApplication>
+
+#include "frame/Errors.h"
+#include "shell/Farben.h"
+#include "shell/MaschinenEvents.h"
+#include "shell/QtPort.h"
+#include "shell/QtText.h"
+#include "shell/Screenshots.h"
+#include "shell/frmBVK_Prog.h"
+
+namespace brenvik {
+namespace {
+
+// The engine wants its observer before there is a record to make the window from.
+class ObserverRelay : public WindowObserver {
+public:
+    WindowObserver* target = nullptr;
+    void treeChanged() override { if (target) target->treeChanged(); }
+    void selectionChanged() override { if (target) target->selectionChanged(); }
+    void panelsChanged() override { if (target) target->panelsChanged(); }
+    void panelChanged(std::size_t place) override { if (target) target->panelChanged(place); }
+    void windowChanged() override { if (target) target->windowChanged(); }
+};
+
+// One picture of the window for each panel kind of the database, in light and dark, at 1x and 2x.
+void takeScreenshots(QApplication& application, Programm& program, frmBVK_Prog& window, const std::filesystem::path& folder) {
+    Context& ctx = program.context();
+    const auto save = [&](const std::string& name) {
+        for (const ColourMode mode : {ColourMode::Light, ColourMode::Dark})
+            for (const int scale : {1, 2}) {
+                setColourMode(application, mode);
+                const std::string file = name + (mode == ColourMode::Dark ? "-dunkel" : "-hell") + (scale == 2 ? "@2x" : "") + ".png";
+                saveScreenshot(window, qt((folder / file).string()), scale);
+            }
+    };
+    window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);    // whatever screen the pictures are taken on
+    window.resize(980, 720);
+    window.show();
+    save("start");
+    std::array<bool, 12> seen{};
+    for (const auto& row : ctx.udtTippListe) {
+        program.maschine().showTippByNumber(row.Index);
+        const auto& panels = ctx.frmBVK_Prog.panels;
+        if (panels.empty() || seen.at(static_cast<std::size_t>(panels[0].Ausgabeart))) continue;
+        seen[static_cast<std::size_t>(panels[0].Ausgabeart)] = true;
+        save("art" + std::to_string(panels[0].Ausgabeart));
+    }
+}
+
+int run(QApplication& application, const FensterOptionen& options, QtPort& port) {
+    const auto platform = makeNativePlatform();
+    ObserverRelay relay;
+    ChangeRecorder recorder;
+    Programm program(port, *platform, options.programm, relay, recorder);
+    Context& ctx = program.context();
+    frmBVK_Prog window(ctx.frmBVK_Prog, ctx.einstellungen, displayOrder);
+    MaschinenEvents events(program.maschine());
+
+    program.loadSettings();
+    ctx.frmBVK_Prog.tbsTree = ctx.einstellungen.TreeAktiv;
+    program.maschine().FrameStartEinstellungen();
+    window.applySettings(loadWindowSettings(ctx));
+    program.detectSystem();
+    window.setVersion(ctx.strProgVersion);
+    if (!program.loadDatabase()) return 1;
+    relay.target = &window;
+    window.attach(events);
+    program.maschine().TreeEinlesen();
+    if (!options.screenshots.empty()) {
+        takeScreenshots(application, program, window, options.screenshots);
+        return 0;
+    }
+    window.onUnload([&] {
+        ctx.einstellungen.TreeAktiv = ctx.intTreeAktiv;
+        Save_BVKEinstellungen(ctx, window.presentSettings());
+    });
+    window.show();
+    return application.exec();
+}
+
+}  // namespace
+
+int runFensterprogramm(QApplication& application, const FensterOptionen& options) {
+    QtPort port;
+    try {
+        return run(application, options, port);
+    } catch (const std::exception& error) {
+        port.tell(error.what(), box::Critical);
+        return 1;
+    }
+}
+
+}  // namespace brenvik

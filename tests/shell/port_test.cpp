@@ -1,0 +1,202 @@
+// Message boxes, file filters and the modal windows of the shell.
+#include <QDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest/QTest>
+
+#include "Fensterprobe.h"
+#include "shell/QtPort.h"
+#include "shell/frmBVK_Bearbeiten.h"
+#include "tipengine/Fensteranfragen.h"
+
+namespace brenvik::test {
+
+// Runs act in the modal window that opens next.
+void inNextWindow(std::function<void(QWidget&)> act) {
+    QTimer::singleShot(0, qApp, [act = std::move(act)] {
+        QWidget* modal = QApplication::activeModalWidget();
+        ASSERT_NE(modal, nullptr);
+        act(*modal);
+    });
+}
+
+struct BoxCase {
+    const char* name;
+    int flags;
+    QStringList captions;
+    std::vector<Answer> answers;    // by button
+};
+
+class Boxes : public testing::TestWithParam<BoxCase> {};
+
+TEST_P(Boxes, HaveTheirGermanButtonsAndAnswers) {
+    QtPort port;
+    for (std::size_t pressed = 0; pressed < GetParam().answers.size(); ++pressed) {
+        QStringList captions;
+        inNextWindow([&](QWidget& box) {
+            EXPECT_EQ(box.windowTitle(), "Brenvik");
+            auto* found = qobject_cast<QMessageBox*>(&box);
+            for (QAbstractButton* button : found->buttons()) captions << button->text();
+            for (QAbstractButton* button : found->buttons())
+                if (button->text() == GetParam().captions[static_cast<qsizetype>(pressed)]) return button->click();
+            box.close();
+        });
+        EXPECT_EQ(port.messageBox({"Text", GetParam().flags}), GetParam().answers[pressed]);
+        captions.sort();
+        QStringList expected = GetParam().captions;
+        expected.sort();
+        EXPECT_EQ(captions, expected);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Boxes, testing::Values(
+    BoxCase{"Ok", box::OK, {"OK"}, {Answer::OK}},
+    BoxCase{"OkCancel", box::OKCancel + box::Critical, {"OK", "Abbrechen"}, {Answer::OK, Answer::Cancel}},
+    BoxCase{"YesNo", box::YesNo + box::Question, {"&Ja", "&Nein"}, {Answer::Yes, Answer::No}},
+    BoxCase{"YesNoCancel", box::YesNoCancel, {"&Ja", "&Nein", "Abbrechen"}, {Answer::Yes, Answer::No, Answer::Cancel}},
+    BoxCase{"RetryCancel", box::RetryCancel + box::Exclamation, {"&Wiederholen", "Abbrechen"}, {Answer::Retry, Answer::Cancel}}),
+    [](const auto& one) { return std::string(one.param.name); });
+
+// Escape in "save the changes?" must not mean No.
+TEST(QtPort, YesOrNoIsAnsweredByNothingButItsButtons) {
+    QtPort port;
+    inNextWindow([](QWidget& box) {
+        QTest::keyClick(&box, Qt::Key_Escape);
+        EXPECT_TRUE(box.isVisible());
+        box.close();
+        EXPECT_TRUE(box.isVisible());
+        dynamic_cast<QMessageBox&>(box).buttons().first()->click();
+    });
+    port.messageBox({"Speichern?", box::YesNo});
+}
+
+TEST(QtPort, HelpLeavesTheQuestionOpen) {
+    QtPort port;
+    std::vector<std::string> helps;
+    port.onHelp([&](const std::string& file, int context) {
+        helps.push_back(file + "#" + std::to_string(context));
+        inNextWindow([](QWidget& box) { dynamic_cast<QMessageBox&>(box).buttons().first()->click(); });
+    });
+    inNextWindow([](QWidget& box) {
+        for (QAbstractButton* button : dynamic_cast<QMessageBox&>(box).buttons())
+            if (button->text() == "&Hilfe") return button->click();
+        box.close();
+    });
+    EXPECT_EQ(port.messageBox({"Text", box::OK + box::Help, "", "BRENVIK.hlp", 12}), Answer::OK);
+    EXPECT_EQ(helps, std::vector<std::string>{"BRENVIK.hlp#12"});
+}
+
+TEST(QtPort, FileFiltersOfTheProgramBecomeThoseOfTheDialog) {
+    EXPECT_EQ(qtFileFilters("DBName |*.mdb"), QStringList{"DBName (*.mdb)"});
+    EXPECT_EQ(qtFileFilters("Programme (*.EXE;*.COM.)|*.EXE;*.COM.|Alle Dateien (*.*)|*.*"),
+              (QStringList{"Programme (*.EXE;*.COM.) (*.EXE *.COM)", "Alle Dateien (*.*) (*)"}));
+    EXPECT_EQ(qtFileFilters("kein Trenner"), QStringList{});
+}
+
+struct UnknownRequest : WindowRequest {
+    std::string_view windowName() const override { return "frmBVK_Nirgends"; }
+};
+
+TEST(QtPort, AnUnknownWindowIsTold) {
+    QtPort port;
+    QString told;
+    inNextWindow([&](QWidget& box) {
+        told = dynamic_cast<QMessageBox&>(box).text();
+        dynamic_cast<QMessageBox&>(box).buttons().first()->click();
+    });
+    UnknownRequest request;
+    port.showWindow(request);
+    EXPECT_TRUE(told.contains("frmBVK_Nirgends"));
+}
+
+void press(QWidget& window, const char* name) { window.findChild<QPushButton*>(QString::fromUtf8(name))->click(); }
+
+TEST(Dialogs, DatentypContinuesOnlyByItsButton) {
+    QtPort port;
+    for (const bool go : {true, false}) {
+        DatentypAnfrage request;
+        request.tippNummer = "17";
+        request.typDatenbank = "REG_DWORD";
+        request.typRegistry = "REG_SZ";
+        request.inhalt = "5";
+        inNextWindow([go](QWidget& window) {
+            EXPECT_EQ(window.windowTitle(), "Unterschiedliche Datentypen");
+            EXPECT_EQ(window.findChild<QLabel*>("lblTypRegistry")->text(), "REG_SZ");
+            EXPECT_EQ(window.findChild<QPlainTextEdit*>("lblInhalt")->toPlainText(), "5");
+            if (go)
+                press(window, "cmdWeiter");
+            else
+                QTest::keyClick(&window, Qt::Key_Return);    // the default button deletes nothing
+        });
+        port.showWindow(request);
+        EXPECT_EQ(request.weiter, go);
+    }
+}
+
+TEST(Dialogs, BearbeitenSavesCompleteEntriesOnly) {
+    BearbeitenAnfrage request;
+    request.neu = false;
+    request.txtKeyName = "open";
+    request.befehlLesen = [](BearbeitenAnfrage& r) { r.txtBefehl = "notepad.exe"; };
+    request.befehlSuchen = [](BearbeitenAnfrage& r) { r.txtBefehl = "C:\\neu.exe"; };
+    std::vector<std::string> saved;
+    bool works = false;
+    request.speichern = [&](BearbeitenAnfrage& r) {
+        saved.push_back(r.txtKeyName + "|" + r.txtBeschreibung + "|" + r.txtBefehl);
+        return works;
+    };
+    frmBVK_Bearbeiten window(request, nullptr);
+    window.show();
+    const auto field = [&](const char* name) { return window.findChild<QLineEdit*>(QString::fromUtf8(name)); };
+    EXPECT_EQ(field("txtBefehl")->text(), "notepad.exe");
+    field("txtKeyName")->clear();
+    press(window, "cmdSave");
+    EXPECT_TRUE(saved.empty());
+    field("txtKeyName")->setText("öffnen");
+    field("txtBeschreibung")->setText("Öffnen mit");
+    press(window, "cmdBefehl");
+    EXPECT_EQ(field("txtBeschreibung")->text(), "Öffnen mit") << "what was typed stays";
+    press(window, "cmdSave");
+    EXPECT_TRUE(window.isVisible()) << "a refused save keeps the window";
+    works = true;
+    press(window, "cmdSave");
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(saved, (Lines{"öffnen|Öffnen mit|C:\\neu.exe", "öffnen|Öffnen mit|C:\\neu.exe"}));
+}
+
+TEST(Dialogs, BootINIRefusesANameThatIsThere) {
+    QtPort port;
+    struct Case {
+        const char* name;
+        const char* button;
+        BootINIAnfrage::Antwort answer;
+    };
+    for (const Case& c : {Case{"Windows XP", "cmdOK", BootINIAnfrage::Antwort::Abbruch}, Case{"Neu", "cmdOK", BootINIAnfrage::Antwort::Name},
+                          Case{"Windows XP", "cmdWrite", BootINIAnfrage::Antwort::Ueberschreiben},
+                          Case{"Neu", "cmdAbbruch", BootINIAnfrage::Antwort::Abbruch}}) {
+        BootINIAnfrage request;
+        request.txtBootWert = "Windows XP";
+        request.vorhandeneTitel = {"Windows XP", "DOS"};
+        int boxes = 0;
+        inNextWindow([&](QWidget& window) {
+            window.findChild<QLineEdit*>("txtBootWert")->setText(c.name);
+            inNextWindow([&](QWidget& box) {       // only if the name is refused
+                if (auto* message = qobject_cast<QMessageBox*>(&box)) {
+                    ++boxes;
+                    message->buttons().first()->click();
+                }
+            });
+            press(window, c.button);
+            if (window.isVisible()) window.close();
+        });
+        port.showWindow(request);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(request.antwort, c.answer) << c.name << " " << c.button;
+        EXPECT_EQ(boxes, std::string(c.button) == "cmdOK" && std::string(c.name) == "Windows XP" ? 1 : 0);
+    }
+}
+
+}  // namespace brenvik::test

@@ -1,0 +1,281 @@
+// Commands, tree, layout of the main window.
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+#include <QToolButton>
+#include <set>
+
+#include "Fensterprobe.h"
+#include "shell/Twips.h"
+
+namespace brenvik::test {
+
+using Names = std::set<std::string>;
+
+class Commands : public Fensterprobe {
+protected:
+    Names enabled() {
+        Names names;
+        for (const QAction* action : window.findChildren<QAction*>())
+            if (action->data().isValid() && action->isEnabled() && !action->objectName().isEmpty()) names.insert(utf8(action->objectName()));
+        for (const char* button : {"cmdRegSave", "cmdRegDel", "cmdKeyInfo", "cmdDefault"})
+            if (control<QPushButton>(button).isEnabled()) names.insert(button);
+        return names;
+    }
+};
+
+TEST_F(Commands, AreThereButDisabledUntilSomebodyHandlesThem) {
+    EXPECT_EQ(enabled(), (Names{"mnuBeenden", "mnuFavShow", "mnuFavButton", "mnuIcoTXTOn", "mnuIcoTXTOff", "tbrExit"}));
+}
+
+TEST_F(Commands, AFlagServesAllControlsOfItsCommand) {
+    for (int befehl = 0; befehl <= static_cast<int>(Befehl::History); ++befehl)
+        if (enableFlagOf(static_cast<Befehl>(befehl))) window.setCommand(static_cast<Befehl>(befehl), [] {});
+    const Names always = enabled();
+    const std::pair<bool Hauptfenster::*, Names> pairs[] = {
+        {&Hauptfenster::KeySave, {"tbrRegSave", "mnuRegSave", "cmdRegSave"}},
+        {&Hauptfenster::KeyDel, {"cmdRegDel", "mnuRegDel", "tbrRegDel"}},
+        {&Hauptfenster::Default, {"cmdDefault", "mnuDefault"}},
+        {&Hauptfenster::RegFile, {"tbrRegFileSave", "tbrAddRegListe", "mnuAddRegListe", "mnuRegFileSave"}},
+        {&Hauptfenster::ADMFile, {"tbrADMFileSave", "tbrAddADMListe", "mnuAddADMListe", "mnuADMFileSave"}},
+        {&Hauptfenster::KeyInfo, {"cmdKeyInfo", "mnuKeyInfo"}},
+        {&Hauptfenster::RegListe, {"mnuSrvRegListe", "tbrSrvRegListe"}},
+        {&Hauptfenster::ADMListe, {"mnuSrvADMListe", "tbrSrvADMListe"}},
+        {&Hauptfenster::mnuBSFreigabe, {"mnuBSFreigabe"}},
+        {&Hauptfenster::tbrHistory, {"tbrHistory"}},
+    };
+    for (const auto& [flag, names] : pairs) {
+        record.*flag = true;
+        window.windowChanged();
+        Names with = always;
+        with.insert(names.begin(), names.end());
+        EXPECT_EQ(enabled(), with);
+        record.*flag = false;
+    }
+}
+
+TEST_F(Commands, HandOnTheCaptionOfTheControlThatWasUsed) {
+    record.fraSteuerung = record.KeySave = record.Default = record.KeyDel = true;
+    window.windowChanged();
+    EXPECT_EQ(window.menues().action("mnuRegSave")->text(), "Wert s&peichern...") << "until the first Tip";
+    record.mnuRegSave = "Wert &speichern...";
+    record.cmdRegSave = "&Neu";
+    record.cmdDefault = "&Bearbeiten";
+    record.mnuDefault = "Stan&dard...";
+    window.windowChanged();
+    log.take();
+    window.menues().action("mnuRegSave")->trigger();
+    window.coolBar().button("tbrRegSave")->trigger();
+    QTest::mouseClick(&control<QPushButton>("cmdRegSave"), Qt::LeftButton);
+    window.menues().action("mnuDefault")->trigger();
+    QTest::mouseClick(&control<QPushButton>("cmdDefault"), Qt::LeftButton);
+    window.coolBar().button("tbrRegDel")->trigger();
+    EXPECT_EQ(log.take(), (Lines{"save Wert &speichern...", "save &Neu", "save &Neu", "default Stan&dard...", "default &Bearbeiten", "delete"}));
+}
+
+TEST_F(Commands, PlayTheClickBeforeTheirHandler) {
+    std::string order;
+    window.setCommand(Befehl::Suchen, [&] { order += "handler"; });
+    log.reaction = [&](const std::string& line) { order += line + " "; };
+    window.menues().action("mnuRegSuchen")->trigger();
+    window.coolBar().button("tbrSuchen")->trigger();
+    EXPECT_EQ(order, "klick handlerklick handler");
+}
+
+TEST_F(Commands, ControlSSavesThroughTheButton) {
+    record.fraSteuerung = true;
+    window.windowChanged();
+    window.activateWindow();
+    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(log.take(), Lines{}) << "the button is disabled";
+    record.KeySave = true;
+    window.windowChanged();
+    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+    QTest::qWait(150);
+    EXPECT_EQ(log.take(), Lines{"save &Speichern"});
+}
+
+TEST_F(Commands, WhatTheSystemHidesIsHidden) {
+    record.versteckt = {"mnusugverif", "mnuDrWotson16"};
+    record.blnNTFamilie = false;
+    window.windowChanged();
+    for (const char* hidden : {"mnusugverif", "mnuDrWotson16", "mnuRegedt32"}) EXPECT_FALSE(window.menues().action(hidden)->isVisible()) << hidden;
+    for (const char* hidden : {"tbrNetz", "tbrProfil"}) EXPECT_FALSE(window.coolBar().button(hidden)->isVisible()) << hidden;
+    record.versteckt.clear();
+    record.blnNTFamilie = true;
+    window.windowChanged();
+    for (const char* shown : {"mnusugverif", "mnuDrWotson16", "mnuRegedt32"}) EXPECT_TRUE(window.menues().action(shown)->isVisible()) << shown;
+    EXPECT_TRUE(window.coolBar().button("tbrNetz")->isVisible());
+}
+
+TEST_F(Commands, MnemonicsDoNotCollideWithinAMenu) {
+    for (const QMenu* menu : window.findChildren<QMenu*>()) {
+        std::multiset<QChar> used;
+        for (const QAction* action : menu->actions()) {
+            const qsizetype at = action->text().indexOf('&');
+            if (at >= 0 && at + 1 < action->text().size()) used.insert(action->text()[at + 1].toLower());
+        }
+        for (QChar key : used) EXPECT_EQ(used.count(key), 1u) << utf8(menu->objectName()) << " " << utf8(QString(key));
+    }
+}
+
+class Tree : public Fensterprobe {
+protected:
+    Tree() {
+        const int group = addNode(record, 0, "System", TreeNode::Art::Gruppe, 1);
+        record.tvBVKDB[static_cast<std::size_t>(group)].Sorted = true;
+        for (const char* text : {"Zeit", "ähnlich", "apfel", "Boot"}) addNode(record, group, text, TreeNode::Art::Tipp);
+        const int gone = addNode(record, 0, "leer", TreeNode::Art::Gruppe, 1);
+        record.tvBVKDB[0].kinder.pop_back();        // taken out again by the engine
+        removed = gone;
+        record.ausgewaehlterKnoten = 3;
+        window.treeChanged();
+    }
+    TippTree& tree() { return control<TippTree>("tvBVKDB"); }
+    int removed = 0;
+};
+
+TEST_F(Tree, ShowsTheNodesInOrderAndSelectsWithoutAnEvent) {
+    const QAbstractItemModel& model = *tree().model();
+    const QModelIndex root = model.index(0, 0), group = model.index(0, 0, root);
+    EXPECT_EQ(model.rowCount(root), 1) << "a node taken out is not shown";
+    QStringList texts;
+    for (int row = 0; row < model.rowCount(group); ++row) {
+        texts << model.index(row, 0, group).data().toString();
+        EXPECT_EQ(model.index(row, 0, group).parent(), group);
+    }
+    EXPECT_EQ(texts.join(' '), "ähnlich apfel Boot Zeit") ;
+    EXPECT_EQ(tree().currentIndex().data().toString(), "ähnlich");
+    EXPECT_TRUE(tree().isExpanded(root));
+    EXPECT_TRUE(tree().isExpanded(group)) << "the selected node is made visible";
+    record.ausgewaehlterKnoten = 5;
+    window.selectionChanged();
+    EXPECT_EQ(tree().currentIndex().data().toString(), "Boot");
+    record.tvBVKDB.clear();                          // the engine builds the next tree, events run meanwhile
+    EXPECT_FALSE(tree().currentIndex().data().isValid());
+    EXPECT_EQ(log.take(), Lines{});
+}
+
+TEST_F(Tree, AClickAndAReleasedKeyChooseANode) {
+    tree().setFocus();
+    QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, tree().visualRect(tree().currentIndex()).center());
+    EXPECT_EQ(log.take(), Lines{"node 3"});
+    QTest::keyClick(&tree(), Qt::Key_Down);
+    EXPECT_EQ(log.take(), Lines{"node 4"});
+    QTest::keyRelease(&tree(), Qt::Key_Tab);                          // the key that brought the focus here
+    QTest::keyClick(&tree(), Qt::Key_Control);
+    EXPECT_EQ(log.take(), Lines{});
+}
+
+TEST_F(Tree, TabsAskTheEngineAndShowItsAnswer) {
+    QTest::mouseClick(&control<QToolButton>("tbsTree(4)"), Qt::LeftButton);
+    EXPECT_EQ(log.take(), Lines{"tab 4"});
+    EXPECT_EQ(control<TabStrip>("tbsTree").selected(), 1) << "the record still says 1";
+    record.tbsTree = 9;
+    window.treeChanged();
+    EXPECT_EQ(control<TabStrip>("tbsTree").selected(), 9);
+    EXPECT_EQ(log.take(), Lines{});
+}
+
+TEST_F(Fensterprobe, DescriptionStatusAndRegionsFollowTheRecord) {
+    EXPECT_TRUE(control<QFrame>("fraBVKLogo").isVisible());
+    EXPECT_FALSE(control<QFrame>("fraSteuerung").isVisible());
+    record.sbrBVK = {"PC: X", "Tipp ist geeignet für: XP", "Index: 7"};
+    record.txtInfo = "eins\r\nzwei";
+    record.fraInfo = "Achtung";
+    record.fraInfoFarbe = TextFarbe::Rot;
+    record.lblDBTippU = "Überschrift";
+    showPanels({panelOfKind(art::CheckBox)});
+    EXPECT_FALSE(control<QFrame>("fraBVKLogo").isVisible());
+    EXPECT_TRUE(control<QFrame>("fraSteuerung").isVisible());
+    EXPECT_EQ(control<QPlainTextEdit>("txtInfo").toPlainText(), "eins\nzwei");
+    EXPECT_EQ(control<QLabel>("fraInfo.Caption").text(), "Achtung");
+    EXPECT_GT(control<QLabel>("fraInfo.Caption").palette().color(QPalette::WindowText).red(), 150);
+    EXPECT_EQ(control<QLabel>("lblDBTippU").text(), "Überschrift");
+    EXPECT_EQ(control<QLabel>("sbrBVK(2)").text(), "Tipp ist geeignet für: XP");
+}
+
+TEST_F(Fensterprobe, SplittersKeepTheirLimits) {
+    const auto left = [&] { return toTwips(control<SplitterBar>("imgSplitterV").x()); };
+    const auto top = [&] { return toTwips(control<SplitterBar>("imgSplitterH").y()); };
+    window.SizeControlsV(100);
+    window.SizeControlsH(100);
+    EXPECT_EQ(window.presentSettings().SplitterVLeft, 3400);
+    EXPECT_EQ(window.presentSettings().SplitterHTop, 4300);
+    const auto drag = [&](const char* name, QPoint by) {
+        auto& splitter = control<SplitterBar>(name);
+        const QPoint from(2, 2);
+        QTest::mousePress(&splitter, Qt::LeftButton, {}, from);
+        QTest::mouseMove(&splitter, from + by);
+        const QPoint during = splitter.pos();
+        QTest::mouseRelease(&splitter, Qt::LeftButton, {}, from + by);
+        return during;
+    };
+    const QPoint before = control<SplitterBar>("imgSplitterV").pos();
+    EXPECT_EQ(drag("imgSplitterV", {60, 0}), before) << "only the bar moves";
+    EXPECT_NEAR(left(), 3400 + 60 * 15, 15);
+    drag("imgSplitterV", {-5000, 0});
+    EXPECT_NEAR(left(), 3400, 15);
+    drag("imgSplitterV", {5000, 0});
+    EXPECT_NEAR(left(), toTwips(window.width()) - 3400, 15);
+    drag("imgSplitterH", {0, 5000});
+    EXPECT_NEAR(top(), toTwips(window.height()) - 2300, 15);
+    QTest::keyClick(&control<SplitterBar>("imgSplitterH"), Qt::Key_Up);
+    EXPECT_NEAR(top(), toTwips(window.height()) - 2300 - 225, 15);
+    EXPECT_EQ((SplitterLimits{226, 100}.bounded(150)), 226) << "the lower limit is tested first";
+}
+
+TEST_F(Fensterprobe, PlaceAndBandsSurviveARestart) {
+    FensterEinstellungen stored;
+    stored.MainLeft = 300;
+    stored.MainTop = 450;
+    stored.MainWidth = 12000;
+    stored.MainHeight = 10500;
+    stored.SplitterVLeft = 4500;
+    stored.SplitterHTop = 6000;
+    stored.Band[2].Visible = false;
+    stored.Band[1].NewRow = true;
+    window.applySettings(stored);
+    const FensterEinstellungen present = window.presentSettings();
+    EXPECT_EQ(present.MainLeft, 300);
+    EXPECT_EQ(present.MainTop, 450);
+    EXPECT_EQ(present.MainWidth, 12000);
+    EXPECT_EQ(present.MainHeight, 10500);
+    EXPECT_EQ(present.SplitterVLeft, 4500);
+    EXPECT_EQ(present.SplitterHTop, 6000);
+    EXPECT_FALSE(present.Band[2].Visible);
+    EXPECT_TRUE(present.Band[1].NewRow);
+    EXPECT_FALSE(window.menues().action("mnuFavShow")->isChecked());
+    window.menues().action("mnuFavShow")->trigger();
+    EXPECT_TRUE(window.presentSettings().Band[2].Visible);
+    EXPECT_TRUE(control<QWidget>("picToolbar").isVisible());
+    window.menues().action("mnuIcoTXTOff")->trigger();
+    EXPECT_FALSE(settings.ShowNavText);
+    EXPECT_EQ(control<QToolBar>("tbrBVKNav").toolButtonStyle(), Qt::ToolButtonIconOnly);
+}
+
+TEST_F(Fensterprobe, APlaceOnNoScreenIsMovedOntoOne) {
+    window.hide();
+    FensterEinstellungen far;
+    far.MainLeft = 900000;
+    far.MainTop = -900000;
+    far.MainWidth = 900000;
+    window.applySettings(far);
+    window.show();
+    EXPECT_TRUE(window.screen()->availableGeometry().intersects(QRect(window.pos(), QSize(100, 30))));
+    EXPECT_LE(window.width(), window.screen()->virtualSize().width());
+}
+
+TEST_F(Fensterprobe, ClosingAsksFirstAndSavesOnce) {
+    int saved = 0;
+    window.onUnload([&] { ++saved; });
+    log.mayClose = false;
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(saved, 0);
+    log.mayClose = true;
+    EXPECT_TRUE(window.close());
+    window.close();
+    EXPECT_EQ(saved, 1);
+}
+
+}  // namespace brenvik::test
