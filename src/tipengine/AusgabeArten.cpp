@@ -109,6 +109,7 @@ void TippMaschine::buildOptionsAuswahl(std::int16_t i) {
 
 // Kinds 6, 7 and 8 read their entries without a label; one status line then speaks for all of them.
 void TippMaschine::readSilently(Panel& panel) {
+    if (ctx_.aktuellerTipp.INITipp) return readIniSilently(panel);
     std::size_t found = 0, shown = 0;
     std::int16_t firstShown = 0;
     for (std::int16_t i : panel.eintraege) {
@@ -133,6 +134,18 @@ void TippMaschine::readSilently(Panel& panel) {
     for (std::int16_t i : panel.eintraege) wert(i).blnWertGelesen = wert(i).gefunden && !wert(i).ignoriert;
     if (shown < panel.eintraege.size()) panel.status = {strBVKTexte(31), StatusFarbe::Gefunden};
     FB_KeyDel(ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
+}
+
+void TippMaschine::readIniSilently(Panel& panel) {
+    bool found = false, any = false;
+    for (std::int16_t i : panel.eintraege) {
+        StatusZeile line;
+        ReadINITipp(i, &line, found);
+        if (!any || !found) panel.status = line;
+        any = any || wert(i).blnWertGelesen;
+        if (!found) return;   // a file that is not there is asked for once
+    }
+    FB_KeyDel(any && ctx_.einstellungen.LöschenAktiv);
 }
 
 namespace {

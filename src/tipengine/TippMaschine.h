@@ -124,6 +124,7 @@ private:
     void buildKontext();
     void buildBitMaske(std::int16_t i);
     void readSilently(Panel& panel);
+    void readIniSilently(Panel& panel);
     void finishOutput();
     void captionsNormal();
     void captionsKontext();
