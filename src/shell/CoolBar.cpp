@@ -1,6 +1,7 @@
 #include "shell/CoolBar.h"
 
 #include <QHBoxLayout>
+#include <QLayout>
 #include <iterator>
 
 #include "frame/Texte.h"
@@ -59,6 +60,8 @@ QToolBar* CoolBar::addToolBar(const char* name, const ToolButton* first, const T
     bar->setObjectName(QLatin1String(name));
     bar->setIconSize({IconSize, IconSize});
     bar->setMovable(false);
+    bar->layout()->setContentsMargins(0, 0, 0, 0);
+    bar->layout()->setSpacing(0);
     for (const ToolButton* entry = first; entry != last; ++entry) {
         if (entry->separatorBefore) bar->addSeparator();
         const QString control = QLatin1String(entry->name);
@@ -106,8 +109,13 @@ void CoolBar::refreshIcons() {
 }
 
 void CoolBar::NavBar(bool withText) {
-    for (QWidget* band : bands_)
-        if (auto* bar = qobject_cast<QToolBar*>(band)) bar->setToolButtonStyle(withText ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
+    for (QWidget* band : bands_) {
+        auto* bar = qobject_cast<QToolBar*>(band);
+        if (!bar) continue;
+        // Beside the combo box of the favourites there is one line of height and no more.
+        const Qt::ToolButtonStyle text = band == bands_[3] ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon;
+        bar->setToolButtonStyle(withText ? text : Qt::ToolButtonIconOnly);
+    }
     flow_->invalidate();
     emit heightChanged();
 }

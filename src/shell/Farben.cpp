@@ -24,7 +24,7 @@ QPalette lightPalette() {
 }
 
 QPalette darkPalette() {
-    QPalette p(QColor(0x33, 0x37, 0x3d), QColor(0x26, 0x29, 0x2e));
+    QPalette p(QColor(0x4a, 0x50, 0x58), QColor(0x35, 0x3a, 0x41));
     p.setColor(QPalette::WindowText, QColor(0xe6, 0xe8, 0xeb));
     p.setColor(QPalette::Text, QColor(0xe6, 0xe8, 0xeb));
     p.setColor(QPalette::ButtonText, QColor(0xe6, 0xe8, 0xeb));
@@ -38,7 +38,7 @@ QPalette darkPalette() {
     p.setColor(QPalette::PlaceholderText, QColor(0x9a, 0xa1, 0xaa));
     p.setColor(QPalette::Link, QColor(0x7f, 0xbb, 0xf2));
     for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        p.setColor(QPalette::Disabled, role, QColor(0x86, 0x8c, 0x95));
+        p.setColor(QPalette::Disabled, role, QColor(0x96, 0x9c, 0xa5));
     return p;
 }
 
@@ -53,19 +53,19 @@ void setColourMode(QApplication& application, ColourMode mode) {
 
 bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
 
-QColor warningColour(const QPalette& palette) { return isDark(palette) ? QColor(0xff, 0x85, 0x7c) : QColor(0xc8, 0x10, 0x10); }
+QColor warningColour() { return isDark(QApplication::palette()) ? QColor(0xff, 0x85, 0x7c) : QColor(0xc8, 0x10, 0x10); }
 
-QColor foundColour(const QPalette& palette) { return isDark(palette) ? QColor(0x8f, 0xc1, 0xff) : QColor(0x01, 0x00, 0x80); }
+QColor foundColour() { return isDark(QApplication::palette()) ? QColor(0x8f, 0xc1, 0xff) : QColor(0x01, 0x00, 0x80); }
 
 QColor accentColour(const QPalette& palette) { return isDark(palette) ? QColor(0x6f, 0xb4, 0xf0) : QColor(0x1f, 0x6f, 0xb8); }
 
-QColor statusColour(StatusFarbe colour, const QPalette& palette) {
+QColor statusColour(StatusFarbe colour) {
     switch (colour) {
-        case StatusFarbe::Gefunden: return foundColour(palette);
-        case StatusFarbe::Fehlt: return warningColour(palette);
+        case StatusFarbe::Gefunden: return foundColour();
+        case StatusFarbe::Fehlt: return warningColour();
         case StatusFarbe::Normal: break;
     }
-    return palette.color(QPalette::ButtonText);
+    return QApplication::palette().color(QPalette::ButtonText);
 }
 
 void setTextColour(QWidget& widget, const QColor& colour) {

@@ -13,10 +13,12 @@ enum class ColourMode { System, Light, Dark };
 
 void setColourMode(QApplication& application, ColourMode mode);
 bool isDark(const QPalette& palette);
-QColor statusColour(StatusFarbe colour, const QPalette& palette);
-QColor warningColour(const QPalette& palette);
-QColor foundColour(const QPalette& palette);
 QColor accentColour(const QPalette& palette);
+
+// By the application's palette: while it changes, the widgets take it over one after the other.
+QColor statusColour(StatusFarbe colour);
+QColor warningColour();
+QColor foundColour();
 
 // Sets the text colour of one widget; invalid: back to the palette's own.
 void setTextColour(QWidget& widget, const QColor& colour);

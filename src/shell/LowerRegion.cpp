@@ -40,17 +40,18 @@ InfoFrame::InfoFrame(QWidget* parent) : TitledFrame("fraInfo", parent), txtInfo_
     cmdHilfe_ = new QPushButton(qt(strBVKButtons(ButtonHelp)), this);
     cmdHilfe_->setObjectName(QStringLiteral("cmdHilfe"));
     lblHilfe_->setBuddy(cmdHilfe_);
+    auto* head = new QHBoxLayout;
+    body()->removeWidget(caption());
+    head->addWidget(caption(), 1);
+    head->addWidget(lblHilfe_);
+    head->addWidget(cmdHilfe_);
+    body()->addLayout(head);
     body()->addWidget(txtInfo_, 1);
-    auto* help = new QHBoxLayout;
-    help->addStretch(1);
-    help->addWidget(lblHilfe_);
-    help->addWidget(cmdHilfe_);
-    body()->addLayout(help);
 }
 
 void InfoFrame::show(const Hauptfenster& record, bool helpPossible) {
     caption()->setText(qt(record.fraInfo));
-    const QColor red = warningColour(palette());
+    const QColor red = warningColour();
     setTextColour(*caption(), record.fraInfoFarbe == TextFarbe::Rot ? red : QColor());
     setTextColour(*txtInfo_, record.txtInfoFarbe == TextFarbe::Rot ? red : QColor());
     const QString text = qt(record.txtInfo).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
@@ -71,7 +72,7 @@ ActionRow::ActionRow(IconSet& icons, std::function<void(Befehl, const QString&)>
         buttons_[i] = new QPushButton(qt(strBVKButtons(entry.caption)), holder);
         buttons_[i]->setObjectName(QLatin1String(entry.name));
         if (entry.tip >= 0) buttons_[i]->setToolTip(qt(strBVKTips(entry.tip)));
-        buttons_[i]->setMinimumWidth(110);
+        buttons_[i]->setMinimumWidth(98);
         flow->addWidget(buttons_[i]);
         connect(buttons_[i], &QPushButton::clicked, this, [run, entry] { run(entry.befehl, QLatin1String(entry.name)); });
     }

@@ -145,7 +145,7 @@ QList<QWidget*> PanelArea::tabChain() const {
     for (const PanelView* view : views_) {
         if (!view) continue;
         for (QWidget* child : view->findChildren<QWidget*>())
-            if (child->focusPolicy() & Qt::TabFocus && !child->focusProxy()) chain.append(child);
+            if (child->focusPolicy() & Qt::TabFocus && !child->focusProxy() && child->window() == window()) chain.append(child);   // not a combo box's list
     }
     return chain;
 }

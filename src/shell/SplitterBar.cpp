@@ -65,7 +65,7 @@ void SplitterBar::keyPressEvent(QKeyEvent* event) {
 void SplitterBar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(hasFocus() ? palette().color(QPalette::Highlight) : palette().color(QPalette::Mid));
+    painter.setBrush(hasFocus() ? palette().color(QPalette::Highlight) : palette().color(QPalette::PlaceholderText));
     painter.setRenderHint(QPainter::Antialiasing);
     const QPointF centre = QRectF(rect()).center();
     for (int i = -2; i <= 2; ++i) painter.drawEllipse(centre + (vertical() ? QPointF(0, i * 7) : QPointF(i * 7, 0)), 1.4, 1.4);

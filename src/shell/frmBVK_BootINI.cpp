@@ -24,7 +24,7 @@ frmBVK_BootINI::frmBVK_BootINI(UserPort& port, BootINIAnfrage& request, QWidget*
     lblBootWert->setBuddy(txtBootWert_);
     txtBootWert_->setAccessibleName(lblBootWert->text());
     QLabel* lblWarnung = label("lblWarnung", qt(strBVKTexte(TextWarning)));
-    setTextColour(*lblWarnung, warningColour(palette()));
+    setTextColour(*lblWarnung, warningColour());
     QPushButton* ok = button("cmdOK", qt(strBVKButtons(ButtonOk)));
     QPushButton* write = button("cmdWrite", qt(strBVKButtons(ButtonOverwrite)));
     QPushButton* cancel = button("cmdAbbruch", qt(strBVKButtons(ButtonCancel)));

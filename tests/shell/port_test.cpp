@@ -183,13 +183,15 @@ TEST(Dialogs, BootINIRefusesANameThatIsThere) {
         int boxes = 0;
         inNextWindow([&](QWidget& window) {
             window.findChild<QLineEdit*>("txtBootWert")->setText(c.name);
-            inNextWindow([&](QWidget& box) {       // only if the name is refused
-                if (auto* message = qobject_cast<QMessageBox*>(&box)) {
+            const bool refused = std::string(c.button) == "cmdOK" && std::string(c.name) == "Windows XP";
+            if (refused)
+                inNextWindow([&](QWidget& box) {
                     ++boxes;
-                    message->buttons().first()->click();
-                }
-            });
+                    EXPECT_EQ(dynamic_cast<QMessageBox&>(box).text(), "Name schon im Bootmenü vorhanden, bitte geben Sie einen anderen Namen an");
+                    dynamic_cast<QMessageBox&>(box).buttons().first()->click();
+                });
             press(window, c.button);
+            EXPECT_EQ(window.isVisible(), refused);
             if (window.isVisible()) window.close();
         });
         port.showWindow(request);

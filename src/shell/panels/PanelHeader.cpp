@@ -19,6 +19,7 @@ PanelHeader::PanelHeader(QWidget* parent)
     QFont bold = caption_->font();
     bold.setBold(true);
     caption_->setFont(bold);
+    caption_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     status_->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
@@ -27,7 +28,7 @@ void PanelHeader::setPlace(std::size_t place) { status_->setObjectName(elementNa
 void PanelHeader::setStatus(const StatusZeile& status) {
     status_->setText(qt(status.text));
     status_->setVisible(!status.text.empty());
-    setTextColour(*status_, status.farbe == StatusFarbe::Normal ? QColor() : statusColour(status.farbe, palette()));
+    setTextColour(*status_, status.farbe == StatusFarbe::Normal ? QColor() : statusColour(status.farbe));
     arrange();
 }
 

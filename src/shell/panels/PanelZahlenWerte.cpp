@@ -61,8 +61,8 @@ void PanelZahlenWerte::draw(const Panel& panel) {
     updZahlenWerte_->setValue(panel.Value);
     const QString text = qt(panel.zahlText);
     if (txtZahlenWerte_->text() != text) txtZahlenWerte_->setText(text);
-    setTextColour(*txtZahlenWerte_, panel.zahlUngueltig ? warningColour(palette()) : QColor());
-    setTextColour(*range_, panel.zahlUngueltig ? warningColour(palette()) : QColor());
+    setTextColour(*txtZahlenWerte_, panel.zahlUngueltig ? warningColour() : QColor());
+    setTextColour(*range_, panel.zahlUngueltig ? warningColour() : QColor());
     range_->setText(panel.zahlUngueltig
                         ? QStringLiteral("Keine Zahl von %1 bis %2; es gilt weiter %3.").arg(panel.Min).arg(panel.Max).arg(panel.Value)
                         : QStringLiteral("%1 bis %2").arg(panel.Min).arg(panel.Max));
