@@ -56,12 +56,10 @@ std::string passwordJet4(const Ausschnitt& header) {
 
 }  // namespace
 
-bool JetDatei::looksLikeJet(const std::uint8_t* bytes, std::size_t count) {
-    return count >= 20 && std::memcmp(bytes, "\0\1\0\0Standard Jet DB", 20) == 0;
-}
+bool JetDatei::looksLikeJet(std::string_view bytes) { return bytes.substr(0, 20) == std::string_view("\0\1\0\0Standard Jet DB", 20); }
 
-JetDatei::JetDatei(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {
-    if (!looksLikeJet(bytes_.data(), bytes_.size()) || bytes_.size() < 2 * pageSize_)
+JetDatei::JetDatei(std::string bytes) : bytes_(std::move(bytes)) {
+    if (!looksLikeJet(bytes_) || bytes_.size() < 2 * pageSize_)
         throw Damaged("die Datei ist keine Jet-Datenbank");
     if (bytes_[VersionAt] > 1) throw Damaged("nur die Formate Jet 3 und Jet 4 werden gelesen");
     jet4_ = bytes_[VersionAt] == 1;
@@ -72,7 +70,7 @@ JetDatei::JetDatei(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {
 }
 
 void JetDatei::readHeader() {
-    rc4(HeaderKey, bytes_.data() + CipheredAt, jet4_ ? 128 : 126);
+    rc4(HeaderKey, at(CipheredAt), jet4_ ? 128 : 126);
     const Ausschnitt header = page(0);
     const unsigned codePage = header.u16(CodePageAt);
     if (!jet4_ && codePage != 1252 && codePage != 0)
@@ -87,7 +85,7 @@ void JetDatei::decodePages(std::uint32_t databaseKey) {
         const std::uint32_t key = databaseKey ^ static_cast<std::uint32_t>(number);
         rc4({static_cast<std::uint8_t>(key), static_cast<std::uint8_t>(key >> 8), static_cast<std::uint8_t>(key >> 16),
              static_cast<std::uint8_t>(key >> 24)},
-            bytes_.data() + number * pageSize_, pageSize_);
+            at(number * pageSize_), pageSize_);
     }
 }
 
@@ -98,7 +96,7 @@ void JetDatei::spend(std::size_t amount) const {
 
 Ausschnitt JetDatei::page(std::size_t number) const {
     if (number >= pages()) throw Damaged("eine Seite liegt hinter dem Ende der Datei");
-    return {bytes_.data() + number * pageSize_, pageSize_};
+    return {reinterpret_cast<const std::uint8_t*>(bytes_.data()) + number * pageSize_, pageSize_};
 }
 
 Ausschnitt JetDatei::page(std::size_t number, PageType expected) const {

@@ -2,6 +2,7 @@
 // The container level of a Jet 3 or Jet 4 database file in a buffer: header, password, page encoding, pages, rows on
 // data pages, usage maps, long values. Time and memory are bounded by the size of the file, whatever stands in it.
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tipdb/Ausschnitt.h"
@@ -11,9 +12,9 @@ namespace brenvik::jet {
 class JetDatei {
 public:
     // Takes the whole file. Throws Damaged if this is no Jet 3 or Jet 4 database.
-    explicit JetDatei(std::vector<std::uint8_t> bytes);
+    explicit JetDatei(std::string bytes);
 
-    static bool looksLikeJet(const std::uint8_t* bytes, std::size_t count);
+    static bool looksLikeJet(std::string_view bytes);
 
     bool isJet4() const { return jet4_; }
     std::size_t pageSize() const { return pageSize_; }
@@ -49,7 +50,9 @@ private:
     void readHeader();
     void decodePages(std::uint32_t databaseKey);
 
-    std::vector<std::uint8_t> bytes_;
+    std::uint8_t* at(std::size_t offset) { return reinterpret_cast<std::uint8_t*>(bytes_.data()) + offset; }
+
+    std::string bytes_;
     bool jet4_ = false;
     std::size_t pageSize_ = 2048;
     std::string password_;

@@ -1,7 +1,5 @@
 #include "tipdb/Quelle.h"
 
-#include <cstring>
-
 #include "frame/DateiSystem.h"
 #include "tipdb/DatenbankFehler.h"
 #include "tipdb/JetDatei.h"
@@ -15,29 +13,26 @@ constexpr std::uintmax_t MaxFileBytes = 256U << 20;
 constexpr const char* Source = "Datenbankdatei";
 constexpr char SqliteMagic[] = "SQLite format 3";  // with its final zero byte
 
-std::vector<std::uint8_t> fileBytes(const std::filesystem::path& file) {
+std::string fileBytes(const std::filesystem::path& file) {
     try {
-        const std::string bytes = readFile(file, MaxFileBytes);
-        return {bytes.begin(), bytes.end()};
+        return readFile(file, MaxFileBytes);
     } catch (const NumberedError& error) {
         throw DatenbankFehler(error.number, std::string("Die Datenbankdatei ist nicht lesbar: ") + error.what(), Source);
     }
 }
 
-bool looksLikeSqlite(const std::vector<std::uint8_t>& bytes) {
-    return bytes.size() >= sizeof SqliteMagic && std::memcmp(bytes.data(), SqliteMagic, sizeof SqliteMagic) == 0;
-}
+bool looksLikeSqlite(std::string_view bytes) { return bytes.substr(0, sizeof SqliteMagic) == std::string_view(SqliteMagic, sizeof SqliteMagic); }
 
 }  // namespace
 
 Datenbestand readDatabase(const std::filesystem::path& file, const std::string& password, const std::vector<std::string>& tables) {
-    std::vector<std::uint8_t> bytes = fileBytes(file);
-    if (jet::JetDatei::looksLikeJet(bytes.data(), bytes.size())) return readJetDatabase(std::move(bytes), password, tables);
+    std::string bytes = fileBytes(file);
+    if (jet::JetDatei::looksLikeJet(bytes)) return readJetDatabase(std::move(bytes), password, tables);
     if (looksLikeSqlite(bytes)) return readSqliteDatabase(std::move(bytes), tables);
     throw DatenbankFehler(dberr::Unspecified, "Das Format der Datenbankdatei wird nicht erkannt: Es ist weder eine Jet- noch eine SQLite-Datenbank.", Source);
 }
 
-Datenbestand readJetDatabase(std::vector<std::uint8_t> bytes, const std::string& password, const std::vector<std::string>& tables) {
+Datenbestand readJetDatabase(std::string bytes, const std::string& password, const std::vector<std::string>& tables) {
     std::string table;
     try {
         const jet::JetDatei file(std::move(bytes));

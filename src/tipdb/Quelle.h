@@ -13,7 +13,7 @@ namespace brenvik {
 Datenbestand readDatabase(const std::filesystem::path& file, const std::string& password, const std::vector<std::string>& tables);
 
 // The two formats, each given the whole content of its file.
-Datenbestand readJetDatabase(std::vector<std::uint8_t> bytes, const std::string& password, const std::vector<std::string>& tables);
-Datenbestand readSqliteDatabase(std::vector<std::uint8_t> bytes, const std::vector<std::string>& tables);
+Datenbestand readJetDatabase(std::string bytes, const std::string& password, const std::vector<std::string>& tables);
+Datenbestand readSqliteDatabase(std::string bytes, const std::vector<std::string>& tables);
 
 }  // namespace brenvik

@@ -76,7 +76,7 @@ void addResultRow(sqlite3_stmt* statement, Tabelle& out) {
 }  // namespace
 
 SqlEngine::SqlEngine(Datenbestand data) : data_(std::move(data)) {
-    if (sqlite3_open_v2(":memory:", &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr) != SQLITE_OK) {
+    if (sqlite3_open_v2(":memory:", &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
         sqlite3_close(db_);
         throw DatenbankFehler(dberr::Unspecified, "Die Datenbank im Speicher kann nicht angelegt werden.", Source);
     }

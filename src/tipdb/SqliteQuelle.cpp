@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <cmath>
+#include <cstring>
 
 #include "frame/Codepage.h"
 #include "tipdb/DatenbankFehler.h"
@@ -15,14 +16,14 @@ namespace {
 constexpr const char* Source = "SQLite";
 constexpr int MaxTextBytes = 64 << 20, MaxColumns = 255, StepsBetweenChecks = 1 << 20, MaxChecks = 400;
 constexpr std::size_t WriteFormatAt = 18, ReadFormatAt = 19, HeaderBytes = 100;
-constexpr std::uint8_t RollbackJournal = 1;
+constexpr char RollbackJournal = 1;
 
 class SourceDatabase {
 public:
-    explicit SourceDatabase(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {
+    explicit SourceDatabase(std::string bytes) : bytes_(std::move(bytes)) {
         if (bytes_.size() < HeaderBytes) damaged("die Datei ist zu kurz");
         bytes_[WriteFormatAt] = bytes_[ReadFormatAt] = RollbackJournal;  // a journal beside the file is not looked for
-        const int opened = sqlite3_open_v2(":memory:", &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr);
+        const int opened = sqlite3_open_v2(":memory:", &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY | SQLITE_OPEN_NOMUTEX, nullptr);
         closer_.reset(db_);
         if (opened != SQLITE_OK) fail();
         sqlite3_db_config(db_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
@@ -31,7 +32,7 @@ public:
         sqlite3_limit(db_, SQLITE_LIMIT_COLUMN, MaxColumns);
         sqlite3_progress_handler(db_, StepsBetweenChecks, [](void* self) { return ++static_cast<SourceDatabase*>(self)->checks_ > MaxChecks ? 1 : 0; }, this);
         const auto size = static_cast<sqlite3_int64>(bytes_.size());
-        if (sqlite3_deserialize(db_, "main", bytes_.data(), size, size, SQLITE_DESERIALIZE_READONLY) != SQLITE_OK) fail();
+        if (sqlite3_deserialize(db_, "main", reinterpret_cast<unsigned char*>(bytes_.data()), size, size, SQLITE_DESERIALIZE_READONLY) != SQLITE_OK) fail();
         execute("PRAGMA cell_size_check=ON");
         execute("PRAGMA mmap_size=0");
     }
@@ -59,7 +60,7 @@ private:
         if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) fail();
     }
 
-    std::vector<std::uint8_t> bytes_;
+    std::string bytes_;
     sqlite3* db_ = nullptr;
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> closer_{nullptr, sqlite3_close};
     int checks_ = 0;
@@ -81,9 +82,21 @@ bool isNumberType(std::string type) {
     return type.find("INT") != std::string::npos || type.find("BOOL") != std::string::npos || type == "LONG" || type == "BYTE";
 }
 
+// Most texts are; a look at eight bytes at once is much cheaper than walking their characters.
+bool isAscii(std::string_view text) {
+    std::uint64_t seen = 0, word = 0;
+    std::size_t i = 0;
+    for (; i + sizeof word <= text.size(); i += sizeof word) {
+        std::memcpy(&word, text.data() + i, sizeof word);
+        seen |= word;
+    }
+    for (; i < text.size(); ++i) seen |= static_cast<std::uint8_t>(text[i]);
+    return (seen & 0x8080808080808080U) == 0;
+}
+
 // Bytes that are no UTF-8 must not get inside.
 void addText(Tabelle& out, std::string_view text) {
-    if (isUtf8(text)) out.addText(text);
+    if (isAscii(text) || isUtf8(text)) out.addText(text);
     else out.addText(utf8FromUtf16(utf16FromUtf8(text)));
 }
 
@@ -110,6 +123,7 @@ std::shared_ptr<const Tabelle> readTable(SourceDatabase& db, const std::string& 
     db.rows("SELECT wr FROM pragma_table_list WHERE schema='main' AND name=?1", storedName, [&](sqlite3_stmt* row) { withRowid = sqlite3_column_int(row, 0) == 0; });
     if (columns.empty()) db.fail();
     auto table = std::make_shared<Tabelle>(name, columns);
+    db.rows("SELECT count(*) FROM " + quoted(storedName), "", [&](sqlite3_stmt* row) { table->reserveRows(static_cast<std::size_t>(sqlite3_column_int64(row, 0))); });
     const int count = static_cast<int>(columns.size());
     db.rows("SELECT * FROM " + quoted(storedName) + (withRowid ? " ORDER BY rowid" : ""), "", [&](sqlite3_stmt* row) {
         if (sqlite3_column_count(row) != count) db.fail();
@@ -120,7 +134,7 @@ std::shared_ptr<const Tabelle> readTable(SourceDatabase& db, const std::string& 
 
 }  // namespace
 
-Datenbestand readSqliteDatabase(std::vector<std::uint8_t> bytes, const std::vector<std::string>& tables) {
+Datenbestand readSqliteDatabase(std::string bytes, const std::vector<std::string>& tables) {
     SourceDatabase db(std::move(bytes));
     Datenbestand data;
     for (const std::string& name : tables) {

@@ -60,7 +60,7 @@ void Tabelle::addText(std::string_view value) {
     add(cell);
 }
 
-void Tabelle::reserveRows(std::size_t count) { cells_.reserve(std::min(count * columns_.size(), MaxCells)); }
+void Tabelle::reserveRows(std::size_t count) { cells_.reserve(std::min(std::min(count, MaxCells) * columns_.size(), MaxCells)); }
 
 const std::vector<Tabelle::Key>& Tabelle::numberIndex(std::size_t column) const {
     auto [place, isNew] = numberIndexes_.try_emplace(column);
