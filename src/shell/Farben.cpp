@@ -1,9 +1,31 @@
 #include "shell/Farben.h"
 
-#include <QStyleFactory>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleOption>
 
 namespace brenvik {
 namespace {
+
+// The style outlines its boxes with a darker shade of the window: on a dark ground an empty box would not be seen.
+class VisibleBoxes : public QProxyStyle {
+public:
+    VisibleBoxes() : QProxyStyle(QStringLiteral("Fusion")) {}
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if ((element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton) || !isDark(QApplication::palette())) return;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QApplication::palette().color(QPalette::PlaceholderText));
+        painter->setBrush(Qt::NoBrush);
+        const QRectF edge = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+        if (element == PE_IndicatorCheckBox)
+            painter->drawRoundedRect(edge, 1.5, 1.5);
+        else
+            painter->drawEllipse(edge);
+        painter->restore();
+    }
+};
 
 QPalette lightPalette() {
     QPalette p(QColor(0xef, 0xf0, 0xf2), QColor(0xf6, 0xf7, 0xf8));
@@ -45,7 +67,7 @@ QPalette darkPalette() {
 }  // namespace
 
 void setColourMode(QApplication& application, ColourMode mode) {
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application.setStyle(new VisibleBoxes);
     const bool dark = mode == ColourMode::Dark || (mode == ColourMode::System && isDark(application.palette()));
     if (mode == ColourMode::System && dark) return;   // a dark palette of the desktop is taken as it is
     application.setPalette(dark ? darkPalette() : lightPalette());

@@ -10,7 +10,8 @@ namespace brenvik {
 namespace {
 
 constexpr int ButtonNew = 26, ButtonEdit = 27, ButtonDelete = 5;
-constexpr int LinesShown = 8;
+constexpr int LinesShown = 5;
+constexpr int RowPadding = 6;
 
 }  // namespace
 
@@ -39,6 +40,7 @@ QVariant ListenModel::data(const QModelIndex& index, int role) const {
     const ListenZeile* row = rowAt(index);
     if (!row) return {};
     if (role == Qt::CheckStateRole && index.column() == 0) return row->angehakt ? Qt::Checked : Qt::Unchecked;
+    if (role == Qt::SizeHintRole && index.column() == columns_ - 1) return QSize(10, rowHeight_);
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return qt(index.column() == 0 ? row->text : row->unterText);
     return {};
 }
@@ -69,12 +71,13 @@ PanelListe::PanelListe(PanelHost& host, std::size_t place, QWidget* parent)
                              entries ? 2 : 1, this);
     lvListe_->setObjectName(QStringLiteral("lvListe"));
     lvListe_->setModel(model_);
+    model_->setRowHeight(lvListe_->fontMetrics().lineSpacing() + RowPadding);
     lvListe_->setRootIsDecorated(false);
     lvListe_->setUniformRowHeights(true);
     lvListe_->setAlternatingRowColors(true);
     lvListe_->setHeaderHidden(!entries);
     lvListe_->setTabKeyNavigation(false);
-    lvListe_->setMinimumHeight(lvListe_->fontMetrics().lineSpacing() * LinesShown + 30);
+    lvListe_->setMinimumHeight(lvListe_->fontMetrics().lineSpacing() * LinesShown + RowPadding * LinesShown + 30);
     if (entries) {
         lvListe_->header()->setResizeContentsPrecision(200);
         lvListe_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);

@@ -14,6 +14,7 @@ public:
     using Tick = std::function<void(int row, bool on)>;
     ListenModel(Record record, Tick tick, int columns, QObject* parent);
 
+    void setRowHeight(int pixels) { rowHeight_ = pixels; }
     void refresh();    // keeps selection and scroll position where the number of rows is the same
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
     int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : columns_; }
@@ -27,6 +28,7 @@ private:
     Record record_;
     Tick tick_;
     int rows_ = 0;
+    int rowHeight_ = 18;
     int columns_;
 };
 

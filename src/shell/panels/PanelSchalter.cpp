@@ -33,7 +33,7 @@ void PanelBootINI::addSwitch(QGridLayout& grid, int j, bool withValue) {
     Schalter own;
     own.chkBootINI = new WrapCheckBox(this);
     own.chkBootINI->setObjectName(elementName("chkBootINI", static_cast<std::size_t>(j)));
-    grid.addWidget(own.chkBootINI, j, 0, 1, withValue ? 1 : 2);
+    grid.addWidget(own.chkBootINI, j, 0, 1, withValue ? 1 : 2, withValue ? Qt::AlignVCenter : Qt::Alignment());
     connect(own.chkBootINI, &QCheckBox::toggled, this, user([this, j](bool on) { host_.events.userSwitch(place_, j, on); }));
     if (withValue) {
         own.txtBootINI = new QLineEdit(this);
