@@ -24,16 +24,16 @@ public:
     void windowChanged() override { if (target) target->windowChanged(); }
 };
 
-// One picture of the window for each panel kind of the database, in light and dark, at 1x and 2x.
+// One picture of the window for each panel kind of the database, in light and dark; at 2x where the program runs at
+// QT_SCALE_FACTOR=2.
 void takeScreenshots(QApplication& application, Programm& program, frmBVK_Prog& window, const std::filesystem::path& folder) {
     Context& ctx = program.context();
     const auto save = [&](const std::string& name) {
-        for (const ColourMode mode : {ColourMode::Light, ColourMode::Dark})
-            for (const int scale : {1, 2}) {
-                setColourMode(application, mode);
-                const std::string file = name + (mode == ColourMode::Dark ? "-dunkel" : "-hell") + (scale == 2 ? "@2x" : "") + ".png";
-                saveScreenshot(window, qt((folder / file).string()), scale);
-            }
+        for (const ColourMode mode : {ColourMode::Light, ColourMode::Dark}) {
+            setColourMode(application, mode);
+            const std::string file = name + (mode == ColourMode::Dark ? "-dunkel" : "-hell") + (window.devicePixelRatioF() >= 2 ? "@2x" : "") + ".png";
+            if (!saveScreenshot(window, qt((folder / file).string()))) throw NumberedError(errnum::PathFileAccess, "Das Bild " + file + " kann nicht geschrieben werden.");
+        }
     };
     window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);    // whatever screen the pictures are taken on
     window.resize(980, 720);

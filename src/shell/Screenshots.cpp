@@ -14,8 +14,9 @@ bool saveScreenshot(QWidget& window, const QString& file, double scale) {
     if (!shown) window.show();
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    QPixmap picture(window.size() * scale);
-    picture.setDevicePixelRatio(scale);
+    const double ratio = window.devicePixelRatioF() * scale;
+    QPixmap picture(window.size() * ratio);
+    picture.setDevicePixelRatio(ratio);
     picture.fill(window.palette().color(QPalette::Window));
     window.render(&picture);
     if (!shown) window.hide();

@@ -10,7 +10,7 @@ namespace brenvik {
 namespace {
 
 constexpr int ButtonNew = 26, ButtonEdit = 27, ButtonDelete = 5;
-constexpr int LinesShown = 5;
+constexpr int LinesShown = 4;
 constexpr int RowPadding = 6;
 
 }  // namespace
@@ -78,6 +78,7 @@ PanelListe::PanelListe(PanelHost& host, std::size_t place, QWidget* parent)
     lvListe_->setHeaderHidden(!entries);
     lvListe_->setTabKeyNavigation(false);
     lvListe_->setMinimumHeight(lvListe_->fontMetrics().lineSpacing() * LinesShown + RowPadding * LinesShown + 30);
+    lvListe_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);    // its minimum, or what is left of the region
     if (entries) {
         lvListe_->header()->setResizeContentsPrecision(200);
         lvListe_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
