@@ -1,6 +1,5 @@
 #include "tipdb/TextVergleich.h"
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -33,11 +32,10 @@ std::vector<Unit> unitsOf(std::string_view text) {
     return units;
 }
 
-// Sorts a letter with a mark directly behind its base letter.
-std::uint32_t weight(char16_t c) {
-    static constexpr std::u16string_view Bases = u"AAAAAAACEEEEIIIIDNOOOOO\u00D7OUUUUYTS";  // U+00C0 to U+00DF
-    const bool marked = c >= 0xC0 && c <= 0xDE && c != 0xD7;
-    return static_cast<std::uint32_t>(marked ? Bases[c - 0xC0] : c) << 16 | (marked ? c : 0U);
+// The letter without its mark.
+char16_t baseOf(char16_t c) {
+    static constexpr std::u16string_view Bases = u"AAAAAAACEEEEIIIIDNOOOOO\u00D7OUUUUYT";  // U+00C0 to U+00DE
+    return c >= 0xC0 && c <= 0xDE ? Bases[static_cast<std::size_t>(c - 0xC0)] : c;
 }
 
 bool isAscii(std::string_view text) {
@@ -61,11 +59,13 @@ int compareAscii(std::string_view left, std::string_view right) {
 int compareDatabaseTexts(std::string_view left, std::string_view right) {
     if (isAscii(left) && isAscii(right)) return compareAscii(left, right);
     const auto a = unitsOf(left), b = unitsOf(right);
+    int marks = 0;  // count only between texts of the same base letters
     for (std::size_t i = 0; i < a.size() && i < b.size(); ++i) {
-        const std::uint32_t x = weight(a[i].folded), y = weight(b[i].folded);
+        const char16_t x = baseOf(a[i].folded), y = baseOf(b[i].folded);
         if (x != y) return x < y ? -1 : 1;
+        if (marks == 0 && a[i].folded != b[i].folded) marks = a[i].folded < b[i].folded ? -1 : 1;
     }
-    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+    return a.size() == b.size() ? marks : a.size() < b.size() ? -1 : 1;
 }
 
 bool likeDatabaseText(std::string_view text, std::string_view pattern) {
