@@ -1,0 +1,108 @@
+// The engine without a window: building the tree, showing Tips.
+#include <benchmark/benchmark.h>
+
+#include <unistd.h>
+
+#include "Erzeuger.h"
+#include "Schreiber.h"
+#include "StillerPort.h"
+#include "registry/FirstStart.h"
+#include "registry/LocalMachines.h"
+#include "registry/SqliteStore.h"
+#include "tipdb/LoadDB.h"
+#include "tipengine/TippMaschine.h"
+
+namespace brenvik::bench {
+namespace {
+
+namespace fs = std::filesystem;
+constexpr int Tipps = 50000, Gruppen = 50;
+
+class Ordner {
+public:
+    Ordner() : path_(fs::temp_directory_path() / ("bench_tipengine." + std::to_string(getpid()))) { fs::create_directories(path_); }
+    ~Ordner() {
+        std::error_code ec;
+        fs::remove_all(path_, ec);
+    }
+    const fs::path& path() const { return path_; }
+
+private:
+    fs::path path_;
+};
+
+struct Welt {
+    explicit Welt(bool filled = false) : store(ordner.path() / "registry.db") {
+        const fs::path program = BRENVIK_PROGRAMM_DIR;
+        if (filled) {
+            fillEmptyStore(store, program / "erststart");
+            copyDriveC(program / "erststart", ordner.path());
+        }
+        ctx.intBS = 6;
+        ctx.heimPfad = ordner.path();
+        ctx.einstellungen.BSSystemAktiv = false;
+    }
+    void load(const fs::path& file) {
+        if (LoadDB(ctx, file) == LoadErgebnis::Geladen) engine.TreeEinlesen();
+    }
+    Ordner ordner;
+    StillerPort port;
+    StillePlatform platform;
+    SqliteStore store;
+    LocalMachines machines{store};
+    Context ctx{port, platform, machines};
+    WindowObserver observer;
+    ChangeRecorder recorder;
+    TippMaschine engine{ctx, observer, recorder};
+};
+
+void TreeOf50000Tips(benchmark::State& state) {
+    Welt w;
+    for (int g = 0; g < Gruppen; ++g) {
+        w.ctx.udtGruppen.push_back({"Gruppe " + std::to_string(g), g, {}, -1, {}});
+        w.ctx.udtTreebaum.push_back({g, 1, 1, g});
+    }
+    for (int k = 0; k < Tipps; ++k) {
+        w.ctx.udtTippListe.push_back({k, "Tipp " + std::to_string(k * 7919 % Tipps), 2, "1.0.0", {true, true, true, true, true, true, true}});
+        auto& group = w.ctx.udtGruppen[static_cast<std::size_t>(k % Gruppen)];
+        group.Tipps.push_back(k);
+        ++group.TippAnzahl;
+    }
+    for (auto _ : state) {
+        w.engine.TreeEinlesen();
+        for (int g = 1; g < Gruppen; ++g) benchmark::DoNotOptimize(displayOrder(w.ctx.frmBVK_Prog, w.ctx.frmBVK_Prog.tvBVKDB[0].kinder[static_cast<std::size_t>(g)]));
+    }
+}
+BENCHMARK(TreeOf50000Tips)->Unit(benchmark::kMillisecond);
+
+void ShowTipOfTenValues(benchmark::State& state) {
+    Welt w;
+    const fs::path file = w.ordner.path() / "gross.mdb";
+    tipbau::writeDatabase(tipbau::generated(50000), file);
+    w.load(file);
+    const std::string heading = w.ctx.udtTippListe.at(0).Überschrift;
+    for (auto _ : state)
+        if (!w.engine.showTippByHeading(heading)) state.SkipWithError("not shown");
+    state.counters["values"] = static_cast<double>(w.ctx.aktuellerTipp.letzterEintrag());
+    if (w.port.boxes != 0) state.SkipWithError("boxes came");
+}
+BENCHMARK(ShowTipOfTenValues)->Unit(benchmark::kMicrosecond);
+
+// The slowest Tip of the shipped database is what counts.
+void ShowEachShippedTip(benchmark::State& state) {
+    Welt w(true);
+    w.load(fs::path(BRENVIK_PROGRAMM_DIR) / "RegDaten.mdb");
+    double slowest = 0;
+    for (auto _ : state)
+        for (const auto& tipp : w.ctx.udtTippListe) {
+            const auto start = std::chrono::steady_clock::now();
+            w.engine.showTippByHeading(tipp.Überschrift);
+            slowest = std::max(slowest, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+        }
+    state.counters["slowest_ms"] = slowest;
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * w.ctx.udtTippListe.size()));
+}
+BENCHMARK(ShowEachShippedTip)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace brenvik::bench
