@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include <fstream>
+
 #include "Erzeuger.h"
 #include "Schreiber.h"
 #include "StillerPort.h"
@@ -103,6 +105,31 @@ void ShowEachShippedTip(benchmark::State& state) {
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * w.ctx.udtTippListe.size()));
 }
 BENCHMARK(ShowEachShippedTip)->Unit(benchmark::kMillisecond);
+
+// A list of keys, as context menus have them.
+void ShowKeyListOf5000(benchmark::State& state) {
+    Welt w(true);
+    w.load(fs::path(BRENVIK_PROGRAMM_DIR) / "RegDaten.mdb");
+    w.store.transaction([&] {
+        for (int k = 0; k < 5000; ++k)
+            w.store.setValue(Root::LocalMachine, "Software\\Classes\\Drive\\shell\\Eintrag" + std::to_string(k), ValueName::unnamed(), fromText("Text", 1));
+    });
+    for (auto _ : state)
+        if (!w.engine.showTippByNumber(607)) state.SkipWithError("not shown");
+    state.counters["rows"] = static_cast<double>(w.ctx.frmBVK_Prog.panels.at(0).zeilen.size());
+}
+BENCHMARK(ShowKeyListOf5000)->Unit(benchmark::kMillisecond);
+
+void ShowFileListOf200(benchmark::State& state) {
+    Welt w(true);
+    w.load(fs::path(BRENVIK_PROGRAMM_DIR) / "RegDaten.mdb");
+    const fs::path folder = w.ordner.path() / "drive_c/WINDOWS/system32";
+    for (int k = 0; k < 180; ++k) std::ofstream(folder / ("x" + std::to_string(k) + ".cpl")) << "x";
+    for (auto _ : state)
+        if (!w.engine.showTippByNumber(3603)) state.SkipWithError("not shown");
+    state.counters["rows"] = static_cast<double>(w.ctx.frmBVK_Prog.panels.at(0).zeilen.size());
+}
+BENCHMARK(ShowFileListOf200)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace brenvik::bench

@@ -229,7 +229,7 @@ void TippMaschine::buildEntry(std::int16_t i) {
             if (firstOfKind()) buildKontext();
             break;
         case art::BitMaske: ctx_.trace.write("BIT-Maske"); buildBitMaske(i); break;
-        default: break;   // a kind that no panel serves shows nothing
+        default: throw NumberedError(errnum::InvalidCall, "Unbekannte Ausgabeart " + std::to_string(e.Ausgabeart));
     }
 }
 

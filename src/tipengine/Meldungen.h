@@ -11,6 +11,8 @@ inline constexpr char StandardFrage[] =
 inline constexpr char EintragLoeschen[] = "Soll der Eintrag wirklich gelöscht werden ?";
 inline constexpr char DateiNeu1[] = "Die Datei ";
 inline constexpr char DateiNeu2[] = " ist nicht vorhanden, soll Sie neu angelegt werden ?";
+inline constexpr char DatenbankFilter[] = "DBName |*.mdb";
+inline constexpr char DatenbankTitel[] = "Wählen Sie eine DB aus:";
 inline constexpr char DateiNichtGefunden[] = "Datei nicht gefunden";
 inline constexpr char FehlerhafterEintrag[] = "Fehlerhafter Eintrag !!!";
 

@@ -35,6 +35,10 @@ public:
     bool showTippByHeading(const std::string& heading);  // selects the node with that text and shows the Tip
     bool showTippByNumber(std::int32_t number);
 
+    // --- Database ---
+    void mnuandereDBLoad();                              // asks for a file; one that does not fit is reported, and the present one stays
+    void mnuBVKDBLoad();                                 // back to the one beside the program
+
     // --- Output and panels ---
     void FrameStartEinstellungen();
     void DBTippsAusgeben();
@@ -104,6 +108,7 @@ private:
     void statusBarGeneral();
     void showGroupOrNothing(const std::string& nodeText);
     void indexTips();
+    void showOtherDatabase(const std::filesystem::path& file);
     bool readTippAt(int ordinal, const std::string& text);
     bool readTippNumber(std::int32_t number);
 

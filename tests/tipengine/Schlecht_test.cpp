@@ -1,0 +1,97 @@
+// Bad input to the engine: each is told, nothing is lost, and the program goes on.
+#include "tipengine/Maschinenprobe.h"
+
+namespace brenvik::test {
+namespace {
+
+constexpr const char* Pfad = "HKCU\\Software\\Probe\\Wert";
+
+TEST(Schlecht, UnbekannteArtWirdGemeldetUndDerRestGezeigt) {
+    Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 99, .AnzahlWerte = 1}, {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .HauptIndex = 1}});
+    p.port.expectBox("in der Funktion: DBTippsAusgeben aufgetreten mit der Fehlernummer: 5");
+    p.show("Tipp");
+    EXPECT_EQ(p.fenster().panels.size(), 1u);
+}
+
+TEST(Schlecht, MehrZeilenAlsAngesagt) {
+    Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}, {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .HauptIndex = 1}});
+    p.port.expectBox("in der Funktion: DBTippRead aufgetreten mit der Fehlernummer: 9");
+    p.show("Tipp");
+    EXPECT_EQ(p.fenster().panels.size(), 1u);
+}
+
+TEST(Schlecht, WertVerschwindetZwischenZeigenUndSpeichern) {
+    Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .AnzahlWerte = 1},
+             {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
+    p.put(Pfad, 1, "a");
+    p.put("HKCU\\Software\\Probe\\B", 1, "b");
+    p.show("Tipp");
+    ASSERT_TRUE(p.store->deleteValue(Root::CurrentUser, "Software\\Probe", ValueName::named("Wert")));
+    ASSERT_TRUE(p.store->deleteValue(Root::CurrentUser, "Software\\Probe", ValueName::named("B")));
+    p.engine->userText(0, "neu");
+    p.saveOk();
+    EXPECT_EQ(p.get(Pfad), "1:neu");
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\B"), "-");   // what somebody else deleted does not come back
+}
+
+TEST(Schlecht, GrosserBinaerwertImTextfeldBleibtWieErIst) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 3}});
+    const RawValue big{3, Bytes(1 << 20, 0xAB)};
+    p.store->setValue(Root::CurrentUser, "Software\\Probe", ValueName::named("Wert"), big);
+    p.show("Tipp");
+    EXPECT_EQ(p.panel().text.size(), (1u << 20) * 3 - 1);
+    p.saveOk();
+    EXPECT_EQ(p.store->value(Root::CurrentUser, "Software\\Probe", ValueName::named("Wert")), big);
+}
+
+TEST(Schlecht, FarbeAusZweiTeilenUndMaskeMitVierzigBits) {
+    std::string captions = "0";
+    for (int k = 1; k < 40; ++k) captions += "#" + std::to_string(k);
+    Probe p({{.Index = 1, .Überschrift = "Farbe", .Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "F"},
+             {.Index = 2, .Überschrift = "Maske", .Ausgabeart = 11, .Wertname = "M", .Anzeigetext = captions.c_str()}});
+    p.put(Pfad, 1, "10 20");
+    p.show("Farbe");
+    EXPECT_FALSE(p.panel().farbe.has_value());
+    p.saveOk();
+    EXPECT_EQ(p.get(Pfad), "1:10 20");
+    p.port.expectBox("in der Funktion: DBTippsAusgeben aufgetreten mit der Fehlernummer: 6");
+    p.show("Maske");
+    EXPECT_EQ(p.panel().schalter.size(), 32u);
+}
+
+TEST(Schlecht, IniMitNullzeichenUndBootDateiOhneZeilenenden) {
+    Probe p({{.Index = 1, .Überschrift = "INI", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "k", .INITipp = true, .Schlüssel = "s", .SchlüsselNT = "x.ini"},
+             {.Index = 2, .Überschrift = "Boot", .Ausgabeart = 9, .Datentyp = 1, .Anzeigetext = "/SOS", .Werteliste = "C:", .INITipp = true,
+              .Schlüssel = "operating systems", .SchlüsselNT = "boot.ini"}});
+    const std::string nul("[s]\r\na=\0b\r\nk=v\0w\r\n", 20);
+    const auto ini = p.dir.put("drive_c/WINDOWS/x.ini", nul);
+    const auto boot = p.dir.put("drive_c/boot.ini", "[operating systems]" + std::string(2 << 20, 'x'));
+    p.show("INI");
+    EXPECT_EQ(p.panel().text, "v");
+    p.save();
+    EXPECT_EQ(bytesOf(ini), nul);
+    p.show("Boot");
+    EXPECT_TRUE(p.panel().auswahl.empty());
+    p.save();
+    EXPECT_EQ(bytesOf(boot).size(), (2u << 20) + 19);
+}
+
+TEST(Schlecht, AndereDatenbankDieNichtPasstLaesstDieOffeneStehen) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
+    p.show("Tipp");
+    const auto text = p.dir.put("text.mdb", "kein Datenbankformat");
+    p.port.lenient = true;
+    p.port.expectFile(text.string());
+    p.engine->mnuandereDBLoad();
+    EXPECT_FALSE(p.port.boxes.empty());
+    EXPECT_EQ(p.ctx->udtTippListe.size(), 1u);
+    p.show("Tipp");
+    EXPECT_EQ(p.fenster().lblDBTippU, "Tipp");
+    p.port.expectFile((p.dir / "RegDaten.mdb").string());
+    p.engine->mnuandereDBLoad();
+    EXPECT_TRUE(p.fenster().panels.empty());
+    EXPECT_EQ(p.fenster().tvBVKDB.size(), 3u);
+}
+
+}  // namespace
+}  // namespace brenvik::test
