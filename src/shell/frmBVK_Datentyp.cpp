@@ -28,7 +28,9 @@ frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidg
     warning->setFont(bold);
     grid->addWidget(warning, 0, 0, 1, 2);
     const auto row = [&](int line, int text, const char* name, const std::string& value) {
-        grid->addWidget(label("", qt(strBVKTexte(text))), line, 0);
+        QLabel* caption = label("", qt(strBVKTexte(text)));
+        caption->setWordWrap(false);
+        grid->addWidget(caption, line, 0);
         QLabel* shown = label(name, qt(value));
         shown->setTextInteractionFlags(Qt::TextSelectableByMouse);
         grid->addWidget(shown, line, 1);

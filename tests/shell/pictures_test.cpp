@@ -5,7 +5,11 @@
 
 #include "Fensterprobe.h"
 #include "shell/Farben.h"
+#include "shell/QtPort.h"
 #include "shell/Screenshots.h"
+#include "shell/frmBVK_Bearbeiten.h"
+#include "shell/frmBVK_BootINI.h"
+#include "shell/frmBVK_Datentyp.h"
 
 namespace brenvik::test {
 
@@ -65,10 +69,35 @@ TEST_P(Pictures, AreWritten) {
             const QString file = QStringLiteral("%1/art%2-%3-%4.png").arg(folder).arg(GetParam()).arg(width).arg(dark ? "dunkel" : "hell");
             ASSERT_TRUE(saveScreenshot(window, file, 1.0));
             const QImage picture(file);
-            EXPECT_EQ(picture.width(), width);
+            EXPECT_EQ(picture.width(), qRound(width * window.devicePixelRatioF()));
             EXPECT_EQ(picture.pixelColor(2, picture.height() / 2).lightness() < 128, dark);
         }
     }
+}
+
+TEST(DialogPictures, AreWritten) {
+    QTemporaryDir own;
+    const QString folder = qEnvironmentVariable("BRENVIK_PICTURES", own.path());
+    QtPort port;
+    DatentypAnfrage type;
+    type.tippNummer = "301";
+    type.typDatenbank = "REG_DWORD";
+    type.typRegistry = "REG_SZ";
+    type.inhalt = "400";
+    BearbeitenAnfrage entry;
+    entry.txtKeyName = "notepad";
+    entry.txtBefehl = "notepad.exe \"%1\"";
+    BootINIAnfrage boot;
+    boot.txtBootWert = "Microsoft Windows XP Professional";
+    for (const bool dark : {false, true}) {
+        setColourMode(*qApp, dark ? ColourMode::Dark : ColourMode::Light);
+        frmBVK_Datentyp typeWindow(port, type, nullptr);
+        frmBVK_Bearbeiten entryWindow(entry, nullptr);
+        frmBVK_BootINI bootWindow(port, boot, nullptr);
+        for (QDialog* dialog : {static_cast<QDialog*>(&typeWindow), static_cast<QDialog*>(&entryWindow), static_cast<QDialog*>(&bootWindow)})
+            EXPECT_TRUE(saveScreenshot(*dialog, folder + '/' + dialog->objectName() + (dark ? "-dunkel.png" : "-hell.png")));
+    }
+    setColourMode(*qApp, ColourMode::Light);
 }
 
 INSTANTIATE_TEST_SUITE_P(EachKind, Pictures, testing::Range(0, 12));
