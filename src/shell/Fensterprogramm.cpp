@@ -67,8 +67,11 @@ int run(QApplication& application, const FensterOptionen& options, QtPort& port)
     if (!program.loadDatabase()) return 1;
     relay.target = &window;
     window.attach(events);
+    window.setCommand(Befehl::AndereDBLaden, [&] { program.maschine().mnuandereDBLoad(); });
+    window.setCommand(Befehl::BVKDBLaden, [&] { program.maschine().mnuBVKDBLoad(); });
     program.maschine().TreeEinlesen();
     if (!options.screenshots.empty()) {
+        std::filesystem::create_directories(options.screenshots);
         takeScreenshots(application, program, window, options.screenshots);
         return 0;
     }

@@ -1,9 +1,12 @@
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <cstdio>
 #include <exception>
 
 #include "frame/UserPort.h"
+#include "frame/Version.h"
 #include "shell/Farben.h"
 #include "shell/Fensterprogramm.h"
 #include "shell/Icons.h"
@@ -38,6 +41,27 @@ int main(int argc, char** argv) {
     brenvik::setColourMode(application, brenvik::ColourMode::System);
 
     brenvik::FensterOptionen options;
-    // PLACE FOR THE COMMAND LINE: fill `options` from argc and argv here (--home, --screenshots and the program's switches).
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Brenvik: Einstellungen einer Windows-Installation ansehen und ändern"));
+    const QCommandLineOption help(QStringLiteral("help"), QStringLiteral("Diese Hilfe ausgeben"));
+    const QCommandLineOption version(QStringLiteral("version"), QStringLiteral("Version ausgeben"));
+    const QCommandLineOption home(QStringLiteral("home"), QStringLiteral("Verzeichnis, in dem Brenvik seine Daten hält"), QStringLiteral("DIR"));
+    const QCommandLineOption screenshots(QStringLiteral("screenshots"), QStringLiteral("Bilder des Fensters in dieses Verzeichnis schreiben und enden"),
+                                         QStringLiteral("DIR"));
+    parser.addOptions({help, version, home, screenshots});
+    if (!parser.parse(QApplication::arguments())) {
+        std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
+        return 2;
+    }
+    if (parser.isSet(help)) {
+        std::printf("%s", qPrintable(parser.helpText()));
+        return 0;
+    }
+    if (parser.isSet(version)) {
+        std::printf("brenvik %s\n", BRENVIK_VERSION);
+        return 0;
+    }
+    options.programm.home = parser.value(home).toStdString();
+    options.screenshots = parser.value(screenshots).toStdString();
     return brenvik::runFensterprogramm(application, options);
 }
