@@ -24,6 +24,24 @@ struct NamedValue {
     RawValue value;
 };
 
+// What a key carries beside its values. The times are FILETIMEs (100 ns since 1601, UTC).
+struct KeyDetails {
+    Bytes className;      // UTF-16LE, empty: none
+    std::uint64_t written = 0;
+    Bytes descriptor;     // self-relative security descriptor, empty: none
+    bool readOnly = false;
+    bool operator==(const KeyDetails&) const = default;
+};
+
+// Is told a key with everything below it, depth first: first the key itself, then its values, then its sub keys.
+class TreeSink {
+public:
+    virtual ~TreeSink() = default;
+    virtual void enter(std::string_view name, const KeyDetails& details) = 0;   // the name of the first may be any
+    virtual void value(std::string_view name, const RawValue& value) = 0;       // of the key entered last and not left
+    virtual void leave() = 0;
+};
+
 class RegStore {
 public:
     virtual ~RegStore() = default;
@@ -43,6 +61,19 @@ public:
     // Runs the changes as one: all of them or, if the function throws, none.
     virtual void transaction(const std::function<void()>& changes) = 0;
     virtual bool writable() = 0;
+
+    // Class name, time and security. A store that keeps none of them has empty ones and ignores what it is given.
+    virtual std::optional<KeyDetails> details(Root root, std::string_view key);   // empty if the key is not there
+    virtual void setDetails(Root, std::string_view, const KeyDetails&) {}         // the key must exist
+
+    // Whole trees (registry/RegTree.h copies between stores). Links such as CurrentControlSet are not followed.
+    // walk tells the sink nothing if the key is not there; the sink must not use the same store.
+    virtual void walk(Root root, std::string_view key, TreeSink& sink);
+    // Makes the key if need be and adds what the source tells: values of the same name are replaced, others stay, details
+    // are taken over where they are not empty. One transaction; the source must not use the same store.
+    virtual void fill(Root root, std::string_view key, const std::function<void(TreeSink&)>& source);
+    // Deletes all values and sub keys; the key stays. One transaction; throws RegError NoAccess if something may not be deleted.
+    virtual void clear(Root root, std::string_view key);
 };
 
 // Finds the store of a machine. The empty name and the local machine's name mean the local store.

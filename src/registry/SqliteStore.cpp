@@ -1,13 +1,12 @@
 #include "registry/SqliteStore.h"
 
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
 #include <iterator>
 
 #include "frame/Errors.h"
+#include "registry/RegLinks.h"
+#include "registry/SqliteTreeSink.h"
 #include "registry/Upcase.h"
-#include "registry/Wtf8.h"
 
 namespace brenvik {
 
@@ -15,29 +14,8 @@ namespace {
 
 constexpr std::size_t MaxCachedKeys = 100000;
 constexpr std::uint32_t WriteMask = 0x500D0026;   // set value, create sub key or link, delete, change rights, generic write and all
-constexpr const char* CurrentControlSet = "CurrentControlSet";
-
 // The profile of a store that has none yet.
 constexpr const char* FirstUserSid = "S-1-5-21-1844237615-1960408961-725345543-1003";
-
-std::uint64_t fileTimeNow() {
-    using namespace std::chrono;
-    using Ticks = duration<std::int64_t, std::ratio<1, 10000000>>;
-    constexpr std::int64_t from1601To1970 = 116444736000000000;
-    return static_cast<std::uint64_t>(duration_cast<Ticks>(system_clock::now().time_since_epoch()).count() + from1601To1970);
-}
-
-bool sameAscii(std::string_view text, std::string_view lower) {
-    return text.size() == lower.size() && std::equal(text.begin(), text.end(), lower.begin(), [](char a, char b) {
-               return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + 32) : a) == b;
-           });
-}
-
-std::string below(std::string_view parent, std::string_view key) {
-    std::string path(parent);
-    if (!key.empty()) path.append(1, '\\').append(key);
-    return path;
-}
 
 // Units of the path that a cache entry is found by: base first, then the folded path.
 std::u16string cachePath(std::int64_t base, std::string_view path) {
@@ -46,37 +24,10 @@ std::u16string cachePath(std::int64_t base, std::string_view path) {
     return folded;
 }
 
-void checkKeyName(std::string_view name) {
-    const std::size_t units = toUtf16(name).size();
-    if (units == 0) throw RegError(regerr::NoKey, "Ein Schlüsselname ist leer.");
-    if (units > MaxKeyName) throw RegError(regerr::NoKey, "Ein Schlüsselname darf höchstens 255 Zeichen haben.");
-}
-
-void checkKeyPath(std::string_view path) {
-    std::size_t depth = 0;
-    for (std::size_t start = 0; start <= path.size() && !path.empty(); ++depth) {
-        const std::size_t end = std::min(path.find('\\', start), path.size());
-        checkKeyName(path.substr(start, end - start));
-        start = end + 1;
-    }
-    if (depth > MaxKeyDepth) throw RegError(regerr::NoKey, "Der Schlüsselpfad hat mehr als 512 Ebenen.");
-}
-
-void checkValue(const ValueName& name, const RawValue& value) {
-    if (toUtf16(name.text()).size() > MaxValueName) throw RegError(regerr::NoAssignment, "Ein Wertname darf höchstens 16383 Zeichen haben.");
-    if (value.bytes.size() > MaxValueBytes) throw RegError(regerr::NoAssignment, "Ein Wert darf höchstens 16 MB groß sein.");
-}
-
 std::string foldedName(const ValueName& name) { return foldedBytes(foldName(name.text())); }
 
 void requireWritableKey(const KeyRef& key) {
     if (key.readOnly) throw RegError(regerr::NoAccess, "Der Schlüssel darf nur gelesen werden.");
-}
-
-bool isProfile(std::string_view name) {
-    constexpr std::string_view classes = "_classes";
-    if (sameAscii(name, ".default") || sameAscii(name, "s-1-5-18") || sameAscii(name, "s-1-5-19") || sameAscii(name, "s-1-5-20")) return false;
-    return name.size() < classes.size() || !sameAscii(name.substr(name.size() - classes.size()), classes);
 }
 
 }  // namespace
@@ -171,8 +122,8 @@ SqliteStore::Place SqliteStore::place(Root root, std::string_view key) {
     switch (root) {
         case Root::LocalMachine: return machinePlace(key);
         case Root::Users: return {UsersKeyId, std::string(key)};
-        case Root::CurrentUser: return {UsersKeyId, below(userSid(), key)};
-        case Root::CurrentConfig: return machinePlace(below("System\\CurrentControlSet\\Hardware Profiles\\Current", key));
+        case Root::CurrentUser: return {UsersKeyId, joinKey(userSid(), key)};
+        case Root::CurrentConfig: return machinePlace(joinKey(HardwareProfilePath, key));
         case Root::ClassesRoot:
         case Root::DynData: break;
     }
@@ -180,32 +131,21 @@ SqliteStore::Place SqliteStore::place(Root root, std::string_view key) {
 }
 
 SqliteStore::Place SqliteStore::machinePlace(std::string_view key) {
-    constexpr std::size_t linkLength = 24;
-    const bool linked = key.size() >= linkLength && (key.size() == linkLength || key[linkLength] == '\\') && key[6] == '\\' &&
-                        sameAscii(key.substr(0, 6), "system") && sameAscii(key.substr(7, linkLength - 7), "currentcontrolset");
-    if (!linked) return {MachineKeyId, std::string(key)};
-    return {MachineKeyId, below("System\\" + controlSet(), key.size() == linkLength ? std::string_view() : key.substr(linkLength + 1))};
+    return {MachineKeyId, isControlSetLink(key) ? throughControlSet(key, controlSet()) : std::string(key)};
 }
 
 const std::string& SqliteStore::controlSet() {
     if (!controlSet_.empty()) return controlSet_;
-    std::uint32_t number = 1;
-    if (const auto select = find({MachineKeyId, "System\\Select"})) {
-        const auto current = tables_.value(select->id, foldedName(ValueName::named("Current")));
-        if (current && current->type == regtype::Dword && current->bytes.size() == 4 && current->bytes[3] == 0 && current->bytes[2] == 0) {
-            number = current->bytes[0] | (current->bytes[1] * 256u);
-        }
-    }
-    char text[32];
-    std::snprintf(text, sizeof text, "ControlSet%03u", number >= 1 && number <= 999 ? number : 1u);
-    controlSet_ = text;
+    std::optional<RawValue> current;
+    if (const auto select = find({MachineKeyId, "System\\Select"})) current = tables_.value(select->id, foldedName(ValueName::named("Current")));
+    controlSet_ = controlSetOf(current);
     return controlSet_;
 }
 
 const std::string& SqliteStore::userSid() {
     if (!userSid_.empty()) return userSid_;
     const std::vector<std::string> profiles = tables_.childrenByAge(UsersKeyId);
-    const auto own = std::find_if(profiles.begin(), profiles.end(), isProfile);
+    const auto own = std::find_if(profiles.begin(), profiles.end(), isProfileName);
     userSid_ = own == profiles.end() ? FirstUserSid : *own;
     return userSid_;
 }
@@ -244,7 +184,7 @@ std::optional<KeyRef> SqliteStore::find(const Place& place) {
 }
 
 std::optional<KeyRef> SqliteStore::findClasses(bool user, std::string_view key) {
-    return find(user ? Root::CurrentUser : Root::LocalMachine, below("Software\\Classes", key));
+    return find(user ? Root::CurrentUser : Root::LocalMachine, joinKey(ClassesPath, key));
 }
 
 std::vector<KeyRef> SqliteStore::findLayers(Root root, std::string_view key) {
@@ -268,7 +208,7 @@ std::optional<KeyRef> SqliteStore::findAny(Root root, std::string_view key) {
 
 SqliteStore::Place SqliteStore::writePlace(Root root, std::string_view key) {
     if (root != Root::ClassesRoot) return place(root, key);
-    return place(!key.empty() && findClasses(true, key) ? Root::CurrentUser : Root::LocalMachine, below("Software\\Classes", key));
+    return place(!key.empty() && findClasses(true, key) ? Root::CurrentUser : Root::LocalMachine, joinKey(ClassesPath, key));
 }
 
 KeyRef SqliteStore::obtain(const Place& place) {
@@ -321,7 +261,7 @@ std::vector<std::string> SqliteStore::subKeys(Root root, std::string_view key) {
             merged = std::move(both);
         }
         if (root == Root::LocalMachine && sameAscii(key, "system") && find({MachineKeyId, "System\\" + controlSet()})) {
-            const ChildName link{CurrentControlSet, foldedBytes(foldName(CurrentControlSet))};
+            const ChildName link{CurrentControlSetName, foldedBytes(foldName(CurrentControlSetName))};
             const auto at = std::lower_bound(merged.begin(), merged.end(), link, [](const ChildName& a, const ChildName& b) { return a.folded < b.folded; });
             merged.insert(at, link);
         }
@@ -370,7 +310,7 @@ void SqliteStore::createKey(Root root, std::string_view key) {
 }
 
 void SqliteStore::setValue(Root root, std::string_view key, const ValueName& name, const RawValue& value) {
-    checkValue(name, value);
+    checkValue(name.text(), value);
     writing([&] {
         const KeyRef target = obtain(writePlace(root, key));
         requireWritableKey(target);
@@ -404,8 +344,7 @@ bool SqliteStore::deleteKey(Root root, std::string_view key) {
         const auto found = find(target);
         if (!found || tables_.hasChildren(found->id)) return;
         requireWritableKey(*found);
-        const std::size_t cut = target.path.rfind('\\');
-        const auto parent = find({target.base, cut == std::string::npos ? std::string() : target.path.substr(0, cut)});
+        const auto parent = find({target.base, std::string(parentKey(target.path))});
         if (!parent) return;
         requireWritableKey(*parent);
         tables_.eraseKey(found->id);
@@ -443,6 +382,56 @@ void SqliteStore::setDetails(Root root, std::string_view key, const KeyDetails& 
         tables_.setDetails(found->id, details);
         touched_.erase(found->id);
         keys_.clear();
+    });
+}
+
+// ---- Whole trees ----
+
+void SqliteStore::walk(Root root, std::string_view key, TreeSink& sink) {
+    if (root == Root::ClassesRoot || root == Root::DynData) return RegStore::walk(root, key, sink);
+    reading([&] {
+        const auto found = find(root, key);
+        if (!found) return;
+        std::unordered_map<std::int64_t, Bytes> descriptors;
+        sink.enter(lastKeyName(key), tables_.details(found->id));
+        walkBelow(found->id, sink, descriptors);
+        sink.leave();
+    });
+}
+
+void SqliteStore::walkBelow(std::int64_t key, TreeSink& sink, std::unordered_map<std::int64_t, Bytes>& descriptors) {
+    for (const NamedValue& entry : tables_.values(key)) sink.value(entry.name.text(), entry.value);
+    for (StoredKey& child : tables_.wholeChildren(key)) {
+        if (child.descriptor != 0) {
+            const auto [at, fresh] = descriptors.try_emplace(child.descriptor);
+            if (fresh) at->second = tables_.descriptor(child.descriptor);
+            child.details.descriptor = at->second;
+        }
+        sink.enter(child.name, child.details);
+        walkBelow(child.id, sink, descriptors);
+        sink.leave();
+    }
+}
+
+void SqliteStore::fill(Root root, std::string_view key, const std::function<void(TreeSink&)>& source) {
+    writing([&] {
+        const KeyRef target = obtain(writePlace(root, key));
+        SqliteTreeSink sink(tables_, target, fileTimeNow());
+        source(sink);
+        for (const std::int64_t kept : sink.told()) touched_.erase(kept);   // their times came with them
+        forget();
+    });
+}
+
+void SqliteStore::clear(Root root, std::string_view key) {
+    if (root == Root::ClassesRoot) return RegStore::clear(root, key);
+    writing([&] {
+        const auto found = find(root, key);
+        if (!found) return;
+        if (tables_.hasReadOnlyBelow(found->id)) requireWritableKey({found->id, true});
+        tables_.eraseBelow(found->id);
+        touch(*found);
+        forget();
     });
 }
 

@@ -8,15 +8,12 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "registry/RegLimits.h"
 #include "registry/RegStore.h"
 #include "registry/StoreFile.h"
 #include "registry/StoreTables.h"
 
 namespace brenvik {
-
-inline constexpr std::size_t MaxKeyName = 255, MaxValueName = 16383;   // UTF-16 units
-inline constexpr std::size_t MaxKeyDepth = 512;
-inline constexpr std::size_t MaxValueBytes = 16u * 1024 * 1024;
 
 class SqliteStore final : public RegStore {
 public:
@@ -37,12 +34,15 @@ public:
     bool deleteKey(Root root, std::string_view key) override;
     void transaction(const std::function<void()>& changes) override;
     bool writable() override { return opened_.writable; }
+    std::optional<KeyDetails> details(Root root, std::string_view key) override;
+    void setDetails(Root root, std::string_view key, const KeyDetails& details) override;
+    void walk(Root root, std::string_view key, TreeSink& sink) override;
+    void fill(Root root, std::string_view key, const std::function<void(TreeSink&)>& source) override;
+    void clear(Root root, std::string_view key) override;
 
     bool isEmpty();                                                      // neither HKLM nor HKU has a key
     std::string currentUserSid();                                        // the profile that HKCU stands for
     void setReadOnly(Root root, std::string_view key, bool readOnly);    // a key that the user may only read
-    std::optional<KeyDetails> details(Root root, std::string_view key);
-    void setDetails(Root root, std::string_view key, const KeyDetails& details);   // the key must exist
     const std::filesystem::path& file() const { return file_; }
 
 private:
@@ -74,6 +74,7 @@ private:
     KeyRef obtain(const Place& place);
     void touch(const KeyRef& key) { touched_.insert(key.id); }
     void flushTouched();
+    void walkBelow(std::int64_t key, TreeSink& sink, std::unordered_map<std::int64_t, Bytes>& descriptors);
 
     std::filesystem::path file_;
     OpenedStore opened_;

@@ -37,6 +37,15 @@ const char* StoreTables::sqlOf(Query query) {
         case Query::SetDetails: return "UPDATE key SET class = ?2, written = ?3, descriptor = ?4, readonly = ?5 WHERE id = ?1";
         case Query::InsertDescriptor: return "INSERT INTO descriptor(bytes) VALUES (?1) ON CONFLICT DO NOTHING";
         case Query::FindDescriptor: return "SELECT id FROM descriptor WHERE bytes = ?1";
+        case Query::Descriptor: return "SELECT bytes FROM descriptor WHERE id = ?1";
+        case Query::WholeChildren: return "SELECT id, name, class, written, descriptor, readonly FROM key WHERE parent = ?1 ORDER BY folded";
+        case Query::InsertWhole: return "INSERT INTO key(parent, folded, name, written, class, descriptor) VALUES (?1, ?2, ?3, ?4, ?5, ?6)";
+        case Query::ReadOnlyBelow: return "WITH RECURSIVE below(id) AS (VALUES (?1) UNION ALL SELECT k.id FROM key k JOIN below b ON k.parent = b.id) "
+                   "SELECT 1 FROM key WHERE id IN below AND readonly <> 0 LIMIT 1";
+        case Query::EraseValuesBelow: return "WITH RECURSIVE below(id) AS (VALUES (?1) UNION ALL SELECT k.id FROM key k JOIN below b ON k.parent = b.id) "
+                   "DELETE FROM value WHERE key IN below";
+        case Query::EraseKeysBelow: return "WITH RECURSIVE below(id) AS (VALUES (?1) UNION ALL SELECT k.id FROM key k JOIN below b ON k.parent = b.id) "
+                   "DELETE FROM key WHERE id IN below AND id <> ?1";
         case Query::HasValue: return "SELECT 1 FROM value WHERE key = ?1 AND folded = ?2";
         case Query::Value: return "SELECT type, bytes FROM value WHERE key = ?1 AND folded = ?2";
         case Query::Values: return "SELECT name, type, bytes FROM value WHERE key = ?1 ORDER BY id";
@@ -119,19 +128,56 @@ KeyDetails StoreTables::details(std::int64_t key) {
     return {row.bytes(0), static_cast<std::uint64_t>(row.number(1)), row.bytes(2), row.number(3) != 0};
 }
 
+std::int64_t StoreTables::keepDescriptor(const Bytes& bytes) {
+    statement(Query::InsertDescriptor).run().bindBytes(1, bytes.data(), bytes.size()).step();
+    auto row = statement(Query::FindDescriptor).run();
+    row.bindBytes(1, bytes.data(), bytes.size());
+    return row.step() ? row.number(0) : 0;
+}
+
 void StoreTables::setDetails(std::int64_t key, const KeyDetails& details) {
-    std::optional<std::int64_t> descriptor;
-    if (!details.descriptor.empty()) {
-        statement(Query::InsertDescriptor).run().bindBytes(1, details.descriptor.data(), details.descriptor.size()).step();
-        auto row = statement(Query::FindDescriptor).run();
-        row.bindBytes(1, details.descriptor.data(), details.descriptor.size());
-        if (row.step()) descriptor = row.number(0);
-    }
+    const std::int64_t descriptor = details.descriptor.empty() ? 0 : keepDescriptor(details.descriptor);
     auto row = statement(Query::SetDetails).run();
     row.bind(1, key).bind(3, static_cast<std::int64_t>(details.written)).bind(5, std::int64_t{details.readOnly});
     if (!details.className.empty()) row.bindBytes(2, details.className.data(), details.className.size());
-    if (descriptor) row.bind(4, *descriptor);
+    if (descriptor != 0) row.bind(4, descriptor);
     row.step();
+}
+
+std::vector<StoredKey> StoreTables::wholeChildren(std::int64_t key) {
+    std::vector<StoredKey> found;
+    auto row = statement(Query::WholeChildren).run();
+    row.bind(1, key);
+    while (row.step()) {
+        StoredKey child{row.number(0), row.number(4), row.text(1), {}};
+        child.details.className = row.bytes(2);
+        child.details.written = static_cast<std::uint64_t>(row.number(3));
+        child.details.readOnly = row.number(5) != 0;
+        found.push_back(std::move(child));
+    }
+    return found;
+}
+
+Bytes StoreTables::descriptor(std::int64_t number) {
+    auto row = statement(Query::Descriptor).run();
+    return row.bind(1, number).step() ? row.bytes(0) : Bytes();
+}
+
+std::int64_t StoreTables::insertWhole(std::int64_t parent, std::string_view folded, std::string_view name, const KeyDetails& details,
+                                      std::int64_t descriptor) {
+    auto row = statement(Query::InsertWhole).run();
+    row.bind(1, parent).bindBytes(2, folded.data(), folded.size()).bind(3, name).bind(4, static_cast<std::int64_t>(details.written));
+    if (!details.className.empty()) row.bindBytes(5, details.className.data(), details.className.size());
+    if (descriptor != 0) row.bind(6, descriptor);
+    row.step();
+    return sqlite3_last_insert_rowid(database_.handle());
+}
+
+bool StoreTables::hasReadOnlyBelow(std::int64_t key) { return statement(Query::ReadOnlyBelow).run().bind(1, key).step(); }
+
+void StoreTables::eraseBelow(std::int64_t key) {
+    statement(Query::EraseValuesBelow).run().bind(1, key).step();
+    statement(Query::EraseKeysBelow).run().bind(1, key).step();
 }
 
 bool StoreTables::hasValue(std::int64_t key, std::string_view folded) {
@@ -153,19 +199,27 @@ std::vector<NamedValue> StoreTables::values(std::int64_t key) {
     return found;
 }
 
+namespace {
+
+void bindValue(sqlite::Statement::Use& row, std::int64_t key, std::string_view folded, const RawValue& value) {
+    row.bind(1, key).bindBytes(2, folded.data(), folded.size()).bind(3, std::int64_t{value.type});
+    row.bindBytes(4, value.bytes.data(), value.bytes.size());
+}
+
+}  // namespace
+
 void StoreTables::putValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value) {
-    const auto bindTo = [&](sqlite::Statement::Use& row) {
-        row.bind(1, key).bindBytes(2, folded.data(), folded.size()).bind(3, std::int64_t{value.type});
-        row.bindBytes(4, value.bytes.data(), value.bytes.size());
-    };
     {
         auto row = statement(Query::ChangeValue).run();
-        bindTo(row);
+        bindValue(row, key, folded, value);
         row.step();
     }
-    if (sqlite3_changes(database_.handle()) > 0) return;   // the name keeps its first form
+    if (sqlite3_changes(database_.handle()) == 0) insertValue(key, folded, name, value);   // else the name keeps its first form
+}
+
+void StoreTables::insertValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value) {
     auto row = statement(Query::InsertValue).run();
-    bindTo(row);
+    bindValue(row, key, folded, value);
     row.bind(5, name).step();
 }
 

@@ -19,17 +19,16 @@ struct KeyRef {
     bool readOnly = false;
 };
 
+// A key with what a walk through the whole tree needs of it.
+struct StoredKey {
+    std::int64_t id = 0, descriptor = 0;   // 0: no descriptor
+    std::string name;
+    KeyDetails details;                    // without the descriptor's bytes
+};
+
 struct ChildName {
     std::string name;
     std::string folded;   // see foldedBytes
-};
-
-// What a key carries beside its values. The times are FILETIMEs (100 ns since 1601, UTC).
-struct KeyDetails {
-    Bytes className;      // UTF-16LE, empty: none
-    std::uint64_t written = 0;
-    Bytes descriptor;     // self-relative security descriptor, empty: none
-    bool readOnly = false;
 };
 
 // A name as the tables compare it: upper-cased UTF-16, high byte first.
@@ -69,6 +68,16 @@ public:
     KeyDetails details(std::int64_t key);
     void setDetails(std::int64_t key, const KeyDetails& details);
 
+    // Whole trees. Descriptors go by their number, which is the same for equal ones.
+    std::vector<StoredKey> wholeChildren(std::int64_t key);    // in the order of the folded names
+    Bytes descriptor(std::int64_t number);
+    std::int64_t keepDescriptor(const Bytes& bytes);
+    std::int64_t insertWhole(std::int64_t parent, std::string_view folded, std::string_view name, const KeyDetails& details,
+                             std::int64_t descriptor);         // the new key's number
+    void insertValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value);   // one that is not there
+    bool hasReadOnlyBelow(std::int64_t key);
+    void eraseBelow(std::int64_t key);                         // all values and sub keys
+
     bool hasValue(std::int64_t key, std::string_view folded);
     std::optional<RawValue> value(std::int64_t key, std::string_view folded);
     std::vector<NamedValue> values(std::int64_t key);          // in the order they were made
@@ -79,7 +88,8 @@ private:
     enum class Query : std::uint8_t {
         BeginImmediate, Commit, Rollback, Savepoint, Release, RollbackTo, DataVersion,
         Child, InsertKey, EraseKey, EraseKeyValues, HasChildren, Children, ChildrenByAge, SetWritten, SetReadOnly,
-        Details, SetDetails, InsertDescriptor, FindDescriptor,
+        Details, SetDetails, InsertDescriptor, FindDescriptor, Descriptor,
+        WholeChildren, InsertWhole, ReadOnlyBelow, EraseValuesBelow, EraseKeysBelow,
         HasValue, Value, Values, ChangeValue, InsertValue, EraseValue, Count
     };
     static const char* sqlOf(Query query);

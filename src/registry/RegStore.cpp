@@ -1,0 +1,80 @@
+#include "registry/RegStore.h"
+
+#include "frame/Errors.h"
+#include "registry/RegLinks.h"
+#include "registry/RegOperations.h"
+
+namespace brenvik {
+
+namespace {
+
+// Values and keys one by one, for stores that have no quicker way.
+class StepwiseFill final : public TreeSink {
+public:
+    StepwiseFill(RegStore& store, Root root, std::string_view key) : store_(store), root_(root), path_(key) {}
+
+    void enter(std::string_view name, const KeyDetails& details) override {
+        lengths_.push_back(path_.size());
+        if (lengths_.size() > 1) path_ = joinKey(path_, name);
+        store_.createKey(root_, path_);
+        details_.push_back(details);
+    }
+    void value(std::string_view name, const RawValue& value) override {
+        store_.setValue(root_, path_, ValueName::named(std::string(name)), value);
+    }
+    void leave() override {
+        KeyDetails merged = store_.details(root_, path_).value_or(KeyDetails());
+        KeyDetails& told = details_.back();
+        if (!told.className.empty()) merged.className = std::move(told.className);
+        if (!told.descriptor.empty()) merged.descriptor = std::move(told.descriptor);
+        if (told.written != 0) merged.written = told.written;
+        store_.setDetails(root_, path_, merged);
+        details_.pop_back();
+        path_.resize(lengths_.back());
+        lengths_.pop_back();
+    }
+
+private:
+    RegStore& store_;
+    Root root_;
+    std::string path_;
+    std::vector<std::size_t> lengths_;
+    std::vector<KeyDetails> details_;
+};
+
+}  // namespace
+
+std::optional<KeyDetails> RegStore::details(Root root, std::string_view key) {
+    return keyExists(root, key) ? std::optional(KeyDetails()) : std::nullopt;
+}
+
+void RegStore::walk(Root root, std::string_view key, TreeSink& sink) {
+    const auto found = details(root, key);
+    if (!found) return;
+    sink.enter(lastKeyName(key), *found);
+    for (const NamedValue& entry : values(root, key)) sink.value(entry.name.text(), entry.value);
+    for (const std::string& child : subKeys(root, key)) walk(root, joinKey(key, child), sink);
+    sink.leave();
+}
+
+void RegStore::fill(Root root, std::string_view key, const std::function<void(TreeSink&)>& source) {
+    transaction([&] {
+        StepwiseFill sink(*this, root, key);
+        source(sink);
+    });
+}
+
+void RegStore::clear(Root root, std::string_view key) {
+    transaction([&] {
+        // Below HKCR the user's keys cover the machine's, which show only when the first are gone.
+        for (int layer = 0; layer < 2; ++layer) {
+            for (const NamedValue& entry : values(root, key)) deleteValue(root, key, entry.name);
+            for (const std::string& child : subKeys(root, key)) deleteTree(*this, root, joinKey(key, child));
+        }
+        if (!values(root, key).empty() || !subKeys(root, key).empty()) {
+            throw RegError(regerr::NoAccess, "Der Inhalt des Schlüssels kann nicht gelöscht werden.");
+        }
+    });
+}
+
+}  // namespace brenvik
