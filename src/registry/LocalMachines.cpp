@@ -38,8 +38,8 @@ bool LocalMachines::isLocal(const std::string& machine) { return machine.empty()
 std::int32_t LocalMachines::connect(const std::string& machine) {
     try {
         return isLocal(machine) || (finder_ && finder_(machine) != nullptr) ? Reached : NetworkPathNotFound;
-    } catch (const RegError&) {
-        return AccessDenied;
+    } catch (const RegError& error) {
+        return error.number == regerr::NoKey ? NetworkPathNotFound : AccessDenied;
     }
 }
 

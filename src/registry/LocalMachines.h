@@ -13,7 +13,8 @@ std::string storedUserName(RegStore& store, const std::string& sid);   // from P
 
 class LocalMachines final : public Machines {
 public:
-    // Gives the store of a machine, or nullptr if there is no such machine. May throw RegError NoAccess (access denied).
+    // Gives the store of a machine, or nullptr if there is no such machine. May throw RegError: NoAccess (access denied),
+    // NoKey (there is none, and why).
     using Finder = std::function<RegStore*(const std::string& machine)>;
 
     // fallbackName is the local machine's name if the store holds none.

@@ -1,0 +1,58 @@
+#pragma once
+// One hive file that is worked on: read whole at the first use, changed in memory, written as a whole new file beside and
+// then put in its place. Before the first writing a copy of the file is kept as <name>.bvk; of a dirty hive, whose logs
+// belong to it, the logs too. The file of another program's hand is never overwritten: what has changed since it was
+// read is refused. Failures are RegError: KeyNotRead, NoAssignment (not written), NoAccess (may not be written).
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "registry/hive/HiveReader.h"
+
+namespace brenvik {
+
+class HiveFile {
+public:
+    // Opens nothing yet. A salvaging file gives what can be read and is never written.
+    explicit HiveFile(std::filesystem::path file, HiveMode mode = HiveMode::Strict);
+    ~HiveFile();
+    HiveFile(const HiveFile&) = delete;
+    HiveFile& operator=(const HiveFile&) = delete;
+
+    Hive& hive();
+    const std::vector<HiveFinding>& findings();   // what was wrong: replaying logs, salvaging
+    bool writable();                              // asked of the file system each time
+    void forget() { loaded_.reset(); }            // the next use reads the file again
+    const std::filesystem::path& file() const { return file_; }
+
+    // Writing goes in two steps, so that several files can be made ready before the first takes its place.
+    void prepare();            // writes the new file beside
+    void commit();             // puts it in place
+    void abandon() noexcept;   // takes a prepared file away
+
+private:
+    struct Stamp {
+        std::uintmax_t size = 0;
+        std::filesystem::file_time_type time;
+        bool operator==(const Stamp&) const = default;
+    };
+    struct Loaded {
+        HiveReading reading;
+        std::vector<Stamp> stamps;   // of the file and, if it was dirty, its logs
+        std::string base;            // the file's first block as it was read
+        bool dirty = false;
+    };
+    std::vector<Stamp> stamps(bool withLogs) const;
+    void requireUnchanged();
+    void keepFirstState();
+    Loaded& loaded();
+    std::filesystem::path file_;
+    HiveMode mode_;
+    std::unique_ptr<Loaded> loaded_;
+    std::filesystem::path fresh_;   // prepared and not yet in place
+};
+
+}  // namespace brenvik
