@@ -4,6 +4,7 @@
 #include "frame/Version.h"
 #include "registry/Einstellungen.h"
 #include "registry/FirstStart.h"
+#include "registry/OfflineWindows.h"
 #include "tipdb/LoadDB.h"
 #include "tipengine/System.h"
 
@@ -30,8 +31,10 @@ Programm::Programm(UserPort& port, Platform& platform, const ProgrammOptionen& o
     fillEmptyStore(*store_, program / "erststart");
     copyDriveC(program / "erststart", home);
     machines_ = std::make_unique<LocalMachines>(*store_);
+    reachOfflineWindows(*machines_);
     context_ = std::make_unique<Context>(port, platform, *machines_);
     Context& ctx = *context_;
+    ctx.objBVKReg.setHiveFiles(&hiveFiles_);
     ctx.programmPfad = program;
     ctx.heimPfad = home;
     ctx.strKlickWav = program / produkt::KlickWav;

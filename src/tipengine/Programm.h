@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "registry/HiveFilesImpl.h"
 #include "registry/LocalMachines.h"
 #include "registry/SqliteStore.h"
 #include "tipengine/TippMaschine.h"
@@ -40,6 +41,7 @@ public:
 private:
     std::unique_ptr<SqliteStore> store_;
     std::unique_ptr<LocalMachines> machines_;
+    RegfHiveFiles hiveFiles_;
     std::unique_ptr<Context> context_;
     std::unique_ptr<TippMaschine> maschine_;
 };
