@@ -6,6 +6,7 @@
 #include "hive/HiveTestSupport.h"
 #include "registry/BVKRegistry.h"
 #include "registry/HiveFilesImpl.h"
+#include "registry/HiveStore.h"
 #include "registry/LocalMachines.h"
 #include "registry/RegTree.h"
 
@@ -157,4 +158,188 @@ TEST_F(HiveFilesTest, TreesAreJoinedAndCopiedWithinOneStore) {
     EXPECT_FALSE(local.store.keyExists(Root::LocalMachine, key + "\\In sich\\In sich"));
     EXPECT_FALSE(copyTree(local.store, Root::LocalMachine, "Fehlt", local.store, Root::CurrentUser, "Fehlt"));
     EXPECT_FALSE(local.store.keyExists(Root::CurrentUser, "Fehlt"));
+}
+
+namespace {
+
+class HiveStoreTest : public testing::Test {
+protected:
+    void SetUp() override {
+        hivetest::save(file, writeHive(sampleHive(3, 20)));
+        store = openHiveFile(file);
+    }
+    // What stands on the disk now; the file must be as a writer should leave it.
+    Lines onDisk() const { return carried(hiveIn(file)); }
+    std::string text(const std::string& key, const std::string& name) { return textOf(*store, Root::LocalMachine, key, name); }
+
+    TempDir folder;
+    const fs::path file = folder / "probe.hiv";
+    const Root root = Root::LocalMachine;
+    std::unique_ptr<RegStore> store;
+};
+
+}  // namespace
+
+TEST_F(HiveStoreTest, ReadsAndChangesLikeAnyStore) {
+    const Bytes first = load(file);
+    EXPECT_TRUE(store->writable());
+    EXPECT_EQ(joined(store->subKeys(root, "")), "Gro\xC3\x9F|Namen|Texte|Viele");
+    EXPECT_EQ(text("TEXTE", ""), "a");
+    EXPECT_EQ(store->values(root, "Texte").at(1).name.text(), "Gr\xC3\xB6\xC3\x9F" "e");
+    EXPECT_FALSE(store->keyExists(root, "Texte\\Fehlt"));
+    EXPECT_FALSE(store->keyExists(Root::CurrentUser, "Texte"));
+
+    store->setValue(root, "Texte", ValueName::unnamed(), sz("neu"));
+    store->setValue(root, "Neu\\Tief\\Tiefer", ValueName::named("w"), dword(7));
+    EXPECT_TRUE(store->deleteValue(root, "Texte", ValueName::named("LEER")));
+    EXPECT_FALSE(store->deleteValue(root, "Texte", ValueName::named("leer")));
+    EXPECT_FALSE(store->deleteKey(root, "Viele"));
+    EXPECT_TRUE(store->deleteKey(root, "namen\\zz"));
+    EXPECT_FALSE(store->deleteKey(root, ""));
+    store->createKey(root, "Neu\\Leer");
+
+    Hive expected = sampleHive(3, 20);
+    HiveKey& texts = *expected.findPath("Texte");
+    texts.set("", sz("neu"));
+    texts.eraseValue("leer");
+    expected.findPath("Namen")->erase("zz");
+    expected.root.ensure("Neu").ensure("Tief").ensure("Tiefer").set("w", dword(7));
+    expected.root.find("Neu")->ensure("Leer");
+    const auto timeless = [](Lines lines) {
+        for (std::string& line : lines) {
+            if (const std::size_t at = line.find("|time="); at != std::string::npos) line.erase(at, line.find('|', at + 1) - at);
+        }
+        return lines;
+    };
+    EXPECT_EQ(timeless(onDisk()), timeless(carried(expected)));
+    EXPECT_EQ(told(*store, root, ""), onDisk());
+    EXPECT_GT(store->details(root, "Texte")->written, std::uint64_t{0x01DA000000000000});   // changed keys carry the time of now
+    EXPECT_EQ(store->details(root, "Viele")->written, sampleHive(3, 20).findPath("Viele")->lastWrite);
+    EXPECT_EQ(load(fs::path(file) += ".bvk"), first);
+    EXPECT_EQ(joined(folder.names()), "probe.hiv|probe.hiv.bvk");
+    EXPECT_EQ(hiveIn(file).sequence, readHive(first).hive.sequence + 5);   // one writing for each change
+}
+
+TEST_F(HiveStoreTest, TransactionsAreWrittenOnceOrTakenBack) {
+    const Lines before = onDisk();
+    const Bytes bytes = load(file);
+    const auto changeAll = [&] {
+        store->setValue(root, "Texte", ValueName::unnamed(), sz("x"));
+        store->setValue(root, "Texte", ValueName::named("frisch"), sz("x"));
+        store->deleteValue(root, "Texte", ValueName::named("leer"));
+        store->setDetails(root, "Texte", {{'K', 0}, 5, defaultDescriptor(), false});
+        store->deleteKey(root, "Namen\\a");
+        store->setValue(root, "Ganz\\Neu", ValueName::unnamed(), sz("x"));
+        store->clear(root, "Viele");
+        const Hive other = sampleHive(5, 3);
+        store->fill(root, "Gro\xC3\x9F", [&](TreeSink& sink) { walkHiveKey(other, other.root, sink); });
+    };
+    EXPECT_EQ(errorOf([&] {
+                  store->transaction([&] {
+                      changeAll();
+                      throw RegError(regerr::NoAssignment, "Abbruch");
+                  });
+              }),
+              0x80040207u);
+    EXPECT_EQ(told(*store, root, ""), before);
+    EXPECT_EQ(load(file), bytes);
+
+    store->transaction([&] {
+        store->setValue(root, "Texte", ValueName::named("bleibt"), sz("1"));
+        EXPECT_NE(errorOf([&] {
+                      store->transaction([&] {
+                          changeAll();
+                          store->setValue(root, "Texte", ValueName::named("bleibt"), sz("2"));
+                          throw RegError(regerr::NoAssignment, "Abbruch");
+                      });
+                  }),
+                  0u);
+        EXPECT_EQ(load(file), bytes);
+    });
+    Hive expected = sampleHive(3, 20);
+    expected.findPath("Texte")->set("bleibt", sz("1"));
+    expected.findPath("Texte")->lastWrite = store->details(root, "Texte")->written;
+    EXPECT_EQ(onDisk(), carried(expected));
+    EXPECT_EQ(hiveIn(file).sequence, readHive(bytes).hive.sequence + 1);
+
+    store->transaction([&] { store->setValue(root, "Texte", ValueName::named("bleibt"), sz("1")); });   // nothing new
+    EXPECT_EQ(hiveIn(file).sequence, readHive(bytes).hive.sequence + 1);
+    store->transaction(changeAll);
+    EXPECT_EQ(told(*store, root, ""), onDisk());
+    EXPECT_EQ(load(fs::path(file) += ".bvk"), bytes);
+}
+
+TEST_F(HiveStoreTest, AFileChangedUnderneathIsNotOverwritten) {
+    const auto rival = openHiveFile(file);
+    rival->setValue(root, "Texte", ValueName::unnamed(), sz("von anderen"));
+    const Bytes theirs = load(file);
+    EXPECT_EQ(text("Texte", ""), "a");
+    try {
+        store->setValue(root, "Texte", ValueName::named("meins"), sz("1"));
+        FAIL() << "written over the other program's file";
+    } catch (const RegError& error) {
+        EXPECT_EQ(error.number, regerr::NoAssignment);
+        EXPECT_NE(std::string(error.what()).find("wurde inzwischen von einem anderen Programm ge\xC3\xA4ndert"), std::string::npos) << error.what();
+    }
+    EXPECT_EQ(load(file), theirs);
+    EXPECT_EQ(text("Texte", ""), "von anderen");
+    EXPECT_EQ(text("Texte", "meins"), "<none>");
+    store->setValue(root, "Texte", ValueName::named("meins"), sz("1"));
+    EXPECT_EQ(openHiveFile(file)->value(root, "Texte", ValueName::named("meins")), sz("1"));
+
+    // changed between the change in memory and its end
+    const auto swap = [&] {
+        store->transaction([&] {
+            store->setValue(root, "Texte", ValueName::named("meins"), sz("2"));
+            hivetest::save(file, theirs);
+        });
+    };
+    EXPECT_EQ(errorOf(swap), 0x80040207u);
+    EXPECT_EQ(load(file), theirs);
+    EXPECT_EQ(joined(folder.names()), "probe.hiv|probe.hiv.bvk");
+}
+
+TEST_F(HiveStoreTest, ReadOnlyFilesAndRefusedContentChangeNothing) {
+    const Bytes bytes = load(file);
+    setReadOnly(file, true);
+    EXPECT_FALSE(store->writable());
+    EXPECT_FALSE(store->canOpen(root, "Texte", KEY_ALL_ACCESS_MASK));
+    EXPECT_TRUE(store->canOpen(root, "Texte", KEY_QUERY_VALUE_MASK));
+    EXPECT_EQ(errorOf([&] { store->setValue(root, "Texte", ValueName::unnamed(), sz("x")); }), 0x80040204u);
+    EXPECT_EQ(text("Texte", ""), "a");
+    setReadOnly(file, false);
+    EXPECT_EQ(errorOf([&] { store->createKey(root, std::string(256, 'k')); }), 0x80040202u);
+    EXPECT_EQ(errorOf([&] { store->setValue(root, "T", ValueName::named(std::string(16384, 'n')), sz("")); }), 0x80040207u);
+    EXPECT_EQ(errorOf([&] { store->setValue(Root::Users, "T", ValueName::unnamed(), sz("")); }), 0x80040204u);
+    std::string deep = "t";
+    for (int i = 1; i < 512; ++i) deep += "\\t";
+    EXPECT_EQ(errorOf([&] { store->createKey(root, deep); }), 0x80040202u);
+    EXPECT_EQ(load(file), bytes);
+    EXPECT_EQ(joined(folder.names()), "probe.hiv");
+
+    hivetest::save(file, Bytes(bytes.begin(), bytes.end() - 4096));
+    EXPECT_EQ(errorOf([&] { openHiveFile(file); }), 0x80040208u);
+    const auto salvaged = openHiveFile(file, {true});
+    EXPECT_EQ(textOf(*salvaged, root, "Texte", ""), "a");
+    EXPECT_FALSE(salvaged->writable());
+    EXPECT_NE(errorOf([&] { salvaged->setValue(root, "Texte", ValueName::unnamed(), sz("x")); }), 0u);
+    EXPECT_EQ(errorOf([&] { openHiveFile(folder / "fehlt.hiv"); }), 0x80040208u);
+}
+
+TEST_F(HiveStoreTest, ADirtyHiveShowsWhatItsLogsHold) {
+    if (hivetest::genuineFolder().empty()) GTEST_SKIP() << "BRENVIK_TESTDATA is not set";
+    const fs::path genuine = hivetest::genuineFolder() / "schmutzig", dirty = folder / "NewDirtyHive";
+    for (const char* ending : {"", ".LOG1", ".LOG2"}) {
+        const fs::path source = genuine / (std::string("NewDirtyHive") + ending);
+        hivetest::save(folder / source.filename(), load(source));
+    }
+    const auto opened = openHiveFile(dirty);
+    EXPECT_EQ(told(*opened, root, ""), carried(readHive(load(genuine / "RecoveredHive_Windows10")).hive));
+    EXPECT_EQ(load(dirty), load(genuine / "NewDirtyHive"));
+    opened->setValue(root, "Neu", ValueName::unnamed(), sz("x"));
+    EXPECT_EQ(hivetest::lines(checkHive(load(dirty))), Lines());
+    EXPECT_EQ(told(*openHiveFile(dirty), root, ""), told(*opened, root, ""));
+    for (const char* ending : {"", ".LOG1", ".LOG2"}) {
+        EXPECT_EQ(load(folder / ("NewDirtyHive" + std::string(ending) + ".bvk")), load(genuine / ("NewDirtyHive" + std::string(ending))));
+    }
 }
