@@ -14,6 +14,8 @@ constexpr const char* Source = "Datenbankdatei";
 constexpr char SqliteMagic[] = "SQLite format 3";  // with its final zero byte
 
 std::string fileBytes(const std::filesystem::path& file) {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(file, ec)) throw DatenbankFehler(errnum::PathFileAccess, "Die Datenbankdatei ist keine gewöhnliche Datei.", Source);
     try {
         return readFile(file, MaxFileBytes);
     } catch (const NumberedError& error) {

@@ -107,7 +107,7 @@ TEST(LoadDB, badInput) {
         {"no file", dir / "fehlt.mdb",
          {"Die Datenbankdatei: \"" + (dir / "fehlt.mdb").string() + "\" wurde nicht gefunden.\r\n\r\nBitte überprüfen Sie die Installation und starten Sie das Programm neu !"},
          false, {"klick.wav"}},
-        {"folder", dir.path(), {"bvkADO.ConnectAccess", ended}},
+        {"folder", dir.path(), {"keine gewöhnliche Datei", ended}},
         {"text file", jetFile("beschaedigt/text.mdb"), {"Das Format der Datenbankdatei wird nicht erkannt", ended}},
         {"empty file", dir.put("leer.mdb", ""), {"Das Format der Datenbankdatei wird nicht erkannt", ended}},
         {"short Jet 3", truncated(dir, "jet3/RegDaten.mdb", 20480), {"Die Datenbankdatei ist beschädigt", ended}},
