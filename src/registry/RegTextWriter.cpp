@@ -106,10 +106,37 @@ void RegTextWriter::hex(const RawValue& value) {
     }
 }
 
+namespace {
+
+class TextSink final : public TreeSink {
+public:
+    TextSink(RegTextWriter& writer, Root root, std::string_view top) : writer_(writer), root_(root), path_(top) {}
+    void enter(std::string_view name, const KeyDetails&) override {
+        lengths_.push_back(path_.size());
+        if (lengths_.size() > 1) {
+            if (!path_.empty()) path_ += '\\';
+            path_ += name;
+        }
+        writer_.key(root_, path_);
+    }
+    void value(std::string_view name, const RawValue& value) override { writer_.value(ValueName::named(std::string(name)), value); }
+    void leave() override {
+        path_.resize(lengths_.back());
+        lengths_.pop_back();
+    }
+
+private:
+    RegTextWriter& writer_;
+    Root root_;
+    std::string path_;
+    std::vector<std::size_t> lengths_;
+};
+
+}  // namespace
+
 void RegTextWriter::tree(RegStore& store, Root root, std::string_view path) {
-    key(root, path);
-    for (const NamedValue& entry : store.values(root, path)) value(entry.name, entry.value);
-    for (const std::string& child : store.subKeys(root, path)) tree(store, root, path.empty() ? child : std::string(path) + "\\" + child);
+    TextSink sink(*this, root, path);
+    store.walk(root, path, sink);
 }
 
 std::string RegTextWriter::bytes() const {

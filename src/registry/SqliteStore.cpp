@@ -24,7 +24,7 @@ std::u16string cachePath(std::int64_t base, std::string_view path) {
     return folded;
 }
 
-std::string foldedName(const ValueName& name) { return foldedBytes(foldName(name.text())); }
+std::string foldedName(const ValueName& name) { return foldedBytesOf(name.text()); }
 
 void requireWritableKey(const KeyRef& key) {
     if (key.readOnly) throw RegError(regerr::NoAccess, "Der Schlüssel darf nur gelesen werden.");
@@ -220,7 +220,7 @@ KeyRef SqliteStore::obtain(const Place& place) {
     for (std::size_t start = 0; start < place.path.size();) {
         const std::size_t end = std::min(place.path.find('\\', start), place.path.size());
         const std::string_view name = std::string_view(place.path).substr(start, end - start);
-        const std::string folded = foldedBytes(foldName(name));
+        const std::string folded = foldedBytesOf(name);
         if (const auto existing = tables_.child(key.id, folded)) {
             key = *existing;
         } else {
@@ -261,7 +261,7 @@ std::vector<std::string> SqliteStore::subKeys(Root root, std::string_view key) {
             merged = std::move(both);
         }
         if (root == Root::LocalMachine && sameAscii(key, "system") && find({MachineKeyId, "System\\" + controlSet()})) {
-            const ChildName link{CurrentControlSetName, foldedBytes(foldName(CurrentControlSetName))};
+            const ChildName link{CurrentControlSetName, foldedBytesOf(CurrentControlSetName)};
             const auto at = std::lower_bound(merged.begin(), merged.end(), link, [](const ChildName& a, const ChildName& b) { return a.folded < b.folded; });
             merged.insert(at, link);
         }

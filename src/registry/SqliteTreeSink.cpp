@@ -2,7 +2,6 @@
 
 #include "frame/Errors.h"
 #include "registry/RegLimits.h"
-#include "registry/Upcase.h"
 
 namespace brenvik {
 
@@ -23,7 +22,7 @@ void SqliteTreeSink::enter(std::string_view name, const KeyDetails& details) {
         return;
     }
     checkKeyName(name);
-    const std::string folded = foldedBytes(foldName(name));
+    const std::string folded = foldedBytesOf(name);
     const OpenKey& parent = open_.back();
     if (!parent.fresh) {
         if (const auto there = tables_.child(parent.id, folded)) {
@@ -49,7 +48,7 @@ void SqliteTreeSink::change(const KeyRef& key, const KeyDetails& details) {
 
 void SqliteTreeSink::value(std::string_view name, const RawValue& value) {
     checkValue(name, value);
-    const std::string folded = foldedBytes(foldName(name));
+    const std::string folded = foldedBytesOf(name);
     if (open_.back().fresh) {
         tables_.insertValue(open_.back().id, folded, name, value);
     } else {

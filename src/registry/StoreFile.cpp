@@ -118,7 +118,8 @@ void prepareConnection(sqlite::Database& database, const StoreOptions& options) 
 }
 
 OpenedStore openChecked(const fs::path& file, const StoreOptions& options) {
-    const int flags = options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    // A store is used by one thread only, which saves a lock for every call.
+    const int flags = (options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
     OpenedStore opened{std::make_unique<sqlite::Database>(sqliteName(file), flags), false};
     prepareConnection(*opened.database, options);
     checkFormat(*opened.database, file);

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include "registry/Upcase.h"
+
 namespace brenvik {
 
 std::string foldedBytes(std::u16string_view upcased) {
@@ -10,6 +12,16 @@ std::string foldedBytes(std::u16string_view upcased) {
     for (const char16_t unit : upcased) {
         bytes += static_cast<char>(unit >> 8);
         bytes += static_cast<char>(unit & 0xFF);
+    }
+    return bytes;
+}
+
+std::string foldedBytesOf(std::string_view name) {
+    std::string bytes(2 * name.size(), '\0');
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const char c = name[i];
+        if (static_cast<unsigned char>(c) >= 0x80) return foldedBytes(foldName(name));
+        bytes[2 * i + 1] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
     }
     return bytes;
 }

@@ -33,6 +33,7 @@ struct ChildName {
 
 // A name as the tables compare it: upper-cased UTF-16, high byte first.
 std::string foldedBytes(std::u16string_view upcased);
+std::string foldedBytesOf(std::string_view name);   // of a name that is not upper-cased yet
 
 class StoreTables {
 public:
