@@ -1,15 +1,21 @@
 // The embedded registry: reading one value in a large store, and writing changed values.
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "GeneratedHive.h"
 #include "registry/BVKRegistry.h"
+#include "registry/HiveFilesImpl.h"
+#include "registry/HiveStore.h"
 #include "registry/LocalMachines.h"
 #include "registry/RegText.h"
+#include "registry/RegTextWriter.h"
+#include "registry/RegTree.h"
 #include "registry/SqliteStore.h"
 
 using namespace brenvik;
@@ -141,5 +147,108 @@ void parseText(benchmark::State& state) {
     state.SetLabel("values of a REG text");
 }
 BENCHMARK(parseText)->Unit(benchmark::kMillisecond);
+
+// A folder with a hive file of 43,000 keys (about 15 MB) or 100,000 keys and 300,000 values.
+struct HiveFolder {
+    std::filesystem::path folder, hive;
+
+    explicit HiveFolder(std::int64_t keys) {
+        std::random_device random;
+        folder = std::filesystem::temp_directory_path() / ("brenvik-bench-" + std::to_string(random()));
+        std::filesystem::create_directories(folder);
+        hive = folder / "bench.hiv";
+        const Bytes bytes = writeHive(generatedHive(keys));
+        std::FILE* const out = std::fopen(hive.string().c_str(), "wb");
+        std::fwrite(bytes.data(), 1, bytes.size(), out);
+        std::fclose(out);
+    }
+    ~HiveFolder() {
+        std::error_code error;
+        std::filesystem::remove_all(folder, error);
+    }
+};
+
+void hiveOpenAndReadOne(benchmark::State& state) {
+    const HiveFolder files(state.range(0));
+    for (auto _ : state) benchmark::DoNotOptimize(openHiveFile(files.hive)->subKeys(Root::LocalMachine, "ControlSet1000"));
+}
+
+void hiveChangeOneAndWrite(benchmark::State& state) {
+    const HiveFolder files(state.range(0));
+    const auto store = openHiveFile(files.hive);
+    std::uint32_t number = 0;
+    for (auto _ : state) store->setValue(Root::LocalMachine, "ControlSet1000", ValueName::named("neu"), fromText(std::to_string(++number), regtype::Dword));
+    state.SetLabel("whole new file, on the disk");
+}
+
+void hiveToEmbedded(benchmark::State& state) {
+    const HiveFolder files(state.range(0));
+    int round = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto store = std::make_unique<SqliteStore>(files.folder / (std::to_string(++round) + ".db"));
+        state.ResumeTiming();
+        const auto hive = openHiveFile(files.hive);
+        copyTree(*hive, Root::LocalMachine, "", *store, Root::LocalMachine, "Kopie");
+        state.PauseTiming();
+        store.reset();
+        state.ResumeTiming();
+    }
+    state.SetLabel("opening included");
+}
+
+void embeddedToHive(benchmark::State& state) {
+    const HiveFolder files(state.range(0));
+    SqliteStore store(files.folder / "quelle.db");
+    const auto hive = openHiveFile(files.hive);
+    copyTree(*hive, Root::LocalMachine, "", store, Root::LocalMachine, "Kopie");
+    RegfHiveFiles hiveFiles;
+    for (auto _ : state) {
+        if (!hiveFiles.save(store, Root::LocalMachine, "Kopie", files.folder / "neu.hiv")) state.SkipWithError("not saved");
+        state.PauseTiming();
+        std::filesystem::remove(files.folder / "neu.hiv");
+        state.ResumeTiming();
+    }
+    state.SetLabel("hive file on the disk");
+}
+
+void hiveToRegText(benchmark::State& state) {
+    const HiveFolder files(state.range(0));
+    std::size_t size = 0;
+    for (auto _ : state) {
+        RegTextWriter writer(RegTextWriter::Format::Version5);
+        writer.tree(*openHiveFile(files.hive), Root::LocalMachine, "");
+        size = writer.bytes().size();
+    }
+    state.SetLabel("opening included, " + std::to_string(size >> 20) + " MB of text in memory");
+}
+
+void importRegText(benchmark::State& state) {
+    const HiveFolder files(state.range(0));
+    RegTextWriter writer(RegTextWriter::Format::Version5);
+    writer.tree(*openHiveFile(files.hive), Root::LocalMachine, "");
+    const std::string text = writer.bytes();
+    int round = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto store = std::make_unique<SqliteStore>(files.folder / (std::to_string(++round) + ".db"));
+        state.ResumeTiming();
+        const RegText parsed = parseRegText(text);
+        if (!parsed.ok()) state.SkipWithError("not read");
+        applyOperations(*store, parsed.operations);
+        state.PauseTiming();
+        store.reset();
+        state.ResumeTiming();
+    }
+    state.SetLabel("parsed and put into the embedded store");
+}
+
+#define BOTH_SIZES Arg(43000)->Arg(100000)->Unit(benchmark::kMillisecond)
+BENCHMARK(hiveOpenAndReadOne)->BOTH_SIZES;
+BENCHMARK(hiveChangeOneAndWrite)->BOTH_SIZES;
+BENCHMARK(hiveToEmbedded)->BOTH_SIZES->Iterations(3);
+BENCHMARK(embeddedToHive)->BOTH_SIZES->Iterations(3);
+BENCHMARK(hiveToRegText)->BOTH_SIZES;
+BENCHMARK(importRegText)->BOTH_SIZES->Iterations(3);
 
 }  // namespace
