@@ -1,0 +1,34 @@
+// Whatever a database file holds: its tables are read or refused, and statements over them end.
+#include "frame/Errors.h"
+#include "tipdb/DatenbankFehler.h"
+#include "tipdb/JetDatei.h"
+#include "tipdb/Quelle.h"
+#include "tipdb/SqlEngine.h"
+
+using namespace brenvik;
+
+namespace {
+
+const std::vector<std::string> tables{"RegDaten", "Treebaum", "Gruppennamen", "Version"};
+
+void ask(Datenbestand data) {
+    SqlEngine engine(std::move(data));
+    for (const char* sql : {"Select * From RegDaten", "Select * From Treebaum Order By Reihenfolge", "Select * From Version",
+                            "Select * From RegDaten Where Index = 301"}) {
+        try {
+            engine.query(sql);
+        } catch (const DatenbankFehler&) {
+        }
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    try {
+        ask(jet::JetDatei::looksLikeJet(bytes) ? readJetDatabase(bytes, "geheim", tables) : readSqliteDatabase(bytes, tables));
+    } catch (const DatenbankFehler&) {
+    }
+    return 0;
+}
