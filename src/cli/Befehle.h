@@ -15,6 +15,9 @@ struct Aufruf {
     std::function<int(Programm&)> run;
 };
 
+// The machine that commands work on, from --machine. False: it does not answer, and stderr says why.
+bool selectMachine(Programm& programm, const std::string& machine);
+
 void addTippBefehle(CLI::App& app, Aufruf& call);
 void addRegistryBefehle(CLI::App& app, Aufruf& call);
 

@@ -8,11 +8,12 @@ using namespace brenvik;
 
 int main(int argc, char** argv) {
     CLI::App app{"Brenvik: Einstellungen einer Windows-Installation ansehen und ändern", "brenvik-cli"};
-    std::string home;
+    std::string home, machine;
     cli::Aufruf call;
     app.set_version_flag("--version", std::string("brenvik-cli ") + BRENVIK_VERSION, "Version ausgeben");
     app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");
     app.add_option("--home", home, "Verzeichnis, in dem Brenvik seine Daten hält")->type_name("DIR");
+    app.add_option("--machine", machine, "Rechner, dessen Registry gemeint ist: ein Name oder der Ordner, in dem ein Windows liegt")->type_name("NAME");
     app.add_flag("--json", call.json, "Ausgabe als JSON");
     app.add_flag("--yes", call.yes, "Fragen mit Ja beantworten");
     app.require_subcommand(1);
@@ -32,6 +33,7 @@ int main(int argc, char** argv) {
         Programm programm(port, *platform, {home, std::nullopt}, observer, recorder);
         programm.loadSettings();
         programm.detectSystem();
+        if (!machine.empty() && !cli::selectMachine(programm, machine)) return 1;
         if (call.needsDatabase) {
             if (!programm.loadDatabase()) return 1;
             programm.maschine().FrameStartEinstellungen();

@@ -20,12 +20,14 @@ public:
         lengths_.push_back(path_.size());
         const bool start = lengths_.size() == 1;
         if (!start) path_.append(path_.empty() ? "" : "\\").append(name);
-        if (ziel_.go && !ziel_.go(path_)) throw Ended{};
+        if (ziel_.stop && ziel_.stop()) throw Ended{};
         if (skipping_ == 0 && !options_.skipKey.empty() && sameName(path_, options_.skipKey)) skipping_ = lengths_.size();
+        if (skipping_ == 0 && ziel_.enter) ziel_.enter(path_);
         if (skipping_ == 0 && options_.keys && !path_.empty() && muster_.inName(lastKeyName(path_))) ziel_.hit({path_, true, {}, nullptr});
     }
     void value(std::string_view name, const RawValue& value) override {
         if (skipping_ != 0) return;
+        if (ziel_.stop && ziel_.stop()) throw Ended{};
         if ((options_.names && muster_.inName(name)) || (options_.data && muster_.inData(value))) ziel_.hit({path_, false, name, &value});
     }
     void leave() override {

@@ -48,7 +48,8 @@ struct Treffer {
 
 struct Suchziel {
     std::function<void(const Treffer&)> hit;
-    std::function<bool(std::string_view key)> go;   // asked at every key; false ends the search
+    std::function<void(std::string_view key)> enter;   // every key that is searched
+    std::function<bool()> stop;                        // asked at every key and value; true ends the search
 };
 
 // The key with everything below it, each key's hits before those of its sub keys. False: it was ended.

@@ -1,0 +1,42 @@
+#include <iostream>
+
+#include "cli/Befehle.h"
+#include "frame/DateiSystem.h"
+#include "frame/Konvertierung.h"
+#include "registry/HiveStore.h"
+
+namespace brenvik::cli {
+namespace {
+
+constexpr std::uint32_t LocalMachineRoot = 0x80000002;
+constexpr std::int32_t AccessDenied = 5, NotFound = 53;
+
+// A folder is told from a name by its separators.
+std::string machineName(const std::string& text) {
+    std::error_code error;
+    const auto folder = pathFromUtf8(text);
+    return std::filesystem::is_directory(folder, error) ? utf8FromPath(std::filesystem::absolute(folder)) : text;
+}
+
+}  // namespace
+
+bool selectMachine(Programm& programm, const std::string& text) {
+    const std::string machine = machineName(text);
+    Context& ctx = programm.context();
+    const std::int32_t status = ctx.objBVKReg.ConnectRemote(machine, LocalMachineRoot);
+    if (status != 0) {
+        std::cerr << "Der Rechner \"" << machine << "\" ist nicht erreichbar: "
+                  << (status == AccessDenied ? "der Zugriff wurde verweigert"
+                      : status == NotFound   ? "er wurde nicht gefunden"
+                                             : "Fehler " + std::to_string(status))
+                  << "\n";
+        return false;
+    }
+    ctx.strRechnername = machine;
+    ctx.blnLokal = equalText(machine, ctx.strLokalerRechner);
+    // The own profile is none of the other machine's; there the first one stands for the current user.
+    if (const auto* hives = dynamic_cast<const HiveStore*>(&programm.machines().store(machine))) ctx.strUserSID = ctx.strProfilSID = hives->currentUserSid();
+    return true;
+}
+
+}  // namespace brenvik::cli
