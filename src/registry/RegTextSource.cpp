@@ -39,6 +39,7 @@ RegTextSource readRegTextSource(std::string_view bytes) {
         const std::string_view plain = bytes.substr(marked ? 3 : 0);
         const bool utf8 = marked || (!startsWith(plain, RegHeader4) && isUtf8(plain));
         source.text = utf8 ? std::string(plain) : utf8FromAnsi(plain);
+        if (marked && !isUtf8(plain)) source.problem = "Die Datei ist als UTF-8 gekennzeichnet, enthält aber ungültige Zeichen.";
     }
     const std::string_view header = firstLine(source.text);
     source.start = header.size();

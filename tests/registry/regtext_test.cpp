@@ -86,6 +86,8 @@ TEST(RegText, Refused) {
         {"other text", "hello\n", "1 ! Die Datei beginnt weder mit \"REGEDIT4\" noch mit \"Windows Registry Editor Version 5.00\".\n"},
         {"header with more", "REGEDIT44\n", "1 ! Die Datei beginnt weder mit \"REGEDIT4\" noch mit \"Windows Registry Editor Version 5.00\".\n"},
         {"half a unit", wide(V5) + "x", "1 ! Die Datei endet mitten in einem Zeichen.\n"},
+        {"marked as UTF-8 and none", "\xEF\xBB\xBF" + key.substr(0, key.size() - 2) + "\xC0\xDA]\n",
+         "1 ! Die Datei ist als UTF-8 gekennzeichnet, enthält aber ungültige Zeichen.\n"},
         {"big-endian", "\xFE\xFF\0W"s, "1 ! Die Datei ist in UTF-16 mit vertauschten Bytes geschrieben und kann nicht gelesen werden.\n"},
         {"value without key", V5 + "\"v\"=\"x\"\n", "2 ! Der Wert gehört zu keinem Schlüssel.\n"},
         {"value in a deleted key", V5 + "[-HKCU\\A]\n\"v\"=\"x\"\n", "2 -key HKCU|A\n3 ! Der Wert gehört zu keinem Schlüssel.\n"},
