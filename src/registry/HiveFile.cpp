@@ -113,6 +113,11 @@ void HiveFile::prepare() {
     Loaded& now = loaded();
     requireUnchanged();
     abandon();
+    try {   // before the new file is made, so that only one of them fills the memory
+        keepFirstState();
+    } catch (const NumberedError& error) {
+        throw RegError(regerr::NoAssignment, error.what());
+    }
     HiveWriteOptions options;
     options.lastWritten = fileTimeNow();
     Bytes bytes;
@@ -120,11 +125,6 @@ void HiveFile::prepare() {
         bytes = writeHive(now.reading.hive, options);
     } catch (const HiveError& error) {
         throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(file_) + " kann diesen Inhalt nicht aufnehmen. " + error.what());
-    }
-    try {
-        keepFirstState();
-    } catch (const NumberedError& error) {
-        throw RegError(regerr::NoAssignment, error.what());
     }
     fresh_ = writeBeside(file_, bytes);
     now.reading.hive.header.assign(bytes.begin(), bytes.begin() + hivefmt::headerSize);
