@@ -14,6 +14,7 @@
 #include "registry/HiveStore.h"
 #include "registry/LocalMachines.h"
 #include "registry/RegText.h"
+#include "registry/Suche.h"
 #include "registry/RegTextWriter.h"
 #include "registry/RegTree.h"
 #include "registry/SqliteStore.h"
@@ -131,6 +132,16 @@ void changedValues(benchmark::State& state) {
     state.SetLabel(together ? "1000 changed values a transaction" : "each changed value a commit of its own");
 }
 BENCHMARK(changedValues)->Arg(0)->Arg(1)->UseRealTime();
+
+// Names and data of everything, with a text that is nowhere and one that every value's name has.
+void searchAll(benchmark::State& state) {
+    const auto pattern = makeTextMuster(state.range(0) != 0 ? "Nummer 29" : "nirgends");
+    std::uint64_t hits = 0;
+    for (auto _ : state) suchen(*Large::get().store, Root::CurrentUser, "", *pattern, {}, {[&](const Treffer&) { ++hits; }, {}, {}});
+    state.counters["hits"] = benchmark::Counter(static_cast<double>(hits), benchmark::Counter::kAvgIterations);
+    state.SetLabel("search through 300,000 values");
+}
+BENCHMARK(searchAll)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 void parseText(benchmark::State& state) {
     std::string text = "Windows Registry Editor Version 5.00\n";
