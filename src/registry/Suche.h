@@ -29,7 +29,7 @@ std::unique_ptr<Suchmuster> makeTextMuster(std::string_view text);
 // ECMAScript syntax on characters. Long texts are searched in pieces of RegexPiece characters that overlap by half, so
 // that a match longer than that half may be missed. Throws SuchmusterFehler.
 std::unique_ptr<Suchmuster> makeRegexMuster(std::string_view expression);
-inline constexpr std::size_t RegexPiece = 4096;
+inline constexpr std::size_t RegexPiece = 512;
 
 // The data as text, or as bytes if they cannot be shown in their own form. Never fails.
 std::string dataText(const RawValue& value);

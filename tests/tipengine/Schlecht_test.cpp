@@ -63,7 +63,7 @@ TEST(Schlecht, IniMitNullzeichenUndBootDateiOhneZeilenenden) {
     Probe p({{.Index = 1, .Überschrift = "INI", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "k", .INITipp = true, .Schlüssel = "s", .SchlüsselNT = "x.ini"},
              {.Index = 2, .Überschrift = "Boot", .Ausgabeart = 9, .Datentyp = 1, .Anzeigetext = "/SOS", .Werteliste = "C:", .INITipp = true,
               .Schlüssel = "operating systems", .SchlüsselNT = "boot.ini"}});
-    const std::string nul("[s]\r\na=\0b\r\nk=v\0w\r\n", 20);
+    const std::string nul("[s]\r\na=\0b\r\nk=v\0w\r\n", 18);
     const auto ini = p.dir.put("drive_c/WINDOWS/x.ini", nul);
     const auto boot = p.dir.put("drive_c/boot.ini", "[operating systems]" + std::string(2 << 20, 'x'));
     p.show("INI");
