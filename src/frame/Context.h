@@ -20,9 +20,11 @@ struct Settings {
     bool BSSystemAktiv = true;   // a Tip is checked against the operating system
     bool LöschenAktiv = false;   // values and keys may be deleted (blnLoeschenErlaubt)
     bool RegFileClasic = true;
+    bool RegFileGeprueft = false;  // REG files in the checked form, which every importer reads alike
     bool ShowNavText = true;
     bool BSErsatz = false;       // treat an unrecognised system as Windows XP
     int TreeAktiv = 1;
+    std::string Farbschema = "System";   // "System", "Hell" or "Dunkel"
     std::string Ostrana_Name = "ostrana.hlp";
     std::string strOstranaPfad, strFavoritenPfad, strHistoryPfad, strBackupPfad;
 };

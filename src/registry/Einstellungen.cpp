@@ -14,7 +14,7 @@ constexpr Schalter schalter[] = {
     {"ShowNavText", &Settings::ShowNavText},     {"SoundOn", &Settings::SoundOn},
     {"ShowInfo", &Settings::ShowInfo},           {"BSSystemAktiv", &Settings::BSSystemAktiv},
     {"LöschenAktiv", &Settings::LöschenAktiv},   {"RegFileClasic", &Settings::RegFileClasic},
-    {"BSErsatz", &Settings::BSErsatz},
+    {"BSErsatz", &Settings::BSErsatz},           {"RegFileGeprueft", &Settings::RegFileGeprueft},
 };
 
 struct Pfad {
@@ -53,6 +53,7 @@ void loadCoreSettings(RegistryContext& ctx) {
         ctx.trace.write("--- Einstellung TreeAktiv ist unbrauchbar: " + tree);
     }
     s.Ostrana_Name = ReadRegistryKey(ctx, base + "Ostrana_Name", s.Ostrana_Name);
+    s.Farbschema = ReadRegistryKey(ctx, base + "Farbschema", s.Farbschema);
     for (const Pfad& entry : pfade) {
         std::filesystem::path folder = std::string(entry.name) == "Ostrana" ? ctx.programmPfad : ctx.heimPfad;
         std::string standard = (folder / entry.below).string();
@@ -66,6 +67,7 @@ void saveCoreSettings(RegistryContext& ctx) {
     const std::string base = EinstellungenPfad;
     for (const Schalter& entry : schalter) SaveRegistryKey(ctx, base + entry.name, boolText(s.*entry.field), RegSz);
     SaveRegistryKey(ctx, base + "Ostrana_Name", s.Ostrana_Name, RegSz);
+    SaveRegistryKey(ctx, base + "Farbschema", s.Farbschema, RegSz);
     for (const Pfad& entry : pfade) SaveRegistryKey(ctx, std::string(PfadePfad) + entry.name, s.*entry.field, RegSz);
     SaveRegistryKey(ctx, base + "TreeAktiv", numberText(s.TreeAktiv), RegSz);
 }

@@ -159,36 +159,34 @@ std::vector<std::int16_t> entriesOfKind(const Tipp& tipp, std::int16_t kind) {
 
 }  // namespace
 
-void TippMaschine::buildDrive() {
-    const auto entries = entriesOfKind(ctx_.aktuellerTipp, art::Drive);
-    Panel& panel = addPanel(art::Drive, 0, entries.front());
+// Kinds 6 and 7: one panel with a choice among the entries, the first one shown.
+Panel& TippMaschine::buildChoicePanel(std::int16_t kind) {
+    const auto entries = entriesOfKind(ctx_.aktuellerTipp, kind);
+    Panel& panel = addPanel(kind, 0, entries.front());
     panel.eintraege = entries;
     for (std::int16_t i : entries) {
-        const TippEintrag& e = eintrag(i);
-        if (!e.SchlüsselNT.empty() && ctx_.istNT()) eintrag(i).Schlüssel = e.SchlüsselNT;
+        TippEintrag& e = eintrag(i);
+        if (!e.SchlüsselNT.empty() && ctx_.istNT()) e.Schlüssel = e.SchlüsselNT;
         panel.auswahl.push_back(e.Anzeigetext.empty() ? e.Wertname : e.Anzeigetext);
     }
     panel.label = eintrag(entries.front()).Beschriftung;
     panel.gewaehlt = 0;
     readSilently(panel);
-    panel.text = wert(entries.front()).strAnzeigeWert;
+    return panel;
+}
+
+void TippMaschine::buildDrive() {
+    Panel& panel = buildChoicePanel(art::Drive);
+    const std::int16_t first = panel.eintraege.front();
+    panel.text = wert(first).strAnzeigeWert;
     panel.cmdDriveSichtbar = !panel.text.empty();
-    panel.dateiFilter = eintrag(entries.front()).Werteliste;
+    panel.dateiFilter = eintrag(first).Werteliste;
 }
 
 void TippMaschine::buildFarbe() {
-    const auto entries = entriesOfKind(ctx_.aktuellerTipp, art::Farbe);
-    Panel& panel = addPanel(art::Farbe, 0, entries.front());
-    panel.eintraege = entries;
-    for (std::int16_t i : entries) {
-        const TippEintrag& e = eintrag(i);
-        if (!e.SchlüsselNT.empty() && ctx_.istNT()) eintrag(i).Schlüssel = e.SchlüsselNT;
-        panel.auswahl.push_back(e.Anzeigetext.empty() ? e.Wertname : e.Anzeigetext);
-    }
-    panel.label = eintrag(entries.front()).Beschriftung;
-    panel.gewaehlt = 0;
-    readSilently(panel);
-    panel.farbe = colourText(wert(entries.front()).strAktuellerWert, eintrag(entries.front()).Datentyp);
+    Panel& panel = buildChoicePanel(art::Farbe);
+    const std::int16_t first = panel.eintraege.front();
+    panel.farbe = colourText(wert(first).strAktuellerWert, eintrag(first).Datentyp);
 }
 
 void TippMaschine::buildListe(std::int16_t first) {

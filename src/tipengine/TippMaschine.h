@@ -123,6 +123,7 @@ private:
     void buildZahlenWerte(std::int16_t i);
     void buildAuswahlBox(std::int16_t i);
     void buildOptionsAuswahl(std::int16_t i);
+    Panel& buildChoicePanel(std::int16_t kind);
     void buildDrive();
     void buildFarbe();
     void buildListe(std::int16_t i);
