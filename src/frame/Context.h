@@ -8,6 +8,7 @@
 
 #include "frame/Errors.h"
 #include "frame/Platform.h"
+#include "frame/SystemVersion.h"
 #include "frame/Trace.h"
 #include "frame/UserPort.h"
 
@@ -50,6 +51,8 @@ struct FrameContext {
     bool blnLokal = true;
     std::string strBS = "Unbekanntes Betriebssystem";
     std::int16_t intBS = 0;              // 0 unknown, 1 95, 2 98, 3 NT, 4 2000, 5 ME, 6 XP
+    OSVERSIONINFO osVersion;             // what the decision was made from
+    std::int32_t intIEMajor = 0, intIEMinor = 0, intIEBuild = 0;   // the browser component; 0 where there is none
     bool blnAdmin = false;
     bool blnPrivilegien = false;
     std::string strUserName;

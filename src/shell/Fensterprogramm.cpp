@@ -4,6 +4,7 @@
 
 #include "frame/Errors.h"
 #include "shell/Farben.h"
+#include "shell/Fensterteile.h"
 #include "shell/MaschinenEvents.h"
 #include "shell/QtPort.h"
 #include "shell/QtText.h"
@@ -49,14 +50,24 @@ void takeScreenshots(QApplication& application, Programm& program, frmBVK_Prog& 
     }
 }
 
+// Every area hooks its windows and commands in, in a line of its own.
+void verbinde(Fensterteile& teile) {
+    TippMaschine& engine = teile.programm.maschine();
+    teile.fenster.setCommand(Befehl::AndereDBLaden, [&engine] { engine.mnuandereDBLoad(); });
+    teile.fenster.setCommand(Befehl::BVKDBLaden, [&engine] { engine.mnuBVKDBLoad(); });
+}
+
 int run(QApplication& application, const FensterOptionen& options, QtPort& port) {
     const auto platform = makeNativePlatform();
     ObserverRelay relay;
-    ChangeRecorder recorder;
-    Programm program(port, *platform, options.programm, relay, recorder);
+    Aufzeichnungen recorders;
+    Programm program(port, *platform, options.programm, relay, recorders);
     Context& ctx = program.context();
     frmBVK_Prog window(ctx.frmBVK_Prog, ctx.einstellungen, displayOrder);
     MaschinenEvents events(program.maschine());
+    Ladeschritte steps;
+    Fensterteile parts{application, port, program, window, steps, recorders};
+    verbinde(parts);
 
     program.loadSettings();
     ctx.frmBVK_Prog.tbsTree = ctx.einstellungen.TreeAktiv;
@@ -64,11 +75,10 @@ int run(QApplication& application, const FensterOptionen& options, QtPort& port)
     window.applySettings(loadWindowSettings(ctx));
     program.detectSystem();
     window.setVersion(ctx.strProgVersion);
+    if (steps.LoadFHListe) steps.LoadFHListe();
     if (!program.loadDatabase()) return 1;
     relay.target = &window;
     window.attach(events);
-    window.setCommand(Befehl::AndereDBLaden, [&] { program.maschine().mnuandereDBLoad(); });
-    window.setCommand(Befehl::BVKDBLaden, [&] { program.maschine().mnuBVKDBLoad(); });
     program.maschine().TreeEinlesen();
     if (!options.screenshots.empty()) {
         std::filesystem::create_directories(options.screenshots);

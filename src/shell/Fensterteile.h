@@ -1,5 +1,8 @@
 #pragma once
 // What an area of the window system needs to hook its windows and commands in; all of it outlives the windows.
+#include "tipengine/Aufzeichnungen.h"
+#include "tipengine/Ladefolge.h"
+
 class QApplication;
 
 namespace brenvik {
@@ -13,6 +16,8 @@ struct Fensterteile {
     QtPort& port;
     Programm& programm;
     frmBVK_Prog& fenster;
+    Ladeschritte& laden;             // steps of the load sequence that an area does
+    Aufzeichnungen& aufzeichnungen;  // who hears of changes
 };
 
 }  // namespace brenvik

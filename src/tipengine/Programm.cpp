@@ -49,7 +49,8 @@ void Programm::loadSettings() { loadCoreSettings(*context_); }
 
 void Programm::detectSystem() {
     Context& ctx = *context_;
-    BSErmitteln(ctx, readSystemVersion(ctx));
+    ctx.osVersion = readSystemVersion(ctx);
+    BSErmitteln(ctx, ctx.osVersion);
     ctx.blnLokal = true;
     ctx.strLokalerRechner = ctx.objBVKReg.GetComputerName();
     ctx.trace.write("Lokaler Rechnername: " + ctx.strLokalerRechner);
