@@ -45,6 +45,8 @@ std::string hexNumber(std::uint32_t number, int digits) {
 RegTextWriter::RegTextWriter(Format format)
     : format_(format), text_(std::string(format == Format::Regedit4 ? RegHeader4 : RegHeader5) + LineEnd) {}
 
+void RegTextWriter::comment(std::string_view line) { text_.append(line).append(LineEnd); }
+
 void RegTextWriter::noteFit(std::string_view text) {
     if (format_ == Format::Regedit4 && !fitsAnsi(text)) ++lost_;
 }

@@ -13,6 +13,7 @@ public:
     enum class Format { Regedit4, Version5 };   // Windows-1252; UTF-16LE with mark. Both with CR LF.
 
     explicit RegTextWriter(Format format);
+    void comment(std::string_view line);        // as it stands, with its "; "; what the format lacks becomes "?" there
     void key(Root root, std::string_view key);
     void deleteKey(Root root, std::string_view key);
     void value(const ValueName& name, const RawValue& value);

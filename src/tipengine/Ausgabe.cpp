@@ -191,9 +191,13 @@ void TippMaschine::readEntry(std::int16_t i, StatusZeile& status) {
         ReadRecTipp(i, &status);
 }
 
+void TippMaschine::takeSystemsKey(TippEintrag& entry) const {
+    if (!entry.SchlüsselNT.empty() && ctx_.istNT() && !ctx_.aktuellerTipp.INITipp) entry.Schlüssel = entry.SchlüsselNT;
+}
+
 void TippMaschine::buildEntry(std::int16_t i) {
     TippEintrag& e = eintrag(i);
-    if (!e.SchlüsselNT.empty() && ctx_.istNT() && !ctx_.aktuellerTipp.INITipp) e.Schlüssel = e.SchlüsselNT;
+    takeSystemsKey(e);
     if (!e.Standardwert.empty()) FB_Default(true);
 
     // Kinds with one panel for the whole Tip are built at their first entry.

@@ -55,14 +55,13 @@ Aenderung TippMaschine::newChange(Aenderung::Art art) const {
 
 // --- collecting ---
 
-void TippMaschine::collectBitMaske(const Panel& panel, std::int16_t i) {
-    std::string& text = wert(i).strAnzeigeWert;
+// The boxes of a bit mask over the text of the value as it was.
+std::string TippMaschine::bitMaskText(const Panel& panel, std::int16_t i, std::string text) const {
     const auto box = [&](std::size_t j) { return panel.schalter[j].angehakt; };
     if (eintrag(i).Datentyp == 4) {
         std::uint32_t mask = text.empty() ? 0 : static_cast<std::uint32_t>(static_cast<std::int64_t>(Val(text)));
         for (std::size_t j = 0; j < panel.schalter.size(); ++j) mask = box(j) ? mask | 1u << j : mask & ~(1u << j);
-        text = numberText(mask);
-        return;
+        return numberText(mask);
     }
     auto bytes = Split(text, " ");
     std::erase(bytes, std::string());
@@ -75,45 +74,44 @@ void TippMaschine::collectBitMaske(const Panel& panel, std::int16_t i) {
     }
     text.clear();
     for (const std::string& byte : bytes) text += byte + " ";
+    return text;
+}
+
+// What the panel says for one of its entries; none where an event set the text already, and where there is no value.
+std::optional<std::string> TippMaschine::panelText(const Panel& panel, std::int16_t i) const {
+    switch (panel.Ausgabeart) {
+        case art::Liste: {
+            const auto row = static_cast<std::size_t>(std::find(panel.eintraege.begin(), panel.eintraege.end(), i) - panel.eintraege.begin());
+            if (row >= panel.zeilen.size()) return std::nullopt;
+            return panel.zeilen[row].angehakt ? "no" : DelKey;
+        }
+        case art::CheckBox: return panel.angehakt ? eintrag(i).WertEin : eintrag(i).WertAus;
+        case art::TextWerte: {
+            std::string text = panel.text;
+            if (panel.mehrzeilig) std::replace(text.begin(), text.end(), '\n', '\0');
+            return text;
+        }
+        case art::ZahlenWerte: {
+            const std::string& divisor = eintrag(i).Werteliste;
+            return divisor.empty() || ctx_.aktuellerTipp.INITipp ? numberText(panel.Value) : numberText(panel.Value * toDbl(divisor));
+        }
+        case art::AuswahlBox: return panel.gewaehlt < 0 ? std::string() : panel.auswahl.at(static_cast<std::size_t>(panel.gewaehlt));
+        case art::OptionsAuswahl: {
+            if (panel.gewaehlt < 0) return std::nullopt;
+            double value = panel.dblOptionsWert.at(static_cast<std::size_t>(panel.gewaehlt));
+            if (value >= Bit31) value -= Bit32;   // dwords are passed as signed numbers
+            return numberText(value);
+        }
+        case art::BitMaske: return bitMaskText(panel, i, wert(i).strAnzeigeWert);
+        default: return std::nullopt;
+    }
 }
 
 // The panel's state becomes strAnzeigeWert of its entries. Entries that were found and not touched keep what was read.
-void TippMaschine::collectPanel(Panel& panel) {
-    const auto takes = [&](std::int16_t i) { return wert(i).beruehrt || (!wert(i).roh && !wert(i).gefunden); };
-    switch (panel.Ausgabeart) {
-        case art::Liste:
-            for (std::size_t k = 0; k < panel.zeilen.size() && k < panel.eintraege.size(); ++k)
-                if (const std::int16_t i = panel.eintraege[k]; takes(i)) wert(i).strAnzeigeWert = panel.zeilen[k].angehakt ? "no" : DelKey;
-            return;
-        case art::Drive: case art::Farbe: case art::Kontext: case art::BootINI: return;   // set by their events, or not values at all
-        default: break;
-    }
-    const std::int16_t i = panel.eintraege.front();
-    if (!takes(i)) return;
-    std::string& text = wert(i).strAnzeigeWert;
-    switch (panel.Ausgabeart) {
-        case art::CheckBox: text = panel.angehakt ? eintrag(i).WertEin : eintrag(i).WertAus; break;
-        case art::TextWerte:
-            text = panel.text;
-            if (panel.mehrzeilig) std::replace(text.begin(), text.end(), '\n', '\0');
-            break;
-        case art::ZahlenWerte: {
-            const std::string& divisor = eintrag(i).Werteliste;
-            text = divisor.empty() || ctx_.aktuellerTipp.INITipp ? numberText(panel.Value) : numberText(panel.Value * toDbl(divisor));
-            break;
-        }
-        case art::AuswahlBox:
-            text = panel.gewaehlt < 0 ? std::string() : panel.auswahl.at(static_cast<std::size_t>(panel.gewaehlt));
-            break;
-        case art::OptionsAuswahl:
-            if (panel.gewaehlt >= 0) {
-                double value = panel.dblOptionsWert.at(static_cast<std::size_t>(panel.gewaehlt));
-                if (value >= Bit31) value -= Bit32;   // dwords are passed as signed numbers
-                text = numberText(value);
-            }
-            break;
-        case art::BitMaske: collectBitMaske(panel, i); break;
-        default: break;
+void TippMaschine::collectPanel(const Panel& panel) {
+    for (const std::int16_t i : panel.eintraege) {
+        if (!wert(i).beruehrt && (wert(i).roh || wert(i).gefunden)) continue;
+        if (auto text = panelText(panel, i)) wert(i).strAnzeigeWert = std::move(*text);
     }
 }
 
@@ -187,21 +185,16 @@ std::vector<TippMaschine::GeplanterWert> TippMaschine::planWrites(std::string& r
         GeplanterWert p{i, valuePath(i), {}, {}, GeplanterWert::Tat::Schreiben, false};
         ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
         p.alt = ctx_.objBVKReg.ReadRaw();
-        if (!w.beruehrt && w.roh) {
-            if (p.alt != w.roh) continue;   // changed by somebody else since it was read: not ours to turn back
-            p.neu = w.roh;
-        } else if (w.strAnzeigeWert.empty()) {
-            continue;
-        } else if (w.strAnzeigeWert == DelKey) {
+        if (!w.beruehrt && w.roh && p.alt != w.roh) continue;   // changed by somebody else since it was read: not ours to turn back
+        GesammelterWert value = collectedValue(i);
+        refusal = value.unpassend;
+        if (value.geloescht) {
             if (!p.alt) continue;
             p.tat = GeplanterWert::Tat::Loeschen;
-        } else {
-            try {
-                p.neu = valueToWrite(i);
-            } catch (const NumberedError& error) {
-                refusal = error.what();
-            }
+        } else if (!value.wert && refusal.empty()) {
+            continue;
         }
+        p.neu = std::move(value.wert);
         plan.push_back(std::move(p));
     }
     return plan;

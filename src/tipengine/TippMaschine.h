@@ -18,6 +18,16 @@ namespace brenvik {
 
 class Profildatei;
 
+// An entry of the Tip on screen as the user sees it now.
+struct GesammelterWert {
+    std::string text;                // as its panel says it; "<delkey>" where the value is to go
+    std::optional<RawValue> wert;    // what saving would write, raw where nobody touched it; none: nothing, or the value goes
+    std::string unpassend;           // why the text is no value of the Tip's type; then there is no wert
+    bool gefunden = false;           // stands in the registry
+    bool beruehrt = false;           // set by the user
+    bool geloescht = false;          // saving would delete the value
+};
+
 class TippMaschine {
 public:
     TippMaschine(Context& context, WindowObserver& observer, ChangeRecorder& recorder);
@@ -61,6 +71,14 @@ public:
     bool Default_Einstellungen();                        // false: declined, refused or failed
     bool WertDel(std::int16_t index);
     void BroadCast();
+
+    // --- Taking values along (export, lists); nothing is written ---
+    bool collectForExport();                             // false: a panel holds what cannot be, and the user was told
+    std::vector<GesammelterWert> collectedValues();      // of all entries, [0] unused
+    std::optional<Tipp> lookUpTipp(std::int32_t number); // read with its keys resolved; what is on screen stays as it is
+    // Carries prepared changes of several Tips out, all of them or none; each is recorded on its own. Empty: done, else
+    // why not, in German. The caller tells the result.
+    std::string writeTogether(std::vector<Aenderung>& changes);
 
     // --- Commands; the clicked control's own caption decides what the click means ---
     void clickRegSave(const std::string& ownCaption);
@@ -115,6 +133,7 @@ private:
     // Output, one builder per kind
     void prepareOutput();
     bool showSuitability();
+    void takeSystemsKey(TippEintrag& entry) const;
     void buildEntry(std::int16_t i);
     Panel& addPanel(std::int16_t kind, std::int16_t index, std::int16_t entry);
     void readEntry(std::int16_t i, StatusZeile& status);
@@ -159,10 +178,12 @@ private:
     bool adaptType(std::int16_t i);
 
     // Saving
-    void collectPanel(Panel& panel);
-    void collectBitMaske(const Panel& panel, std::int16_t i);
+    void collectPanel(const Panel& panel);
+    std::optional<std::string> panelText(const Panel& panel, std::int16_t i) const;
+    std::string bitMaskText(const Panel& panel, std::int16_t i, std::string text) const;
     std::vector<GeplanterWert> planWrites(std::string& refusal);
     RawValue valueToWrite(std::int16_t i) const;
+    GesammelterWert collectedValue(std::int16_t i) const;
     void writePlanned(std::vector<GeplanterWert>& plan, Aenderung& change);
     void tellPartialWrite(const std::vector<GeplanterWert>& plan);
     void afterChange();
