@@ -20,5 +20,7 @@ bool selectMachine(Programm& programm, const std::string& machine);
 
 void addTippBefehle(CLI::App& app, Aufruf& call);
 void addRegistryBefehle(CLI::App& app, Aufruf& call);
+void addExportBefehle(CLI::App& app, Aufruf& call);
+void addListenBefehle(CLI::App& app, Aufruf& call);     // list, apply
 
 }  // namespace brenvik::cli

@@ -20,6 +20,8 @@ int main(int argc, char** argv) {
     app.fallthrough();
     cli::addTippBefehle(app, call);
     cli::addRegistryBefehle(app, call);
+    cli::addExportBefehle(app, call);
+    cli::addListenBefehle(app, call);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,0 +1,101 @@
+#include "cli/ExportTipps.h"
+
+#include <algorithm>
+#include <charconv>
+#include <iostream>
+
+#include "cli/RegistryAusgabe.h"
+#include "export/Export.h"
+#include "export/Exportwerte.h"
+#include "frame/DateiSystem.h"
+
+namespace brenvik::cli {
+namespace {
+
+struct Setzung {
+    std::int32_t tipp = 0;
+    std::int16_t eintrag = 1;
+    std::string text;
+};
+
+std::optional<Setzung> parseSetzung(const std::string& argument) {
+    const std::size_t equals = argument.find('=');
+    if (equals == std::string::npos) return std::nullopt;
+    Setzung set;
+    set.text = argument.substr(equals + 1);
+    const char* const end = argument.data() + equals;
+    auto read = std::from_chars(argument.data(), end, set.tipp);
+    if (read.ec == std::errc() && read.ptr != end && *read.ptr == ':') read = std::from_chars(read.ptr + 1, end, set.eintrag);
+    return read.ec == std::errc() && read.ptr == end ? std::optional(set) : std::nullopt;
+}
+
+// German: why the Tip on screen cannot be exported; empty: it can.
+std::string einwand(const Tipp& tipp, const TippListEintrag& entry, Bedarf bedarf) {
+    if (tipp.INITipp) return "Die Werte stehen in einer Datei, nicht in der Registry";
+    if (bedarf == Bedarf::Vorlage) return tipp.ADMExport ? std::string() : "Er ist nicht für Vorlagen freigegeben";
+    const Exportsatz satz = exportwerte({entry});
+    if (!satz.hindernisse.empty()) return satz.hindernisse.front();
+    return satz.anzahl() > 0 ? std::string() : "In der Registry steht kein Wert, und es wurde keiner gesetzt";
+}
+
+}  // namespace
+
+void Tippauswahl::addTo(CLI::App& command, bool withOutput) {
+    command.add_option("TIP", tipps, "Nummern der Tipps")->required();
+    command.add_option("--set", gesetzt, "NUMBER=TEXT oder NUMBER:ENTRY=TEXT: den Wert für die Datei so wählen; die Registry bleibt, wie sie ist")
+        ->allow_extra_args(false)->take_all();
+    if (withOutput) command.add_option("-o,--output", ausgabe, "Datei; eine vorhandene wird ersetzt. Ohne sie geht der Inhalt auf die Standardausgabe");
+}
+
+std::optional<TippListe> sammle(Programm& programm, const Tippauswahl& wahl, Bedarf bedarf) {
+    TippMaschine& maschine = programm.maschine();
+    Context& ctx = programm.context();
+    std::vector<Setzung> sets;
+    for (const std::string& argument : wahl.gesetzt) {
+        const auto set = parseSetzung(argument);
+        if (!set || std::find(wahl.tipps.begin(), wahl.tipps.end(), set->tipp) == wahl.tipps.end())
+            return failed("--set erwartet NUMBER=TEXT oder NUMBER:ENTRY=TEXT mit einem der genannten Tipps: " + argument), std::nullopt;
+        sets.push_back(*set);
+    }
+    TippListe list;
+    bool ok = true;
+    const auto complain = [&](std::int32_t number, const std::string& text) {
+        std::cerr << "Tipp " << number << ": " << text << "\n";
+        ok = false;
+    };
+    for (const std::int32_t number : wahl.tipps) {
+        if (std::any_of(list.begin(), list.end(), [&](const TippListEintrag& own) { return own.TippNr == number; })) continue;
+        if (!maschine.lookUpTipp(number)) {
+            complain(number, "Den Tipp gibt es nicht");
+            continue;
+        }
+        maschine.inspectTipp(number);
+        for (const Setzung& set : sets)
+            if (set.tipp == number)
+                if (const std::string refusal = maschine.setEntryFromText(set.eintrag, set.text); !refusal.empty()) complain(number, refusal);
+        if (!maschine.collectForExport()) return std::nullopt;
+        TippListEintrag entry = listeneintrag(ctx.aktuellerTipp, maschine.collectedValues());
+        if (const std::string reason = einwand(ctx.aktuellerTipp, entry, bedarf); !reason.empty()) complain(number, reason);
+        uebernehmeTexte(entry);
+        list.push_back(std::move(entry));
+    }
+    return ok ? std::optional(std::move(list)) : std::nullopt;
+}
+
+int ausgeben(Programm& programm, const std::string& file, const std::string& bytes, const char* fertig1, const char* fertig2) {
+    if (file.empty()) {
+        std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
+        return std::cout ? 0 : failed("Die Ausgabe konnte nicht geschrieben werden");
+    }
+    Context& ctx = programm.context();
+    if (!schreibeDatei(ctx, "Export", utf8FromPath(std::filesystem::absolute(pathFromUtf8(file))), bytes)) return 1;
+    ctx.port.tell(fertig1 + file + fertig2);
+    return 0;
+}
+
+int hindernisse(const std::vector<std::string>& lines, const char* was) {
+    for (const std::string& line : lines) std::cerr << line << "\n";
+    return failed(was);
+}
+
+}  // namespace brenvik::cli

@@ -1,0 +1,96 @@
+#include "export/Export.h"
+
+#include <algorithm>
+
+#include "export/Meldungen.h"
+#include "frame/DateiSystem.h"
+#include "frame/Konvertierung.h"
+#include "frame/Reports.h"
+
+namespace brenvik {
+
+struct Export::Speicherauftrag {
+    const char* proc;
+    const char *filter, *titel;
+    const char *fertig1, *fertig2;      // around the file name, once it is written
+    std::function<Exportdatei()> inhalt;
+};
+
+bool schreibeDatei(Context& ctx, const char* proc, const std::string& name, const std::string& bytes) {
+    return reportAndGoOn(ctx, proc, [&] { writeFileAtomic(userPath(ctx, name), bytes); });
+}
+
+void Export::save(const Speicherauftrag& order) {
+    const std::string name = ctx().port.chooseFile({{}, order.filter, order.titel, true}).value_or(std::string());
+    ctx().klick();
+    if (name.empty()) return ctx().port.tell(meldung::SpeichernAbgebrochen);
+    Exportdatei file;
+    if (!reportAndGoOn(ctx(), order.proc, [&] { file = order.inhalt(); })) return;
+    if (!file.hindernis.empty()) return ctx().port.tell(file.hindernis, box::Exclamation);
+    if (!schreibeDatei(ctx(), order.proc, name, file.bytes)) return;
+    ctx().port.tell(order.fertig1 + name + order.fertig2);
+    if (const std::string more = hinweis(file, meldung::WegFenster); !more.empty()) ctx().port.tell(more, box::Exclamation);
+}
+
+void Export::RegFileSave(bool blnListe) {
+    ProcTrace trace(ctx().trace, "RegFileSave");
+    trace.p(blnListe);
+    TippListe single;
+    if (!blnListe) {
+        if (!AddTippToList(single, false)) return;
+        for (TippListEintrag& entry : single) uebernehmeTexte(entry);
+    }
+    const RegForm form = regForm(ctx().einstellungen);
+    save({"RegFileSave", meldung::RegDateiFilter, meldung::RegDateiTitel, meldung::RegGespeichert1, meldung::RegGespeichert2,
+          [&] { return regDatei(ctx(), blnListe ? listen_.RegListe : single, blnListe, form); }});
+}
+
+void Export::ADMFileSave(bool blnListe) {
+    ProcTrace trace(ctx().trace, "ADMFileSave");
+    trace.p(blnListe);
+    TippListe single;
+    if (!blnListe && !AddTippToList(single, false)) return;
+    save({"ADMFileSave", meldung::AdmDateiFilter, meldung::AdmDateiTitel, meldung::AdmErstellt1, meldung::AdmErstellt2,
+          [&] { return admDatei(ctx(), blnListe ? listen_.ADMListe : single); }});
+}
+
+bool Export::AddTippToList(TippListe& Liste, bool blnLeiste) {
+    ProcTrace trace(ctx().trace, "AddTippToList");
+    if (!maschine_.collectForExport()) return false;
+    TippListEintrag entry = listeneintrag(ctx().aktuellerTipp, maschine_.collectedValues());
+    const auto found = std::find_if(Liste.begin(), Liste.end(), [&](const TippListEintrag& own) { return own.TippNr == entry.TippNr; });
+    if (found == Liste.end()) {
+        Liste.push_back(std::move(entry));
+        if (blnLeiste) listeAktiv(true);
+        return true;
+    }
+    for (std::size_t i = 0; i < found->Werte.size() && i < entry.Werte.size(); ++i) {
+        found->Werte[i].gesammelt = entry.Werte[i].gesammelt;
+        if (!listen_.blnADMListe) found->Werte[i].Wert = entry.Werte[i].gesammelt.text;
+    }
+    found->Geloescht = false;
+    if (blnLeiste) ADMListeAktiv(true);   // of either list
+    return true;
+}
+
+void Export::addRegListe() {
+    listen_.blnADMListe = false;
+    AddTippToList(listen_.RegListe);
+}
+
+void Export::addADMListe() {
+    listen_.blnADMListe = true;
+    AddTippToList(listen_.ADMListe);
+}
+
+void Export::showRegListe() {
+    listen_.blnADMListe = false;
+    showListe();
+}
+
+void Export::showADMListe() {
+    listen_.blnADMListe = true;
+    showListe();
+}
+
+}  // namespace brenvik
