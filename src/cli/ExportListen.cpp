@@ -74,6 +74,7 @@ int apply(Programm& programm, const std::string& file, bool dryRun, bool json) {
     Anwendung plan = anwendung(programm.maschine(), *list);
     if (!plan.probleme.empty()) return hindernisse(plan.probleme, "Die Liste wurde nicht angewendet, nichts wurde geändert.");
     printChanges(programm.context(), plan.changes, json);
+    if (plan.changes.empty()) std::cerr << "Es ist nichts zu ändern, alle Werte stehen schon so da.\n";
     if (dryRun || plan.changes.empty()) return 0;
     if (!programm.context().port.ask(fmt::format("Sollen die Änderungen (Tipps: {}) geschrieben werden?", plan.changes.size()))) return 1;
     if (const std::string reason = programm.maschine().writeTogether(plan.changes); !reason.empty())

@@ -28,6 +28,12 @@ std::string tomlText(std::string_view text) {
     return out + '"';
 }
 
+// For a comment.
+std::string oneLine(std::string text) {
+    std::erase_if(text, [](char c) { return (static_cast<unsigned char>(c) < ' ') || c == 0x7F; });
+    return text;
+}
+
 std::string valueLine(const RawValue& value) {
     const std::string bytes = "bytes = '" + bytesText(value.bytes) + "'";
     if (value.type == regtype::Dword) return value.bytes.size() == 4 ? "wert = " + numberText(static_cast<std::uint32_t>(toLng(toText(value)))) : bytes;
@@ -64,7 +70,7 @@ Presetdatei presetDatei(Context& ctx, const TippListe& liste) {
                 next += has;
                 continue;
             }
-            file.text += fmt::format("\n  [[tipp.wert]]   # {}\n  nummer = {}\n  name = {}\n", tomlText(value.Hauptschluessel + "\\" + value.Unterschluessel),
+            file.text += fmt::format("\n  [[tipp.wert]]   # {}\n  nummer = {}\n  name = {}\n", oneLine(value.Hauptschluessel + "\\" + value.Unterschluessel),
                                      value.TippIndex, tomlText(value.Wertname));
             if (next->wert)
                 file.text += "  typ = " + tomlText(DatenTypText(ctx, static_cast<std::int32_t>(next->wert->type))) + "\n  " + valueLine(*next->wert) + "\n";
