@@ -4,6 +4,7 @@
 #include <new>
 #include <system_error>
 
+#include "frame/Hilfethemen.h"
 #include "frame/Konvertierung.h"
 #include "frame/Meldungen.h"
 #include "frame/Produkt.h"
@@ -13,7 +14,6 @@ namespace brenvik {
 namespace {
 
 constexpr char LineEnd[] = "\r\n";
-constexpr int HelpDebugMode = 6;  // help topic "BVK Debug-Modus"
 
 std::string registryErrorText(std::int32_t errorNumber) {
     switch (errorNumber) {
@@ -47,7 +47,7 @@ std::string databaseEntry(std::int32_t number, const char* gap, const std::strin
 void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& errNumber) {
     procName = strBVKFehler(15) + procName + strBVKFehler(16) + errNumber + strBVKFehler(18);
     ctx.trace.write("Fehler: " + procName);
-    ctx.port.messageBox({procName, box::Critical + box::Help, strBVKFehler(17), "\\" + std::string(produkt::HilfeDatei), HelpDebugMode});
+    ctx.port.messageBox({procName, box::Critical + box::Help, strBVKFehler(17), "\\" + std::string(produkt::HilfeDatei), hilfethema::DebugModus});
 }
 
 void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber) {

@@ -1,0 +1,32 @@
+#pragma once
+// Which page of the help answers which topic: the one table behind contents, F1, help buttons and the menu.
+#include <QString>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace brenvik {
+
+struct Hilfeseite {
+    int thema;
+    const char* datei;          // in the folder "hilfe" beside the program
+    const char* titel;          // as in the page's <title>
+    const char* kapitel;        // heading in the contents
+};
+
+std::span<const Hilfeseite> hilfeseiten();
+
+// Whether a help file name, with or without a folder of either spelling, is one that our pages stand for.
+bool istEigeneHilfe(std::string_view datei);
+
+// nullptr: there is no page for that topic.
+const Hilfeseite* hilfeseite(int thema);
+const Hilfeseite* hilfeseite(const QString& datei);
+
+// The topic for a Tip: its own number if there is a page for it, else the page of its first panel's kind.
+int themaDesTipps(std::int32_t hilfeNummer, std::int16_t ausgabeart);
+
+// The topic for a window, by its object name.
+int themaDesFensters(const QString& name);
+
+}  // namespace brenvik
