@@ -17,6 +17,9 @@ inline constexpr std::string_view HilfeDatei = "BRENVIK.hlp";
 inline constexpr std::string_view OstranaHlp = "ostrana.hlp";       // companion help, old format
 inline constexpr std::string_view OstranaChm = "ostrana.chm";       // companion help, new format
 inline constexpr int OstranaKontext = 125;
+inline constexpr std::string_view OstranaUrl = "https://www.ostrana.example/";
+inline constexpr std::string_view OstranaDownloadUrl = "https://www.ostrana.example/download";
+inline constexpr std::string_view OstranaShopUrl = "https://www.ostrana.example/shop";
 inline constexpr std::string_view KlickWav = "bvkklick.wav";
 inline constexpr std::string_view LogDatei = "brenvik.log";
 

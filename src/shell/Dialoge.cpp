@@ -5,14 +5,14 @@
 namespace brenvik {
 
 Dialog::Dialog(const char* name, const QString& title, QWidget* parent) : QDialog(parent) {
-    setObjectName(QLatin1String(name));
+    setObjectName(QString::fromUtf8(name));
     setWindowTitle(title);
     setWindowIcon(IconSet::program());
 }
 
 QLabel* Dialog::label(const char* name, const QString& text) {
     auto* label = new QLabel(text, this);
-    label->setObjectName(QLatin1String(name));
+    label->setObjectName(QString::fromUtf8(name));
     label->setWordWrap(true);
     label->setTextFormat(Qt::PlainText);
     return label;
@@ -20,7 +20,7 @@ QLabel* Dialog::label(const char* name, const QString& text) {
 
 QPushButton* Dialog::button(const char* name, const QString& caption) {
     auto* button = new QPushButton(caption, this);
-    button->setObjectName(QLatin1String(name));
+    button->setObjectName(QString::fromUtf8(name));
     button->setAutoDefault(false);
     return button;
 }

@@ -66,11 +66,19 @@ QPalette darkPalette() {
 
 }  // namespace
 
+// A dark palette of the desktop is taken as it is; in place of its light one comes our own.
 void setColourMode(QApplication& application, ColourMode mode) {
     application.setStyle(new VisibleBoxes);
-    const bool dark = mode == ColourMode::Dark || (mode == ColourMode::System && isDark(application.palette()));
-    if (mode == ColourMode::System && dark) return;   // a dark palette of the desktop is taken as it is
-    application.setPalette(dark ? darkPalette() : lightPalette());
+    if (mode == ColourMode::System) {
+        application.setPalette(QPalette());     // back to the desktop's, whatever was chosen before
+        if (isDark(application.palette())) return;
+    }
+    application.setPalette(mode == ColourMode::Dark ? darkPalette() : lightPalette());
+}
+
+ColourMode colourModeOf(std::string_view farbschema) {
+    if (farbschema == "Hell") return ColourMode::Light;
+    return farbschema == "Dunkel" ? ColourMode::Dark : ColourMode::System;
 }
 
 bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QPalette>
 #include <QWidget>
+#include <string_view>
 
 #include "tipengine/Hauptfenster.h"
 
@@ -12,6 +13,7 @@ namespace brenvik {
 enum class ColourMode { System, Light, Dark };
 
 void setColourMode(QApplication& application, ColourMode mode);
+ColourMode colourModeOf(std::string_view farbschema);     // the setting Farbschema: "System", "Hell" or "Dunkel"; nonsense is System
 bool isDark(const QPalette& palette);
 QColor accentColour(const QPalette& palette);
 

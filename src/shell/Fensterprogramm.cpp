@@ -1,14 +1,15 @@
 #include "shell/Fensterprogramm.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include "frame/Errors.h"
 #include "shell/Farben.h"
+#include "shell/Fensterbilder.h"
 #include "shell/Fensterteile.h"
 #include "shell/MaschinenEvents.h"
 #include "shell/QtPort.h"
-#include "shell/QtText.h"
-#include "shell/Screenshots.h"
+#include "shell/VerbindeHilfe.h"
 #include "shell/frmBVK_Prog.h"
 
 namespace brenvik {
@@ -25,36 +26,12 @@ public:
     void windowChanged() override { if (target) target->windowChanged(); }
 };
 
-// One picture of the window for each panel kind of the database, in light and dark; at 2x where the program runs at
-// QT_SCALE_FACTOR=2.
-void takeScreenshots(QApplication& application, Programm& program, frmBVK_Prog& window, const std::filesystem::path& folder) {
-    Context& ctx = program.context();
-    const auto save = [&](const std::string& name) {
-        for (const ColourMode mode : {ColourMode::Light, ColourMode::Dark}) {
-            setColourMode(application, mode);
-            const std::string file = name + (mode == ColourMode::Dark ? "-dunkel" : "-hell") + (window.devicePixelRatioF() >= 2 ? "@2x" : "") + ".png";
-            if (!saveScreenshot(window, qt((folder / file).string()))) throw NumberedError(errnum::PathFileAccess, "Das Bild " + file + " kann nicht geschrieben werden.");
-        }
-    };
-    window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);    // whatever screen the pictures are taken on
-    window.resize(980, 720);
-    window.show();
-    save("start");
-    std::array<bool, 12> seen{};
-    for (const auto& row : ctx.udtTippListe) {
-        program.maschine().showTippByNumber(row.Index);
-        const auto& panels = ctx.frmBVK_Prog.panels;
-        if (panels.empty() || seen.at(static_cast<std::size_t>(panels[0].Ausgabeart))) continue;
-        seen[static_cast<std::size_t>(panels[0].Ausgabeart)] = true;
-        save("art" + std::to_string(panels[0].Ausgabeart));
-    }
-}
-
 // Every area hooks its windows and commands in, in a line of its own.
 void verbinde(Fensterteile& teile) {
     TippMaschine& engine = teile.programm.maschine();
     teile.fenster.setCommand(Befehl::AndereDBLaden, [&engine] { engine.mnuandereDBLoad(); });
     teile.fenster.setCommand(Befehl::BVKDBLaden, [&engine] { engine.mnuBVKDBLoad(); });
+    verbindeHilfe(teile);
 }
 
 int run(QApplication& application, const FensterOptionen& options, QtPort& port) {
@@ -70,6 +47,7 @@ int run(QApplication& application, const FensterOptionen& options, QtPort& port)
     verbinde(parts);
 
     program.loadSettings();
+    setColourMode(application, colourModeOf(ctx.einstellungen.Farbschema));
     ctx.frmBVK_Prog.tbsTree = ctx.einstellungen.TreeAktiv;
     program.maschine().FrameStartEinstellungen();
     window.applySettings(loadWindowSettings(ctx));
@@ -81,8 +59,7 @@ int run(QApplication& application, const FensterOptionen& options, QtPort& port)
     window.attach(events);
     program.maschine().TreeEinlesen();
     if (!options.screenshots.empty()) {
-        std::filesystem::create_directories(options.screenshots);
-        takeScreenshots(application, program, window, options.screenshots);
+        takeScreenshots(parts, options.screenshots);
         return 0;
     }
     window.onUnload([&] {
@@ -98,7 +75,11 @@ int run(QApplication& application, const FensterOptionen& options, QtPort& port)
 int runFensterprogramm(QApplication& application, const FensterOptionen& options) {
     QtPort port;
     try {
-        return run(application, options, port);
+        if (options.screenshots.empty() || !options.programm.home.empty()) return run(application, options, port);
+        const QTemporaryDir fresh;      // pictures show the program as shipped, not what stands in the user's home
+        FensterOptionen own = options;
+        own.programm.home = fresh.path().toStdString();
+        return run(application, own, port);
     } catch (const std::exception& error) {
         port.tell(error.what(), box::Critical);
         return 1;

@@ -19,6 +19,7 @@ constexpr Hilfeseite Seiten[] = {
     {Inhalt, "inhalt.html", "Inhalt", ""},
     {Info, "info.html", "Was Brenvik ist", Grundlagen},
     {ErsteSchritte, "erste-schritte.html", "Erste Schritte", Grundlagen},
+    {Allgemein, "tipps.html", "Die Tipps", Grundlagen},
     {Hauptfenster, "hauptfenster.html", "Das Hauptfenster", Grundlagen},
     {Suchen, "suchen.html", "Tipps suchen", Grundlagen},
     {Tastatur, "tastatur.html", "Bedienung mit der Tastatur", Grundlagen},
@@ -47,7 +48,6 @@ constexpr Hilfeseite Seiten[] = {
     {Netzwerk, "netzwerk.html", "Andere Rechner", Umgebung},
     {Befehlszeile, "befehlszeile.html", "Befehlszeile", Umgebung},
     {DebugModus, "debug-modus.html", "BVK Debug-Modus", Umgebung},
-    {Allgemein, "ostrana.html", "Die Hilfe zu Ostrana", Umgebung},
 };
 
 const QHash<QString, int>& fensterThemen() {

@@ -30,7 +30,7 @@ QLineEdit* Infofenster::line(const char* captionName, int captionText, const cha
     QLabel* caption = text(captionName, captionText);
     caption->setWordWrap(false);
     auto* shown = new QLineEdit(value, this);
-    shown->setObjectName(QLatin1String(valueName));
+    shown->setObjectName(QString::fromUtf8(valueName));
     shown->setReadOnly(true);
     shown->setCursorPosition(0);
     shown->setAccessibleName(caption->text());

@@ -39,6 +39,7 @@ InfoFrame::InfoFrame(QWidget* parent) : TitledFrame("fraInfo", parent), txtInfo_
     lblHilfe_->setObjectName(QStringLiteral("lblHilfe"));
     cmdHilfe_ = new QPushButton(qt(strBVKButtons(ButtonHelp)), this);
     cmdHilfe_->setObjectName(QStringLiteral("cmdHilfe"));
+    cmdHilfe_->setToolTip(QStringLiteral("Hilfe zu dem, was gerade angezeigt wird (F1)"));
     lblHilfe_->setBuddy(cmdHilfe_);
     auto* head = new QHBoxLayout;
     body()->removeWidget(caption());

@@ -108,9 +108,10 @@ QtPort::QtPort() { registerOwnWindows(*this); }
 
 QWidget* QtPort::frontWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    if (QWidget* active = QApplication::activeWindow()) return active;
+    const auto accompanies = [](const QWidget* window) { return !window->testAttribute(Qt::WA_QuitOnClose); };   // the help
+    if (QWidget* active = QApplication::activeWindow(); active && !accompanies(active)) return active;
     for (QWidget* window : QApplication::topLevelWidgets())
-        if (window->isVisible() && window->windowType() == Qt::Window) return window;
+        if (window->isVisible() && window->windowType() == Qt::Window && !accompanies(window)) return window;
     return nullptr;
 }
 
@@ -118,28 +119,26 @@ Answer QtPort::messageBox(const MessageBox& request) {
     const ArrowPointer arrow(waiting_);
     const std::vector<BoxButton> wanted = buttonsOf(request.flags);
     const bool canBeClosed = wanted.size() == 1 || wanted.back().answer == Answer::Cancel;
-    for (;;) {
-        Box dialog(frontWindow(), canBeClosed);
-        dialog.setObjectName(QStringLiteral("MessageBox"));
-        dialog.setWindowTitle(request.title.empty() ? qt(produkt::Titel) : qt(request.title));
-        dialog.setTextFormat(Qt::PlainText);
-        dialog.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-        dialog.setText(qt(request.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
-        dialog.setIcon(iconOf(request.flags));
-        std::vector<QPushButton*> buttons;
-        for (const BoxButton& button : wanted) buttons.push_back(dialog.addButton(QString::fromUtf8(button.caption), button.role));
-        QPushButton* help = request.flags & box::Help ? dialog.addButton(QStringLiteral("&Hilfe"), QMessageBox::HelpRole) : nullptr;
-        dialog.setDefaultButton(buttons.front());
-        if (canBeClosed) dialog.setEscapeButton(buttons.back());
-        dialog.exec();
-        if (help && dialog.clickedButton() == help) {
-            showHelp(request.helpFile, request.helpContext);
-            continue;
-        }
-        for (std::size_t i = 0; i < buttons.size(); ++i)
-            if (dialog.clickedButton() == buttons[i]) return wanted[i].answer;
-        return wanted.back().answer;   // closed by the program's end: the answer that does nothing
+    Box dialog(frontWindow(), canBeClosed);
+    dialog.setObjectName(QStringLiteral("MessageBox"));
+    dialog.setWindowTitle(request.title.empty() ? qt(produkt::Titel) : qt(request.title));
+    dialog.setTextFormat(Qt::PlainText);
+    dialog.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    dialog.setText(qt(request.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    dialog.setIcon(iconOf(request.flags));
+    std::vector<QPushButton*> buttons;
+    for (const BoxButton& button : wanted) buttons.push_back(dialog.addButton(QString::fromUtf8(button.caption), button.role));
+    if (request.flags & box::Help) {
+        QPushButton* help = dialog.addButton(QStringLiteral("&Hilfe"), QMessageBox::HelpRole);
+        help->disconnect();      // the box stays open while the user reads
+        QObject::connect(help, &QPushButton::clicked, &dialog, [&] { showHelp(request.helpFile, request.helpContext); });
     }
+    dialog.setDefaultButton(buttons.front());
+    if (canBeClosed) dialog.setEscapeButton(buttons.back());
+    dialog.exec();
+    for (std::size_t i = 0; i < buttons.size(); ++i)
+        if (dialog.clickedButton() == buttons[i]) return wanted[i].answer;
+    return wanted.back().answer;   // closed by the program's end: the answer that does nothing
 }
 
 QStringList qtFileFilters(std::string_view filter) {

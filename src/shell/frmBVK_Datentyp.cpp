@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 #include <QUrl>
 
+#include "frame/Hilfethemen.h"
 #include "frame/Produkt.h"
 #include "frame/Texte.h"
 #include "shell/QtText.h"
@@ -14,7 +15,6 @@ namespace {
 constexpr int TextWarning = 11, TextNumber = 12, TextTypeDatabase = 13, TextTypeRegistry = 14, TextContent = 15, TextQuestion = 16,
               TextTitle = 17;
 constexpr int ButtonCancel = 0, ButtonHelp = 1, ButtonContinue = 2, ButtonMail = 3;
-constexpr int HelpTopic = 0;
 constexpr std::size_t LongestContent = 4'000;    // bytes; more of the value helps nobody to decide
 
 }  // namespace
@@ -70,7 +70,7 @@ frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidg
         accept();
     });
     connect(cmdAbruch, &QPushButton::clicked, this, &QDialog::reject);
-    connect(cmdHelp, &QPushButton::clicked, this, [this] { port_.showHelp(std::string(produkt::HilfeDatei), HelpTopic); });
+    connect(cmdHelp, &QPushButton::clicked, this, [this] { port_.showHelp(std::string(produkt::HilfeDatei), hilfethema::Datentypen); });
     connect(cmdEMail, &QPushButton::clicked, this, [this] { sendMail(); });
 }
 

@@ -77,7 +77,7 @@ frmBVK_Hilfe::frmBVK_Hilfe(const std::filesystem::path& folder, std::function<bo
     box->addWidget(splitter, 1);
     resize(860, 620);
     connect(txtHilfe_, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) { follow(link); });
-    connect(txtHilfe_, &QTextBrowser::sourceChanged, this, [this] { pageShown(); });
+    connect(txtHilfe_, &QTextBrowser::sourceChanged, this, [this](const QUrl& source) { pageShown(source.fileName()); });
 }
 
 void frmBVK_Hilfe::makeToolbar() {
@@ -137,14 +137,12 @@ QWidget* frmBVK_Hilfe::makeContents() {
     box->addWidget(tvInhalt_, 1);
     connect(txtHilfeSuche_, &QLineEdit::textChanged, this, [this](const QString& text) { search(text); });
     connect(tvInhalt_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-        if (item && !fileOf(*item).isEmpty() && fileOf(*item) != presentPage()) showPage(fileOf(*item));
+        if (item && !fileOf(*item).isEmpty() && fileOf(*item) != page_) showPage(fileOf(*item));
     });
     return left;
 }
 
 QString frmBVK_Hilfe::pathOf(const QString& file) const { return folder_ + QLatin1Char('/') + file; }
-
-QString frmBVK_Hilfe::presentPage() const { return txtHilfe_->source().fileName(); }
 
 void frmBVK_Hilfe::showTopic(int thema) {
     const Hilfeseite* page = hilfeseite(thema);
@@ -167,15 +165,15 @@ void frmBVK_Hilfe::showPage(const QString& file, const QString& anchor) {
 // A page may lead to another page and out into the web, never to any other file.
 void frmBVK_Hilfe::follow(const QUrl& link) {
     if (link.isRelative() || link.isLocalFile()) {
-        const QString file = link.fileName().isEmpty() ? presentPage() : link.fileName();
+        const QString file = link.fileName().isEmpty() ? page_ : link.fileName();
         if (hilfeseite(file)) return showPage(file, link.fragment());
         return note(QStringLiteral("Die Hilfeseite \"%1\" gibt es nicht.").arg(file));
     }
     if (!openAddress_(utf8(link.toString()))) note(QStringLiteral("Die Adresse %1 konnte nicht geöffnet werden.").arg(link.toString()));
 }
 
-void frmBVK_Hilfe::pageShown() {
-    const QString file = presentPage();
+void frmBVK_Hilfe::pageShown(const QString& file) {
+    page_ = file;
     for (QTreeWidgetItemIterator it(tvInhalt_); *it; ++it)
         if (fileOf(**it) == file) tvInhalt_->setCurrentItem(*it);
     const Hilfeseite* page = hilfeseite(file);

@@ -30,7 +30,7 @@ public:
     frmBVK_Hilfe(const std::filesystem::path& folder, std::function<bool(const std::string&)> openAddress, QWidget* parent = nullptr);
 
     void showTopic(int thema);              // an unknown one: the contents, and a line that says so
-    QString presentPage() const;            // file name of the page on screen
+    const QString& presentPage() const { return page_; }    // file name of the page on screen
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -42,12 +42,12 @@ private:
     void follow(const QUrl& link);
     void search(const QString& text);
     bool pageHolds(const QString& file, const QStringList& words);
-    void pageShown();
+    void pageShown(const QString& file);
     void note(const QString& text);
     void refreshIcons();
     QString pathOf(const QString& file) const;
 
-    QString folder_;
+    QString folder_, page_;
     std::function<bool(const std::string&)> openAddress_;
     IconSet icons_;
     QToolBar* toolbar_;

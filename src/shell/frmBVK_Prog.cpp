@@ -84,7 +84,6 @@ void frmBVK_Prog::makeShortcuts() {
     auto* save = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_S), this);
     connect(save, &QShortcut::activated, fraSteuerung_->cmdRegSave(), &QPushButton::click);
     menues_->action(QStringLiteral("mnuRegSuchen"))->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
-    menues_->action(QStringLiteral("mnuBVKInhalt"))->setShortcut(QKeySequence(Qt::Key_F1));
 }
 
 void frmBVK_Prog::attach(WindowEvents& events) {

@@ -1,0 +1,188 @@
+#include "shell/Fensterbilder.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QProcess>
+#include <QTimer>
+
+#include "frame/Errors.h"
+#include "frame/Hilfethemen.h"
+#include "frame/Produkt.h"
+#include "shell/Farben.h"
+#include "shell/QtPort.h"
+#include "shell/QtText.h"
+#include "shell/Screenshots.h"
+#include "shell/frmBVK_Prog.h"
+#include "tipengine/Programm.h"
+
+namespace brenvik {
+namespace {
+
+constexpr char ScaleVariable[] = "QT_SCALE_FACTOR";
+constexpr int MainWidth = 980, MainHeight = 720;
+constexpr int PollMs = 20;
+
+// A modal window: how it is opened, and which button leads on from a window that comes before it.
+struct Fensterbild {
+    const char* fenster;                            // object name
+    std::function<void(Fensterteile&)> oeffnen;     // returns when the window is closed
+    const char* weiter = nullptr;
+};
+
+std::function<void(Fensterteile&)> menu(const char* entry) {
+    return [entry](Fensterteile& parts) { parts.fenster.menues().action(QLatin1String(entry))->trigger(); };
+}
+
+template <class Request> std::function<void(Fensterteile&)> request(Request example) {
+    return [example](Fensterteile& parts) {
+        Request own = example;
+        parts.port.showWindow(own);
+    };
+}
+
+DatentypAnfrage typeConflict() {
+    DatentypAnfrage request;
+    request.tippNummer = "301";
+    request.typDatenbank = "REG_DWORD";
+    request.typRegistry = "REG_SZ";
+    request.inhalt = "400";
+    return request;
+}
+
+BearbeitenAnfrage menuEntry() {
+    BearbeitenAnfrage request;
+    request.neu = false;
+    request.txtKeyName = "editor";
+    request.txtBeschreibung = "Mit dem Editor öffnen";
+    request.txtBefehl = "notepad.exe \"%1\"";
+    return request;
+}
+
+BootINIAnfrage bootEntry() {
+    BootINIAnfrage request;
+    request.txtBootWert = "Microsoft Windows XP Professional";
+    return request;
+}
+
+// A window that lands gets its line here.
+std::vector<Fensterbild> modalWindows() {
+    return {
+        {"frmBVK_KeyInfo", menu("mnuKeyInfo")},
+        {"frmBVK_OSFreigabe", menu("mnuBSFreigabe")},
+        {"frmBVK_OSInfo", menu("mnuSystemInfo")},
+        {"frmBVK_About", menu("mnuAbout")},
+        {"frmBVK_Datentyp", request(typeConflict())},
+        {"frmBVK_Bearbeiten", request(menuEntry())},
+        {"frmBVK_BootINI", request(bootEntry())},
+    };
+}
+
+class Fotograf {
+public:
+    Fotograf(Fensterteile& teile, std::filesystem::path folder) : teile_(teile), folder_(std::move(folder)) {}
+
+    void takeAll(ColourMode mode) {
+        dark_ = mode == ColourMode::Dark;
+        setColourMode(teile_.application, mode);
+        takeMain();
+        for (const Fensterbild& window : modalWindows()) takeModal(window);
+        takeHelp();
+    }
+
+private:
+    void save(QWidget& window, const std::string& name) {
+        const std::string file = name + (dark_ ? "-dunkel" : "-hell") + (window.devicePixelRatioF() >= 2 ? "@2x" : "") + ".png";
+        if (!saveScreenshot(window, qt((folder_ / file).string())))
+            throw NumberedError(errnum::PathFileAccess, "Das Bild " + file + " kann nicht geschrieben werden.");
+    }
+
+    // The window without a Tip and with the first Tip of each panel kind.
+    void takeMain() {
+        frmBVK_Prog& window = teile_.fenster;
+        TippMaschine& engine = teile_.programm.maschine();
+        Context& ctx = teile_.programm.context();
+        engine.selectNode(0);
+        save(window, "start");
+        std::array<bool, 12> seen{};
+        std::int32_t first = 0;
+        for (const auto& row : ctx.udtTippListe) {
+            engine.showTippByNumber(row.Index);
+            const auto& panels = ctx.frmBVK_Prog.panels;
+            if (panels.empty() || std::exchange(seen.at(static_cast<std::size_t>(panels[0].Ausgabeart)), true)) continue;
+            if (!first) first = row.Index;
+            save(window, "art" + std::to_string(panels[0].Ausgabeart));
+        }
+        engine.showTippByNumber(first);
+    }
+
+    void takeModal(const Fensterbild& wanted) {
+        bool taken = false;
+        std::string failure;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+            auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!modal) return;
+            QAbstractButton* on = wanted.weiter ? modal->findChild<QAbstractButton*>(QLatin1String(wanted.weiter)) : nullptr;
+            if (!taken && modal->objectName() == QLatin1String(wanted.fenster)) {
+                taken = true;
+                timer.stop();       // painting runs events
+                try {
+                    save(*modal, wanted.fenster);
+                } catch (const std::exception& error) {
+                    failure = error.what();
+                }
+                timer.start(PollMs);
+                modal->done(QDialog::Rejected);
+            } else if (!taken && on && on->isEnabled()) {
+                on->click();
+            } else {
+                modal->done(QDialog::Rejected);
+            }
+        });
+        timer.start(PollMs);
+        wanted.oeffnen(teile_);
+        if (!failure.empty()) throw NumberedError(errnum::PathFileAccess, failure);
+        if (!taken) throw NumberedError(errnum::PathFileAccess, "Das Fenster " + std::string(wanted.fenster) + " hat sich nicht geöffnet.");
+    }
+
+    void takeHelp() {
+        teile_.port.showHelp(std::string(produkt::HilfeDatei), hilfethema::ErsteSchritte);
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->objectName() == QLatin1String("frmBVK_Hilfe")) {
+                save(*window, "frmBVK_Hilfe");
+                window->close();
+            }
+    }
+
+    Fensterteile& teile_;
+    std::filesystem::path folder_;
+    bool dark_ = false;
+};
+
+// The scale of a process is fixed when it starts.
+void takeAgainAtDoubleScale() {
+    QProcess second;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(ScaleVariable), QStringLiteral("2"));
+    second.setProcessEnvironment(environment);
+    second.setProcessChannelMode(QProcess::ForwardedChannels);
+    second.start(QApplication::applicationFilePath(), QApplication::arguments().mid(1));
+    second.waitForFinished(-1);
+    if (second.exitStatus() != QProcess::NormalExit || second.exitCode() != 0)
+        throw NumberedError(errnum::PathFileAccess, "Die Bilder in doppelter Auflösung konnten nicht gemacht werden.");
+}
+
+}  // namespace
+
+void takeScreenshots(Fensterteile& teile, const std::filesystem::path& folder) {
+    std::filesystem::create_directories(folder);
+    teile.fenster.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);    // whatever screen the pictures are taken on
+    teile.fenster.resize(MainWidth, MainHeight);
+    teile.fenster.show();
+    Fotograf photographer(teile, folder);
+    for (const ColourMode mode : {ColourMode::Light, ColourMode::Dark}) photographer.takeAll(mode);
+    if (!qEnvironmentVariableIsSet(ScaleVariable)) takeAgainAtDoubleScale();
+}
+
+}  // namespace brenvik

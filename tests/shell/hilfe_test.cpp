@@ -1,0 +1,282 @@
+// The help: its pages, the window that shows them, and the ways that lead there.
+#include <QAction>
+#include <QDir>
+#include <QMessageBox>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTimer>
+#include <QtTest/QTest>
+
+#include "Fensterprobe.h"
+#include "frame/Hilfethemen.h"
+#include "frame/Produkt.h"
+#include "frame/Reports.h"
+#include "shell/QtPort.h"
+#include "shell/VerbindeHilfe.h"
+#include "shell/frmBVK_Datentyp.h"
+#include "shell/frmBVK_Hilfe.h"
+#include "support/TempDir.h"
+#include "support/TestPlatform.h"
+#include "tipengine/Programm.h"
+
+namespace brenvik::test {
+namespace {
+
+const QString Folder = QStringLiteral(BRENVIK_SOURCE_DIR "/data/hilfe");
+
+QString pageText(const QString& file) {
+    QFile page(Folder + '/' + file);
+    return page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll()) : QString();
+}
+
+QStringList allOf(const QString& text, const char* pattern) {
+    QStringList found;
+    for (auto it = QRegularExpression(QString::fromUtf8(pattern)).globalMatch(text); it.hasNext();) found << it.next().captured(1);
+    return found;
+}
+
+TEST(HelpPages, EachHasItsFileTitleAndHeading) {
+    QSet<int> topics;
+    QSet<QString> listed;
+    for (const Hilfeseite& page : hilfeseiten()) {
+        const QString text = pageText(page.datei);
+        EXPECT_TRUE(text.contains(QStringLiteral("charset=utf-8"))) << page.datei;
+        EXPECT_EQ(allOf(text, "<title>(.*)</title>"), QStringList{page.titel}) << page.datei;
+        EXPECT_EQ(allOf(text, "<h1>(.*)</h1>"), QStringList{page.titel}) << page.datei;
+        EXPECT_FALSE(topics.contains(page.thema)) << page.datei;
+        topics.insert(page.thema);
+        listed.insert(page.datei);
+    }
+    for (const QString& file : QDir(Folder).entryList({"*.html"})) EXPECT_TRUE(listed.contains(file)) << file.toStdString();
+}
+
+TEST(HelpPages, EveryLinkAndPictureIsThere) {
+    for (const Hilfeseite& page : hilfeseiten()) {
+        const QString text = pageText(page.datei);
+        for (const QString& link : allOf(text, "href=\"([^\"]*)\"")) {
+            const QString target = link.section('#', 0, 0), anchor = link.section('#', 1);
+            const QString there = pageText(target.isEmpty() ? QString::fromUtf8(page.datei) : target);
+            EXPECT_FALSE(there.isEmpty()) << page.datei << " -> " << link.toStdString();
+            if (!anchor.isEmpty()) EXPECT_TRUE(there.contains("name=\"" + anchor + '"')) << page.datei << " -> " << link.toStdString();
+        }
+        for (const QString& icon : allOf(text, "src=\"icon:([^\"]*)\""))
+            EXPECT_TRUE(QFile::exists(QStringLiteral(BRENVIK_SOURCE_DIR "/data/icons/%1.svg").arg(icon))) << page.datei << ": " << icon.toStdString();
+        EXPECT_EQ(allOf(text, "src=\"icon:([^\"]*)\"").size(), allOf(text, "(<img)").size()) << page.datei;
+        EXPECT_FALSE(text.contains(QRegularExpression("color|style="))) << page.datei << " has looks of its own, which dark palettes do not know";
+    }
+}
+
+TEST(HelpPages, TheContentsLeadToAll) {
+    const QStringList links = allOf(pageText("inhalt.html"), "href=\"([^\"]*)\"");
+    for (const Hilfeseite& page : hilfeseiten())
+        if (page.thema != hilfethema::Inhalt) EXPECT_TRUE(links.contains(page.datei)) << page.datei;
+}
+
+TEST(HelpTopics, PanelKindsAndNumbersFindTheirPages) {
+    QSet<QString> kinds;
+    for (std::int16_t kind = art::CheckBox; kind <= art::BitMaske; ++kind) kinds.insert(hilfeseite(themaDesTipps(0, kind))->datei);
+    EXPECT_EQ(kinds.size(), 11);
+    EXPECT_EQ(themaDesTipps(hilfethema::History, art::Farbe), hilfethema::History);
+    EXPECT_EQ(themaDesTipps(4711, art::Farbe), hilfethema::Panelart + art::Farbe);
+    for (const std::int16_t nonsense : {0, 12, -3}) EXPECT_NE(hilfeseite(themaDesTipps(0, nonsense)), nullptr);
+    EXPECT_STREQ(hilfeseite(6)->titel, "BVK Debug-Modus");
+    EXPECT_NE(hilfeseite(125), nullptr);
+    EXPECT_EQ(hilfeseite(4711), nullptr);
+    EXPECT_EQ(themaDesFensters("frmBVK_Optionen"), hilfethema::Optionen);
+    EXPECT_EQ(themaDesFensters("frmBVK_Unbekannt"), hilfethema::Inhalt);
+}
+
+TEST(HelpTopics, FileNamesOfTheProgramAndItsCompanion) {
+    for (const char* own : {"BRENVIK.hlp", "\\BRENVIK.hlp", "brenvik.HLP", "C:\\Programme\\Brenvik\\BRENVIK.hlp", "/opt/brenvik/ostrana.hlp", "ostrana.chm"})
+        EXPECT_TRUE(istEigeneHilfe(own)) << own;
+    for (const char* foreign : {"", "\\", "winhelp.hlp", "BRENVIK.hlp.txt", "xBRENVIK.hlp", "ostrana.hlp/"}) EXPECT_FALSE(istEigeneHilfe(foreign)) << foreign;
+}
+
+class HelpWindow : public testing::Test {
+protected:
+    template <class T> T& control(const char* name) { return *window.findChild<T*>(QString::fromUtf8(name)); }
+    QString note() { return control<QLabel>("lblHinweis").isHidden() ? QString() : control<QLabel>("lblHinweis").text(); }
+    void follow(const QString& link) { emit control<QTextBrowser>("txtHilfe").anchorClicked(QUrl(link)); }
+    QStringList shownPages() {
+        QStringList shown;
+        for (QTreeWidgetItemIterator it(&control<QTreeWidget>("tvInhalt"), QTreeWidgetItemIterator::NotHidden | QTreeWidgetItemIterator::NoChildren); *it; ++it)
+            if (!(*it)->parent() || !(*it)->parent()->isHidden()) shown << (*it)->text(0);
+        return shown;
+    }
+
+    std::vector<std::string> addresses;
+    bool addressOpens = true;
+    frmBVK_Hilfe window{Folder.toStdString(), [this](const std::string& address) {
+                            addresses.push_back(address);
+                            return addressOpens;
+                        }};
+};
+
+TEST_F(HelpWindow, ShowsTopicsAndMovesThroughThem) {
+    window.showTopic(hilfethema::DebugModus);
+    EXPECT_EQ(window.windowTitle(), "BVK Debug-Modus - Brenvik Hilfe");
+    EXPECT_EQ(control<QTreeWidget>("tvInhalt").currentItem()->text(0), "BVK Debug-Modus");
+    follow("optionen.html");
+    EXPECT_EQ(window.presentPage(), "optionen.html");
+    window.findChild<QAction*>("tbrZurück")->trigger();
+    EXPECT_EQ(window.presentPage(), "debug-modus.html");
+    window.findChild<QAction*>("tbrVor")->trigger();
+    EXPECT_EQ(window.presentPage(), "optionen.html");
+    window.findChild<QAction*>("tbrInhalt")->trigger();
+    EXPECT_EQ(window.presentPage(), "inhalt.html");
+    EXPECT_EQ(note(), "");
+}
+
+TEST_F(HelpWindow, WhatIsNotThereIsTold) {
+    window.showTopic(4711);
+    EXPECT_EQ(window.presentPage(), "inhalt.html");
+    EXPECT_TRUE(note().contains("4711"));
+    window.showTopic(hilfethema::Export);
+    EXPECT_EQ(note(), "");
+    for (const char* outside : {"fehlt.html", "../tipps/01_desktop.toml", "file:///etc/passwd"}) {
+        follow(outside);
+        EXPECT_EQ(window.presentPage(), "export.html") << outside;
+        EXPECT_NE(note(), "") << outside;
+    }
+    follow("https://www.brenvik.example/");
+    EXPECT_EQ(addresses, Lines{"https://www.brenvik.example/"});
+    addressOpens = false;
+    follow("mailto:wer@brenvik.example");
+    EXPECT_TRUE(note().contains("konnte nicht"));
+
+    TempDir empty;
+    frmBVK_Hilfe nothing(empty.path(), [](const std::string&) { return true; });
+    nothing.showTopic(hilfethema::ErsteSchritte);
+    EXPECT_TRUE(nothing.findChild<QLabel*>("lblHinweis")->text().contains("erste-schritte.html"));
+}
+
+TEST_F(HelpWindow, SearchLeavesThePagesThatHoldAllWords) {
+    const auto all = shownPages();
+    EXPECT_EQ(static_cast<std::size_t>(all.size()), hilfeseiten().size());
+    auto& search = control<QLineEdit>("txtHilfeSuche");
+    search.setText("brenvik.log /DEBUG");
+    EXPECT_TRUE(shownPages().contains("BVK Debug-Modus"));
+    EXPECT_LT(shownPages().size(), all.size());
+    search.setText("Quietscheentchen");
+    EXPECT_EQ(shownPages(), QStringList());
+    EXPECT_TRUE(note().contains("Quietscheentchen"));
+    search.clear();
+    EXPECT_EQ(shownPages(), all);
+    EXPECT_EQ(note(), "");
+}
+
+// The program as it is shipped, with the help hooked in.
+class HelpInProgram : public testing::Test {
+protected:
+    HelpInProgram()
+        : program(port, platform, {home.path(), BRENVIK_PROGRAMM_DIR}, observer, recorders), window(program.context().frmBVK_Prog, program.context().einstellungen, displayOrder) {
+        program.loadSettings();
+        program.context().einstellungen.SoundOn = false;
+        program.maschine().FrameStartEinstellungen();
+        program.detectSystem();
+        EXPECT_TRUE(program.loadDatabase());
+        verbindeHilfe(parts);
+        window.attach(events);
+        program.maschine().TreeEinlesen();
+        window.show();
+    }
+    frmBVK_Hilfe* help() {
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (auto* found = dynamic_cast<frmBVK_Hilfe*>(top); found && found->isVisible()) return found;
+        return nullptr;
+    }
+    QString page() { return help() ? help()->presentPage() : QString(); }
+    void choose(const char* entry) { window.menues().action(QLatin1String(entry))->trigger(); }
+    // Runs act in the modal window that opens next.
+    void inNext(std::function<void(QDialog&)> act) {
+        QTimer::singleShot(0, &window, [act = std::move(act)] { act(dynamic_cast<QDialog&>(*QApplication::activeModalWidget())); });
+    }
+
+    TempDir home;
+    QtPort port;
+    TestPlatform platform;
+    WindowObserver observer;
+    Aufzeichnungen recorders;
+    Programm program;
+    frmBVK_Prog window;
+    EventLog events;
+    Ladeschritte steps;
+    Fensterteile parts{*qApp, port, program, window, steps, recorders};
+};
+
+TEST_F(HelpInProgram, TheMenuLeadsToItsPages) {
+    choose("mnuBVKInfo");
+    EXPECT_EQ(page(), "info.html");
+    choose("mnuBVKInhalt");
+    EXPECT_EQ(page(), "inhalt.html");
+    choose("mnuOSTInfo");
+    EXPECT_EQ(page(), "tipps.html");
+    program.context().einstellungen.Ostrana_Name = produkt::OstranaChm;
+    choose("mnuOSTInhalt");
+    EXPECT_EQ(page(), "inhalt.html");
+}
+
+TEST_F(HelpInProgram, F1AndTheButtonKnowWhatIsOnScreen) {
+    QTest::keyClick(window.findChild<QTreeView*>("tvBVKDB"), Qt::Key_F1);
+    EXPECT_EQ(page(), "tipps.html");
+    QSet<QString> seen;
+    for (const auto& row : program.context().udtTippListe) {
+        program.maschine().showTippByNumber(row.Index);
+        window.findChild<QPushButton*>("cmdHilfe")->click();
+        const std::int16_t kind = program.context().aktuellerTipp.Eintrag[1].Ausgabeart;
+        EXPECT_EQ(page(), hilfeseite(hilfethema::Panelart + kind)->datei) << row.Überschrift;
+        seen.insert(page());
+        if (seen.size() == 11) break;
+    }
+    EXPECT_EQ(seen.size(), 11);
+}
+
+TEST_F(HelpInProgram, AnUnknownHelpFileIsTold) {
+    QString told;
+    inNext([&](QDialog& box) {
+        told = dynamic_cast<QMessageBox&>(box).text();
+        box.accept();
+    });
+    port.showHelp("fremd.hlp", 3);
+    EXPECT_TRUE(told.contains("fremd.hlp"));
+    EXPECT_EQ(help(), nullptr);
+}
+
+// A modal window blocks all others but its own children.
+TEST_F(HelpInProgram, AModalWindowOwnsTheHelpWhileItIsOpen) {
+    DatentypAnfrage request;
+    inNext([&](QDialog& dialog) {
+        dialog.findChild<QPushButton*>("cmdHelp")->click();
+        EXPECT_EQ(page(), "datentypen.html");
+        EXPECT_EQ(help()->parentWidget(), &dialog);
+        dialog.reject();
+    });
+    port.showWindow(request);
+    ASSERT_NE(help(), nullptr);             // stays open for who wants to read on
+    EXPECT_EQ(help()->parentWidget(), nullptr);
+    EXPECT_EQ(page(), "datentypen.html");
+
+    std::string where = "Irgendwo";
+    inNext([&](QDialog& box) {
+        for (QAbstractButton* button : dynamic_cast<QMessageBox&>(box).buttons())
+            if (button->text() == "&Hilfe") button->click();
+        EXPECT_TRUE(box.isVisible());
+        EXPECT_EQ(page(), "debug-modus.html");
+        EXPECT_EQ(help()->parentWidget(), &box);
+        dynamic_cast<QMessageBox&>(box).buttons().first()->click();
+    });
+    FehlerMeldung(program.context(), where, "5");
+    EXPECT_EQ(help()->parentWidget(), nullptr);
+}
+
+TEST_F(HelpInProgram, F1InADialogOpensItsPage) {
+    inNext([&](QDialog& dialog) {
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        EXPECT_EQ(page(), "infofenster.html");
+        dialog.reject();
+    });
+    choose("mnuSystemInfo");
+}
+
+}  // namespace
+}  // namespace brenvik::test
