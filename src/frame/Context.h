@@ -28,6 +28,10 @@ struct Settings {
     std::string Farbschema = "System";   // "System", "Hell" or "Dunkel"
     std::string Ostrana_Name = "ostrana.hlp";
     std::string strOstranaPfad, strFavoritenPfad, strHistoryPfad, strBackupPfad;
+    // The start password of all users, as frame/Startpasswort.h makes and checks it.
+    bool blnPasswortAktiv = false;
+    std::string strPasswortWert, strPasswortSalz;
+    bool operator==(const Settings&) const = default;
 };
 
 struct FrameContext {

@@ -12,6 +12,7 @@
 
 #include "frame/HostDatei.h"
 #include "frame/Konvertierung.h"
+#include "frame/Meldungen.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "frame/Zeichen.h"
@@ -205,6 +206,15 @@ bool DateiCopy(FrameContext& ctx, std::string_view source, std::string_view targ
     if (!complete) ctx.port.tell(strBVKTexte(204));
     trace.r(complete);
     return complete;
+}
+
+std::string withSeparator(std::string folder) {
+    if (!folder.empty() && !folder.ends_with('\\') && !folder.ends_with('/')) folder += folder.find('/') == std::string::npos ? '\\' : '/';
+    return folder;
+}
+
+std::string BrowseForFolder(FrameContext& ctx, std::string_view start, std::string_view title) {
+    return withSeparator(ctx.port.chooseFolder(title.empty() ? meldung::VerzeichnisAuswaehlen : title, start).value_or(""));
 }
 
 std::string GetShortPath(FrameContext& ctx, std::string_view path) {

@@ -27,6 +27,9 @@ std::filesystem::path userPath(const FrameContext& ctx, std::string_view path);
 // Back: "C:\..." for what lies below drive_c, else the host's own spelling.
 std::string windowsPath(const FrameContext& ctx, const std::filesystem::path& file);
 
+// A folder's text as file names are put behind it: with a separator at its end, of the kind it has.
+std::string withSeparator(std::string folder);
+
 // --- whole files ---
 inline constexpr std::uintmax_t DefaultReadLimit = 64u << 20;
 std::string readFile(const std::filesystem::path& file, std::uintmax_t limit = DefaultReadLimit);  // error 7 beyond the limit
@@ -44,6 +47,8 @@ bool ExistFileDirDrive(FrameContext& ctx, std::string_view path);   // "c" and "
 std::int16_t DirList(FrameContext& ctx, std::string_view pattern, std::vector<std::string>& names);
 bool DateiDel(FrameContext& ctx, std::string_view path);            // files only; true also if nothing was there
 bool DateiCopy(FrameContext& ctx, std::string_view source, std::string_view target);  // into a folder too; failure shows text 204
+// The folder that the user chose, with a separator at its end; empty if he cancelled. The start folder may be empty.
+std::string BrowseForFolder(FrameContext& ctx, std::string_view start = {}, std::string_view title = {});
 std::string GetShortPath(FrameContext& ctx, std::string_view path);  // there are no short names here: the path itself, empty if it isn't there
 
 bool fitsPattern(std::string_view name, std::string_view pattern);  // * and ?, ignoring case; "*.*" fits every name

@@ -9,6 +9,11 @@ inline constexpr char VerzeichnisAuswaehlen[] = "Verzeichnis auswählen:";
 inline constexpr char UnbekanntesBetriebssystem[] = "Unbekanntes Betriebssystem";
 inline constexpr char SchluesselZuLang[] = "Die maximale Länge beträgt 16 Zeichen.";
 
+// Start password
+inline constexpr char StartkennwortBeschaedigt[] =
+    "Das gespeicherte Startkennwort ist beschädigt und kann nicht geprüft werden. Das Programm startet ohne Abfrage.\r\n\r\n"
+    "Bitte legen Sie das Kennwort unter Extras, Optionen neu fest.";
+
 // Main window at start
 inline constexpr char WeitereInfos[] = "Weitere Infos zum Tipp";
 inline constexpr char Informationen[] = "Informationen";

@@ -1,6 +1,7 @@
 #include "registry/Einstellungen.h"
 
 #include "frame/Konvertierung.h"
+#include "frame/Startpasswort.h"
 #include "registry/ValueOperations.h"
 
 namespace brenvik {
@@ -32,6 +33,41 @@ constexpr Pfad pfade[] = {
 
 constexpr std::int16_t RegSz = 1;
 
+// A text of the start password, which must not reach the trace.
+std::string readSecret(RegistryContext& ctx, const char* name) {
+    const std::string path = std::string(MaschinenEinstellungenPfad) + name;
+    try {
+        ctx.objBVKReg.SetPath(ctx.strLokalerRechner, path);
+        ctx.trace.hide(ctx.objBVKReg.ReadValue(false));
+    } catch (const NumberedError&) {
+        // reported by the reading that follows
+    }
+    return ReadRegistryKey(ctx, path, "");
+}
+
+void loadStartPasswort(RegistryContext& ctx) {
+    Settings& s = ctx.einstellungen;
+    const std::string stored = ReadRegistryKey(ctx, std::string(MaschinenEinstellungenPfad) + "BVKOPT1", "");
+    s.blnPasswortAktiv = false;
+    if (!stored.empty()) {
+        const auto on = passwortSchalter(stored);
+        if (!on) ctx.trace.write("--- Einstellung BVKOPT1 ist unbrauchbar, die Passwortabfrage ist aus");
+        s.blnPasswortAktiv = on.value_or(false);
+    }
+    s.strPasswortWert = readSecret(ctx, "BVKOPT2");
+    s.strPasswortSalz = readSecret(ctx, "BVKOPT3");
+}
+
+void saveStartPasswort(RegistryContext& ctx) {
+    const Settings& s = ctx.einstellungen;
+    const std::string base = MaschinenEinstellungenPfad;
+    SaveRegistryKey(ctx, base + "BVKOPT1", passwortSchalterText(s.blnPasswortAktiv), RegSz);
+    ctx.trace.hide(s.strPasswortWert);
+    ctx.trace.hide(s.strPasswortSalz);
+    SaveRegistryKey(ctx, base + "BVKOPT2", s.strPasswortWert, RegSz);
+    SaveRegistryKey(ctx, base + "BVKOPT3", s.strPasswortSalz, RegSz);
+}
+
 }  // namespace
 
 void loadCoreSettings(RegistryContext& ctx) {
@@ -60,6 +96,7 @@ void loadCoreSettings(RegistryContext& ctx) {
         if (!*entry.below && !standard.ends_with('/')) standard += '/';
         s.*entry.field = ReadRegistryKey(ctx, std::string(PfadePfad) + entry.name, standard);
     }
+    loadStartPasswort(ctx);
 }
 
 void saveCoreSettings(RegistryContext& ctx) {
@@ -70,6 +107,7 @@ void saveCoreSettings(RegistryContext& ctx) {
     SaveRegistryKey(ctx, base + "Farbschema", s.Farbschema, RegSz);
     for (const Pfad& entry : pfade) SaveRegistryKey(ctx, std::string(PfadePfad) + entry.name, s.*entry.field, RegSz);
     SaveRegistryKey(ctx, base + "TreeAktiv", numberText(s.TreeAktiv), RegSz);
+    if (ctx.blnAdmin) saveStartPasswort(ctx);
 }
 
 }  // namespace brenvik

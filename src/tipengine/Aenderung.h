@@ -29,6 +29,7 @@ struct SchluesselBild {
     std::vector<std::string> unterschluessel;   // "" first, then "\\Sub", top down
     std::vector<Wert> werte;
     bool geloescht = false;
+    bool angelegt = false;               // the key was not there before: taking the change back deletes it
 };
 
 // A file before it was changed.

@@ -199,6 +199,26 @@ bool TippMaschine::showTippByNumber(std::int32_t number) {
     return false;
 }
 
+bool TippMaschine::TippOeffnen(const std::string& heading) {
+    DatenSichern();
+    const auto lastNodeOf = [&] {
+        const auto& tree = fenster().tvBVKDB;
+        const auto place = std::find_if(tree.rbegin(), tree.rend(), [&](const TreeNode& node) { return node.text == heading; });
+        return static_cast<int>(std::distance(place, tree.rend())) - 1;
+    };
+    int node = lastNodeOf();
+    for (const int tab : {1, 2}) {   // a Tip in no group stands in the flat list only
+        if (node >= 0) break;
+        selectTab(tab);
+        node = lastNodeOf();
+    }
+    if (node < 0) return false;
+    fenster().ausgewaehlterKnoten = node;
+    observer_.selectionChanged();
+    TreeViewAbfrage(false);
+    return ctx_.blnTippGeladen;
+}
+
 // Opens the table afresh and reads the first row from its start whose column holds the text exactly.
 bool TippMaschine::readTippAt(int ordinal, const std::string& text) {
     ctx_.objRS = ctx_.objDB.GetNewRS(ctx_, ctx_.objVerbindung.get(), "Select * From RegDaten");

@@ -5,6 +5,7 @@
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "tipengine/Meldungen.h"
+#include "tipengine/Schluesselbild.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
@@ -61,7 +62,7 @@ bool TippMaschine::KontextSpeichern(BearbeitenAnfrage& d) {
         if (exists && d.neu && !ctx_.port.ask(fmt::format(meldung::KontextVorhanden, name))) return;
 
         Aenderung change = newChange(Aenderung::Art::Kontextmenue);
-        if (exists) change.schluessel.push_back(snapshotKey(key));
+        if (exists) change.schluessel.push_back(schluesselBild(ctx_.objBVKReg, ctx_.strRechnername, key));
         change.werte.push_back({ctx_.strRechnername, key + "\\", eintrag(1).TippIndex, at(key + "\\").ReadRaw(), std::nullopt, false});
         change.werte.push_back({ctx_.strRechnername, key + "\\Command\\", eintrag(1).TippIndex, at(key + "\\Command\\").ReadRaw(),
                                 fromText(d.txtBefehl, RegSz), false});

@@ -3,6 +3,7 @@
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
+#include "tipengine/Schluesselbild.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
@@ -56,26 +57,13 @@ void TippMaschine::deleteTickedKeys() {
             if (!row.angehakt || row.text.empty()) continue;   // an empty name would mean the Tip's own key
             std::string path = keyPath(1) + "\\" + row.text;
             Aenderung change = newChange(panel.Ausgabeart == art::Kontext ? Aenderung::Art::Kontextmenue : Aenderung::Art::Schluessel);
-            change.schluessel.push_back(snapshotKey(path));
+            change.schluessel.push_back(schluesselBild(ctx_.objBVKReg, ctx_.strRechnername, path));
             recorder_.begin(change);
             DelUnterKey(ctx_, path, true, ctx_.strRechnername);
             change.schluessel[0].geloescht = true;
             recorder_.finished(change);
         }
     }
-}
-
-SchluesselBild TippMaschine::snapshotKey(const std::string& path) {
-    SchluesselBild bild{ctx_.strRechnername, path, {}, {}, false};
-    std::vector<std::string> open{std::string()};
-    for (std::size_t next = 0; next < open.size(); ++next) {
-        const std::string below = open[next];
-        bild.unterschluessel.push_back(below);
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, path + below + "\\");
-        for (NamedValue& value : ctx_.objBVKReg.ListRaw()) bild.werte.push_back({below, std::move(value)});
-        for (const std::string& name : ctx_.objBVKReg.EnumSubKeys()) open.push_back(below + "\\" + name);
-    }
-    return bild;
 }
 
 bool TippMaschine::RegWerteLoeschen() {

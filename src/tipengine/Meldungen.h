@@ -39,6 +39,25 @@ inline constexpr char KeineKaestchen[] = "\"{}\" passt nicht: erwartet wird für
 inline constexpr char NichtSetzbar[] = "Dieser Eintrag kann nur im Fenster bearbeitet werden";
 inline constexpr char KeinEintrag[] = "Der Tipp hat keinen Eintrag {}";
 
+// Registry browser
+inline constexpr char WertNichtVorhanden[] = "[Wert nicht vorhanden]";
+inline constexpr char StandardWert[] = "(default)";
+inline constexpr char LoeschenNichtErlaubt[] =
+    "Das Löschen ist in den Einstellungen nicht erlaubt. Unter Extras, Optionen kann es eingeschaltet werden.";
+inline constexpr char WertnameLeer[] = "Bitte geben Sie einen Namen für den Wert ein.";
+inline constexpr char WertnameMitTrenner[] =
+    "Der Wertname \"{}\" enthält das Zeichen \"\\\". Solche Werte können hier angesehen, aber nicht geändert werden.";
+inline constexpr char WertSchonVorhanden[] = "Der Wert {} ist schon vorhanden.";
+inline constexpr char WertInzwischenGeaendert[] =
+    "Der Wert {} wurde inzwischen geändert. Dort steht jetzt:\r\n\r\n{}\r\n\r\nSoll er trotzdem überschrieben werden ?";
+inline constexpr char WertLoeschenFrage[] = "Achtung! Der Wert {} wird gelöscht. Sind Sie sicher?";
+inline constexpr char SchluesselnameUngueltig[] = "Ein Schlüsselname darf nicht leer sein und das Zeichen \"\\\" nicht enthalten.";
+inline constexpr char SchluesselSchonVorhanden[] = "Der Schlüssel {} ist schon vorhanden.";
+inline constexpr char SchluesselFehlt[] = "Der Schlüssel {} ist nicht mehr vorhanden.";
+inline constexpr char SchluesselGehoertZumSystem[] = "Der Schlüssel {} gehört fest zum System und kann weder gelöscht noch umbenannt werden.";
+inline constexpr char SchluesselLoeschenFrage[] =
+    "Achtung! Der Schlüssel\r\n\r\n{}\r\n\r\nwird gelöscht, mit {} Unterschlüsseln und {} Werten. Sind Sie sicher?";
+
 // Boot file and context menus
 inline constexpr char BootSchreibschutz[] = "Die Datei {} ist schreibgeschützt. Soll der Schreibschutz zum Speichern kurz aufgehoben werden ?";
 inline constexpr char BootSicherung[] = "Von der Datei {} konnte keine Sicherung angelegt werden. Es wurde nichts geändert.";

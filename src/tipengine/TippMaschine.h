@@ -44,6 +44,7 @@ public:
     void selectNode(int node);                           // click on a node of tvBVKDB, or a key released there
     bool showTippByHeading(const std::string& heading);  // selects the node with that text and shows the Tip
     bool showTippByNumber(std::int32_t number);
+    bool TippOeffnen(const std::string& heading);        // a search hit; where the tab hides it, tab 1 is selected first
 
     // --- Database ---
     void mnuandereDBLoad();                              // asks for a file; one that does not fit is reported, and the present one stays
@@ -189,7 +190,6 @@ private:
     void afterChange();
     void deleteValues();
     void deleteTickedKeys();
-    SchluesselBild snapshotKey(const std::string& path);
     Aenderung newChange(Aenderung::Art art) const;
 
     // INI and boot files

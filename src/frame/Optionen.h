@@ -1,0 +1,30 @@
+#pragma once
+// What the options dialog works on: its own copies of the settings, which the program takes over with cmdOptOK only. All
+// reach the registry at the program's end, the start password too.
+#include <string>
+
+#include "frame/Context.h"
+
+namespace brenvik {
+
+struct OptionenAnfrage : WindowRequest {
+    explicit OptionenAnfrage(FrameContext& context) : ctx(context), werte(context.einstellungen), chkPasswort(werte.blnPasswortAktiv) {}
+    std::string_view windowName() const override { return "frmBVK_Optionen"; }
+
+    FrameContext& ctx;
+    Settings werte;                     // the copies; folders as their fields show them
+    bool chkPasswort;
+    std::string txtPW1, txtPW2;
+    bool passwortGeaendert = false;     // the changed flag of the password group
+
+    // Whether the companion help lies in the folder. If not, the user is asked for another one, which is then kept.
+    bool HelpFileCheck(const std::string& file, const std::string& dir);
+    // True: the file is there and is the one to use from now on; false: it stays with the old one.
+    bool waehleHilfedatei(const std::string& file);
+    // Asks for a folder; the answer is current if none was chosen. Raises the flags that keep history and favourites going.
+    std::string PfadChange(const std::string& current);
+    // Hands the copies to the program. False: the passwords differ, and the dialog stays open.
+    bool cmdOptOK();
+};
+
+}  // namespace brenvik

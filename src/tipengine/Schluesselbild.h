@@ -1,0 +1,10 @@
+#pragma once
+#include "registry/BVKRegistry.h"
+#include "tipengine/Aenderung.h"
+
+namespace brenvik {
+
+// The key (root "\" key, no backslash at the end) with everything below it, as it stands now.
+SchluesselBild schluesselBild(BVKRegistry& registry, const std::string& machine, const std::string& path);
+
+}  // namespace brenvik

@@ -1,0 +1,153 @@
+// The start password: what is kept, which answers pass, and what happens to a damaged one.
+#include <gtest/gtest.h>
+
+#include "frame/Optionen.h"
+#include "frame/Startpasswort.h"
+#include "frame/Verschluesselung.h"
+#include "support/ScriptedPort.h"
+#include "support/TempDir.h"
+#include "support/TestPlatform.h"
+
+namespace brenvik::test {
+namespace {
+
+constexpr DateTime Moment{2002, 11, 9, 12, 30, 0};
+constexpr const char* Key = "Tw&8!Lm/3Xr6ph";
+
+TEST(Startpasswort, KeptWithItsSalt) {
+    Settings s;
+    setzeStartPasswort(s, true, "  geHeim ", Moment);
+    EXPECT_TRUE(s.blnPasswortAktiv);
+    EXPECT_EQ(DecryptText(s.strPasswortSalz, Key), "09.11.200212:30:00");
+    EXPECT_EQ(DecryptText(s.strPasswortWert, Key), "GEHEIM09.11.200212:30:00");
+    for (const char* right : {"geheim", "GEHEIM", "  Geheim  "}) EXPECT_TRUE(istStartPasswort(s, right)) << right;
+    for (const char* wrong : {"", "geheim1", "ge heim", "GEHEIM09.11.200212:30:00"}) EXPECT_FALSE(istStartPasswort(s, wrong)) << wrong;
+    setzeStartPasswort(s, true, "", Moment);
+    EXPECT_TRUE(istStartPasswort(s, "   "));
+    EXPECT_FALSE(istStartPasswort(s, "x"));
+    setzeStartPasswort(s, false, "geheim", Moment);
+    EXPECT_FALSE(s.blnPasswortAktiv);
+    EXPECT_EQ(s.strPasswortWert, "");
+}
+
+TEST(Startpasswort, Switch) {
+    EXPECT_EQ(passwortSchalterText(true), "hajdmmmj");
+    EXPECT_EQ(passwortSchalter("hajdmmmj"), true);
+    EXPECT_EQ(passwortSchalter(passwortSchalterText(false)), false);
+    for (const char* bad : {"", "hajdmmm", "hajdmmmz", "True", "False", "aaaaaaaa", "HAJDMMMJ"}) EXPECT_EQ(passwortSchalter(bad), std::nullopt) << bad;
+}
+
+struct Welt {
+    Welt() { ctx.einstellungen.SoundOn = false; }
+    ScriptedPort port;
+    TestPlatform platform;
+    FrameContext ctx{port, platform};
+};
+
+TEST(Startpasswort, QuestionAtTheStart) {
+    Welt w;
+    EXPECT_TRUE(StartPasswort(w.ctx)) << "off: nothing is asked";
+    setzeStartPasswort(w.ctx.einstellungen, true, "geheim", Moment);
+    bool pass = true;
+    w.port.onWindow("frmBVK_PWAbfrage", [&](WindowRequest& request) {
+        auto& question = dynamic_cast<PWAbfrageAnfrage&>(request);
+        EXPECT_FALSE(question.pruefen("falsch"));
+        EXPECT_TRUE(question.pruefen("Geheim"));
+        question.bestanden = pass;
+    });
+    EXPECT_TRUE(StartPasswort(w.ctx));
+    pass = false;
+    EXPECT_FALSE(StartPasswort(w.ctx));
+    EXPECT_EQ(w.port.windows.size(), 2u);
+}
+
+TEST(Startpasswort, ADamagedOneLetsTheUserInWithAWord) {
+    const std::string good = EncryptText("09.11.200212:30:00", Key), password = EncryptText("GEHEIM09.11.200212:30:00", Key);
+    for (const auto& [value, salt] : std::vector<std::pair<std::string, std::string>>{
+             {password, good.substr(1)}, {password, "xyz!"}, {password, ""}, {"abc", good}, {"", good}, {"ab", good}, {"", ""}}) {
+        Welt w;
+        w.ctx.einstellungen.blnPasswortAktiv = true;
+        w.ctx.einstellungen.strPasswortWert = value;
+        w.ctx.einstellungen.strPasswortSalz = salt;
+        w.port.expectBox("Startkennwort ist beschädigt");
+        EXPECT_TRUE(StartPasswort(w.ctx)) << value << " " << salt;
+    }
+}
+
+TEST(Optionen, OkHandsTheCopiesOver) {
+    Welt w;
+    w.ctx.einstellungen.strPasswortWert = "ab";
+    OptionenAnfrage o(w.ctx);
+    o.werte.ShowInfo = false;
+    o.werte.LöschenAktiv = true;
+    o.werte.strHistoryPfad = "/irgendwo";
+    o.werte.strBackupPfad = "C:\\Sicherung\\";
+    o.txtPW1 = "x";
+    EXPECT_TRUE(w.ctx.einstellungen.ShowInfo) << "nothing before OK";
+    EXPECT_TRUE(o.cmdOptOK());
+    const Settings& s = w.ctx.einstellungen;
+    EXPECT_FALSE(s.ShowInfo);
+    EXPECT_TRUE(s.LöschenAktiv);
+    EXPECT_EQ(s.strHistoryPfad, "/irgendwo");
+    EXPECT_EQ(s.strBackupPfad, "C:\\Sicherung");
+    EXPECT_EQ(s.strPasswortWert, "ab") << "the password group was not touched";
+}
+
+TEST(Optionen, PasswordNeedsRightsAndItsConfirmation) {
+    Welt w;
+    OptionenAnfrage o(w.ctx);
+    o.chkPasswort = o.passwortGeaendert = true;
+    o.txtPW1 = "Geheim";
+    o.txtPW2 = "geheim";
+    EXPECT_TRUE(o.cmdOptOK()) << "without rights nothing is compared";
+    EXPECT_FALSE(w.ctx.einstellungen.blnPasswortAktiv);
+    w.ctx.blnAdmin = true;
+    o.werte.SoundOn = true;
+    w.port.expectBox("Sie haben zwei unterschiedliche Passwörter eingegeben");
+    EXPECT_FALSE(o.cmdOptOK());
+    EXPECT_EQ(w.port.boxes.back().flags, box::Critical);
+    EXPECT_TRUE(w.ctx.einstellungen.SoundOn) << "what was copied before stays";
+    EXPECT_FALSE(w.ctx.einstellungen.blnPasswortAktiv);
+    o.txtPW2 = "Geheim";
+    EXPECT_TRUE(o.cmdOptOK());
+    EXPECT_TRUE(istStartPasswort(w.ctx.einstellungen, "geheim"));
+    o.chkPasswort = false;
+    o.txtPW2 = "egal";
+    EXPECT_TRUE(o.cmdOptOK());
+    EXPECT_FALSE(w.ctx.einstellungen.blnPasswortAktiv);
+}
+
+TEST(Optionen, HelpFileIsLookedForAndTheOldOneKept) {
+    Welt w;
+    TempDir dir;
+    dir.put("alt/ostrana.hlp", "");
+    dir.put("neu/ostrana.chm", "");
+    OptionenAnfrage o(w.ctx);
+    o.werte.strOstranaPfad = (dir / "alt/").string();
+    w.port.expectFolder(std::nullopt);
+    EXPECT_FALSE(o.waehleHilfedatei("ostrana.chm"));
+    w.port.expectFolder((dir / "alt").string()).expectBox("Hilfedatei wurde nicht gefunden, Einstellungen wurden zurückgesetzt.");
+    EXPECT_FALSE(o.waehleHilfedatei("ostrana.chm"));
+    EXPECT_EQ(o.werte.Ostrana_Name, "ostrana.hlp");
+    EXPECT_EQ(o.werte.strOstranaPfad, (dir / "alt/").string());
+    w.port.expectFolder((dir / "neu").string());
+    EXPECT_TRUE(o.waehleHilfedatei("ostrana.chm"));
+    EXPECT_EQ(o.werte.Ostrana_Name, "ostrana.chm");
+    EXPECT_EQ(o.werte.strOstranaPfad, (dir / "neu/").string());
+    EXPECT_TRUE(o.waehleHilfedatei("ostrana.chm"));
+    EXPECT_EQ(w.port.folderChoices.at(0).first, "Hilfedatei wurde im aktuellen Pfad nicht gefunden, bitte neues Verzeichnis auswählen...");
+}
+
+TEST(Optionen, CancellingAFolderKeepsTheOldOne) {
+    Welt w;
+    OptionenAnfrage o(w.ctx);
+    w.port.expectFolder(std::nullopt).expectFolder("/tmp/neu").expectFolder("C:\\Neu");
+    EXPECT_EQ(o.PfadChange("/tmp/alt"), "/tmp/alt");
+    EXPECT_EQ(o.PfadChange("/tmp/alt"), "/tmp/neu/");
+    EXPECT_EQ(o.PfadChange("C:\\Alt\\"), "C:\\Neu\\");
+    EXPECT_TRUE(w.ctx.blnHistoryAktiv && w.ctx.blnFavoritenAktiv);
+    EXPECT_EQ(w.port.folderChoices.at(0), (std::pair<std::string, std::string>("Verzeichnis auswählen:", "/tmp/alt")));
+}
+
+}  // namespace
+}  // namespace brenvik::test
