@@ -28,6 +28,10 @@ template <class UnitAt> std::string fromUnits(std::size_t count, UnitAt unitAt) 
     text.reserve(count);
     for (std::size_t k = 0; k < count; ++k) {
         char32_t c = unitAt(k);
+        if (c < 0x80) {
+            text += static_cast<char>(c);
+            continue;
+        }
         if (isHigh(c) && k + 1 < count && isLow(unitAt(k + 1))) c = 0x10000 + ((c - 0xD800) << 10) + (unitAt(++k) - 0xDC00);
         zeichen::append(text, c);
     }
@@ -36,6 +40,11 @@ template <class UnitAt> std::string fromUnits(std::size_t count, UnitAt unitAt) 
 
 template <class Put> void toUnits(std::string_view text, Put put) {
     for (std::size_t place = 0; place < text.size();) {
+        if (const auto byte = static_cast<unsigned char>(text[place]); byte < 0x80) {
+            put(byte);
+            ++place;
+            continue;
+        }
         const char32_t c = zeichen::next(text, place);
         if (c & zeichen::BadByte) put(0xFFFD);
         else if (c < 0x10000) put(c);

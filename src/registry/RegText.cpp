@@ -17,6 +17,7 @@ struct LineError {
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
+bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
 // Walks over the text and counts its lines.
 class Cursor {
@@ -54,7 +55,14 @@ public:
     }
     std::string_view restOfLine() const {
         const std::string_view rest = text_.substr(std::min(at_, text_.size()));
-        return rest.substr(0, rest.find_first_of("\r\n"));
+        std::size_t length = 0;
+        while (length < rest.size() && !isLineEnd(rest[length])) ++length;
+        return rest.substr(0, length);
+    }
+    std::string_view nextHexDigits() const {
+        std::size_t end = at_;
+        while (end < text_.size() && isHexDigit(text_[end])) ++end;
+        return text_.substr(at_, end - at_);
     }
     void skip(std::size_t count) {   // within one line
         at_ += count;
@@ -245,10 +253,11 @@ private:
             skipWrapped();
             if (cursor_.atLineEnd() || cursor_.peek() == ';') break;
             if (!bytes.empty() && !wantsByte) throw LineError{"Zwischen zwei Bytes fehlt das Komma."};
-            const std::string_view rest = cursor_.restOfLine();
-            const std::string_view digits = rest.substr(0, rest.find_first_of(", \t\\;"));
-            bytes.push_back(static_cast<std::uint8_t>(hexNumber(digits, 2, "Ein Byte besteht aus ein oder zwei hexadezimalen Ziffern.")));
+            constexpr const char* BadByte = "Ein Byte besteht aus ein oder zwei hexadezimalen Ziffern.";
+            const std::string_view digits = cursor_.nextHexDigits();
+            bytes.push_back(static_cast<std::uint8_t>(hexNumber(digits, 2, BadByte)));
             cursor_.skip(digits.size());
+            if (!cursor_.atLineEnd() && std::string_view(", \t\\;").find(cursor_.peek()) == std::string_view::npos) throw LineError{BadByte};
             skipWrapped();
             wantsByte = cursor_.takeIf(',');
         }

@@ -54,14 +54,28 @@ bool Statement::Use::step() {
 
 std::int64_t Statement::Use::number(int column) const { return sqlite3_column_int64(s_, column); }
 
-std::string Statement::Use::text(int column) const {
+void Statement::Use::text(int column, std::string& into) const {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(s_, column));
-    return text == nullptr ? std::string() : std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(s_, column)));
+    into.clear();
+    if (text != nullptr) into.assign(text, static_cast<std::size_t>(sqlite3_column_bytes(s_, column)));
+}
+
+void Statement::Use::bytes(int column, Bytes& into) const {
+    const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_column_blob(s_, column));
+    into.clear();
+    if (bytes != nullptr) into.assign(bytes, bytes + sqlite3_column_bytes(s_, column));
+}
+
+std::string Statement::Use::text(int column) const {
+    std::string copy;
+    text(column, copy);
+    return copy;
 }
 
 Bytes Statement::Use::bytes(int column) const {
-    const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_column_blob(s_, column));
-    return bytes == nullptr ? Bytes() : Bytes(bytes, bytes + sqlite3_column_bytes(s_, column));
+    Bytes copy;
+    bytes(column, copy);
+    return copy;
 }
 
 bool Statement::Use::isNull(int column) const { return sqlite3_column_type(s_, column) == SQLITE_NULL; }

@@ -42,6 +42,8 @@ public:
         std::int64_t number(int column) const;
         std::string text(int column) const;
         Bytes bytes(int column) const;
+        void text(int column, std::string& into) const;
+        void bytes(int column, Bytes& into) const;
         bool isNull(int column) const;
 
     private:

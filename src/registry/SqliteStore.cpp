@@ -112,6 +112,11 @@ void SqliteStore::refresh(std::int64_t version) {
 
 void SqliteStore::forget() {
     keys_.clear();
+    forgetLinks();
+}
+
+void SqliteStore::forgetLinks() {
+    lastWritten_.reset();
     controlSet_.clear();
     userSid_.clear();
 }
@@ -177,8 +182,7 @@ std::optional<KeyRef> SqliteStore::find(const Place& place) {
         key = tables_.child(key->id, foldedBytes(std::u16string_view(path).substr(start, end - start)));
         known = std::u16string_view(path).substr(0, end);
         if (!key) break;
-        if (keys_.size() >= MaxCachedKeys) keys_.clear();
-        keys_.emplace(known, *key);
+        remember(known, *key);
     }
     return key;
 }
@@ -214,24 +218,28 @@ SqliteStore::Place SqliteStore::writePlace(Root root, std::string_view key) {
 KeyRef SqliteStore::obtain(const Place& place) {
     if (place.base == 0) throw RegError(regerr::NoAccess, "HKEY_DYN_DATA kann nicht geändert werden.");
     if (const auto known = find(place)) return *known;
-    checkKeyPath(place.path);
-    const std::uint64_t now = fileTimeNow();
-    KeyRef key{place.base, false};
-    for (std::size_t start = 0; start < place.path.size();) {
-        const std::size_t end = std::min(place.path.find('\\', start), place.path.size());
-        const std::string_view name = std::string_view(place.path).substr(start, end - start);
-        const std::string folded = foldedBytesOf(name);
-        if (const auto existing = tables_.child(key.id, folded)) {
-            key = *existing;
-        } else {
-            requireWritableKey(key);
-            touch(key);
-            if (key.id == UsersKeyId) userSid_.clear();
-            key = tables_.insertKey(key.id, folded, name, now);
-        }
-        start = end + 1;
-    }
+    checkKeyPath(place.path);   // bounds the depth
+    const KeyRef parent = obtain({place.base, std::string(parentKey(place.path))});
+    requireWritableKey(parent);
+    touch(parent);
+    if (parent.id == UsersKeyId) forgetLinks();
+    const std::string_view name = lastKeyName(place.path);
+    const KeyRef key = tables_.insertKey(parent.id, foldedBytesOf(name), name, fileTimeNow());
+    remember(cachePath(place.base, place.path), key);
     return key;
+}
+
+void SqliteStore::remember(std::u16string_view path, const KeyRef& key) {
+    if (keys_.size() >= MaxCachedKeys) keys_.clear();
+    keys_.emplace(path, key);
+}
+
+// A program mostly writes several values of one key.
+KeyRef SqliteStore::obtainAgain(Root root, std::string_view key) {
+    if (lastWritten_ && lastWritten_->root == root && lastWritten_->key == key) return lastWritten_->ref;
+    const KeyRef target = obtain(writePlace(root, key));
+    if (root != Root::ClassesRoot) lastWritten_ = {root, std::string(key), target};   // there a new user's key changes the way
+    return target;
 }
 
 // ---- Operations ----
@@ -295,8 +303,10 @@ std::vector<NamedValue> SqliteStore::values(Root root, std::string_view key) {
         std::vector<NamedValue> merged;
         std::unordered_set<std::string> seen;
         for (const KeyRef& layer : findLayers(root, key)) {
-            for (NamedValue& found : tables_.values(layer.id)) {
-                if (root != Root::ClassesRoot || seen.insert(foldedName(found.name)).second) merged.push_back(std::move(found));
+            tables_.values(layer.id, values_);
+            for (StoredValue& found : values_) {
+                if (root != Root::ClassesRoot || seen.insert(foldedBytesOf(found.name)).second)
+                    merged.push_back({ValueName::named(found.name), found.value});
             }
         }
         return merged;
@@ -312,11 +322,11 @@ void SqliteStore::createKey(Root root, std::string_view key) {
 void SqliteStore::setValue(Root root, std::string_view key, const ValueName& name, const RawValue& value) {
     checkValue(name.text(), value);
     writing([&] {
-        const KeyRef target = obtain(writePlace(root, key));
+        const KeyRef target = obtainAgain(root, key);
         requireWritableKey(target);
         tables_.putValue(target.id, foldedName(name), name.text(), value);
         touch(target);
-        if (sameAscii(name.text(), "current")) controlSet_.clear();
+        if (sameAscii(name.text(), "current")) forgetLinks();
     });
 }
 
@@ -328,7 +338,7 @@ bool SqliteStore::deleteValue(Root root, std::string_view key, const ValueName& 
             requireWritableKey(layer);
             deleted = tables_.eraseValue(layer.id, foldedName(name));
             touch(layer);
-            if (sameAscii(name.text(), "current")) controlSet_.clear();
+            if (sameAscii(name.text(), "current")) forgetLinks();
             return;
         }
     });
@@ -349,7 +359,8 @@ bool SqliteStore::deleteKey(Root root, std::string_view key) {
         requireWritableKey(*parent);
         tables_.eraseKey(found->id);
         keys_.erase(cachePath(target.base, target.path));
-        if (parent->id == UsersKeyId) userSid_.clear();
+        lastWritten_.reset();
+        if (parent->id == UsersKeyId) forgetLinks();
         touch(*parent);
         deleted = true;
     });
@@ -363,7 +374,7 @@ bool SqliteStore::isEmpty() {
 void SqliteStore::setReadOnly(Root root, std::string_view key, bool readOnly) {
     writing([&] {
         for (const KeyRef& layer : findLayers(root, key)) tables_.setReadOnly(layer.id, readOnly);
-        keys_.clear();
+        forget();
     });
 }
 
@@ -381,7 +392,7 @@ void SqliteStore::setDetails(Root root, std::string_view key, const KeyDetails& 
         if (!found) throw RegError(regerr::NoAccess, "Der Schlüssel ist nicht vorhanden.");
         tables_.setDetails(found->id, details);
         touched_.erase(found->id);
-        keys_.clear();
+        forget();
     });
 }
 
@@ -400,7 +411,8 @@ void SqliteStore::walk(Root root, std::string_view key, TreeSink& sink) {
 }
 
 void SqliteStore::walkBelow(std::int64_t key, TreeSink& sink, std::unordered_map<std::int64_t, Bytes>& descriptors) {
-    for (const NamedValue& entry : tables_.values(key)) sink.value(entry.name.text(), entry.value);
+    tables_.values(key, values_);
+    for (const StoredValue& entry : values_) sink.value(entry.name, entry.value);
     for (StoredKey& child : tables_.wholeChildren(key)) {
         if (child.descriptor != 0) {
             const auto [at, fresh] = descriptors.try_emplace(child.descriptor);

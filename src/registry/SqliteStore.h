@@ -59,6 +59,7 @@ private:
     template <class Work> void writing(const Work& work);
     void refresh(std::int64_t version);
     void forget();
+    void forgetLinks();
 
     Place place(Root root, std::string_view key);
     Place machinePlace(std::string_view key);
@@ -72,6 +73,8 @@ private:
     std::vector<KeyRef> findLayers(Root root, std::string_view key);           // HKCR: both, the user's first
     Place writePlace(Root root, std::string_view key);
     KeyRef obtain(const Place& place);
+    void remember(std::u16string_view path, const KeyRef& key);
+    KeyRef obtainAgain(Root root, std::string_view key);
     void touch(const KeyRef& key) { touched_.insert(key.id); }
     void flushTouched();
     void walkBelow(std::int64_t key, TreeSink& sink, std::unordered_map<std::int64_t, Bytes>& descriptors);
@@ -83,6 +86,13 @@ private:
     std::int64_t dataVersion_ = 0;
     std::unordered_map<std::u16string, KeyRef, Hash, std::equal_to<>> keys_;   // base and folded path to key
     std::unordered_set<std::int64_t> touched_;
+    struct Written {
+        Root root;
+        std::string key;
+        KeyRef ref;
+    };
+    std::optional<Written> lastWritten_;
+    StoredValues values_;
     std::string controlSet_, userSid_;   // empty: not looked up yet
 };
 

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 #include "registry/Upcase.h"
 
 namespace brenvik {
@@ -60,8 +62,10 @@ const char* StoreTables::sqlOf(Query query) {
                    "DELETE FROM key WHERE id IN below AND id <> ?1";
         case Query::HasValue: return "SELECT 1 FROM value WHERE key = ?1 AND folded = ?2";
         case Query::Value: return "SELECT type, bytes FROM value WHERE key = ?1 AND folded = ?2";
-        case Query::Values: return "SELECT name, type, bytes FROM value WHERE key = ?1 ORDER BY id";
-        case Query::ChangeValue: return "UPDATE value SET type = ?3, bytes = ?4 WHERE key = ?1 AND folded = ?2";
+        case Query::Values: return "SELECT id, name, type, bytes FROM value WHERE key = ?1";   // sorting few rows here is quicker than there
+        case Query::PutValue:   // the name keeps its first form
+            return "INSERT INTO value(key, folded, type, bytes, name) VALUES (?1, ?2, ?3, ?4, ?5) "
+                   "ON CONFLICT(key, folded) DO UPDATE SET type = excluded.type, bytes = excluded.bytes";
         case Query::InsertValue: return "INSERT INTO value(key, folded, type, bytes, name) VALUES (?1, ?2, ?3, ?4, ?5)";
         case Query::EraseValue: return "DELETE FROM value WHERE key = ?1 AND folded = ?2";
         case Query::Count: break;
@@ -203,12 +207,19 @@ std::optional<RawValue> StoreTables::value(std::int64_t key, std::string_view fo
     return RawValue{static_cast<std::uint32_t>(row.number(0)), row.bytes(1)};
 }
 
-std::vector<NamedValue> StoreTables::values(std::int64_t key) {
-    std::vector<NamedValue> found;
+void StoreTables::values(std::int64_t key, StoredValues& found) {
+    found.count_ = 0;
     auto row = statement(Query::Values).run();
     row.bind(1, key);
-    while (row.step()) found.push_back({ValueName::named(row.text(0)), {static_cast<std::uint32_t>(row.number(1)), row.bytes(2)}});
-    return found;
+    while (row.step()) {
+        if (found.count_ == found.kept_.size()) found.kept_.emplace_back();
+        StoredValue& entry = found.kept_[found.count_++];
+        entry.id = row.number(0);
+        row.text(1, entry.name);
+        entry.value.type = static_cast<std::uint32_t>(row.number(2));
+        row.bytes(3, entry.value.bytes);
+    }
+    std::sort(found.begin(), found.end(), [](const StoredValue& a, const StoredValue& b) { return a.id < b.id; });
 }
 
 namespace {
@@ -221,12 +232,9 @@ void bindValue(sqlite::Statement::Use& row, std::int64_t key, std::string_view f
 }  // namespace
 
 void StoreTables::putValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value) {
-    {
-        auto row = statement(Query::ChangeValue).run();
-        bindValue(row, key, folded, value);
-        row.step();
-    }
-    if (sqlite3_changes(database_.handle()) == 0) insertValue(key, folded, name, value);   // else the name keeps its first form
+    auto row = statement(Query::PutValue).run();
+    bindValue(row, key, folded, value);
+    row.bind(5, name).step();
 }
 
 void StoreTables::insertValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value) {

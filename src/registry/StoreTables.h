@@ -26,6 +26,25 @@ struct StoredKey {
     KeyDetails details;                    // without the descriptor's bytes
 };
 
+struct StoredValue {
+    std::int64_t id = 0;
+    std::string name;
+    RawValue value;
+};
+
+// The values of one key. What it holds is overwritten by the next ones, so that a walk does not allocate for each.
+class StoredValues {
+public:
+    std::vector<StoredValue>::iterator begin() { return kept_.begin(); }
+    std::vector<StoredValue>::iterator end() { return kept_.begin() + static_cast<std::ptrdiff_t>(count_); }
+    bool empty() const { return count_ == 0; }
+
+private:
+    friend class StoreTables;
+    std::vector<StoredValue> kept_;
+    std::size_t count_ = 0;
+};
+
 struct ChildName {
     std::string name;
     std::string folded;   // see foldedBytes
@@ -81,7 +100,7 @@ public:
 
     bool hasValue(std::int64_t key, std::string_view folded);
     std::optional<RawValue> value(std::int64_t key, std::string_view folded);
-    std::vector<NamedValue> values(std::int64_t key);          // in the order they were made
+    void values(std::int64_t key, StoredValues& found);        // in the order they were made
     void putValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value);
     bool eraseValue(std::int64_t key, std::string_view folded);
 
@@ -91,7 +110,7 @@ private:
         Child, InsertKey, EraseKey, EraseKeyValues, HasChildren, Children, ChildrenByAge, SetWritten, SetReadOnly,
         Details, SetDetails, InsertDescriptor, FindDescriptor, Descriptor,
         WholeChildren, InsertWhole, ReadOnlyBelow, EraseValuesBelow, EraseKeysBelow,
-        HasValue, Value, Values, ChangeValue, InsertValue, EraseValue, Count
+        HasValue, Value, Values, PutValue, InsertValue, EraseValue, Count
     };
     static const char* sqlOf(Query query);
     sqlite::Statement& statement(Query query);
