@@ -1,5 +1,6 @@
 #include <iostream>
 
+#include "cli/Aufruffehler.h"
 #include "cli/Befehle.h"
 #include "cli/CliPort.h"
 #include "frame/Version.h"
@@ -22,10 +23,13 @@ int main(int argc, char** argv) {
     cli::addRegistryBefehle(app, call);
     cli::addExportBefehle(app, call);
     cli::addListenBefehle(app, call);
+    cli::germanHelp(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : 2;
+        if (error.get_exit_code() == 0) return app.exit(error);   // help and version
+        std::cerr << cli::usageProblem(app, error) << "\nbrenvik-cli --help nennt, was möglich ist.\n";
+        return 2;
     }
     try {
         CliPort port(call.yes);

@@ -199,6 +199,28 @@ TEST_F(Registry, GroessterWert) {
     EXPECT_EQ(refused.err, "Ein Wert darf höchstens 16 MB groß sein.\n");
 }
 
+TEST_F(Registry, UnverstandeneAufrufe) {
+    const struct {
+        std::vector<std::string> words;
+        std::string message;
+    } calls[] = {
+        {{}, "Es fehlt der Befehl."},
+        {{"unfug"}, "Unbekannter Befehl: unfug"},
+        {{"registry", "unfug"}, "Unbekannter Befehl: unfug"},
+        {{"registry", "find"}, "Es fehlt: TEXT"},
+        {{"registry", "read", "HKCU\\a", "b", "c"}, "Unbekannte Angabe: b c"},
+        {{"registry", "list", "HKCU", "--unfug"}, "Unbekannte Angabe: --unfug"},
+        {{"tip", "show", "eins"}, "Ungültige Angabe: NUMBER = eins"},
+        {{"--machine"}, "Zu wenige oder zu viele Angaben: --machine"},
+    };
+    for (const auto& call : calls) {
+        const Ergebnis e = cli(call.words);
+        EXPECT_EQ(e.code, 2);
+        EXPECT_EQ(e.err, call.message + "\nbrenvik-cli --help nennt, was möglich ist.\n");
+        EXPECT_EQ(e.out, "");
+    }
+}
+
 TEST_F(Registry, StrgCBeendetSauber) {
     // The expression takes the square of a text's length for each value, so that the signal comes in the midst.
     std::string text = "REGEDIT4\n[HKEY_CURRENT_USER\\Software\\Viel]\n";
@@ -243,6 +265,24 @@ TEST_F(Registry, DiffKopieUndHives) {
     EXPECT_EQ(cli({"registry", "restore", "HKCU\\Software\\Kopie", hive}).code, 1);
     EXPECT_EQ(cli({"--yes", "registry", "restore", "HKCU\\Software\\Kopie", hive}).code, 0);
     EXPECT_EQ(out({"registry", "diff", hive, "HKCU\\Software\\Kopie"}), "");
+}
+
+// A folder with the hives of a Windows is a machine of its own; the local registry stays as it is.
+TEST_F(Registry, OrdnerAlsRechner) {
+    const std::filesystem::path config = dir / "win" / "Windows" / "System32" / "config";
+    std::filesystem::create_directories(config);
+    out({"registry", "write", "HKLM\\Software\\Firma\\w", "REG_SZ", "hier"});
+    out({"registry", "save", "HKLM\\Software", (config / "SOFTWARE").string()});
+    out({"registry", "save", "HKLM\\System", (config / "SYSTEM").string()});
+    const auto there = [&](std::vector<std::string> words) {
+        words.insert(words.begin(), {"--machine", path("win")});
+        return out(words);
+    };
+    EXPECT_EQ(there({"registry", "read", "HKLM\\Software\\Firma\\w"}), "hier\n");
+    there({"registry", "write", "HKLM\\Software\\Firma\\w", "REG_SZ", "dort"});
+    EXPECT_EQ(out({"registry", "read", (config / "SOFTWARE").string() + ":\\Firma\\w"}), "dort\n");
+    EXPECT_EQ(out({"registry", "read", "HKLM\\Software\\Firma\\w"}), "hier\n");
+    EXPECT_EQ(there({"registry", "list", "HKLM\\System"}), "ControlSet001\\\nCurrentControlSet\\\nSelect\\\nSetup\\\n");
 }
 
 TEST_F(Registry, FalscheAufrufe) {
