@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QProcess>
 #include <QTimer>
+#include <map>
 
 #include "frame/Errors.h"
 #include "frame/Hilfethemen.h"
@@ -21,6 +22,7 @@ namespace {
 
 constexpr char ScaleVariable[] = "QT_SCALE_FACTOR";
 constexpr int MainWidth = 980, MainHeight = 720;
+constexpr double TreeWidth = 4500;      // twips
 constexpr int PollMs = 20;
 
 // A modal window: how it is opened, and which button leads on from a window that comes before it.
@@ -97,23 +99,42 @@ private:
             throw NumberedError(errnum::PathFileAccess, "Das Bild " + file + " kann nicht geschrieben werden.");
     }
 
-    // The window without a Tip and with the first Tip of each panel kind.
+    // The window without a Tip and with one Tip of each panel kind, the modal windows then with a Tip of several values.
     void takeMain() {
         frmBVK_Prog& window = teile_.fenster;
         TippMaschine& engine = teile_.programm.maschine();
-        Context& ctx = teile_.programm.context();
+        engine.TreeEinlesen();
         engine.selectNode(0);
         save(window, "start");
-        std::array<bool, 12> seen{};
-        std::int32_t first = 0;
-        for (const auto& row : ctx.udtTippListe) {
-            engine.showTippByNumber(row.Index);
-            const auto& panels = ctx.frmBVK_Prog.panels;
-            if (panels.empty() || std::exchange(seen.at(static_cast<std::size_t>(panels[0].Ausgabeart)), true)) continue;
-            if (!first) first = row.Index;
-            save(window, "art" + std::to_string(panels[0].Ausgabeart));
+        for (std::int16_t kind = art::CheckBox; kind <= art::BitMaske; ++kind) {
+            showTypical(kind);
+            save(window, "art" + std::to_string(kind));
         }
-        engine.showTippByNumber(first);
+        showTypical(art::ZahlenWerte);
+    }
+
+    void showTypical(std::int16_t kind) {
+        TippMaschine& engine = teile_.programm.maschine();
+        if (typical_.empty()) findTypical();
+        engine.TreeEinlesen();      // shut groups, so that the pictures do not depend on their order
+        engine.showTippByNumber(typical_[kind]);
+    }
+
+    // Of each kind the Tip that has most to show, but no more than fits.
+    void findTypical() {
+        Context& ctx = teile_.programm.context();
+        std::map<std::int16_t, std::size_t> most;
+        for (const auto& row : ctx.udtTippListe) {
+            teile_.programm.maschine().inspectTipp(row.Index);
+            const auto& panels = ctx.frmBVK_Prog.panels;
+            if (panels.empty() || panels.size() > 3) continue;
+            std::size_t content = 1 + panels.size() + panels[0].zeilen.size();
+            for (const Panel& panel : panels) content += panel.status.farbe == StatusFarbe::Gefunden;
+            std::size_t& best = most[panels[0].Ausgabeart];
+            if (content <= best) continue;
+            best = content;
+            typical_[panels[0].Ausgabeart] = row.Index;
+        }
     }
 
     void takeModal(const Fensterbild& wanted) {
@@ -158,6 +179,7 @@ private:
     Fensterteile& teile_;
     std::filesystem::path folder_;
     bool dark_ = false;
+    std::map<std::int16_t, std::int32_t> typical_;      // panel kind -> number of the Tip
 };
 
 // The scale of a process is fixed when it starts.
@@ -179,6 +201,7 @@ void takeScreenshots(Fensterteile& teile, const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder);
     teile.fenster.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);    // whatever screen the pictures are taken on
     teile.fenster.resize(MainWidth, MainHeight);
+    teile.fenster.SizeControlsV(TreeWidth);
     teile.fenster.show();
     Fotograf photographer(teile, folder);
     for (const ColourMode mode : {ColourMode::Light, ColourMode::Dark}) photographer.takeAll(mode);

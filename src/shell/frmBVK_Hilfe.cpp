@@ -17,13 +17,14 @@ namespace brenvik {
 namespace {
 
 constexpr qint64 LargestPage = 1'000'000;      // bytes; ours are a few thousand
-constexpr int PictureSize = 24;
+constexpr int PictureSize = 18;
+constexpr int RowPadding = 6;
 constexpr char IconScheme[] = "icon";
 // No colours: the palette's serve light and dark.
 constexpr char PageStyle[] =
     "h1 { font-size: x-large; margin-bottom: 10px; } h2 { font-size: large; margin-top: 16px; margin-bottom: 4px; }"
     "p, li { line-height: 125%; } li { margin-bottom: 3px; } code { font-family: monospace; } td, th { padding: 5px; } th { text-align: left; }"
-    "a { text-decoration: none; }";
+    "a { text-decoration: none; } img { vertical-align: middle; }";
 
 struct ToolEntry {
     const char* name;
@@ -118,17 +119,24 @@ QWidget* frmBVK_Hilfe::makeContents() {
     tvInhalt_->setAccessibleName(QStringLiteral("Inhalt"));
     tvInhalt_->setHeaderHidden(true);
     tvInhalt_->setIndentation(14);
+    const QSize row(0, fontMetrics().height() + RowPadding);
     QHash<QString, QTreeWidgetItem*> chapters;
     for (const Hilfeseite& page : hilfeseiten()) {
         const QString chapter = QString::fromUtf8(page.kapitel);
         QTreeWidgetItem* parent = tvInhalt_->invisibleRootItem();
         if (!chapter.isEmpty()) {
-            if (!chapters.contains(chapter)) chapters.insert(chapter, new QTreeWidgetItem(tvInhalt_, {chapter}));
+            if (!chapters.contains(chapter)) {
+                auto* heading = new QTreeWidgetItem(tvInhalt_, {chapter});
+                heading->setFlags(Qt::ItemIsEnabled);
+                heading->setSizeHint(0, row);
+                chapters.insert(chapter, heading);
+            }
             parent = chapters.value(chapter);
         }
         auto* item = new QTreeWidgetItem(parent, {QString::fromUtf8(page.titel)});
         item->setData(0, Qt::UserRole, QLatin1String(page.datei));
         item->setToolTip(0, item->text(0));
+        item->setSizeHint(0, row);
     }
     tvInhalt_->expandAll();
     auto* box = new QVBoxLayout(left);

@@ -1,0 +1,209 @@
+// The window, offscreen: start to the usable window, tabs, keys in the tree, showing Tips, memory. The goals stand in the
+// names of the counters: goal_ms and goal_MB.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QProcess>
+#include <QScrollBar>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+
+#include "Erzeuger.h"
+#include "Schreiber.h"
+#include "StillerPort.h"
+#include "shell/Farben.h"
+#include "shell/Fensterteile.h"
+#include "shell/MaschinenEvents.h"
+#include "shell/QtPort.h"
+#include "shell/VerbindeHilfe.h"
+#include "shell/frmBVK_Prog.h"
+#include "tipengine/Programm.h"
+
+namespace brenvik::bench {
+namespace {
+
+namespace fs = std::filesystem;
+constexpr std::size_t ManyTips = 50000;
+
+// A program directory with its database, and a home that was used before.
+class Ordner {
+public:
+    explicit Ordner(bool many) : path_(fs::temp_directory_path() / ("bench_shell." + std::to_string(QCoreApplication::applicationPid()) + (many ? ".viele" : ""))) {
+        fs::create_directories(program());
+        const fs::path shipped = BRENVIK_PROGRAMM_DIR;
+        fs::copy(shipped / "erststart", program() / "erststart", fs::copy_options::recursive);
+        if (many)
+            tipbau::writeDatabase(tipbau::generated(ManyTips), program() / "RegDaten.mdb");
+        else
+            fs::copy_file(shipped / "RegDaten.mdb", program() / "RegDaten.mdb");
+    }
+    ~Ordner() {
+        std::error_code error;
+        fs::remove_all(path_, error);
+    }
+    Ordner(const Ordner&) = delete;
+    Ordner& operator=(const Ordner&) = delete;
+    fs::path program() const { return path_ / "programm"; }
+    fs::path home() const { return path_ / "heim"; }
+
+private:
+    fs::path path_;
+};
+
+class ObserverRelay : public WindowObserver {
+public:
+    WindowObserver* target = nullptr;
+    void treeChanged() override { if (target) target->treeChanged(); }
+    void selectionChanged() override { if (target) target->selectionChanged(); }
+    void panelsChanged() override { if (target) target->panelsChanged(); }
+    void panelChanged(std::size_t place) override { if (target) target->panelChanged(place); }
+    void windowChanged() override { if (target) target->windowChanged(); }
+};
+
+// The running program, from its start to its painted window. A box would wait for ever: the time limit of CI sees it.
+struct Lauf {
+    explicit Lauf(const Ordner& folder)
+        : program(port, platform, {folder.home(), folder.program()}, relay, recorders),
+          window(program.context().frmBVK_Prog, program.context().einstellungen, displayOrder), events(program.maschine()) {
+        Context& ctx = program.context();
+        verbindeHilfe(parts);
+        program.loadSettings();
+        ctx.einstellungen.SoundOn = false;
+        ctx.einstellungen.BSSystemAktiv = false;
+        program.maschine().FrameStartEinstellungen();
+        window.applySettings(loadWindowSettings(ctx));
+        program.detectSystem();
+        if (!program.loadDatabase()) throw std::runtime_error("no database");
+        relay.target = &window;
+        window.attach(events);
+        program.maschine().TreeEinlesen();
+        window.resize(980, 720);
+        window.show();
+        settle();
+    }
+    // Until everything that happened is on the screen.
+    void settle() {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+    TippTree& tree() { return *window.findChild<TippTree*>(QStringLiteral("tvBVKDB")); }
+
+    QtPort port;
+    StillePlatform platform;
+    ObserverRelay relay;
+    Aufzeichnungen recorders;
+    Programm program;
+    frmBVK_Prog window;
+    MaschinenEvents events;
+    Ladeschritte steps;
+    Fensterteile parts{*qApp, port, program, window, steps, recorders};
+};
+
+double residentMegabytes(const char* field) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.rfind(field, 0) == 0) return std::stod(line.substr(std::string(field).size() + 1)) / 1024;
+    return 0;
+}
+
+void start(benchmark::State& state, bool many, double goal) {
+    const Ordner folder(many);
+    { Lauf first(folder); }     // makes the home
+    for (auto _ : state) {
+        auto run = std::make_unique<Lauf>(folder);
+        state.PauseTiming();
+        run.reset();
+        state.ResumeTiming();
+    }
+    state.counters["goal_ms"] = goal;
+}
+void StartShipped(benchmark::State& state) { start(state, false, 400); }
+void StartMany(benchmark::State& state) { start(state, true, 1500); }
+BENCHMARK(StartShipped)->Unit(benchmark::kMillisecond);
+BENCHMARK(StartMany)->Unit(benchmark::kMillisecond);
+
+// From all Tips in groups to the flat list and back: the two most different views.
+void TabSwitchMany(benchmark::State& state) {
+    const Ordner folder(true);
+    Lauf run(folder);
+    int tab = 1;
+    for (auto _ : state) {
+        tab = tab == 1 ? 2 : 1;
+        run.events.selectTab(tab);
+        run.settle();
+    }
+    state.counters["goal_ms"] = 500;
+}
+BENCHMARK(TabSwitchMany)->Unit(benchmark::kMillisecond);
+
+// Arrow down through the flat list: the next Tip with its panels is on the screen.
+void KeyInTree(benchmark::State& state, bool many) {
+    const Ordner folder(many);
+    Lauf run(folder);
+    run.events.selectTab(2);
+    run.tree().setFocus();
+    run.settle();
+    double slowest = 0;
+    for (auto _ : state) {
+        const auto begin = std::chrono::steady_clock::now();
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent key(type, Qt::Key_Down, Qt::NoModifier);
+            QApplication::sendEvent(&run.tree(), &key);
+        }
+        run.settle();
+        slowest = std::max(slowest, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count());
+    }
+    if (run.program.context().aktuellerTipp.Überschrift.empty()) state.SkipWithError("no Tip was shown");
+    state.counters["slowest_ms"] = slowest;
+    state.counters["goal_ms"] = 50;
+}
+void KeyInTreeShipped(benchmark::State& state) { KeyInTree(state, false); }
+void KeyInTreeMany(benchmark::State& state) { KeyInTree(state, true); }
+BENCHMARK(KeyInTreeShipped)->Unit(benchmark::kMillisecond)->Iterations(300);
+BENCHMARK(KeyInTreeMany)->Unit(benchmark::kMillisecond)->Iterations(300);
+
+// Memory of a process of its own, in which nothing was measured before: started, the tree opened, 20 Tips looked at.
+int printMemory(bool many) {
+    const Ordner folder(many);
+    Lauf run(folder);
+    run.tree().expandAll();
+    const auto& tips = run.program.context().udtTippListe;
+    for (std::size_t i = 0; i < tips.size() && i < 20; ++i) {
+        run.program.maschine().showTippByNumber(tips[i * tips.size() / 20].Index);
+        run.settle();
+    }
+    std::printf("%.1f %.1f\n", residentMegabytes("VmRSS:"), residentMegabytes("VmHWM:"));
+    return 0;
+}
+
+void memory(benchmark::State& state, const char* which, double goal) {
+    double now = 0, most = 0;
+    for (auto _ : state) {
+        QProcess own;
+        own.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--memory"), QLatin1String(which)});
+        own.waitForFinished(-1);
+        if (std::sscanf(own.readAllStandardOutput().constData(), "%lf %lf", &now, &most) != 2) state.SkipWithError("not measured");
+    }
+    state.counters["MB"] = now;
+    state.counters["peak_MB"] = most;
+    state.counters["goal_MB"] = goal;
+}
+void MemoryShipped(benchmark::State& state) { memory(state, "shipped", 120); }
+void MemoryMany(benchmark::State& state) { memory(state, "many", 300); }
+BENCHMARK(MemoryShipped)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(MemoryMany)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+}  // namespace
+}  // namespace brenvik::bench
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    brenvik::setColourMode(application, brenvik::ColourMode::Light);
+    if (argc == 3 && std::string(argv[1]) == "--memory") return brenvik::bench::printMemory(std::string(argv[2]) == "many");
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
