@@ -19,6 +19,7 @@
 #include "shell/QtPort.h"
 #include "shell/VerbindeHilfe.h"
 #include "shell/frmBVK_Prog.h"
+#include "tipdb/Suchen.h"
 #include "tipengine/Programm.h"
 
 namespace brenvik::bench {
@@ -163,6 +164,22 @@ void KeyInTreeShipped(benchmark::State& state) { KeyInTree(state, false); }
 void KeyInTreeMany(benchmark::State& state) { KeyInTree(state, true); }
 BENCHMARK(KeyInTreeShipped)->Unit(benchmark::kMillisecond)->Iterations(300);
 BENCHMARK(KeyInTreeMany)->Unit(benchmark::kMillisecond)->Iterations(300);
+
+// All three columns, with some hundred hits, and with none.
+void SearchMany(benchmark::State& state, const char* text) {
+    const Ordner folder(true);
+    Lauf run(folder);
+    std::vector<Suchtreffer> hits;
+    Suchauftrag wanted;
+    wanted.txtSuchText = text;
+    for (auto _ : state) DBSuchen(run.program.context(), suchBedingung(wanted), hits);
+    state.counters["hits"] = static_cast<double>(hits.size());
+    state.counters["goal_ms"] = 100;
+}
+void SearchManyHits(benchmark::State& state) { SearchMany(state, "77"); }
+void SearchManyNothing(benchmark::State& state) { SearchMany(state, "Quietscheentchen"); }
+BENCHMARK(SearchManyHits)->Unit(benchmark::kMillisecond);
+BENCHMARK(SearchManyNothing)->Unit(benchmark::kMillisecond);
 
 // Memory of a process of its own, in which nothing was measured before: started, the tree opened, 20 Tips looked at.
 int printMemory(bool many) {

@@ -24,6 +24,7 @@ constexpr char ScaleVariable[] = "QT_SCALE_FACTOR";
 constexpr int MainWidth = 980, MainHeight = 720;
 constexpr double TreeWidth = 4500;      // twips
 constexpr int PollMs = 20;
+constexpr std::size_t FilterXP = 6;             // the shipped registry is an XP's
 
 // A modal window: how it is opened, and which button leads on from a window that comes before it.
 struct Fensterbild {
@@ -125,6 +126,7 @@ private:
         Context& ctx = teile_.programm.context();
         std::map<std::int16_t, std::size_t> most;
         for (const auto& row : ctx.udtTippListe) {
+            if (!row.Filter[FilterXP]) continue;
             teile_.programm.maschine().inspectTipp(row.Index);
             const auto& panels = ctx.frmBVK_Prog.panels;
             if (panels.empty() || panels.size() > 3) continue;

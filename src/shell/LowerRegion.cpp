@@ -24,7 +24,7 @@ constexpr RowButton RowButtons[] = {
     {"cmdKeyInfo", 6, -1, Befehl::KeyInfo, "schluessel"},
     {"cmdDefault", 7, 14, Befehl::Default, "standard"},
 };
-constexpr int ButtonHelp = 1, TextPresentSettings = 56, TipMachine = 10;
+constexpr int ButtonHelp = 1, ButtonNew = 26, TextPresentSettings = 56, TipMachine = 10;
 
 }  // namespace
 
@@ -86,9 +86,16 @@ ActionRow::ActionRow(IconSet& icons, std::function<void(Befehl, const QString&)>
 
 void ActionRow::refreshIcons(IconSet& icons) {
     for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->setIcon(icons.get(QLatin1String(RowButtons[i].icon)));
+    if (!entries_) return;
+    buttons_[0]->setIcon(icons.get(QStringLiteral("neu")));
+    buttons_[3]->setIcon(icons.get(QStringLiteral("bearbeiten")));
 }
 
-void ActionRow::show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible) {
+void ActionRow::show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible, IconSet& icons) {
+    if (const bool entries = record.cmdRegSave == strBVKButtons(ButtonNew); entries != entries_) {
+        entries_ = entries;
+        refreshIcons(icons);
+    }
     for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->setEnabled(possible(RowButtons[i].befehl));
     const auto put = [](QPushButton& button, const std::string& caption, const std::string& tip) {
         if (!caption.empty()) button.setText(qt(caption));

@@ -28,13 +28,14 @@ private:
 class ActionRow : public TitledFrame {
 public:
     ActionRow(IconSet& icons, std::function<void(Befehl, const QString& control)> run, QWidget* parent);
-    void show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible);
+    void show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible, IconSet& icons);
     void refreshIcons(IconSet& icons);
     QPushButton* cmdRegSave() const { return buttons_[0]; }
     const std::array<QPushButton*, 4>& buttons() const { return buttons_; }
 
 private:
     std::array<QPushButton*, 4> buttons_{};
+    bool entries_ = false;      // the buttons stand for entries of a context menu
 };
 
 class StatusRow : public QFrame {      // sbrBVK; its panels wrap instead of being cut

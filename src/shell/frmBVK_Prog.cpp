@@ -173,7 +173,7 @@ void frmBVK_Prog::windowChanged() {
     const auto isPossible = [this](Befehl befehl) { return possible(befehl); };
     menues_->show(record_, isPossible);
     cbrBVK_->show(record_, isPossible);
-    fraSteuerung_->show(record_, isPossible);
+    fraSteuerung_->show(record_, isPossible, icons_);
     fraInfo_->show(record_, possible(Befehl::TippHilfe));
     sbrBVK_->show(record_);
     panels_->showRegion();
