@@ -184,19 +184,6 @@ private:
     std::map<std::int16_t, std::int32_t> typical_;      // panel kind -> number of the Tip
 };
 
-// The scale of a process is fixed when it starts.
-void takeAgainAtDoubleScale() {
-    QProcess second;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QLatin1String(ScaleVariable), QStringLiteral("2"));
-    second.setProcessEnvironment(environment);
-    second.setProcessChannelMode(QProcess::ForwardedChannels);
-    second.start(QApplication::applicationFilePath(), QApplication::arguments().mid(1));
-    second.waitForFinished(-1);
-    if (second.exitStatus() != QProcess::NormalExit || second.exitCode() != 0)
-        throw NumberedError(errnum::PathFileAccess, "Die Bilder in doppelter Auflösung konnten nicht gemacht werden.");
-}
-
 }  // namespace
 
 void takeScreenshots(Fensterteile& teile, const std::filesystem::path& folder) {
@@ -207,7 +194,20 @@ void takeScreenshots(Fensterteile& teile, const std::filesystem::path& folder) {
     teile.fenster.show();
     Fotograf photographer(teile, folder);
     for (const ColourMode mode : {ColourMode::Light, ColourMode::Dark}) photographer.takeAll(mode);
-    if (!qEnvironmentVariableIsSet(ScaleVariable)) takeAgainAtDoubleScale();
+}
+
+// The scale of a process is fixed when it starts.
+void takeScreenshotsAtDoubleScale(const std::filesystem::path& folder, const std::filesystem::path& home) {
+    if (qEnvironmentVariableIsSet(ScaleVariable)) return;
+    QProcess second;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(ScaleVariable), QStringLiteral("2"));
+    second.setProcessEnvironment(environment);
+    second.setProcessChannelMode(QProcess::ForwardedChannels);
+    second.start(QApplication::applicationFilePath(), {QStringLiteral("--screenshots"), qt(folder.string()), QStringLiteral("--home"), qt(home.string())});
+    second.waitForFinished(-1);
+    if (second.exitStatus() != QProcess::NormalExit || second.exitCode() != 0)
+        throw NumberedError(errnum::PathFileAccess, "Die Bilder in doppelter Auflösung konnten nicht gemacht werden.");
 }
 
 }  // namespace brenvik

@@ -75,11 +75,13 @@ int run(QApplication& application, const FensterOptionen& options, QtPort& port)
 int runFensterprogramm(QApplication& application, const FensterOptionen& options) {
     QtPort port;
     try {
-        if (options.screenshots.empty() || !options.programm.home.empty()) return run(application, options, port);
+        if (options.screenshots.empty()) return run(application, options, port);
         const QTemporaryDir fresh;      // pictures show the program as shipped, not what stands in the user's home
         FensterOptionen own = options;
-        own.programm.home = fresh.path().toStdString();
-        return run(application, own, port);
+        if (own.programm.home.empty()) own.programm.home = fresh.path().toStdString();
+        const int code = run(application, own, port);
+        if (code == 0) takeScreenshotsAtDoubleScale(own.screenshots, own.programm.home);
+        return code;
     } catch (const std::exception& error) {
         port.tell(error.what(), box::Critical);
         return 1;
