@@ -10,12 +10,14 @@
 #include "frame/Errors.h"
 #include "frame/Hilfethemen.h"
 #include "frame/Produkt.h"
+#include "frame/Startpasswort.h"
 #include "shell/Farben.h"
 #include "shell/QtPort.h"
 #include "shell/QtText.h"
 #include "shell/Screenshots.h"
 #include "shell/frmBVK_Prog.h"
 #include "tipengine/Programm.h"
+#include "tipengine/RegBrowser.h"
 
 namespace brenvik {
 namespace {
@@ -68,6 +70,14 @@ BootINIAnfrage bootEntry() {
     return request;
 }
 
+REGEditAnfrage registryNumber() {
+    REGEditAnfrage request;
+    request.ItemKey = "HKEY_CURRENT_USER\\Control Panel\\Desktop";
+    request.ItemName = "ForegroundLockTimeout";
+    request.ItemWert = fromText("200000", regtype::Dword);
+    return request;
+}
+
 // A window that lands gets its line here.
 std::vector<Fensterbild> modalWindows() {
     return {
@@ -78,6 +88,11 @@ std::vector<Fensterbild> modalWindows() {
         {"frmBVK_Datentyp", request(typeConflict())},
         {"frmBVK_Bearbeiten", request(menuEntry())},
         {"frmBVK_BootINI", request(bootEntry())},
+        {"frmBVK_Suchen", menu("mnuRegSuchen")},
+        {"frmBVK_Optionen", menu("mnuOptionen")},
+        {"frmBVK_PWAbfrage", request(PWAbfrageAnfrage())},
+        {"frmBVK_RegBrowse", menu("mnuBvkReg")},
+        {"frmBVK_REGEdit", request(registryNumber())},
     };
 }
 

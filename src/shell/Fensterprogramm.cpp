@@ -10,6 +10,7 @@
 #include "shell/MaschinenEvents.h"
 #include "shell/QtPort.h"
 #include "shell/VerbindeHilfe.h"
+#include "shell/VerbindeSucheOptionenBrowser.h"
 #include "shell/frmBVK_Prog.h"
 
 namespace brenvik {
@@ -32,6 +33,7 @@ void verbinde(Fensterteile& teile) {
     teile.fenster.setCommand(Befehl::AndereDBLaden, [&engine] { engine.mnuandereDBLoad(); });
     teile.fenster.setCommand(Befehl::BVKDBLaden, [&engine] { engine.mnuBVKDBLoad(); });
     verbindeHilfe(teile);
+    verbindeSucheOptionenBrowser(teile);
 }
 
 int run(QApplication& application, const FensterOptionen& options, QtPort& port) {

@@ -5,6 +5,12 @@
 #include "shell/frmBVK_Bearbeiten.h"
 #include "shell/frmBVK_BootINI.h"
 #include "shell/frmBVK_Datentyp.h"
+#include "shell/frmBVK_Optionen.h"
+#include "shell/frmBVK_PWAbfrage.h"
+#include "shell/frmBVK_REGEdit.h"
+#include "shell/frmBVK_RegBrowse.h"
+#include "shell/frmBVK_RegName.h"
+#include "shell/frmBVK_Suchen.h"
 
 namespace brenvik {
 namespace {
@@ -27,6 +33,12 @@ void registerOwnWindows(QtPort& port) {
     add<frmBVK_Datentyp, DatentypAnfrage>(port, "frmBVK_Datentyp");
     add<frmBVK_Bearbeiten, BearbeitenAnfrage>(port, "frmBVK_Bearbeiten");
     add<frmBVK_BootINI, BootINIAnfrage>(port, "frmBVK_BootINI");
+    add<frmBVK_Suchen, SuchenAnfrage>(port, "frmBVK_Suchen");
+    add<frmBVK_Optionen, OptionenAnfrage>(port, "frmBVK_Optionen");
+    add<frmBVK_PWAbfrage, PWAbfrageAnfrage>(port, "frmBVK_PWAbfrage");
+    add<frmBVK_RegBrowse, RegBrowseAnfrage>(port, "frmBVK_RegBrowse");
+    add<frmBVK_RegName, RegNameAnfrage>(port, "frmBVK_RegName");
+    add<frmBVK_REGEdit, REGEditAnfrage>(port, "frmBVK_REGEdit");
 }
 
 }  // namespace brenvik

@@ -8,6 +8,7 @@ namespace brenvik {
 struct Ladeschritte {
     std::function<bool()> startPasswort;        // called if the start password is on; false: the program ends without a word
     std::function<void()> LoadFHListe;          // favourites and history
+    std::function<void()> listenOrdnerNeu;      // later: their folders were chosen anew in the options, or they are to go on
     std::function<void()> LoadRegBackupListe;   // catalogue of the backups
 };
 

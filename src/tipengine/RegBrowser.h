@@ -82,9 +82,10 @@ struct RegBrowseAnfrage : WindowRequest {
 // One value to be looked at and changed. speichern answers true when the window may close.
 struct REGEditAnfrage : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_REGEdit"; }
+    bool neu = false;                       // the name is the user's to choose
     std::string ItemName;
     std::uint32_t ItemTyp = regtype::Sz;
-    std::optional<RawValue> ItemWert;       // none: a new value
+    std::optional<RawValue> ItemWert;       // none: it is not there yet, and its type is the user's to choose
     std::string ItemKey;
     std::function<bool(const std::string& name, const RawValue& value)> speichern;
 };

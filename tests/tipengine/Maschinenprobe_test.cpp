@@ -18,6 +18,7 @@ void Probe::writeDatabase(const std::vector<Zeile>& zeilen, const std::vector<Ba
         sqlite3_free(quoted);
         return result;
     };
+    run("BEGIN");
     run("CREATE TABLE Version(Version TEXT, Datum TEXT, Format TEXT)");
     run("INSERT INTO Version VALUES('1.0.0','01.01.2002','8'),('1.2.18','09.11.2002','8')");
     run("CREATE TABLE Gruppennamen(Gruppenname TEXT, Gruppe INTEGER, Beschreibung TEXT)");
@@ -43,6 +44,7 @@ void Probe::writeDatabase(const std::vector<Zeile>& zeilen, const std::vector<Ba
             has("2000") + "," + q(z.NeuInVersion) + "," + n(z.Neustart) + "," + (z.INITipp ? "1" : "0") + ",NULL," + has("XP") + ",1," +
             n(z.HauptIndex) + ")");
     }
+    run("COMMIT");
     sqlite3_close(db);
 }
 
