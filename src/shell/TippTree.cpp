@@ -30,7 +30,10 @@ void TippTree::showTree(int selectedNode) {
 void TippTree::showSelection(int node) {
     const QModelIndex index = model_.indexOf(node);
     if (!index.isValid()) return;
+    for (QModelIndex up = index.parent(); up.isValid(); up = up.parent()) expand(up);
     setCurrentIndex(index);
+    executeDelayedItemsLayout();    // with the scroll bar that wider rows bring, which takes a row's height away
+    updateGeometries();
     scrollTo(index);
 }
 

@@ -23,7 +23,7 @@ constexpr char IconScheme[] = "icon";
 // No colours: the palette's serve light and dark.
 constexpr char PageStyle[] =
     "h1 { font-size: x-large; margin-bottom: 10px; } h2 { font-size: large; margin-top: 16px; margin-bottom: 4px; }"
-    "p, li { line-height: 125%; } li { margin-bottom: 3px; } code { font-family: monospace; } td, th { padding: 5px; } th { text-align: left; }"
+    "p, li { line-height: 125%; } li { margin-bottom: 3px; } code { font-family: monospace; } table { margin-top: 6px; margin-bottom: 8px; } td, th { padding: 5px; } th { text-align: left; }"
     "a { text-decoration: none; } img { vertical-align: middle; }";
 
 struct ToolEntry {
