@@ -3,7 +3,10 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QProcess>
+#include <QTabWidget>
 #include <QTimer>
 #include <map>
 
@@ -28,12 +31,35 @@ constexpr double TreeWidth = 4500;      // twips
 constexpr int PollMs = 20;
 constexpr std::size_t FilterXP = 6;             // the shipped registry is an XP's
 
-// A modal window: how it is opened, and which button leads on from a window that comes before it.
+// A modal window: how it is opened, which button leads on from a window that comes before it, and what is done in it so
+// that there is something to see.
 struct Fensterbild {
     const char* fenster;                            // object name
     std::function<void(Fensterteile&)> oeffnen;     // returns when the window is closed
     const char* weiter = nullptr;
+    std::function<void(QDialog&)> vorbereiten = nullptr;
+    const char* zusatz = "";                        // to the picture's name
 };
+
+// Types a text into a field and confirms it.
+std::function<void(QDialog&)> typed(const char* field, const char* text) {
+    return [field, text](QDialog& window) {
+        auto* edit = window.findChild<QLineEdit*>(QLatin1String(field));
+        if (!edit) return;
+        edit->setText(QString::fromUtf8(text));
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent key(type, Qt::Key_Return, Qt::NoModifier);
+            QApplication::sendEvent(edit, &key);
+        }
+    };
+}
+
+std::function<void(QDialog&)> page(const char* widget) {
+    return [widget](QDialog& window) {
+        for (auto* tabs : window.findChildren<QTabWidget*>())
+            if (auto* wanted = tabs->findChild<QWidget*>(QLatin1String(widget))) tabs->setCurrentWidget(wanted);
+    };
+}
 
 std::function<void(Fensterteile&)> menu(const char* entry) {
     return [entry](Fensterteile& parts) { parts.fenster.menues().action(QLatin1String(entry))->trigger(); };
@@ -88,10 +114,15 @@ std::vector<Fensterbild> modalWindows() {
         {"frmBVK_Datentyp", request(typeConflict())},
         {"frmBVK_Bearbeiten", request(menuEntry())},
         {"frmBVK_BootINI", request(bootEntry())},
-        {"frmBVK_Suchen", menu("mnuRegSuchen")},
-        {"frmBVK_Optionen", menu("mnuOptionen")},
+        {"frmBVK_Suchen", menu("mnuRegSuchen"), nullptr, typed("txtSuchText", "Menü")},
+        {"frmBVK_Optionen", menu("mnuOptionen"), nullptr, page("seiteAllgemein"), "-1"},
+        {"frmBVK_Optionen", menu("mnuOptionen"), nullptr, page("seitePruefungen"), "-2"},
+        {"frmBVK_Optionen", menu("mnuOptionen"), nullptr, page("seiteRegDateien"), "-3"},
+        {"frmBVK_Optionen", menu("mnuOptionen"), nullptr, page("seiteVerzeichnisse"), "-4"},
+        {"frmBVK_Optionen", menu("mnuOptionen"), nullptr, page("seiteHilfedatei"), "-5"},
+        {"frmBVK_Optionen", menu("mnuOptionen"), nullptr, page("seiteKennwort"), "-6"},
         {"frmBVK_PWAbfrage", request(PWAbfrageAnfrage())},
-        {"frmBVK_RegBrowse", menu("mnuBvkReg")},
+        {"frmBVK_RegBrowse", menu("mnuBvkReg"), nullptr, typed("txtPfad", "HKCU\\Control Panel\\Desktop")},
         {"frmBVK_REGEdit", request(registryNumber())},
     };
 }
@@ -166,7 +197,8 @@ private:
                 taken = true;
                 timer.stop();       // painting runs events
                 try {
-                    save(*modal, wanted.fenster);
+                    if (wanted.vorbereiten) wanted.vorbereiten(*modal);
+                    save(*modal, wanted.fenster + std::string(wanted.zusatz));
                 } catch (const std::exception& error) {
                     failure = error.what();
                 }

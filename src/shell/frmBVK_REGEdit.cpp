@@ -36,7 +36,7 @@ frmBVK_REGEdit::frmBVK_REGEdit(UserPort& port, REGEditAnfrage& request, QWidget*
     fillTypes();
     showValue();
     (request_.neu ? static_cast<QWidget*>(Text1_) : valueField())->setFocus();
-    resize(540, 400);
+    resize(540, valueField() == Text2_ && !request_.neu ? 220 : 400);    // only lines need the room
 }
 
 void frmBVK_REGEdit::makeFields() {
