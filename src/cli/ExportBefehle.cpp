@@ -10,10 +10,12 @@
 #include "export/RegAddSkript.h"
 #include "export/Richtliniendatei.h"
 #include "frame/DateiSystem.h"
+#include "frame/Texte.h"
 
 namespace brenvik::cli {
 namespace {
 
+constexpr int TextRegSaved1 = 113, TextSaved2 = 114;
 constexpr const char* Geschrieben1 = "Die Datei ";
 constexpr const char* Geschrieben2 = " wurde geschrieben";
 
@@ -34,7 +36,7 @@ int exportReg(Programm& programm, const Wahl& wahl) {
     if (form == RegForm::GeprueftRegedit4 && file.fehlendeZeichen > 0 &&
         !ctx.port.ask(std::to_string(file.fehlendeZeichen) + " Einträge lassen sich in diesem Format nicht darstellen und gingen verloren. Soll die Datei trotzdem geschrieben werden?"))
         return 1;
-    const int code = ausgeben(programm, wahl.ausgabe, file.bytes, meldung::RegGespeichert1, meldung::RegGespeichert2);
+    const int code = ausgeben(programm, wahl.ausgabe, file.bytes, strBVKTexte(TextRegSaved1), strBVKTexte(TextSaved2));
     if (code == 0)
         if (const std::string more = hinweis(file, meldung::WegBefehlszeile); !more.empty()) ctx.port.tell(more);
     return code;

@@ -8,11 +8,14 @@
 #include "export/Meldungen.h"
 #include "export/Preset.h"
 #include "frame/DateiSystem.h"
+#include "frame/Texte.h"
 
 namespace brenvik::cli {
 namespace {
 
 using nlohmann::ordered_json;
+
+constexpr int TextSaved2 = 114;
 
 int saveList(Programm& programm, const Tippauswahl& wahl) {
     const auto list = sammle(programm, wahl, Bedarf::Werte);
@@ -20,7 +23,7 @@ int saveList(Programm& programm, const Tippauswahl& wahl) {
     const Presetdatei file = presetDatei(programm.context(), *list);
     if (!file.hindernis.empty()) return failed(file.hindernis);
     for (const std::string& path : file.ohneWert) std::cerr << "Ohne Wert in der Liste: " << path << "\n";
-    return ausgeben(programm, wahl.ausgabe, file.text, meldung::ListeGespeichert1, meldung::ListeGespeichert2);
+    return ausgeben(programm, wahl.ausgabe, file.text, meldung::ListeGespeichert1, strBVKTexte(TextSaved2));
 }
 
 std::optional<TippListe> load(Programm& programm, const std::string& file) {

@@ -82,7 +82,7 @@ std::optional<TippListe> sammle(Programm& programm, const Tippauswahl& wahl, Bed
     return ok ? std::optional(std::move(list)) : std::nullopt;
 }
 
-int ausgeben(Programm& programm, const std::string& file, const std::string& bytes, const char* fertig1, const char* fertig2) {
+int ausgeben(Programm& programm, const std::string& file, const std::string& bytes, const std::string& fertig1, const std::string& fertig2) {
     if (file.empty()) {
         std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
         return std::cout ? 0 : failed("Die Ausgabe konnte nicht geschrieben werden");

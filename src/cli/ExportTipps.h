@@ -20,7 +20,7 @@ enum class Bedarf { Werte, Vorlage };   // each Tip must have values to export; 
 std::optional<TippListe> sammle(Programm& programm, const Tippauswahl& wahl, Bedarf bedarf);
 
 // Answers the exit code. fertig1 and fertig2 are told around the name of a file that was written.
-int ausgeben(Programm& programm, const std::string& file, const std::string& bytes, const char* fertig1, const char* fertig2);
+int ausgeben(Programm& programm, const std::string& file, const std::string& bytes, const std::string& fertig1, const std::string& fertig2);
 
 int hindernisse(const std::vector<std::string>& lines, const char* was);   // tells them, answers 1
 

@@ -4,15 +4,21 @@
 
 #include "export/Meldungen.h"
 #include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
 #include "frame/Reports.h"
+#include "frame/Texte.h"
 
 namespace brenvik {
 
+namespace {
+
+constexpr int TextFileName = 110, TextRegSaved1 = 113, TextSaved2 = 114, TextCancelled = 203;
+
+}  // namespace
+
 struct Export::Speicherauftrag {
     const char* proc;
-    const char *filter, *titel;
-    const char *fertig1, *fertig2;      // around the file name, once it is written
+    std::string filter, titel;
+    std::string fertig1, fertig2;       // around the file name, once it is written
     std::function<Exportdatei()> inhalt;
 };
 
@@ -23,7 +29,7 @@ bool schreibeDatei(Context& ctx, const char* proc, const std::string& name, cons
 void Export::save(const Speicherauftrag& order) {
     const std::string name = ctx().port.chooseFile({{}, order.filter, order.titel, true}).value_or(std::string());
     ctx().klick();
-    if (name.empty()) return ctx().port.tell(meldung::SpeichernAbgebrochen);
+    if (name.empty()) return ctx().port.tell(strBVKTexte(TextCancelled));
     Exportdatei file;
     if (!reportAndGoOn(ctx(), order.proc, [&] { file = order.inhalt(); })) return;
     if (!file.hindernis.empty()) return ctx().port.tell(file.hindernis, box::Exclamation);
@@ -41,7 +47,7 @@ void Export::RegFileSave(bool blnListe) {
         for (TippListEintrag& entry : single) uebernehmeTexte(entry);
     }
     const RegForm form = regForm(ctx().einstellungen);
-    save({"RegFileSave", meldung::RegDateiFilter, meldung::RegDateiTitel, meldung::RegGespeichert1, meldung::RegGespeichert2,
+    save({"RegFileSave", meldung::RegDateiFilter, strBVKTexte(TextFileName), strBVKTexte(TextRegSaved1), strBVKTexte(TextSaved2),
           [&] { return regDatei(ctx(), blnListe ? listen_.RegListe : single, blnListe, form); }});
 }
 

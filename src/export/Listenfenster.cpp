@@ -7,14 +7,20 @@
 #include "export/Preset.h"
 #include "frame/DateiSystem.h"
 #include "frame/Reports.h"
+#include "frame/Texte.h"
 
 namespace brenvik {
+namespace {
+
+constexpr int TextTitleReg = 115, TextInfo = 116, TextDelete1 = 117, TextDelete2 = 118, TextDeleteAll = 119, TextTitleAdm = 201, TextSaved2 = 114;
+
+}  // namespace
 
 class Listenfenster {
 public:
     explicit Listenfenster(Export& owner) : export_(owner), kopie_(owner.liste()) {
-        fenster_.caption = owner.listen_.blnADMListe ? meldung::ListeTitelAdm : meldung::ListeTitelReg;
-        fenster_.lblInfo = meldung::ListeEintraege;
+        fenster_.caption = strBVKTexte(owner.listen_.blnADMListe ? TextTitleAdm : TextTitleReg);
+        fenster_.lblInfo = strBVKTexte(TextInfo);
         fillItems();
         fenster_.cmdSave = [this] { save(); };
         fenster_.cmdDel = [this](std::size_t item) { deleteItem(item); };
@@ -42,7 +48,7 @@ private:
     void deleteItem(std::size_t item) {
         if (item < fenster_.lvRegList.size()) {
             const std::string title = fenster_.lvRegList[item];
-            if (ctx().port.ask(meldung::EintragLoeschen1 + title + meldung::EintragLoeschen2)) {
+            if (ctx().port.ask(strBVKTexte(TextDelete1) + title + strBVKTexte(TextDelete2))) {
                 for (TippListEintrag& entry : kopie_)
                     if (entry.Titel == title) entry.Geloescht = true;
                 fenster_.lvRegList.erase(fenster_.lvRegList.begin() + static_cast<std::ptrdiff_t>(item));
@@ -53,7 +59,7 @@ private:
 
     // As many elements as there are items, from the front: where deleted ones stand there, the last elements stay.
     void deleteAll() {
-        if (!fenster_.lvRegList.empty() && ctx().port.ask(meldung::AlleLoeschen)) {
+        if (!fenster_.lvRegList.empty() && ctx().port.ask(strBVKTexte(TextDeleteAll))) {
             for (std::size_t i = 0; i < fenster_.lvRegList.size() && i < kopie_.size(); ++i) kopie_[i].Geloescht = true;
             fenster_.lvRegList.clear();
         }
@@ -75,7 +81,7 @@ private:
         const Presetdatei file = presetDatei(ctx(), kopie_);
         if (!file.hindernis.empty()) return ctx().port.tell(file.hindernis, box::Exclamation);
         if (!schreibeDatei(ctx(), "ListeSpeichern", *name, file.text)) return;
-        ctx().port.tell(meldung::ListeGespeichert1 + *name + meldung::ListeGespeichert2);
+        ctx().port.tell(meldung::ListeGespeichert1 + *name + strBVKTexte(TextSaved2));
         if (!file.ohneWert.empty()) ctx().port.tell(fmt::format(meldung::OhneWerteGespeichert, file.ohneWert.size()), box::Information);
     }
 

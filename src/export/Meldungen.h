@@ -1,17 +1,13 @@
 #pragma once
-// The messages of this room.
+// The messages of this room that stand in none of the numbered tables.
 
 namespace brenvik::meldung {
 
 inline constexpr char RegDateiFilter[] = "REG-File (*.REG)|*.REG";
-inline constexpr char RegDateiTitel[] = "Bitte geben Sie einen Dateinamen ein...";
-inline constexpr char RegGespeichert1[] = "REG-File wurde unter: ";
-inline constexpr char RegGespeichert2[] = " gespeichert";
 inline constexpr char AdmDateiFilter[] = "ADM-File (*.ADM)|*.ADM";
 inline constexpr char AdmDateiTitel[] = "ADM-Datei";
 inline constexpr char AdmErstellt1[] = "ADM-Datei: ";
 inline constexpr char AdmErstellt2[] = " wurde erstellt";
-inline constexpr char SpeichernAbgebrochen[] = "Speichern wurde durch den Benutzer abgebrochen!";
 
 // The second box
 inline constexpr char ZeichenErsetzt[] = "Zeichen, die es in diesem Format nicht gibt: {}. In der Datei steht dafür ein Fragezeichen.";
@@ -22,20 +18,11 @@ inline constexpr char WegFenster[] = " (Extras, Optionen, Rahmen für REG-Files)
 inline constexpr char WegBefehlszeile[] = " (mit --checked)";
 inline constexpr char KeineWerte[] = "Die Datei enthält keine Werte, denn in der Registry steht keiner und es wurde keiner gesetzt.";
 
-// frmBVK_TippFileSave
-inline constexpr char ListeTitelReg[] = "REG-File-Liste speichern...";
-inline constexpr char ListeTitelAdm[] = "ADM-File-Liste speichern...";
-inline constexpr char ListeEintraege[] = "Folgende Einträge befinden sich in der Liste:";
-inline constexpr char EintragLoeschen1[] = "Achtung: Soll der Eintrag: ";
-inline constexpr char EintragLoeschen2[] = " gelöscht werden?";
-inline constexpr char AlleLoeschen[] = "Achtung: Alle Einträge werden gelöscht. Sind Sie sicher?";
-
 // Lists as files
 inline constexpr char ListenFilter[] = "Brenvik-Liste (*.toml)|*.toml|Alle Dateien|*.*";
 inline constexpr char ListeSpeichernTitel[] = "Liste speichern";
 inline constexpr char ListeLadenTitel[] = "Liste laden";
 inline constexpr char ListeGespeichert1[] = "Die Liste wurde unter: ";
-inline constexpr char ListeGespeichert2[] = " gespeichert";
 inline constexpr char ListeNichtGeladen[] = "Die Liste wurde nicht geladen:\r\n\r\n{}";
 inline constexpr char OhneWerteGespeichert[] = "Ohne Wert in der Liste: {}. Beim Anwenden bleibt dort alles, wie es ist.";
 inline constexpr char UndWeitere[] = "... und {} weitere";

@@ -9,6 +9,7 @@
 #include "shell/Fensterteile.h"
 #include "shell/MaschinenEvents.h"
 #include "shell/QtPort.h"
+#include "shell/VerbindeExport.h"
 #include "shell/VerbindeHilfe.h"
 #include "shell/VerbindeSucheOptionenBrowser.h"
 #include "shell/frmBVK_Prog.h"
@@ -46,7 +47,10 @@ int run(QApplication& application, const FensterOptionen& options, QtPort& port)
     MaschinenEvents events(program.maschine());
     Ladeschritte steps;
     Fensterteile parts{application, port, program, window, steps, recorders};
+    Exportlisten exportLists;
+    Export exports(program.maschine(), exportLists);
     verbinde(parts);
+    verbindeExport(parts, exports);
 
     program.loadSettings();
     setColourMode(application, colourModeOf(ctx.einstellungen.Farbschema));

@@ -156,6 +156,17 @@ QStringList qtFileFilters(std::string_view filter) {
     return filters;
 }
 
+namespace {
+
+// "REG" of "REG-File (*.REG)|*.REG": what a name without one is given, before the question whether a file is to be replaced.
+QString firstSuffix(std::string_view filter) {
+    const QString pattern = qt(filter).section(QLatin1Char('|'), 1, 1).section(QLatin1Char(';'), 0, 0).trimmed();
+    const QString suffix = pattern.startsWith(QLatin1String("*.")) ? pattern.mid(2) : QString();
+    return suffix.contains(QLatin1Char('*')) ? QString() : suffix;
+}
+
+}  // namespace
+
 std::optional<std::string> QtPort::chooseFile(const FileChoice& request) {
     const ArrowPointer arrow(waiting_);
     QFileDialog dialog(frontWindow(), qt(request.title));
@@ -165,6 +176,7 @@ std::optional<std::string> QtPort::chooseFile(const FileChoice& request) {
     germanLabels(dialog, request.save);
     const QStringList filters = qtFileFilters(request.filter);
     if (!filters.isEmpty()) dialog.setNameFilters(filters);
+    if (request.save) dialog.setDefaultSuffix(firstSuffix(request.filter));
     const QFileInfo start(qt(request.path));
     if (!request.path.empty()) {
         if (start.isDir()) {

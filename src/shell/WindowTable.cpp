@@ -11,6 +11,7 @@
 #include "shell/frmBVK_RegBrowse.h"
 #include "shell/frmBVK_RegName.h"
 #include "shell/frmBVK_Suchen.h"
+#include "shell/frmBVK_TippFileSave.h"
 
 namespace brenvik {
 namespace {
@@ -39,6 +40,7 @@ void registerOwnWindows(QtPort& port) {
     add<frmBVK_RegBrowse, RegBrowseAnfrage>(port, "frmBVK_RegBrowse");
     add<frmBVK_RegName, RegNameAnfrage>(port, "frmBVK_RegName");
     add<frmBVK_REGEdit, REGEditAnfrage>(port, "frmBVK_REGEdit");
+    add<frmBVK_TippFileSave, TippFileSaveAnfrage>(port, "frmBVK_TippFileSave");
 }
 
 }  // namespace brenvik
