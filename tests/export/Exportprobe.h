@@ -11,7 +11,7 @@ constexpr const char* Kopf =
     "; Copyright (C) 2001-2002 Brenvik\n";
 
 struct Exportprobe : Probe {
-    explicit Exportprobe(const std::vector<Zeile>& zeilen, int gruppen = 1) : Probe(zeilen, {{}}, gruppen), exporte(*engine, listen) {
+    explicit Exportprobe(const std::vector<Zeile>& zeilen, int gruppen = 1) : Probe(zeilen, gruppen == 1 ? std::vector<BaumZeile>{{}} : std::vector<BaumZeile>{{}, {1, 1, 2}}, gruppen), exporte(*engine, listen) {
         ctx->strProgVersion = "1.2.3";
     }
     // The next file dialog is answered with this name.
