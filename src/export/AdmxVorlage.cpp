@@ -131,7 +131,8 @@ public:
             const bool user = root == Root::CurrentUser;
             const std::string key = root ? parseRegPath(value.Hauptschluessel + "\\" + value.Unterschluessel + "\\").key : std::string();
             const std::string id = fmt::format("Tipp_{}_{}", entry.TippNr, i + 1);
-            const std::string label = value.WertInfo.empty() ? value.Wertname : value.WertInfo;
+            const bool unit = value.PanelArt == art::ZahlenWerte;   // there the text says only what is counted
+            const std::string label = unit ? Trim(value.Wertname + " " + value.WertInfo) : value.WertInfo.empty() ? value.Wertname : value.WertInfo;
             Inhalt content;
             if (!user && root != Root::LocalMachine)
                 leaveOut(where, "Richtlinien gibt es nur unter HKEY_CURRENT_USER und HKEY_LOCAL_MACHINE");

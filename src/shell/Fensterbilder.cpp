@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <map>
 
+#include "export/TippFileSaveAnfrage.h"
 #include "frame/Errors.h"
 #include "frame/Hilfethemen.h"
 #include "frame/Produkt.h"
@@ -101,6 +102,11 @@ REGEditAnfrage registryNumber() {
     request.ItemKey = "HKEY_CURRENT_USER\\Control Panel\\Desktop";
     request.ItemName = "ForegroundLockTimeout";
     request.ItemWert = fromText("200000", regtype::Dword);
+TippFileSaveAnfrage exportList() {
+    TippFileSaveAnfrage request;
+    request.caption = "REG-File-Liste speichern...";
+    request.lblInfo = "Folgende Einträge befinden sich in der Liste:";
+    request.lvRegList = {"Bildschirmschoner ein- und ausschalten", "Wartezeit beim Öffnen der Untermenüs im Startmenü", "Desktop-Symbole ausblenden"};
     return request;
 }
 
@@ -124,6 +130,7 @@ std::vector<Fensterbild> modalWindows() {
         {"frmBVK_PWAbfrage", request(PWAbfrageAnfrage())},
         {"frmBVK_RegBrowse", menu("mnuBvkReg"), nullptr, typed("txtPfad", "HKCU\\Control Panel\\Desktop")},
         {"frmBVK_REGEdit", request(registryNumber())},
+        {"frmBVK_TippFileSave", request(exportList())},
     };
 }
 

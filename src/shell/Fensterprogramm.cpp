@@ -50,7 +50,7 @@ int run(QApplication& application, const FensterOptionen& options, QtPort& port)
     Exportlisten exportLists;
     Export exports(program.maschine(), exportLists);
     verbinde(parts);
-    verbindeExport(parts, exports);
+    verbindeExport(window, exports);
 
     program.loadSettings();
     setColourMode(application, colourModeOf(ctx.einstellungen.Farbschema));

@@ -4,13 +4,12 @@
 
 namespace brenvik {
 
-void verbindeExport(Fensterteile& teile, Export& exporte) {
-    frmBVK_Prog& window = teile.fenster;
+void verbindeExport(frmBVK_Prog& fenster, Export& exporte) {
     // Each of them may change what the window offers.
     const auto on = [&](Befehl befehl, std::function<void()> work) {
-        window.setCommand(befehl, [&window, work = std::move(work)] {
+        fenster.setCommand(befehl, [&fenster, work = std::move(work)] {
             work();
-            window.windowChanged();
+            fenster.windowChanged();
         });
     };
     on(Befehl::RegFileSave, [&exporte] { exporte.RegFileSave(false); });

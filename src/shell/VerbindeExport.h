@@ -1,10 +1,11 @@
 #pragma once
-// Hooks the export commands and the window of the lists into the program.
+// Hooks the export commands into the main window. The window of the lists is one of the port's own.
 #include "export/Export.h"
-#include "shell/Fensterteile.h"
 
 namespace brenvik {
 
-void verbindeExport(Fensterteile& teile, Export& exporte);
+class frmBVK_Prog;
+
+void verbindeExport(frmBVK_Prog& fenster, Export& exporte);
 
 }  // namespace brenvik
