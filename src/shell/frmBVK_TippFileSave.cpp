@@ -11,6 +11,7 @@ namespace brenvik {
 namespace {
 
 constexpr int ButtonSave = 4, ButtonDelete = 14, ButtonDeleteAll = 15, ButtonBack = 16;
+constexpr int GroupGap = 14, ButtonWidth = 150;
 
 }  // namespace
 
@@ -37,8 +38,9 @@ frmBVK_TippFileSave::frmBVK_TippFileSave(TippFileSaveAnfrage& request, QWidget* 
     loadList->setToolTip(QStringLiteral("Die Tipps und Werte einer solchen Datei in die Liste aufnehmen"));
 
     auto* column = new QVBoxLayout;
+    cmdExit->setMinimumWidth(ButtonWidth);
     for (QPushButton* each : {cmdSave_, cmdDel_, cmdDelAll_}) column->addWidget(each);
-    column->addSpacing(column->spacing() * 2);
+    column->addSpacing(GroupGap);
     column->addWidget(saveList);
     column->addWidget(loadList);
     column->addStretch(1);

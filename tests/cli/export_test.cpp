@@ -27,7 +27,7 @@ TEST_F(ExportCli, FormenUndAusgabe) {
     EXPECT_EQ(told.code, 0);
     EXPECT_EQ(told.err, "");
     EXPECT_NE(told.out.find("\r\n; [109] - Bildschirmschoner ein- und ausschalten\r\n[HKEY_CURRENT_USER\\Control Panel\\Desktop]\r\n\"ScreenSaveActive\"=\"1\"\r\n"), std::string::npos);
-    const Ergebnis list = cli({"export", "reg", "109", "1214", "109", "-o", path("l.reg")});
+    const Ergebnis list = cli({"export", "reg", "109", "114", "109", "-o", path("l.reg")});
     EXPECT_EQ(list.out, "");
     EXPECT_NE(list.err.find("REG-File wurde unter: " + path("l.reg") + " gespeichert\n"), std::string::npos);
     EXPECT_NE(list.err.find("(mit --checked)"), std::string::npos);
