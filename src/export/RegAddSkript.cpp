@@ -111,11 +111,12 @@ private:
         const std::string place = cmdArgument(std::string(shortRootName(value.root)) + "\\" + value.key) +
                                   (value.name.isUnnamed() ? std::string(" /ve") : " /v " + cmdArgument(value.name.text()));
         if (!value.wert)   // deleting what is not there is no failure, a value that is still there afterwards is one
-            return put("reg delete " + place + " /f >nul 2>nul") && put("reg query " + place + " >nul 2>nul && set \"BVK_FEHLER=1\"");
+            return put("reg delete " + place + " /f >nul 2>nul") && put("reg query " + place + " >nul 2>nul") && put("if not errorlevel 1 set \"BVK_FEHLER=1\"");
         const auto data = dataOf(*value.wert);
         if (!data) return false;
         return put("reg add " + place + " /t " + data->type + (data->separator.empty() ? "" : " /s " + cmdArgument(data->separator)) + " /d " +
-                   cmdArgument(data->text) + " /f >nul || set \"BVK_FEHLER=1\"");
+                   cmdArgument(data->text) + " /f >nul") &&
+               put("if errorlevel 1 set \"BVK_FEHLER=1\"");
     }
 
     std::string lines_;

@@ -49,11 +49,11 @@ TEST(RegAddSkript, Zeilen) {
     EXPECT_EQ(Exportprobe::lines(utf8FromAnsi(regAddSkript(satz, {"; Kopf 100%"}).bytes)),
               "@echo off\nsetlocal DisableDelayedExpansion\nset \"BVK_FEHLER=0\"\nfor /f \"tokens=2 delims=:.\" %%C in ('chcp') do set \"BVK_CP=%%C\"\nchcp 1252 >nul\n"
               "rem Kopf 100\x20\n\nrem [7] - Größe   mehr\n"
-              "reg add \"HKCU\\K\" /v ^\"a\\^\"^\" /t REG_SZ /d ^\"C:\\x\\^\"y%%z%%^\" /f >nul || set \"BVK_FEHLER=1\"\n"
-              "reg add \"HKCU\\K\" /ve /t REG_EXPAND_SZ /d \"%%TEMP%%\" /f >nul || set \"BVK_FEHLER=1\"\n"
-              "reg add \"HKLM\\L\" /v \"d\" /t REG_DWORD /d \"4294967294\" /f >nul || set \"BVK_FEHLER=1\"\n"
-              "reg delete \"HKLM\\L\" /v \"weg\" /f >nul 2>nul\nreg query \"HKLM\\L\" /v \"weg\" >nul 2>nul && set \"BVK_FEHLER=1\"\n"
-              "reg add \"HKCU\\K\" /v \"m\" /t REG_MULTI_SZ /d \"A\\0B\" /f >nul || set \"BVK_FEHLER=1\"\n\nchcp %BVK_CP% >nul\n"
+              "reg add \"HKCU\\K\" /v ^\"a\\^\"^\" /t REG_SZ /d ^\"C:\\x\\^\"y%%z%%^\" /f >nul\nif errorlevel 1 set \"BVK_FEHLER=1\"\n"
+              "reg add \"HKCU\\K\" /ve /t REG_EXPAND_SZ /d \"%%TEMP%%\" /f >nul\nif errorlevel 1 set \"BVK_FEHLER=1\"\n"
+              "reg add \"HKLM\\L\" /v \"d\" /t REG_DWORD /d \"4294967294\" /f >nul\nif errorlevel 1 set \"BVK_FEHLER=1\"\n"
+              "reg delete \"HKLM\\L\" /v \"weg\" /f >nul 2>nul\nreg query \"HKLM\\L\" /v \"weg\" >nul 2>nul\nif not errorlevel 1 set \"BVK_FEHLER=1\"\n"
+              "reg add \"HKCU\\K\" /v \"m\" /t REG_MULTI_SZ /d \"A\\0B\" /f >nul\nif errorlevel 1 set \"BVK_FEHLER=1\"\n\nchcp %BVK_CP% >nul\n"
               "if not \"%BVK_FEHLER%\"==\"0\" echo Nicht alle Werte wurden geschrieben.\nexit /b %BVK_FEHLER%\n");
 }
 
