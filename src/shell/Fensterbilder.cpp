@@ -102,6 +102,9 @@ REGEditAnfrage registryNumber() {
     request.ItemKey = "HKEY_CURRENT_USER\\Control Panel\\Desktop";
     request.ItemName = "ForegroundLockTimeout";
     request.ItemWert = fromText("200000", regtype::Dword);
+    return request;
+}
+
 TippFileSaveAnfrage exportList() {
     TippFileSaveAnfrage request;
     request.caption = "REG-File-Liste speichern...";
