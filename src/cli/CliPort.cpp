@@ -28,6 +28,12 @@ void CliPort::showWindow(WindowRequest& request) {
                   << types->inhalt << "\". Der Wert bleibt unverändert.\n";
         return;
     }
+    if (auto* boot = dynamic_cast<BootINIAnfrage*>(&request)) {
+        std::cerr << "Der Eintrag \"" << boot->txtBootWert << "\" des Bootmenüs wird überschrieben."
+                  << (yes_ ? " [Ja]" : " [Nein; mit --yes wird Ja geantwortet]") << "\n";
+        if (yes_) boot->antwort = BootINIAnfrage::Antwort::Ueberschreiben;
+        return;
+    }
     std::cerr << "Dafür wird das Fenster gebraucht: " << request.windowName() << "\n";
 }
 

@@ -86,6 +86,13 @@ std::vector<std::string> systems(const Tipp& t) {
     return names;
 }
 
+// Where the display text is a list of choices, the value's name stands for the entry.
+std::string captionOf(const TippEintrag& e) {
+    if (!e.Beschriftung.empty()) return e.Beschriftung;
+    const bool choices = e.Ausgabeart == art::AuswahlBox || e.Ausgabeart == art::OptionsAuswahl || e.Ausgabeart == art::BitMaske;
+    return choices || e.Anzeigetext.empty() ? e.Wertname : e.Anzeigetext;
+}
+
 ordered_json entryJson(Programm& programm, std::int16_t i) {
     Context& ctx = programm.context();
     const TippEintrag& e = ctx.aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
@@ -96,7 +103,7 @@ ordered_json entryJson(Programm& programm, std::int16_t i) {
             {"key", e.Schlüssel},
             {"name", e.Wertname},
             {"type", DatenTypText(ctx, e.Datentyp)},
-            {"caption", e.Beschriftung.empty() ? e.Anzeigetext : e.Beschriftung},
+            {"caption", captionOf(e)},
             {"current", oneLine(w.strAktuellerWert)},
             {"shown", oneLine(programm.maschine().shownText(i))},
             {"found", ctx.aktuellerTipp.INITipp ? w.blnWertGelesen : w.gefunden},
@@ -173,6 +180,11 @@ int remove(Programm& programm, std::int32_t number) {
     if (!ctx.frmBVK_Prog.KeyDel) {
         std::cerr << (ctx.einstellungen.LöschenAktiv ? "Es ist nichts da, was gelöscht werden kann\n"
                                                      : "Das Löschen von Registrywerten ist in den Einstellungen nicht erlaubt\n");
+        return 1;
+    }
+    const TippEintrag& first = ctx.aktuellerTipp.Eintrag.at(1);
+    if (first.Ausgabeart == art::Kontext || (first.Ausgabeart == art::Liste && first.Wertname.empty())) {
+        std::cerr << "Welche Zeilen der Liste gelöscht werden, kann nur im Fenster angehakt werden\n";
         return 1;
     }
     const bool done = ctx.aktuellerTipp.INITipp ? programm.maschine().SaveINITipp(true) : programm.maschine().RegWerteLoeschen();

@@ -81,7 +81,10 @@ void TippMaschine::prepareOutput() {
     FB_Default(false);
     f.panels.clear();
     FB_KeySave(false);
+    FB_KeyDel(false);     // what the Tip before allowed is not allowed for this one
+    FB_RegFile(false);
     captionsNormal();
+    ctx_.blnSchreibrecht = true;
     ctx_.intPanelCheckBox = ctx_.intPanelText = ctx_.intPanelZahl = ctx_.intPanelAuswahl = ctx_.intPanelOption = ctx_.intPanelBit = -1;
     ctx_.blnEinWertGelesen = false;
     ctx_.werte.assign(ctx_.aktuellerTipp.Eintrag.size(), {});
@@ -133,6 +136,7 @@ void TippMaschine::DBTippsAusgeben() {
     ctx_.port.letEventsRun();
     ctx_.trace.write("Tipp ausgeben");
     prepareOutput();
+    fenster().fraSteuerung = true;   // a file that was missing may be there by now
     if (!showSuitability()) {
         observer_.panelsChanged();
         observer_.windowChanged();
@@ -206,6 +210,7 @@ void TippMaschine::buildEntry(std::int16_t i) {
             if (eintrag(k).Ausgabeart == e.Ausgabeart) return false;
         return true;
     };
+    const std::size_t panels = fenster().panels.size();
     switch (e.Ausgabeart) {
         case art::CheckBox: ctx_.trace.write("Checkbox"); buildCheckBox(i); break;
         case art::TextWerte: ctx_.trace.write("Textwerte"); buildTextWerte(i); break;
@@ -235,6 +240,7 @@ void TippMaschine::buildEntry(std::int16_t i) {
         case art::BitMaske: ctx_.trace.write("BIT-Maske"); buildBitMaske(i); break;
         default: throw NumberedError(errnum::InvalidCall, "Unbekannte Ausgabeart " + std::to_string(e.Ausgabeart));
     }
+    if (fenster().panels.size() > panels) fenster().panels.back().nurLesen = wert(i).gefunden && !wert(i).ignoriert && !ctx_.blnSchreibrecht;
 }
 
 void TippMaschine::inspectTipp(std::int32_t number) {

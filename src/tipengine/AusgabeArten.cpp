@@ -74,7 +74,7 @@ void TippMaschine::buildZahlenWerte(std::int16_t i) {
 
 void TippMaschine::buildAuswahlBox(std::int16_t i) {
     Panel& panel = addPanel(art::AuswahlBox, ++ctx_.intPanelAuswahl, i);
-    panel.label = eintrag(i).Beschriftung.empty() ? eintrag(i).Wertname : eintrag(i).Beschriftung;
+    panel.label = eintrag(i).Wertname;
     panel.auswahl = Split(eintrag(i).Anzeigetext, "#");
     readEntry(i, panel.status);
     const std::string value = lowerCase(wert(i).strAktuellerWert);

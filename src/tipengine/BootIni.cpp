@@ -13,6 +13,17 @@
 namespace brenvik {
 namespace {
 
+// Where the switches begin: at the first "/" behind the "=", but a title that stands in quotes may hold one.
+std::size_t switchesBegin(const std::string& line, std::size_t equals) {
+    const auto title = line.find_first_not_of(" \t", equals + 1);
+    if (title != std::string::npos && line[title] == '"')
+        for (auto quote = line.find('"', title + 1); quote != std::string::npos; quote = line.find('"', quote + 1)) {
+            const auto behind = line.find_first_not_of(" \t", quote + 1);
+            if (behind == std::string::npos || line[behind] == '/') return behind;
+        }
+    return line.find('/', equals);
+}
+
 // One line of the section. Bytes of Windows-1252 are one character each, and so are the marks that are looked for.
 BootEintrag bootEntry(const std::string& line) {
     BootEintrag entry;
@@ -23,12 +34,14 @@ BootEintrag bootEntry(const std::string& line) {
     if (equals == std::string::npos) return entry;
     entry.Name = line.substr(0, equals);
     if (equals + 1 >= line.size()) return entry;
-    const auto slash = line.find('/', equals);
-    std::string title = slash == std::string::npos ? line.substr(equals + 1)
-                                                   : line.substr(equals + 1, slash > equals + 1 ? slash - equals - 2 : 0);
+    const auto slash = switchesBegin(line, equals);
     if (slash != std::string::npos) entry.Schalter = line.substr(slash);
+    std::string title = Trim(Replace(line.substr(equals + 1, slash == std::string::npos ? slash : slash - equals - 1), "\t", " "));
     entry.inAnfuehrung = title.size() >= 2 && title.front() == '"' && title.back() == '"';
-    if (entry.inAnfuehrung) title = title.substr(1, title.size() - 2);
+    if (entry.inAnfuehrung)
+        title = title.substr(1, title.size() - 2);
+    else   // without quotes the character in front of the switches is taken for the blank that belongs there
+        title = line.substr(equals + 1, slash == std::string::npos ? slash : slash > equals + 1 ? slash - equals - 2 : 0);
     entry.titelRoh = title;
     entry.Titel = SQLString(title);
     entry.blnDisk = entry.Name.find("disk") != std::string::npos;
@@ -36,9 +49,14 @@ BootEintrag bootEntry(const std::string& line) {
 }
 
 std::string bootLine(const BootEintrag& entry) {
-    if (!entry.bearbeitet) return entry.originalZeile;
+    const std::string& line = entry.originalZeile;
+    if (!entry.bearbeitet) return line;
     const std::string quote = entry.inAnfuehrung ? "\"" : "";
-    return entry.Name + "=" + quote + entry.titelRoh + quote + (entry.Schalter.empty() ? "" : " " + entry.Schalter);
+    std::string start = entry.Name + "=" + quote + entry.titelRoh + quote;
+    // A title that stays does so to the byte, however it stands in the line.
+    if (const auto equals = line.find('='); equals != std::string::npos && bootEntry(line).titelRoh == entry.titelRoh)
+        start = RTrim(line.substr(0, switchesBegin(line, equals)));
+    return start + (entry.Schalter.empty() ? "" : " " + entry.Schalter);
 }
 
 }  // namespace

@@ -17,8 +17,12 @@ void TippMaschine::showOtherDatabase(const std::filesystem::path& file) {
 }
 
 void TippMaschine::mnuandereDBLoad() {
+    const bool changed = ctx_.blnGeaendert;
     DatenSichern();
-    if (const auto choice = ctx_.port.chooseFile({{}, meldung::DatenbankFilter, meldung::DatenbankTitel, false})) showOtherDatabase(userPath(ctx_, *choice));
+    if (const auto choice = ctx_.port.chooseFile({{}, meldung::DatenbankFilter, meldung::DatenbankTitel, false}))
+        showOtherDatabase(userPath(ctx_, *choice));
+    else if (changed)
+        reloadTipp();   // changes that were dropped must not stay in the panels
 }
 
 void TippMaschine::mnuBVKDBLoad() {

@@ -11,6 +11,13 @@
 namespace brenvik {
 namespace {
 constexpr std::int16_t RegSz = 1;
+
+// The text as a string value. A text with variables in it keeps its type, and what was not changed stays as it is.
+RawValue asString(const std::string& text, const std::optional<RawValue>& present) {
+    if (present && present->type != regtype::Dword && toText(*present) == text) return *present;
+    return fromText(text, present && present->type == regtype::ExpandSz ? regtype::ExpandSz : regtype::Sz);
+}
+
 constexpr char Programme[] = "Programme (*.EXE;*.COM.;*.BAT;*.CMD)|*.EXE;*.COM;*.BAT;*.CMD|";
 }  // namespace
 
@@ -20,6 +27,7 @@ void TippMaschine::openBearbeiten() {
     BearbeitenAnfrage dialog;
     dialog.neu = ctx_.blnBearbeitenNeu;
     dialog.befehlLesen = [this](BearbeitenAnfrage& d) {
+        if (d.txtKeyName.empty()) return;
         reportAndGoOn(ctx_, "KontextBefehlLesen", [&] {
             ctx_.objBVKReg.SetPath(ctx_.strRechnername, kontextKey() + "\\" + d.txtKeyName + "\\Command\\");
             if (ctx_.objBVKReg.Exists(KEY_QUERY_VALUE_MASK)) d.txtBefehl = ctx_.objBVKReg.ReadValue(true);
@@ -45,10 +53,12 @@ void TippMaschine::openBearbeiten() {
 bool TippMaschine::KontextSpeichern(BearbeitenAnfrage& d) {
     const std::string name = d.txtKeyName;
     if (name.empty() || d.txtBefehl.empty() || letzterEintrag() < 1) return false;
+    if (name.find('\\') != std::string::npos) return ctx_.port.tell(meldung::SchluesselnameUngueltig, box::Exclamation), false;
     const std::string key = kontextKey() + "\\" + name;
     const Panel* list = nullptr;
     for (const Panel& panel : fenster().panels)
         if (panel.Ausgabeart == art::Kontext) list = &panel;
+    const ListenZeile* selected = list != nullptr && list->gewaehlteZeile >= 0 ? &list->zeilen.at(static_cast<std::size_t>(list->gewaehlteZeile)) : nullptr;
     if (list == nullptr && !ctx_.port.ask(fmt::format(meldung::KontextFremderTipp, key), box::Exclamation)) return false;
 
     bool saved = false;
@@ -59,22 +69,23 @@ bool TippMaschine::KontextSpeichern(BearbeitenAnfrage& d) {
             return reg;
         };
         const bool exists = at(key + "\\").Exists(KEY_QUERY_VALUE_MASK);
-        if (exists && d.neu && !ctx_.port.ask(fmt::format(meldung::KontextVorhanden, name))) return;
+        const bool sameEntry = !d.neu && selected != nullptr && equalText(selected->text, name);
+        if (exists && !sameEntry && !ctx_.port.ask(fmt::format(meldung::KontextVorhanden, name))) return;
 
         Aenderung change = newChange(Aenderung::Art::Kontextmenue);
         if (exists) change.schluessel.push_back(schluesselBild(ctx_.objBVKReg, ctx_.strRechnername, key));
         change.werte.push_back({ctx_.strRechnername, key + "\\", eintrag(1).TippIndex, at(key + "\\").ReadRaw(), std::nullopt, false});
-        change.werte.push_back({ctx_.strRechnername, key + "\\Command\\", eintrag(1).TippIndex, at(key + "\\Command\\").ReadRaw(),
-                                fromText(d.txtBefehl, RegSz), false});
+        change.werte.push_back({ctx_.strRechnername, key + "\\Command\\", eintrag(1).TippIndex, at(key + "\\Command\\").ReadRaw(), std::nullopt, false});
+        change.werte[1].neu = asString(d.txtBefehl, change.werte[1].alt);
         recorder_.begin(change);
         at(key + "\\").WriteValue("", 0);   // makes the key, leaves its values alone
-        const bool hadText = list != nullptr && list->gewaehlteZeile >= 0 && !list->zeilen[static_cast<std::size_t>(list->gewaehlteZeile)].unterText.empty();
-        if (!d.txtBeschreibung.empty()) at(key + "\\").WriteValue(d.txtBeschreibung, RegSz);
-        else if (hadText) at(key + "\\").WriteValue("", RegSz);
-        change.werte[0].neu = at(key + "\\").ReadRaw();
+        if (!d.txtBeschreibung.empty()) change.werte[0].neu = asString(d.txtBeschreibung, change.werte[0].alt);
+        else if (selected != nullptr && !selected->unterText.empty()) change.werte[0].neu = fromText("", RegSz);
+        else change.werte[0].neu = change.werte[0].alt;
+        if (change.werte[0].neu) at(key + "\\").WriteRaw(*change.werte[0].neu);
         change.werte[0].geschrieben = true;
         recorder_.written(change, 0);
-        at(key + "\\Command\\").WriteValue(d.txtBefehl, RegSz);
+        at(key + "\\Command\\").WriteRaw(*change.werte[1].neu);
         change.werte[1].geschrieben = true;
         recorder_.written(change, 1);
         recorder_.finished(change);

@@ -1,6 +1,7 @@
 // Reading what the registry holds into the working values, with the status texts and command states that go with it.
 #include <fmt/format.h>
 
+#include "frame/Errors.h"
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
@@ -25,9 +26,17 @@ void TippMaschine::replaceSid(std::int16_t i) {
 }
 
 void TippMaschine::ReadRecTipp(std::int16_t i, StatusZeile* label) {
-    reportAndGoOn(ctx_, "ReadRecTipp", [&] {
+    const bool read = reportAndGoOn(ctx_, "ReadRecTipp", [&] {
         if (readRecTippOnce(i, label, true)) readRecTippOnce(i, label, false);
     });
+    Arbeitswert& w = wert(i);
+    if (read || !w.roh) return;
+    // It is there in a form that its type does not allow: no panel may stand for it as if it were absent.
+    w.gefunden = w.ignoriert = true;
+    w.strAktuellerWert.clear();
+    w.strAnzeigeWert.clear();
+    if (label != nullptr) *label = {strBVKTexte(179), StatusFarbe::Gefunden};
+    FB_KeySave(true);
 }
 
 // Answers whether the value was taken away to adapt its type and should be read once more.
@@ -123,7 +132,13 @@ void TippMaschine::RegWertNotFound(std::int16_t i, StatusZeile* label) {
 void TippMaschine::fillRows(const std::string& unterWert, Panel& panel) {
     for (ListenZeile& row : panel.zeilen) {
         ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(1) + "\\" + row.text + "\\" + unterWert);
-        if (const auto raw = ctx_.objBVKReg.ReadRaw()) row.unterText = toText(*raw);
+        const auto raw = ctx_.objBVKReg.ReadRaw();
+        if (!raw) continue;
+        try {
+            row.unterText = toText(*raw);
+        } catch (const RegError&) {
+            row.unterText = bytesText(raw->bytes);   // one value that is damaged must not cost the list
+        }
     }
 }
 

@@ -24,6 +24,7 @@ inline constexpr char ZahlZuGross[] =
     "Der Wert \"{}\" kann nicht gespeichert werden: Für Binärdaten sind nur Zahlen von 0 bis 32767 möglich.\r\n\r\nEs wurde nichts geändert.";
 inline constexpr char WertUnpassend[] =
     "Der Wert \"{}\" kann nicht als {} gespeichert werden.\r\n\r\nEs wurde nichts geändert.";
+inline constexpr char NichtsGeaendert[] = "\r\n\r\nEs wurde nichts geändert.";
 inline constexpr char KeineZahlImFeld[] =
     "\"{}\" ist keine Zahl von {} bis {}. Bitte berichtigen Sie das Feld; es wurde nichts gespeichert.";
 inline constexpr char TeilweiseGespeichert[] =
@@ -36,6 +37,7 @@ inline constexpr char NichtInListe[] = "\"{}\" steht nicht in der Liste: {}";
 inline constexpr char KeineZahl[] = "\"{}\" ist keine Zahl von {} bis {}";
 inline constexpr char KeineFarbe[] = "\"{}\" ist keine Farbe: erwartet werden drei Zahlen von 0 bis 255";
 inline constexpr char KeineKaestchen[] = "\"{}\" passt nicht: erwartet wird für jedes Kästchen eine 0 oder 1, Bit 0 zuerst ({} Zeichen)";
+inline constexpr char SchalterFremd[] = "Diese Schalter bietet der Tipp nicht an: {}";
 inline constexpr char NichtSetzbar[] = "Dieser Eintrag kann nur im Fenster bearbeitet werden";
 inline constexpr char KeinEintrag[] = "Der Tipp hat keinen Eintrag {}";
 

@@ -86,6 +86,7 @@ void TippMaschine::userChoose(std::size_t place, int item) {
             if (fenster().panels.size() != panels || place >= fenster().panels.size()) return;
             panel = &fenster().panels[place];
             if (item >= static_cast<int>(panel->auswahl.size())) return;
+            wert(panel->eintraege.front()).beruehrt = false;   // saved or dropped: the next entry starts as it stands in the file
         }
         panel->gewaehlt = item;
         ctx_.intBootEintrag = item + 1;
@@ -126,8 +127,11 @@ void TippMaschine::userColour(std::size_t place) {
     const std::int16_t entry = panel->eintraege.at(static_cast<std::size_t>(panel->gewaehlt));
     const std::string text = numberText(colour->red) + " " + numberText(colour->green) + " " + numberText(colour->blue);
     panel->farbe = colour;
-    if (text == wert(entry).strAktuellerWert) {
-        wert(entry).strAnzeigeWert = text;
+    // Binary colours are read in hexadecimal: there the same text can be another colour.
+    const std::string& present = wert(entry).strAktuellerWert;
+    const bool same = eintrag(entry).Datentyp == 3 ? colourText(present, 3) == colour : text == present;
+    if (same) {
+        wert(entry).strAnzeigeWert = present;
         wert(entry).beruehrt = false;
         observer_.panelChanged(place);
         return;

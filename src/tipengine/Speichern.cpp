@@ -6,6 +6,7 @@
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
+#include "registry/WertEingabe.h"
 #include "tipengine/GeplanterWert.h"
 #include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
@@ -81,6 +82,7 @@ std::string TippMaschine::bitMaskText(const Panel& panel, std::int16_t i, std::s
 std::optional<std::string> TippMaschine::panelText(const Panel& panel, std::int16_t i) const {
     switch (panel.Ausgabeart) {
         case art::Liste: {
+            if (eintrag(i).Wertname.empty()) return std::nullopt;   // the rows are keys
             const auto row = static_cast<std::size_t>(std::find(panel.eintraege.begin(), panel.eintraege.end(), i) - panel.eintraege.begin());
             if (row >= panel.zeilen.size()) return std::nullopt;
             return panel.zeilen[row].angehakt ? "no" : DelKey;
@@ -99,7 +101,7 @@ std::optional<std::string> TippMaschine::panelText(const Panel& panel, std::int1
         case art::OptionsAuswahl: {
             if (panel.gewaehlt < 0) return std::nullopt;
             double value = panel.dblOptionsWert.at(static_cast<std::size_t>(panel.gewaehlt));
-            if (value >= Bit31) value -= Bit32;   // dwords are passed as signed numbers
+            if (value > Bit31) value -= Bit32;   // dwords are passed as signed numbers
             return numberText(value);
         }
         case art::BitMaske: return bitMaskText(panel, i, wert(i).strAnzeigeWert);
@@ -170,6 +172,15 @@ RawValue TippMaschine::valueToWrite(std::int16_t i) const {
         if (!hex) throw NumberedError(errnum::TypeMismatch, fmt::format(meldung::KeineHexzahl, text));
         text = std::to_string(std::stoul(text, nullptr, 16));
     }
+    if (e.Datentyp == 7) {
+        std::replace(text.begin(), text.end(), '\0', '\n');
+        std::erase(text, '\r');
+        try {
+            return wertAusEingabe(text, regtype::MultiSz, Wertform::Zeilen);
+        } catch (const RegError& error) {
+            throw RegError(error.number, error.what() + std::string(meldung::NichtsGeaendert));
+        }
+    }
     try {
         return fromText(text, static_cast<std::uint32_t>(e.Datentyp));
     } catch (const RegError& error) {
@@ -185,7 +196,8 @@ std::vector<TippMaschine::GeplanterWert> TippMaschine::planWrites(std::string& r
         GeplanterWert p{i, valuePath(i), {}, {}, GeplanterWert::Tat::Schreiben, false};
         ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
         p.alt = ctx_.objBVKReg.ReadRaw();
-        if (!w.beruehrt && w.roh && p.alt != w.roh) continue;   // changed by somebody else since it was read: not ours to turn back
+        if (!w.beruehrt && p.alt != w.roh) continue;   // made, changed or deleted by somebody else since it was read: not ours to turn back
+        if (!w.beruehrt && w.roh && !ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) continue;   // nor may it stop the others
         GesammelterWert value = collectedValue(i);
         refusal = value.unpassend;
         if (value.geloescht) {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "frame/Konvertierung.h"
+#include "tipengine/BootSchalter.h"
 #include "tipengine/Farbwert.h"
 #include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
@@ -21,6 +22,32 @@ std::string joined(const std::vector<std::string>& parts) {
     std::string text;
     for (const std::string& part : parts) text += (text.empty() ? "\"" : ", \"") + part + "\"";
     return text;
+}
+
+// "Title /SWITCH /NAME=value" into the panel of a boot menu: the entry by its title, the first one without it, and of the
+// offered switches those it is to have. What the Tip does not offer is the entry's own and stays.
+std::string setBootEntry(TippMaschine& engine, std::size_t place, const std::string& text) {
+    const auto& entries = engine.context().udtBootEintraege;
+    const Panel& panel = engine.context().frmBVK_Prog.panels.at(place);
+    std::size_t chosen = 1, title = 0;
+    for (std::size_t k = 1; k < entries.size(); ++k)
+        if (entries[k].Titel.size() > title && (text == entries[k].Titel || text.starts_with(entries[k].Titel + " "))) {
+            chosen = k;
+            title = entries[k].Titel.size();
+        }
+    const std::string switches = Trim(text.substr(title));
+    if (chosen >= entries.size() || (!switches.empty() && switches[0] != '/')) return fmt::format(meldung::NichtInListe, text, joined(panel.auswahl));
+    std::vector<ChosenSwitch> none;
+    for (const SchalterFeld& field : panel.schalter) none.push_back({field.beschriftung, false, {}});
+    const std::string foreign = withSwitches(switches, none);
+    if (!foreign.empty() && !equalText(foreign, withSwitches(entries[chosen].Schalter, none))) return fmt::format(meldung::SchalterFremd, foreign);
+    engine.userChoose(place, static_cast<int>(chosen) - 1);
+    for (std::size_t j = 0; j < none.size(); ++j) {
+        const auto value = switchIn(switches, none[j].name);
+        engine.userSwitch(place, static_cast<int>(j), value.has_value());
+        if (switchTakesValue(none[j].name)) engine.userSwitchText(place, static_cast<int>(j), value.value_or(std::string()));
+    }
+    return {};
 }
 
 int placeIn(const std::vector<std::string>& list, const std::string& text) {
@@ -44,8 +71,13 @@ std::string TippMaschine::shownText(std::int16_t entry) {
         case art::CheckBox: return panel->angehakt ? "on" : "off";
         case art::TextWerte: return panel->text;
         case art::ZahlenWerte: return panel->zahlText;
-        case art::AuswahlBox: case art::OptionsAuswahl: case art::BootINI:
+        case art::AuswahlBox: case art::OptionsAuswahl:
             return panel->gewaehlt < 0 ? std::string() : panel->auswahl.at(static_cast<std::size_t>(panel->gewaehlt));
+        case art::BootINI: {
+            if (panel->gewaehlt < 0) return {};
+            const BootEintrag& boot = ctx_.udtBootEintraege.at(static_cast<std::size_t>(panel->gewaehlt) + 1);
+            return Trim(boot.Titel + " " + boot.Schalter);
+        }
         case art::Liste: case art::Kontext: {
             if (panel->Ausgabeart == art::Liste && place < panel->zeilen.size() && !eintrag(entry).Wertname.empty())
                 return panel->zeilen[place].angehakt ? "on" : "off";
@@ -73,6 +105,7 @@ std::string TippMaschine::setEntryFromText(std::int16_t entry, const std::string
             if (const auto on = onOff(text)) return userCheck(place, *on), std::string();
             return fmt::format(meldung::NurEinAus, text);
         case art::Liste:
+            if (eintrag(entry).Wertname.empty()) return std::string(meldung::NichtSetzbar);   // the rows are keys
             if (const auto on = onOff(text)) return userTick(place, row, *on), std::string();
             return fmt::format(meldung::NurEinAus, text);
         case art::TextWerte:
@@ -94,7 +127,7 @@ std::string TippMaschine::setEntryFromText(std::int16_t entry, const std::string
             userText(place, text);
             return {};
         case art::Farbe: {
-            const auto colour = colourText(text, 1);
+            const auto colour = Split(text, " ").size() == 3 ? colourText(text, 1) : std::nullopt;
             if (!colour) return fmt::format(meldung::KeineFarbe, text);
             userChoose(place, row);
             panel->farbe = colour;
@@ -102,6 +135,7 @@ std::string TippMaschine::setEntryFromText(std::int16_t entry, const std::string
             touched(place, entry);
             return {};
         }
+        case art::BootINI: return setBootEntry(*this, place, text);
         case art::BitMaske:
             if (text.size() != panel->schalter.size() || text.find_first_not_of("01") != std::string::npos)
                 return fmt::format(meldung::KeineKaestchen, text, panel->schalter.size());

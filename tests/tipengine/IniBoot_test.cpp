@@ -101,6 +101,56 @@ TEST_F(BootTipp, NeuerNameMachtEinenNeuenEintrag) {
     EXPECT_EQ(bytesOf(file), std::string(Boot) + "multi(0)disk(0)rdisk(0)partition(1)\\WINDOWS=\"Neuer Eintrag\" /noexecute=optin\r\n");
 }
 
+// The title keeps every byte, wherever blanks, quotes and slashes stand.
+TEST_F(BootTipp, TitelInJederFormBleibt) {
+    const struct {
+        const char *line, *titel, *after;
+    } faelle[] = {
+        {"a=\"XP\" /fastdetect", "XP", "a=\"XP\" /SOS /fastdetect"},
+        {"a=\"XP\"/PAE", "XP", "a=\"XP\" /PAE /SOS"},
+        {"a=\"XP\"  /PAE", "XP", "a=\"XP\" /PAE /SOS"},
+        {"a=\"XP w/ SP2\" /PAE", "XP w/ SP2", "a=\"XP w/ SP2\" /PAE /SOS"},
+        {"a=\"XP w/ SP2\"", "XP w/ SP2", "a=\"XP w/ SP2\" /SOS"},
+        {"a=XP /PAE", "XP", "a=XP /PAE /SOS"},
+        {"a=XP/PAE", "X", "a=XP /PAE /SOS"},
+        {"a=", "Fehlerhafter Eintrag !!!", "a= /SOS"},
+    };
+    for (const auto& fall : faelle) {
+        SCOPED_TRACE(fall.line);
+        p.dir.put("drive_c/boot.ini", std::string("[operating systems]\r\n") + fall.line + "\r\n");
+        p.engine->reloadTipp();
+        EXPECT_EQ(p.panel().auswahl, std::vector<std::string>{fall.titel});
+        p.engine->userSwitch(0, 0, true);
+        p.save();
+        EXPECT_EQ(bytesOf(file), std::string("[operating systems]\r\n") + fall.after + "\r\n");
+    }
+}
+
+TEST_F(BootTipp, VerworfenesHaengtDemNaechstenEintragNichtAn) {
+    const std::string odd = replaced(Boot, "BOOTSECT.DAT=\"", "BOOTSECT.DAT= \"");
+    p.dir.put("drive_c/boot.ini", replaced(odd, "/cmdcons", "  /CMDCONS"));
+    p.engine->reloadTipp();
+    const std::string before = bytesOf(file);
+    p.engine->userSwitch(0, 0, true);
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
+    p.engine->userChoose(0, 1);
+    p.save();
+    EXPECT_EQ(bytesOf(file), before);
+}
+
+TEST_F(BootTipp, AlsTextGesetzt) {
+    EXPECT_EQ(p.engine->shownText(1), "Microsoft Windows XP /noexecute=optin /FASTDETECT");
+    EXPECT_NE(p.engine->setEntryFromText(1, "Anderes System /SOS"), "");
+    EXPECT_NE(p.engine->setEntryFromText(1, "/SOS /FREMD"), "");
+    EXPECT_FALSE(p.ctx->blnGeaendert);
+    EXPECT_EQ(p.engine->setEntryFromText(1, "Microsoft Windows XP /noexecute=optin /maxmem=64 /sos"), "");
+    p.save();
+    EXPECT_EQ(p.engine->shownText(1), "Microsoft Windows XP /noexecute=optin /SOS /MAXMEM=64");
+    EXPECT_EQ(p.engine->setEntryFromText(1, "Wiederherstellung /NOGUIBOOT"), "");
+    p.save();
+    EXPECT_NE(bytesOf(file).find("\"Wiederherstellung\" /cmdcons /NOGUIBOOT\r\n"), std::string::npos);
+}
+
 TEST_F(BootTipp, AbbruchSchreibtNichts) {
     answer = BootINIAnfrage::Antwort::Abbruch;
     p.engine->userSwitch(0, 0, true);

@@ -95,6 +95,55 @@ TEST(Lesen, UnlesbareZahlenBleibenSichtbarUndUnberuehrt) {
     }
 }
 
+TEST(Lesen, WasDerTippDavorErlaubteGiltNichtWeiter) {
+    Probe p({{.Index = 1, .Überschrift = "Da", .WertEin = "1", .WertAus = "0"},
+             {.Index = 2, .Überschrift = "Fremd", .Wertname = "F", .WertEin = "1", .WertAus = "0", .Systeme = "95"}});
+    p.put(Pfad, 4, "1");
+    p.put("HKCU\\Software\\Probe\\F", 4, "1");
+    p.show("Da");
+    EXPECT_TRUE(p.fenster().KeyDel && p.fenster().RegFile);
+    p.show("Fremd");   // not shown on this system, so there is nothing to delete or to export
+    EXPECT_FALSE(p.fenster().KeyDel || p.fenster().RegFile);
+    p.ctx->einstellungen.BSSystemAktiv = false;
+    p.engine->reloadTipp();
+    EXPECT_TRUE(p.fenster().fraSteuerung && p.fenster().KeyDel);
+}
+
+TEST(Lesen, IgnorierterWertNachNurLesbaremTippWirdBeimVerlassenGefragt) {
+    Probe p({{.Index = 1, .Überschrift = "Nur lesen", .WertEin = "1", .WertAus = "0"},
+             {.Index = 2, .Überschrift = "Fremd", .Wertname = "F", .WertEin = "1", .WertAus = "0", .Schlüssel = "Software\\Zweiter"}});
+    p.put(Pfad, 4, "1");
+    p.put("HKCU\\Software\\Zweiter\\F", 4, "7");
+    p.store->setReadOnly(Root::CurrentUser, "Software\\Probe", true);
+    p.show("Nur lesen");
+    p.show("Fremd");
+    p.engine->userCheck(0, true);
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("geändert/angelegt");
+    p.show("Nur lesen");
+    EXPECT_EQ(p.get("HKCU\\Software\\Zweiter\\F"), "4:1");
+}
+
+TEST(Lesen, WertInUnlesbarerFormGiltNichtAlsFehlend) {
+    for (const std::int16_t kind : {1, 7}) {   // with a status line of its own, and read silently
+        Probe p({{.Überschrift = "Tipp", .Ausgabeart = kind, .WertEin = "1", .WertAus = "0", .Anzeigetext = "A"}});
+        const RawValue stub{4, {1, 2}};
+        p.store->setValue(Root::CurrentUser, "Software\\Probe", ValueName::named("Wert"), stub);
+        p.port.expectBox("in der Funktion: ReadRecTipp");
+        p.show("Tipp");
+        EXPECT_EQ(p.panel().status.text, Ignoriert);
+        EXPECT_TRUE(p.fenster().KeySave);
+        p.port.expectBox("geändert/angelegt").expectBox("in der Funktion: ReadRecTipp");
+        p.save();
+        EXPECT_EQ(p.store->value(Root::CurrentUser, "Software\\Probe", ValueName::named("Wert")), stub);
+    }
+}
+
+TEST(Lesen, BeschriftungDerAuswahlIstDerWertname) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 4, .Datentyp = 1, .Wertname = "Anchor Underline", .Anzeigetext = "yes#no"}});
+    p.show("Tipp");
+    EXPECT_EQ(p.panel().label, "Anchor Underline");
+}
+
 TEST(Lesen, NurLesbarerSchluesselSagtEs) {
     Probe p({{.Überschrift = "Tipp", .WertEin = "1", .WertAus = "0", .Standardwert = "0"}});
     p.put(Pfad, 4, "1");

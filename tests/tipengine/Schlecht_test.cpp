@@ -59,6 +59,13 @@ TEST(Schlecht, FarbeAusZweiTeilenUndMaskeMitVierzigBits) {
     EXPECT_EQ(p.panel().schalter.size(), 32u);
 }
 
+TEST(Schlecht, FarbeMitAnhangWirdNichtAngenommen) {
+    Probe p({{.Überschrift = "Farbe", .Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "F"}});
+    p.show("Farbe");
+    for (const char* text : {"1 2 3 4", "1 2 3 Rest", "1 2", "1 2 256"}) EXPECT_NE(p.engine->setEntryFromText(1, text), "") << text;
+    EXPECT_FALSE(p.ctx->blnGeaendert);
+}
+
 TEST(Schlecht, IniMitNullzeichenUndBootDateiOhneZeilenenden) {
     Probe p({{.Index = 1, .Überschrift = "INI", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "k", .INITipp = true, .Schlüssel = "s", .SchlüsselNT = "x.ini"},
              {.Index = 2, .Überschrift = "Boot", .Ausgabeart = 9, .Datentyp = 1, .Anzeigetext = "/SOS", .Werteliste = "C:", .INITipp = true,
@@ -79,6 +86,10 @@ TEST(Schlecht, IniMitNullzeichenUndBootDateiOhneZeilenenden) {
 TEST(Schlecht, AndereDatenbankDieNichtPasstLaesstDieOffeneStehen) {
     Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
     p.show("Tipp");
+    p.engine->userText(0, "verworfen");
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::No).expectFile(std::nullopt);
+    p.engine->mnuandereDBLoad();
+    EXPECT_EQ(p.panel().text, "");   // what was dropped is not on screen as if it were still to be saved
     const auto text = p.dir.put("text.mdb", "kein Datenbankformat");
     p.port.lenient = true;
     p.port.expectFile(text.string());

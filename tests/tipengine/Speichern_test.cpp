@@ -45,6 +45,8 @@ TEST(Speichern, SchreibtGenauDasEingestellte) {
         {"auswahl", {.Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "eins#zwei"}, "1:eins", "zwei", "1:zwei"},
         {"auswahl über Teiltext bleibt", {.Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "100#200"}, "1:1", nullptr, "1:1"},
         {"option", {.Ausgabeart = 5, .Anzeigetext = "A#B", .Werteliste = "0#4294967295"}, "4:0", "B", "4:-1"},
+        {"option mit Bit 31 als Text", {.Ausgabeart = 5, .Datentyp = 1, .Anzeigetext = "A#B", .Werteliste = "0#2147483648"}, "1:0", "B", "1:2147483648"},
+        {"option mit Bit 31", {.Ausgabeart = 5, .Anzeigetext = "A#B", .Werteliste = "0#2147483648"}, "4:0", "B", "4:-2147483648"},
         {"option binär", {.Ausgabeart = 5, .Datentyp = 3, .Anzeigetext = "A#B", .Werteliste = "1#0"}, "3:1E 00 00 00", "B", "3:00 00 00 00"},
         {"option binär unberührt", {.Ausgabeart = 5, .Datentyp = 3, .Anzeigetext = "A#B", .Werteliste = "1#0"}, "3:1E 00 00 00", nullptr, "3:1E 00 00 00"},
         {"pfad", {.Ausgabeart = 6, .Datentyp = 1, .Anzeigetext = "Ordner"}, "1:C:\\Temp", "D:\\Neu", "1:D:\\Neu"},
@@ -84,6 +86,7 @@ TEST(Speichern, UnpassendesWirdAbgelehntUndNichtsGeschrieben) {
         {{.Ausgabeart = 2}, "xyz", "Erwartet wird eine Hexadezimalzahl"},
         {{.Ausgabeart = 2}, "123456789", "Erwartet wird eine Hexadezimalzahl"},
         {{.Ausgabeart = 3, .Datentyp = 3, .WertEin = "99999", .WertAus = "0"}, "32768", "nur Zahlen von 0 bis 32767"},
+        {{.Ausgabeart = 2, .Datentyp = 7}, "eins\n\nzwei", "keine leere Zeile enthalten"},
         {{.Ausgabeart = 2, .Datentyp = 3}, "kein Byte", "kann nicht als REG_BINARY gespeichert werden"},
     };
     for (const auto& fall : faelle) {
@@ -158,6 +161,57 @@ TEST(Speichern, WasEinAndererInzwischenAenderteBleibt) {
     p.saveOk();
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:von anderen");
     EXPECT_EQ(p.panel(0).text, "von anderen");
+}
+
+TEST(Speichern, WasEinAndererInzwischenAnlegteBleibt) {
+    Probe p({{.Index = 1, .Überschrift = "Tipp", .WertEin = "1", .WertAus = "0", .AnzahlWerte = 1},
+             {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
+    p.show("Tipp");
+    p.put(Pfad, 4, "1");
+    p.engine->userText(1, "neu");
+    p.saveOk();
+    EXPECT_EQ(p.get(Pfad), "4:1");
+    EXPECT_TRUE(p.panel(0).angehakt);
+}
+
+TEST(Speichern, ListeVonSchluesselnHatKeinenEigenenWert) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 8, .Datentyp = 1, .Wertname = nullptr}});
+    p.put("HKCU\\Software\\Probe\\eins\\Wert", 1, "x");
+    p.show("Tipp");
+    EXPECT_EQ(p.engine->shownText(1), "eins");
+    EXPECT_NE(p.engine->setEntryFromText(1, "on"), "");
+    p.engine->userTick(0, 0, true);   // chosen for deleting
+    p.saveOk();
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\"), "-");
+}
+
+TEST(Speichern, EinNurLesbarerWertHaeltDieAnderenNichtAuf) {
+    Probe p(Drei);
+    p.put("HKCU\\Software\\Probe\\A", 1, "a");
+    p.put("HKCU\\Software\\Zweiter\\B", 1, "b");
+    p.store->setReadOnly(Root::CurrentUser, "Software\\Zweiter", true);
+    p.show("Drei");
+    EXPECT_TRUE(!p.panel(0).nurLesen && p.panel(1).nurLesen && !p.panel(2).nurLesen);
+    p.engine->userText(0, "neu");
+    p.saveOk();
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A") + p.get("HKCU\\Software\\Zweiter\\B"), "1:neu1:b");
+}
+
+TEST(Speichern, BinaereFarbeMitGleichemTextIstEineAndere) {
+    const struct {
+        Rgb chosen;
+        const char* after;
+    } faelle[] = {{{10, 20, 30}, "3:0A 14 1E"}, {{16, 32, 48}, "3:10 20 30 00"}};
+    for (const auto& fall : faelle) {
+        Probe p({{.Überschrift = "Tipp", .Ausgabeart = 7, .Datentyp = 3, .Anzeigetext = "F"}});
+        p.put(Pfad, 3, "10 20 30 00");
+        p.show("Tipp");
+        EXPECT_EQ(p.panel().farbe, (Rgb{16, 32, 48}));
+        p.port.expectColour(fall.chosen);
+        p.engine->userColour(0);
+        p.saveOk();
+        EXPECT_EQ(p.get(Pfad), fall.after);
+    }
 }
 
 TEST(Speichern, StandardSetztLoeschtUndUeberspringt) {
@@ -248,6 +302,44 @@ TEST(Loeschen, KontextmenueMitAllemDarunter) {
     p.port.expectBox("ist schon vorhanden", Answer::No);
     p.engine->clickRegSave(p.fenster().cmdRegSave);
     EXPECT_EQ(p.get("HKCR\\Directory\\shell\\zwei\\Command\\"), "1:alt.exe");
+}
+
+TEST(Kontextmenue, BearbeitenVerliertNichts) {
+    Probe p({{.Überschrift = "Menü", .Ausgabeart = 10, .Datentyp = 1, .Wertname = nullptr, .Hauptschlüssel = "HKCR", .Schlüssel = "Directory\\shell"}});
+    p.put("HKCR\\Directory\\shell\\eins\\", 1, "Erster");
+    p.put("HKCR\\Directory\\shell\\eins\\Command\\", 2, "%windir%\\a.exe");
+    p.put("HKCR\\Directory\\shell\\zwei\\Command\\", 1, "b.exe");
+    std::string name, command;
+    bool saved = false;
+    p.port.onWindow("frmBVK_Bearbeiten", [&](WindowRequest& w) {
+        auto& d = dynamic_cast<BearbeitenAnfrage&>(w);
+        if (!name.empty()) d.txtKeyName = name;
+        if (!command.empty()) d.txtBefehl = command;
+        d.txtBeschreibung = "Anders";
+        saved = d.speichern(d);
+    });
+    const auto edit = [&] {
+        p.engine->userSelectRow(0, 0);
+        p.engine->clickDefault(p.fenster().cmdDefault);
+    };
+    p.show("Menü");
+    p.port.expectBox("Änderungen wurde in der Registry gespeichert");
+    edit();   // the text alone: the command keeps its variables, for which its type stands
+    EXPECT_EQ(p.get("HKCR\\Directory\\shell\\eins\\") + "|" + p.get("HKCR\\Directory\\shell\\eins\\Command\\"), "1:Anders|2:%windir%\\a.exe");
+    command = "%windir%\\c.exe";
+    p.port.expectBox("Änderungen wurde in der Registry gespeichert");
+    edit();
+    EXPECT_EQ(p.get("HKCR\\Directory\\shell\\eins\\Command\\"), "2:%windir%\\c.exe");
+    name = "ZWEI";   // another entry that is there
+    p.port.expectBox("ist schon vorhanden", Answer::No);
+    edit();
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(p.get("HKCR\\Directory\\shell\\zwei\\Command\\"), "1:b.exe");
+    name = "a\\b";
+    p.port.expectBox("Ein Schlüsselname darf nicht leer sein");
+    edit();
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(p.get("HKCR\\Directory\\shell\\a\\b\\Command\\"), "-");
 }
 
 TEST(BroadCast, SymbolgroesseGehtZurueckWieSieWar) {
