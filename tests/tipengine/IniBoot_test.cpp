@@ -127,8 +127,7 @@ TEST_F(BootTipp, TitelInJederFormBleibt) {
 }
 
 TEST_F(BootTipp, VerworfenesHaengtDemNaechstenEintragNichtAn) {
-    const std::string odd = replaced(Boot, "BOOTSECT.DAT=\"", "BOOTSECT.DAT= \"");
-    p.dir.put("drive_c/boot.ini", replaced(odd, "/cmdcons", "  /CMDCONS"));
+    p.dir.put("drive_c/boot.ini", replaced(Boot, "/cmdcons", "  /CMDCONS   /X"));
     p.engine->reloadTipp();
     const std::string before = bytesOf(file);
     p.engine->userSwitch(0, 0, true);

@@ -139,7 +139,7 @@ TEST(Lesen, WertInUnlesbarerFormGiltNichtAlsFehlend) {
 }
 
 TEST(Lesen, BeschriftungDerAuswahlIstDerWertname) {
-    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 4, .Datentyp = 1, .Wertname = "Anchor Underline", .Anzeigetext = "yes#no"}});
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 4, .Datentyp = 1, .Wertname = "Anchor Underline", .Anzeigetext = "yes#no", .Beschriftung = "Links"}});
     p.show("Tipp");
     EXPECT_EQ(p.panel().label, "Anchor Underline");
 }

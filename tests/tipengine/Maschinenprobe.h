@@ -42,6 +42,7 @@ struct Zeile {
     const char* Gruppen = "1";
     const char* NeuInVersion = "1.0.0";
     const char* Systeme = "95,98,ME,NT,2000,XP";
+    const char* Beschriftung = nullptr;
 };
 
 struct BaumZeile {

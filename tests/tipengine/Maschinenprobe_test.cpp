@@ -41,7 +41,7 @@ void Probe::writeDatabase(const std::vector<Zeile>& zeilen, const std::vector<Ba
             "," + q(z.Wertname) + "," + n(z.Datentyp) + "," + n(z.Ausgabeart) + "," + q(z.Überschrift) + ",NULL,'Beschreibung',NULL," +
             n(z.AnzahlWerte) + ",NULL," + q(z.WertEin) + "," + q(z.Anzeigetext) + "," + q(z.WertAus) + "," + q(z.Werteliste) + "," +
             q(z.Standardwert) + "," + n(z.TypAnpassen) + ",2,NULL," + has("95") + "," + has("98") + "," + has("ME") + "," + has("NT") + "," +
-            has("2000") + "," + q(z.NeuInVersion) + "," + n(z.Neustart) + "," + (z.INITipp ? "1" : "0") + ",NULL," + has("XP") + ",1," +
+            has("2000") + "," + q(z.NeuInVersion) + "," + n(z.Neustart) + "," + (z.INITipp ? "1" : "0") + "," + q(z.Beschriftung) + "," + has("XP") + ",1," +
             n(z.HauptIndex) + ")");
     }
     run("COMMIT");
