@@ -25,7 +25,7 @@ Answer CliPort::messageBox(const MessageBox& request) {
 void CliPort::showWindow(WindowRequest& request) {
     if (const auto* types = dynamic_cast<const DatentypAnfrage*>(&request)) {
         std::cerr << "Anderer Datentyp in der Registry: Datenbank " << types->typDatenbank << ", Registry " << types->typRegistry << ", Inhalt \""
-                  << types->inhalt << "\". Der Wert bleibt unverändert.\n";
+                  << types->inhalt << "\". Der Wert wird nicht angepasst.\n";
         return;
     }
     if (auto* boot = dynamic_cast<BootINIAnfrage*>(&request)) {

@@ -4,6 +4,7 @@
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
+#include "tipengine/Dateiwahl.h"
 #include "tipengine/Meldungen.h"
 #include "tipengine/Schluesselbild.h"
 #include "tipengine/TippMaschine.h"
@@ -35,8 +36,8 @@ void TippMaschine::openBearbeiten() {
     };
     dialog.speichern = [this](BearbeitenAnfrage& d) { return KontextSpeichern(d); };
     dialog.befehlSuchen = [this](BearbeitenAnfrage& d) {
-        const auto file = ctx_.port.chooseFile({{}, Programme + strBVKTexte(109) + "(*.*)|*.*", strBVKTexte(108), false});
-        if (file) d.txtBefehl = *file;
+        const auto file = ctx_.port.chooseFile({choiceStart(ctx_, {}), Programme + strBVKTexte(109) + "(*.*)|*.*", strBVKTexte(108), false});
+        if (file) d.txtBefehl = chosenPath(ctx_, *file);
     };
     if (!dialog.neu)
         for (const Panel& panel : fenster().panels)

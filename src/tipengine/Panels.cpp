@@ -4,6 +4,7 @@
 
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
+#include "tipengine/Dateiwahl.h"
 #include "tipengine/Farbwert.h"
 #include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
@@ -114,9 +115,10 @@ void TippMaschine::userChoose(std::size_t place, int item) {
 void TippMaschine::userBrowse(std::size_t place) {
     Panel* panel = panelOf(place, {art::Drive});
     if (panel == nullptr || panel->gewaehlt < 0) return;
-    const auto choice = panel->dateiFilter.empty() ? ctx_.port.chooseFolder(meldung::VerzeichnisAuswaehlen, panel->text)
-                                                   : ctx_.port.chooseFile({panel->text, panel->dateiFilter, {}, false});
-    if (choice) userText(place, *choice);
+    const std::string start = choiceStart(ctx_, panel->text);
+    const auto choice = panel->dateiFilter.empty() ? ctx_.port.chooseFolder(meldung::VerzeichnisAuswaehlen, start)
+                                                   : ctx_.port.chooseFile({start, panel->dateiFilter, {}, false});
+    if (choice) userText(place, chosenPath(ctx_, *choice));
 }
 
 void TippMaschine::userColour(std::size_t place) {

@@ -197,6 +197,23 @@ TEST(Speichern, EinNurLesbarerWertHaeltDieAnderenNichtAuf) {
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A") + p.get("HKCU\\Software\\Zweiter\\B"), "1:neu1:b");
 }
 
+TEST(Speichern, GewaehlteDateiStehtMitIhremWindowsPfadDa) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 6, .Datentyp = 1, .Anzeigetext = "Bild", .Werteliste = "Bilder|*.bmp"}});
+    const auto file = p.dir.put("drive_c/WINDOWS/neu.bmp", "");
+    const struct {
+        const char *present, *start;
+    } faelle[] = {{"C:\\windows\\alt.bmp", "drive_c/WINDOWS/alt.bmp"}, {"%x%\\a.bmp", "drive_c"}, {"\\\\server\\bild.bmp", "drive_c"}};
+    for (const auto& fall : faelle) {
+        p.put(Pfad, 1, fall.present);
+        p.show("Tipp");
+        p.port.expectFile(file.string());
+        p.engine->userBrowse(0);
+        EXPECT_EQ(p.port.fileChoices.back().path, (p.dir / fall.start).string());
+        p.saveOk();
+        EXPECT_EQ(p.get(Pfad), "1:C:\\WINDOWS\\neu.bmp");
+    }
+}
+
 TEST(Speichern, BinaereFarbeMitGleichemTextIstEineAndere) {
     const struct {
         Rgb chosen;
