@@ -56,6 +56,8 @@ frmBVK_Optionen::frmBVK_Optionen(OptionenAnfrage& request, QWidget* parent)
 QVBoxLayout* frmBVK_Optionen::page(const char* name, const QString& caption) {
     auto* widget = new QWidget(tabOption_);
     widget->setObjectName(QLatin1String(name));
+    widget->setAutoFillBackground(true);    // the style's own ground of a page is too light for the warnings on it
+    widget->setBackgroundRole(QPalette::Window);
     auto* column = new QVBoxLayout(widget);
     column->setContentsMargins(12, 12, 12, 12);
     column->setSpacing(8);

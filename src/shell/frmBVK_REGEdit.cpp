@@ -14,6 +14,7 @@ namespace {
 constexpr int ButtonCancel = 0, ButtonSave = 4;
 constexpr std::size_t LargestEditable = 256 * 1024;      // bytes of a value; more than that no field is quick with
 constexpr std::size_t LargestShown = 16 * 1024;
+constexpr int Width = 540, HeightWithLines = 400;
 constexpr int LongestLine = static_cast<int>(LargestEditable);
 
 QString typeName(std::uint32_t type) {
@@ -36,7 +37,7 @@ frmBVK_REGEdit::frmBVK_REGEdit(UserPort& port, REGEditAnfrage& request, QWidget*
     fillTypes();
     showValue();
     (request_.neu ? static_cast<QWidget*>(Text1_) : valueField())->setFocus();
-    resize(540, valueField() == Text2_ && !request_.neu ? 220 : 400);    // only lines need the room
+    resize(Width, inLines() ? HeightWithLines : sizeHint().height());
 }
 
 void frmBVK_REGEdit::makeFields() {
@@ -47,7 +48,9 @@ void frmBVK_REGEdit::makeFields() {
         shown->setWordWrap(false);
         shown->setBuddy(field);
         field->setAccessibleName(shown->text().remove(QLatin1Char('&')).remove(QLatin1Char(':')));
-        grid->addWidget(shown, line, 0, Qt::AlignTop);
+        const bool tall = field == value_;
+        if (tall) shown->setContentsMargins(0, 3, 0, 0);    // beside the first line of the field
+        grid->addWidget(shown, line, 0, tall ? Qt::AlignTop : Qt::AlignVCenter);
         grid->addWidget(field, line, 1);
     };
     Text1_->setObjectName(QStringLiteral("Text1"));
@@ -62,19 +65,16 @@ void frmBVK_REGEdit::makeFields() {
     row(1, "lblWertname", "Wert&name:", Text1_);
     row(2, "lblDatentyp", "Daten&typ:", Combo1_);
     row(3, "lblWert", "&Wert:", makeValue());
-    auto* numbers = new QHBoxLayout(numberForms_);
-    numbers->setContentsMargins(0, 0, 0, 0);
-    opbDezimal_->setObjectName(QStringLiteral("opbDezimal"));
-    opbHex_->setObjectName(QStringLiteral("opbHex"));
-    numbers->addWidget(opbDezimal_);
-    numbers->addWidget(opbHex_);
-    numbers->addStretch(1);
-    grid->addWidget(numberForms_, 4, 1);
     lblHinweis_ = label("lblHinweis", {});
-    grid->addWidget(lblHinweis_, 5, 1);
-    grid->addWidget(makeToolbar(), 6, 0, 1, 2);
+    grid->addWidget(lblHinweis_, 4, 1);
+    grid->addWidget(makeToolbar(), 5, 0, 1, 2);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(3, 1);
+    QWidget* last = nullptr;
+    for (QWidget* next : std::initializer_list<QWidget*>{Text3_, Text1_, Combo1_, Text2_, opbDezimal_, opbHex_, Text2Zeilen_, cmdSave_}) {
+        if (last) setTabOrder(last, next);
+        last = next;
+    }
     connect(Combo1_, &QComboBox::activated, this, [this] { changeType(); });
     connect(opbDezimal_, &QRadioButton::clicked, this, [this] { changeNumberForm(Wertform::Dezimal); });
     connect(opbHex_, &QRadioButton::clicked, this, [this] { changeNumberForm(Wertform::Hexadezimal); });
@@ -92,6 +92,14 @@ QWidget* frmBVK_REGEdit::makeValue() {
     auto* column = new QVBoxLayout(line);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(Text2_);
+    auto* numbers = new QHBoxLayout(numberForms_);
+    numbers->setContentsMargins(0, 0, 0, 0);
+    opbDezimal_->setObjectName(QStringLiteral("opbDezimal"));
+    opbHex_->setObjectName(QStringLiteral("opbHex"));
+    numbers->addWidget(opbDezimal_);
+    numbers->addWidget(opbHex_);
+    numbers->addStretch(1);
+    column->addWidget(numberForms_);
     column->addStretch(1);
     value_->addWidget(line);
     value_->addWidget(Text2Zeilen_);
@@ -131,6 +139,7 @@ void frmBVK_REGEdit::showForm(Wertform form, const QString& text) {
     numberForms_->setVisible(form == Wertform::Dezimal || form == Wertform::Hexadezimal);
     (form == Wertform::Hexadezimal ? opbHex_ : opbDezimal_)->setChecked(true);
     value_->setCurrentIndex(inLines() ? 1 : 0);
+    Text2Zeilen_->setSizePolicy(QSizePolicy::Expanding, inLines() ? QSizePolicy::Expanding : QSizePolicy::Ignored);
     if (inLines())
         Text2Zeilen_->setPlainText(text);
     else

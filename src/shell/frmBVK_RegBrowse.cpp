@@ -11,7 +11,6 @@ namespace brenvik {
 namespace {
 
 constexpr const char* Titel = "BVK Registry Browser (- Beta: 0.2 -)";
-constexpr int FirstSplit = 300;
 constexpr int RowsMeasured = 200;    // for the width of the column; measuring them all would take as long as reading them
 
 }  // namespace
@@ -59,13 +58,13 @@ frmBVK_RegBrowse::frmBVK_RegBrowse(UserPort& port, RegBrowseAnfrage& request, QW
 
 void frmBVK_RegBrowse::makePanes() {
     panes_->setMinimumHeight(160);
+    panes_->installEventFilter(this);
     tvwReg_->setObjectName(QStringLiteral("tvwReg"));
     tvwReg_->setAccessibleName(QStringLiteral("Schlüssel"));
     tvwReg_->setModel(keys_);
     tvwReg_->setHeaderHidden(true);
     tvwReg_->setUniformRowHeights(true);
     tvwReg_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    tvwReg_->header()->setStretchLastSection(false);
     tvwReg_->header()->setResizeContentsPrecision(RowsMeasured);
     tvwReg_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     lvwReg_->setObjectName(QStringLiteral("lvwReg"));
@@ -164,16 +163,10 @@ void frmBVK_RegBrowse::m_cSplit_SplitComplete(int position) {
     lvwReg_->setGeometry(right, 0, panes_->width() - right, height);
 }
 
-void frmBVK_RegBrowse::resizeEvent(QResizeEvent* event) {
-    Dialog::resizeEvent(event);
-    layout()->activate();
-    m_cSplit_SplitComplete(split_ == 0 ? FirstSplit : split_);
-}
-
-void frmBVK_RegBrowse::showEvent(QShowEvent* event) {
-    Dialog::showEvent(event);
-    layout()->activate();
-    m_cSplit_SplitComplete(split_ == 0 ? FirstSplit : split_);
+// The panes are resized by the window and by the search that opens below them.
+bool frmBVK_RegBrowse::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == panes_ && event->type() == QEvent::Resize) m_cSplit_SplitComplete(split_);
+    return Dialog::eventFilter(watched, event);
 }
 
 void frmBVK_RegBrowse::changeEvent(QEvent* event) {

@@ -27,8 +27,7 @@ public slots:
 
 protected:
     void reject() override;
-    void resizeEvent(QResizeEvent* event) override;
-    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -69,7 +68,7 @@ private:
     cSplitter* picSplitter_;
     RegSuchbereich* fraSuche_;
     QLabel* sbrReg_;
-    int split_ = 0;
+    int split_ = 300;                // where the divider was put; a narrow window may have it elsewhere
 };
 
 }  // namespace brenvik

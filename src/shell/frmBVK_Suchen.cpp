@@ -57,6 +57,11 @@ frmBVK_Suchen::frmBVK_Suchen(SuchenAnfrage& request, QWidget* parent)
     box->addWidget(lvSuchergebnis_, 1);
     box->addLayout(makeButtons());
     resize(560, 520);
+    QWidget* last = txtSuchText_;
+    for (QWidget* next : std::initializer_list<QWidget*>{cmdSuchen_, chkTabelle_[0], chkTabelle_[1], chkTabelle_[2], chkOptionen_, lvSuchergebnis_, cmdOK_}) {
+        setTabOrder(last, next);
+        last = next;
+    }
 
     connect(lvSuchergebnis_, &QTreeView::doubleClicked, this, [this] { TippOeffnen(); });
     connect(txtSuchText_, &QLineEdit::textChanged, this, [this] { lblTreffer_->clear(); });
@@ -75,12 +80,12 @@ QWidget* frmBVK_Suchen::makeQuestion() {
     txtSuchText_->setMaxLength(LongestText);
     txtSuchText_->setText(qt(request_.auftrag.txtSuchText));
     txtSuchText_->selectAll();
-    QPushButton* cmdSuchen = button("cmdSuchen", qt(strBVKButtons(ButtonSearch)));
-    cmdSuchen->setDefault(true);
-    connect(cmdSuchen, &QPushButton::clicked, this, [this] { Suchen(); });
+    cmdSuchen_ = button("cmdSuchen", qt(strBVKButtons(ButtonSearch)));
+    cmdSuchen_->setDefault(true);
+    connect(cmdSuchen_, &QPushButton::clicked, this, [this] { Suchen(); });
     line->addWidget(lblSuchText);
     line->addWidget(txtSuchText_, 1);
-    line->addWidget(cmdSuchen);
+    line->addWidget(cmdSuchen_);
     return row;
 }
 

@@ -47,7 +47,7 @@ private:
     SuchergebnisModel* model_;
     QTreeView* lvSuchergebnis_;
     QLabel* lblTreffer_;
-    QPushButton* cmdOK_;
+    QPushButton *cmdSuchen_, *cmdOK_;
 };
 
 }  // namespace brenvik

@@ -21,6 +21,18 @@ inline void clickOn(QWidget& window, const char* button) {
     QTest::mouseClick(&named<QAbstractButton>(window, button), Qt::LeftButton, {}, QPoint(8, named<QAbstractButton>(window, button).height() / 2));
 }
 
+// The controls in the order that the Tab key goes through them, from the first on.
+inline std::string tabOrder(const QWidget& window, QWidget& first) {
+    std::string names;
+    QWidget* widget = &first;
+    do {
+        if (widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) && !widget->objectName().startsWith("qt_"))
+            names += widget->objectName().toStdString() + " ";
+        widget = widget->nextInFocusChain();
+    } while (widget != &first && window.isAncestorOf(widget));
+    return names;
+}
+
 // The window is shown, driven, and gone afterwards; the answer of a request stands in the request.
 template <class Window, class Request> std::function<void(WindowRequest&)> driving(ScriptedPort& port, std::function<void(Window&)> act) {
     return [&port, act = std::move(act)](WindowRequest& request) {

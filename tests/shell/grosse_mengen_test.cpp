@@ -66,6 +66,7 @@ TEST(GrosseMengen, KeysInAListTip) {
     Probe probe({{.Index = 1, .Überschrift = "Text", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "Text"},
                  {.Index = 2, .Überschrift = "Liste", .Ausgabeart = 8, .Datentyp = 1, .Wertname = "", .Schlüssel = "Software\\Viele"}});
     fillKeys(*probe.store, "Software\\Viele");
+    probe.put("HKLM\\SYSTEM\\CurrentControlSet\\Control\\ComputerName\\ComputerName\\ComputerName", 1, "PROBE-PC");
     frmBVK_Prog window(probe.fenster(), probe.ctx->einstellungen, displayOrder);
     TippMaschine engine(*probe.ctx, window, probe.recorder);
     MaschinenEvents events(engine);

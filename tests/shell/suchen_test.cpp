@@ -49,6 +49,7 @@ TEST_F(SuchFenster, HitsAreHeadRowsByNumber) {
         text.setText("menu");
         QTest::keyClick(&text, Qt::Key_Return);
         EXPECT_EQ(hits(dialog), "7 Menüs schneller öffnen\n12 Menüs am Rand\n");
+        EXPECT_EQ(tabOrder(dialog, text), "txtSuchText cmdSuchen chkTabelle(0) chkTabelle(1) chkTabelle(2) chkOptionen(0) lvSuchergebnis cmdOK cmdAbbruch ");
         EXPECT_TRUE(named<QPushButton>(dialog, "cmdOK").isEnabled());
         named<QCheckBox>(dialog, "chkTabelle(0)").setChecked(false);
         clickOn(dialog, "cmdSuchen");
