@@ -126,9 +126,11 @@ int show(Programm& programm, std::int32_t number, bool json) {
     std::cout << tipp.Überschrift << "\n" << std::string(60, '-') << "\n" << tipp.Beschreibung << "\n\nGeeignet für: " << names << "\n";
     if (tipp.Neustart != 0) std::cout << (tipp.Neustart == 1 ? "Wirkt nach einem Neustart\n" : "Lädt den Desktop neu\n");
     for (const auto& e : out["entries"]) {
-        std::cout << fmt::format("\n{}. {}\n   {}\\{}\\{}  ({})\n   Anzeige: {}\n   {}\n", e["entry"].get<int>(), e["caption"].get<std::string>(),
-                                 e["root"].get<std::string>(), e["key"].get<std::string>(), e["name"].get<std::string>(),
-                                 e["type"].get<std::string>(), e["shown"].get<std::string>(), e["status"].get<std::string>());
+        const std::string root = e["root"], key = e["key"], name = e["name"], type = e["type"];
+        const std::string place = tipp.INITipp ? fmt::format("{} [{}] {}", tipp.Eintrag[e["entry"].get<std::size_t>()].SchlüsselNT, key, name)
+                                               : fmt::format("{}\\{}\\{}  ({})", root, key, name, type);
+        std::cout << fmt::format("\n{}. {}\n   {}\n   Anzeige: {}\n   {}\n", e["entry"].get<int>(), e["caption"].get<std::string>(), place,
+                                 e["shown"].get<std::string>(), e["status"].get<std::string>());
     }
     return 0;
 }

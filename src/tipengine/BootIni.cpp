@@ -1,6 +1,8 @@
 // The boot menu file: its section as a table of entries, the panel on the selected one, and writing it back.
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
 #include "frame/Profildatei.h"
@@ -46,6 +48,14 @@ BootEintrag bootEntry(const std::string& line) {
     entry.Titel = SQLString(title);
     entry.blnDisk = entry.Name.find("disk") != std::string::npos;
     return entry;
+}
+
+// Whether the table was made from these lines; new entries of the table stand behind them.
+bool isAsRead(const std::vector<std::string>& lines, const std::vector<BootEintrag>& table) {
+    std::size_t k = 1;
+    for (const std::string& line : lines)
+        if (k >= table.size() || table[k++].originalZeile != line) return false;
+    return k >= table.size() || std::all_of(table.begin() + static_cast<std::ptrdiff_t>(k), table.end(), [](const BootEintrag& e) { return e.bearbeitet; });
 }
 
 std::string bootLine(const BootEintrag& entry) {
@@ -141,6 +151,10 @@ bool TippMaschine::saveBootFile(std::int16_t i) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) return true;
     Profildatei content = loadProfildatei(file);
+    if (!isAsRead(content.sectionLines(eintrag(i).Schlüssel), ctx_.udtBootEintraege)) {
+        ctx_.port.tell(fmt::format(meldung::BootInzwischenGeaendert, iniPath(i)), box::Exclamation);
+        return false;
+    }
     Aenderung change = newChange(Aenderung::Art::BootDatei);
     change.dateien.push_back({file.string(), content.bytes(), true});
     std::vector<std::string> lines;

@@ -62,6 +62,9 @@ inline constexpr char SchluesselLoeschenFrage[] =
 
 // Boot file and context menus
 inline constexpr char BootSchreibschutz[] = "Die Datei {} ist schreibgeschützt. Soll der Schreibschutz zum Speichern kurz aufgehoben werden ?";
+inline constexpr char BootInzwischenGeaendert[] =
+    "Die Datei {} wurde inzwischen von einem anderen Programm geändert. Es wurde nichts gespeichert. Bitte wählen Sie den Tipp neu, um zu sehen, was "
+    "jetzt darin steht.";
 inline constexpr char BootSicherung[] = "Von der Datei {} konnte keine Sicherung angelegt werden. Es wurde nichts geändert.";
 inline constexpr char KontextVorhanden[] = "Der Eintrag \"{}\" ist schon vorhanden. Soll er überschrieben werden ?";
 inline constexpr char KontextFremderTipp[] =

@@ -83,11 +83,12 @@ void TippMaschine::userChoose(std::size_t place, int item) {
     if (panel->Ausgabeart == art::BootINI) {
         if (ctx_.blnGeaendert) {
             const std::size_t panels = fenster().panels.size();
+            const std::int16_t entry = panel->eintraege.front();
             DatenSichern();
+            if (entry <= letzterEintrag() && wert(entry).beruehrt) reloadTipp();   // what was dropped must not go along with the next save
             if (fenster().panels.size() != panels || place >= fenster().panels.size()) return;
             panel = &fenster().panels[place];
             if (item >= static_cast<int>(panel->auswahl.size())) return;
-            wert(panel->eintraege.front()).beruehrt = false;   // saved or dropped: the next entry starts as it stands in the file
         }
         panel->gewaehlt = item;
         ctx_.intBootEintrag = item + 1;

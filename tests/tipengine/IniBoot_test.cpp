@@ -1,4 +1,5 @@
 // Tips whose values lie in files: whole files before and after.
+#include "frame/DateiSystem.h"
 #include "tipengine/Maschinenprobe.h"
 
 namespace brenvik::test {
@@ -135,6 +136,30 @@ TEST_F(BootTipp, VerworfenesHaengtDemNaechstenEintragNichtAn) {
     p.engine->userChoose(0, 1);
     p.save();
     EXPECT_EQ(bytesOf(file), before);
+}
+
+TEST_F(BootTipp, EinNeuerEintragDerNichtGeschriebenWurdeKommtNichtNach) {
+    answer = BootINIAnfrage::Antwort::Name;
+    setReadOnly(file, true);
+    p.engine->userSwitch(0, 0, true);
+    p.port.expectBox("ist schreibgeschützt", Answer::No);
+    p.save();
+    setReadOnly(file, false);
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
+    p.engine->userChoose(0, 1);
+    answer = BootINIAnfrage::Antwort::Ueberschreiben;
+    p.save();
+    EXPECT_EQ(bytesOf(file), Boot);
+}
+
+TEST_F(BootTipp, WasEinAndererInzwischenSchriebBleibt) {
+    const std::string others = std::string(Boot) + "D:\\=\"Anderes System\"\r\n";
+    p.dir.put("drive_c/boot.ini", others);
+    p.engine->userSwitch(0, 0, true);
+    p.port.expectBox("inzwischen von einem anderen Programm geändert");
+    p.save();
+    EXPECT_EQ(bytesOf(file), others);
+    EXPECT_TRUE(p.ctx->blnGeaendert);
 }
 
 TEST_F(BootTipp, AlsTextGesetzt) {
