@@ -12,9 +12,9 @@ inline constexpr char AdmErstellt2[] = " wurde erstellt";
 // The second box
 inline constexpr char ZeichenErsetzt[] = "Zeichen, die es in diesem Format nicht gibt: {}. In der Datei steht dafür ein Fragezeichen.";
 inline constexpr char KommtAndersAn[] =
-    "Achtung: Beim Einlesen dieser Datei in eine Registry kommen Werte anders an, als sie hier stehen: {}.\r\n\r\n"
-    "Richtig überträgt alle Werte das \"Geprüfte Format\"{}.";
-inline constexpr char WegFenster[] = " (Extras, Optionen, Rahmen für REG-Files)";
+    "Klassisches Format: Beim Einlesen dieser Datei in eine Registry kommen Werte anders an, als sie hier stehen. Anzahl: {}.\r\n\r\n"
+    "Richtig überträgt alle Werte das Format \"Geprüftes Format\"{}.";
+inline constexpr char WegFenster[] = " (zu wählen im Menü Extras, Optionen)";
 inline constexpr char WegBefehlszeile[] = " (mit --checked)";
 inline constexpr char KeineWerte[] = "Die Datei enthält keine Werte, denn in der Registry steht keiner und es wurde keiner gesetzt.";
 

@@ -77,8 +77,8 @@ TEST(RegFileSave, SammeltUndSagtWasAndersAnkommt) {
     const std::string text = p.regFile(2);
     EXPECT_EQ(text.substr(0, 37), "Windows Registry Editor Version 5.00\n");
     EXPECT_NE(text.find("\"Wert\"=dword:50\n"), std::string::npos);
-    EXPECT_NE(p.port.lastBox().find("anders an, als sie hier stehen: 1."), std::string::npos);
-    EXPECT_NE(p.port.lastBox().find("\"Geprüfte Format\""), std::string::npos);
+    EXPECT_NE(p.port.lastBox().find("anders an, als sie hier stehen. Anzahl: 1."), std::string::npos);
+    EXPECT_NE(p.port.lastBox().find("\"Geprüftes Format\""), std::string::npos);
     EXPECT_FALSE(p.ctx->blnGeaendert);
     p.ctx->einstellungen.RegFileGeprueft = true;
     p.regFile();
