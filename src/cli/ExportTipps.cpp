@@ -33,9 +33,9 @@ std::optional<Setzung> parseSetzung(const std::string& argument) {
 std::string einwand(const Tipp& tipp, const TippListEintrag& entry, Bedarf bedarf) {
     if (tipp.INITipp) return "Die Werte stehen in einer Datei, nicht in der Registry";
     if (bedarf == Bedarf::Vorlage) return tipp.ADMExport ? std::string() : "Er ist nicht für Vorlagen freigegeben";
-    const Exportsatz satz = exportwerte({entry});
-    if (!satz.hindernisse.empty()) return satz.hindernisse.front();
-    return satz.anzahl() > 0 ? std::string() : "In der Registry steht kein Wert, und es wurde keiner gesetzt";
+    for (const TippListWert& value : entry.Werte)
+        if (value.gesammelt.beruehrt && !value.gesammelt.unpassend.empty()) return value.gesammelt.unpassend;
+    return exportwerte({entry}).anzahl() > 0 ? std::string() : "In der Registry steht kein Wert, und es wurde keiner gesetzt";
 }
 
 }  // namespace

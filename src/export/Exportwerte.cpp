@@ -1,5 +1,7 @@
 #include "export/Exportwerte.h"
 
+#include <fmt/format.h>
+
 namespace brenvik {
 namespace {
 
@@ -36,7 +38,7 @@ Exportsatz exportwerte(const TippListe& liste) {
             const GesammelterWert& own = value.gesammelt;
             const auto root = rootByName(value.Hauptschluessel);
             if (!root || isKeyList(value)) continue;
-            if (!own.unpassend.empty() && own.beruehrt) result.hindernisse.push_back(own.unpassend);
+            if (!own.unpassend.empty() && own.beruehrt) result.hindernisse.push_back(fmt::format("Tipp {}, {}: {}", entry.TippNr, entry.Titel, own.unpassend));
             if (!own.geloescht && !(own.wert && (own.gefunden || own.beruehrt))) continue;
             // Written through the path's rules, so that a doubled or closing backslash means the same key everywhere.
             const RegPath path = parseRegPath(value.Hauptschluessel + "\\" + value.Unterschluessel + "\\");

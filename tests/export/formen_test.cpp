@@ -25,6 +25,18 @@ TEST(GeprueftesFormat, GanzeDatei) {
     EXPECT_EQ(GeprueftesFormat(exportwerte({listentipp(1, "T", {listenwert("K", 1, "a", "Ω")})}), RegTextWriter::Format::Regedit4, {}).verloren, 1u);
 }
 
+TEST(RegDatei, TextDerKeinWertIstVerweigertDieDatei) {
+    Exportprobe p({{.Index = 4, .Überschrift = "Hex", .Ausgabeart = 2}});
+    p.put("HKCU\\Software\\Probe\\Wert", 4, "26");
+    p.show("Hex");
+    p.engine->userText(0, "keine Zahl");
+    p.ctx->einstellungen.RegFileGeprueft = true;
+    p.file("x.reg");
+    p.port.expectBox("Tipp 4, Hex: Der Wert \"keine Zahl\" kann nicht gespeichert werden");
+    p.exporte.RegFileSave(false);
+    EXPECT_FALSE(std::filesystem::exists(p.dir / "x.reg"));
+}
+
 TEST(GeprueftesFormat, ZaehltWasAndersAnkommt) {
     const struct {
         const char* line;
