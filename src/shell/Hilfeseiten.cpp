@@ -57,6 +57,8 @@ const QHash<QString, int>& fensterThemen() {
         {"frmBVK_PWAbfrage", Optionen},
         {"frmBVK_RegBrowse", RegistryBrowser},
         {"frmBVK_REGEdit", RegistryBrowser},
+        {"frmBVK_RegName", RegistryBrowser},
+        {"frmBVK_Symbolleiste", Hauptfenster},
         {"frmBVK_HistoryListe", History},
         {"frmBVK_HistoryDaten", History},
         {"frmBVK_FavVerwalten", Favoriten},

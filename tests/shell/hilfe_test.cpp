@@ -86,6 +86,14 @@ TEST(HelpTopics, PanelKindsAndNumbersFindTheirPages) {
     EXPECT_EQ(themaDesFensters("frmBVK_Unbekannt"), hilfethema::Inhalt);
 }
 
+TEST(HelpTopics, EveryWindowOfTheProgramHasItsPage) {
+    const QStringList without{"frmBVK_Prog", "frmBVK_Hilfe", "frmBVK_Info"};     // asks for its Tip's; is the help; nobody is there yet
+    for (const QString& header : QDir(QStringLiteral(BRENVIK_SOURCE_DIR "/src/shell")).entryList({"frmBVK_*.h"})) {
+        const QString window = header.section('.', 0, 0);
+        if (!without.contains(window)) EXPECT_NE(themaDesFensters(window), hilfethema::Inhalt) << window.toStdString();
+    }
+}
+
 TEST(HelpTopics, FileNamesOfTheProgramAndItsCompanion) {
     for (const char* own : {"BRENVIK.hlp", "\\BRENVIK.hlp", "brenvik.HLP", "C:\\Programme\\Brenvik\\BRENVIK.hlp", "/opt/brenvik/ostrana.hlp", "ostrana.chm"})
         EXPECT_TRUE(istEigeneHilfe(own)) << own;
