@@ -140,6 +140,7 @@ void frmBVK_REGEdit::showForm(Wertform form, const QString& text) {
     (form == Wertform::Hexadezimal ? opbHex_ : opbDezimal_)->setChecked(true);
     value_->setCurrentIndex(inLines() ? 1 : 0);
     Text2Zeilen_->setSizePolicy(QSizePolicy::Expanding, inLines() ? QSizePolicy::Expanding : QSizePolicy::Ignored);
+    if (inLines() && isVisible()) resize(width(), std::max(height(), HeightWithLines));
     if (inLines())
         Text2Zeilen_->setPlainText(text);
     else
