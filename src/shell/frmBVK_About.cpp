@@ -7,7 +7,7 @@
 namespace brenvik {
 namespace {
 
-constexpr int TextTitle = 98, TextDisclaimer = 99, TextVersion = 94, LogoSize = 64;
+constexpr int TextTitle = 98, TextDisclaimer = 99, TextVersion = 94, LogoSize = 64, Width = 430;
 
 }  // namespace
 
@@ -28,7 +28,7 @@ frmBVK_About::frmBVK_About(const std::string& strProgVersion, QWidget* parent) :
     addRow(text("lblInfo", TextDisclaimer));
     addRow(label("lblCopyRight", qt(produkt::Rechte)));
     closeButton("cmdOK");
-    setFixedWidth(430);
+    setFixedSize(Width, layout()->totalHeightForWidth(Width));
 }
 
 }  // namespace brenvik
