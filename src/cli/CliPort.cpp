@@ -4,6 +4,8 @@
 #include <ctime>
 #include <iostream>
 
+#include "frame/Erkennung.h"
+#include "frame/Texte.h"
 #include "tipengine/Fensteranfragen.h"
 
 namespace brenvik {
@@ -32,6 +34,11 @@ void CliPort::showWindow(WindowRequest& request) {
         std::cerr << "Der Eintrag \"" << boot->txtBootWert << "\" des Bootmenüs wird überschrieben."
                   << (yes_ ? " [Ja]" : " [Nein; mit --yes wird Ja geantwortet]") << "\n";
         if (yes_) boot->antwort = BootINIAnfrage::Antwort::Ueberschreiben;
+        return;
+    }
+    if (const auto* system = dynamic_cast<const OSErkennungAnfrage*>(&request)) {
+        std::cerr << strBVKTexte(22) << ": Platform-ID " << system->version.dwPlatformId << ", Version " << system->version.dwMajorVersion << "."
+                  << system->version.dwMinorVersion << "." << system->version.dwBuildNumber << "\n";
         return;
     }
     std::cerr << "Dafür wird das Fenster gebraucht: " << request.windowName() << "\n";

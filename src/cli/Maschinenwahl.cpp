@@ -3,7 +3,6 @@
 #include "cli/Befehle.h"
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
-#include "registry/HiveStore.h"
 
 namespace brenvik::cli {
 namespace {
@@ -34,8 +33,7 @@ bool selectMachine(Programm& programm, const std::string& text) {
     }
     ctx.strRechnername = machine;
     ctx.blnLokal = equalText(machine, ctx.strLokalerRechner);
-    // The own profile is none of the other machine's; there the first one stands for the current user.
-    if (const auto* hives = dynamic_cast<const HiveStore*>(&programm.machines().store(machine))) ctx.strUserSID = ctx.strProfilSID = hives->currentUserSid();
+    programm.takeProfile();
     return true;
 }
 

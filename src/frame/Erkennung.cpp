@@ -29,6 +29,10 @@ Betriebssystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version) {
         ctx.trace.write(" MajorVersion: " + numberText(version.dwMajorVersion));
         ctx.trace.write(" MinorVersion: " + numberText(version.dwMinorVersion));
         system = bestimmeBS(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
+        if (!system.dialog) return;
+        OSErkennungAnfrage window;
+        window.version = version;
+        ctx.port.showWindow(window);
     });
     ctx.strBS = system.strBS;
     ctx.intBS = system.intBS == 0 && ctx.einstellungen.BSErsatz ? WindowsXP : system.intBS;
@@ -62,6 +66,18 @@ std::string Windir(FrameContext& ctx) {
     while (folder.size() > 3 && folder.back() == '\\') folder.pop_back();
     trace.r(folder);
     return folder;
+}
+
+bool GetIEVersion(FrameContext& ctx) {
+    ProcTrace trace(ctx.trace, "GetIEVersion");
+    const BrowserKomponente browser = ctx.platform.browserComponent().value_or(BrowserKomponente{});
+    if (browser.installed) {
+        ctx.intIEMajor = browser.major;
+        ctx.intIEMinor = browser.minor;
+        ctx.intIEBuild = browser.build;
+    }
+    trace.r(browser.installed).r(numberText(ctx.intIEMajor) + "." + numberText(ctx.intIEMinor) + "." + numberText(ctx.intIEBuild));
+    return browser.installed;
 }
 
 bool AdminCheck(FrameContext& ctx) {

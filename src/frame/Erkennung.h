@@ -16,9 +16,15 @@ struct Betriebssystem {
     bool operator==(const Betriebssystem&) const = default;
 };
 
+// frmBVK_OSErkennung: asks the user to send in the figures of a system that was not recognised.
+struct OSErkennungAnfrage : WindowRequest {
+    std::string_view windowName() const override { return "frmBVK_OSErkennung"; }
+    OSVERSIONINFO version;
+};
+
 Betriebssystem bestimmeBS(std::uint32_t platformId, std::uint32_t major, std::uint32_t minor);
 
-// Decides and traces, and sets strBS and intBS. With BSErsatz an unrecognised system then counts as Windows XP (strBS keeps
+// Decides and traces, and sets strBS and intBS; a system outside of both families opens frmBVK_OSErkennung. With BSErsatz an unrecognised system then counts as Windows XP (strBS keeps
 // saying that it is unknown); the answer is the plain decision.
 Betriebssystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version);
 
@@ -29,6 +35,8 @@ inline bool istNTFamilie(std::int16_t intBS) { return intBS == 3 || intBS == 4 |
 
 std::string ReadUserName(FrameContext& ctx);    // "<unbekannt>" if it cannot be had
 std::string Windir(FrameContext& ctx);          // the Windows folder, without a "\" at the end
+// Version of the browser component into intIEMajor, intIEMinor, intIEBuild; false if there is none.
+bool GetIEVersion(FrameContext& ctx);
 bool AdminCheck(FrameContext& ctx);             // on a host without Windows accounts: the own registry is the user's
 
 // Value of an environment variable of the Windows that the program looks at ("windir", "SystemRoot", "SystemDrive" follow

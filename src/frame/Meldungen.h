@@ -18,6 +18,26 @@ inline constexpr char StartkennwortBeschaedigt[] =
 inline constexpr char WeitereInfos[] = "Weitere Infos zum Tipp";
 inline constexpr char Informationen[] = "Informationen";
 
+// End of the session
+inline constexpr char NeuAnmelden[] = "Damit die Einstellungen aktiv werden müssen Sie sich neu anmelden, sollen Sie abgemeldet werden ?";
+inline constexpr char SitzungBleibt[] = "Brenvik läuft hier nicht unter Windows: Die Sitzung an diesem Rechner bleibt bestehen.";
+inline constexpr char SitzungNichtBeendet[] =
+    "Die Sitzung an diesem Rechner wird nicht beendet, denn Brenvik läuft hier nicht unter Windows. Melden Sie sich an dem Windows neu an, "
+    "dessen Registry Sie geändert haben.";
+
+// Start
+inline constexpr char DienstFehlt1[] = "Die Datei: ";
+inline constexpr char DienstFehlt2[] = "\\BVKREG.DLL ist nicht vorhanden oder konnte nicht Registriert werden. Das Programm wird beendet!";
+inline constexpr char ErsteHaengt[] =
+    "Brenvik läuft bereits, antwortet aber nicht. Warten Sie einen Augenblick und starten Sie es dann noch einmal, oder beenden Sie das "
+    "hängende Programm.";
+
+// Tools of the system and the web
+inline constexpr char ProgrammStart1[] = "Programm \"";
+inline constexpr char ProgrammStart2[] = "\" konnte nicht gestartet werden!";
+inline constexpr char AdresseOeffnen1[] = "Die Adresse \"";
+inline constexpr char AdresseOeffnen2[] = "\" konnte nicht geöffnet werden.";
+
 // Profile files
 inline constexpr char IniGespeichert[] = "Änderungen wurden erfolgreich gespeichert";
 inline constexpr char IniZuLang1[] = "Es können nicht mehr als ";

@@ -8,6 +8,8 @@
 #endif
 #include <windows.h>
 
+#include <shlwapi.h>
+
 #include "frame/DateiSystem.h"
 #include "frame/Platform.h"
 
@@ -16,6 +18,18 @@ namespace {
 
 std::wstring wide(const std::string& text) { return pathFromUtf8(text).wstring(); }
 std::string narrow(const std::wstring& text) { return utf8FromPath(std::filesystem::path(text)); }
+
+class Library {
+public:
+    explicit Library(const wchar_t* name) : handle_(::LoadLibraryW(name)) {}
+    ~Library() { if (handle_ != nullptr) ::FreeLibrary(handle_); }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+    HMODULE get() const { return handle_; }
+
+private:
+    HMODULE handle_;
+};
 
 class PlatformWindows final : public Platform {
 public:
@@ -65,6 +79,50 @@ public:
         ::FreeSid(group);
         return known && member != FALSE;
     }
+
+    std::optional<std::int16_t> colourBits() const override {
+        const HDC screen = ::GetDC(nullptr);
+        const int bits = ::GetDeviceCaps(screen, BITSPIXEL) * ::GetDeviceCaps(screen, PLANES);
+        ::ReleaseDC(nullptr, screen);
+        return static_cast<std::int16_t>(bits);
+    }
+
+    // The function's presence is looked up in one library, the version asked of another: that of the component itself.
+    std::optional<BrowserKomponente> browserComponent() const override {
+        const Library shlwapi(L"shlwapi");
+        if (shlwapi.get() == nullptr || ::GetProcAddress(shlwapi.get(), "DllGetVersion") == nullptr) return BrowserKomponente{};
+        const Library shdocvw(L"shdocvw");
+        const auto ask = shdocvw.get() == nullptr ? nullptr : reinterpret_cast<DLLGETVERSIONPROC>(reinterpret_cast<void*>(::GetProcAddress(shdocvw.get(), "DllGetVersion")));
+        DLLVERSIONINFO info{};
+        info.cbSize = sizeof info;
+        if (ask == nullptr || FAILED(ask(&info))) return BrowserKomponente{};
+        return BrowserKomponente{true, static_cast<std::int32_t>(info.dwMajorVersion), static_cast<std::int32_t>(info.dwMinorVersion), static_cast<std::int32_t>(info.dwBuildNumber)};
+    }
+
+    bool canEndSession() const override { return true; }
+
+    void obtainShutdownPrivilege() override {
+        HANDLE token = nullptr;
+        if (::OpenProcessToken(::GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token) == 0) return;
+        TOKEN_PRIVILEGES wanted{};
+        wanted.PrivilegeCount = 1;
+        wanted.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
+        if (::LookupPrivilegeValueA("", "SeShutdownPrivilege", &wanted.Privileges[0].Luid) != 0)
+            ::AdjustTokenPrivileges(token, FALSE, &wanted, 0, nullptr, nullptr);
+        ::CloseHandle(token);
+    }
+
+    void terminateShell() override {
+        const HWND window = ::FindWindowA("progman", "program manager");
+        DWORD id = 0;
+        if (window == nullptr || ::GetWindowThreadProcessId(window, &id) == 0) return;
+        const HANDLE shell = ::OpenProcess(PROCESS_TERMINATE, FALSE, id);
+        if (shell == nullptr) return;
+        ::TerminateProcess(shell, 1);
+        ::CloseHandle(shell);
+    }
+
+    bool exitWindows(std::uint32_t flags, std::int32_t reason) override { return ::ExitWindowsEx(flags, static_cast<DWORD>(reason)) != 0; }
 
     void sendSettingChange(std::uint32_t wParam, std::uint32_t flags, std::uint32_t timeoutMs) override {
         DWORD_PTR result = 0;

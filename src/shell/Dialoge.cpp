@@ -1,5 +1,9 @@
 #include "shell/Dialoge.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
+
 #include "shell/Icons.h"
 
 namespace brenvik {
@@ -23,6 +27,24 @@ QPushButton* Dialog::button(const char* name, const QString& caption) {
     button->setObjectName(QString::fromUtf8(name));
     button->setAutoDefault(false);
     return button;
+}
+
+void Dialog::fixSize(int width) {
+    setFixedWidth(width);
+    setFixedHeight(layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height());
+}
+
+void FormZentrieren(const QRect& anchor, QWidget& window) {
+    const QSize size = window.size();
+    QPoint corner((anchor.width() - size.width()) / 2 + anchor.left(), (anchor.height() - size.height()) / 2 + anchor.top());
+    const QScreen* screen = QGuiApplication::screenAt(anchor.center());
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    if (screen) {
+        const QRect area = screen->availableGeometry();
+        corner.setX(std::max(area.left(), std::min(corner.x(), area.right() + 1 - size.width())));
+        corner.setY(std::max(area.top(), std::min(corner.y(), area.bottom() + 1 - size.height())));
+    }
+    window.move(corner);
 }
 
 }  // namespace brenvik

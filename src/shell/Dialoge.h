@@ -14,6 +14,10 @@ public:
 protected:
     QLabel* label(const char* name, const QString& text);
     QPushButton* button(const char* name, const QString& caption);
+    void fixSize(int width);    // after the layout is made: as high as the texts need at this width, and no resizing
 };
+
+// Moves a window into the middle of another one's place, as far as the screen allows.
+void FormZentrieren(const QRect& anchor, QWidget& window);
 
 }  // namespace brenvik

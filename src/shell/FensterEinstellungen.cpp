@@ -14,12 +14,17 @@ constexpr double LargestMeasure = 1'000'000;    // twips, about 66,000 pixels: b
 constexpr std::int16_t RegSz = 1;
 
 // One walk over all values serves reading and writing, so that the two cannot drift apart.
-template <class Mover> void walk(Mover& mover, FensterEinstellungen& window) {
+template <class Mover> void walkPlace(Mover& mover, FensterEinstellungen& window) {
     const std::string base = EinstellungenPfad;
     mover.measure(base + "MainLeft", window.MainLeft, -LargestMeasure);
     mover.measure(base + "MainTop", window.MainTop, -LargestMeasure);
     mover.measure(base + "MainWidth", window.MainWidth, 0);
     mover.measure(base + "MainHeight", window.MainHeight, 0);
+}
+
+template <class Mover> void walk(Mover& mover, FensterEinstellungen& window) {
+    const std::string base = EinstellungenPfad;
+    walkPlace(mover, window);
     mover.measure(base + "SplitterVLeft", window.SplitterVLeft, 0);
     mover.measure(base + "SplitterHTop", window.SplitterHTop, 0);
     for (std::size_t i = 0; i < window.Band.size(); ++i) {
@@ -67,6 +72,13 @@ FensterEinstellungen loadWindowSettings(RegistryContext& ctx) {
     FensterEinstellungen window;
     Reader reader{ctx};
     walk(reader, window);
+    return window;
+}
+
+FensterEinstellungen loadWindowPlace(RegistryContext& ctx) {
+    FensterEinstellungen window;
+    Reader reader{ctx};
+    walkPlace(reader, window);
     return window;
 }
 

@@ -21,6 +21,7 @@ struct FensterEinstellungen {
 };
 
 FensterEinstellungen loadWindowSettings(RegistryContext& ctx);
+FensterEinstellungen loadWindowPlace(RegistryContext& ctx);     // MainLeft to MainHeight only
 void saveWindowSettings(RegistryContext& ctx, const FensterEinstellungen& window);
 
 // The whole of Save_BVKEinstellungen: the window's settings and the core's.

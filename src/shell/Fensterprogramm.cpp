@@ -1,97 +1,130 @@
 #include "shell/Fensterprogramm.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
+#ifdef Q_OS_WIN
+#include <QWinEventNotifier>
+#else
+#include <QSocketNotifier>
+#endif
 
-#include "frame/Errors.h"
-#include "shell/Farben.h"
+#include "frame/DateiSystem.h"
+#include "frame/Meldungen.h"
+#include "frame/Sitzungsende.h"
+#include "frame/Startpruefung.h"
+#include "registry/StoreFile.h"
 #include "shell/Fensterbilder.h"
-#include "shell/Fensterteile.h"
-#include "shell/MaschinenEvents.h"
-#include "shell/QtPort.h"
-#include "shell/VerbindeExport.h"
+#include "shell/Ladefenster.h"
 #include "shell/VerbindeHilfe.h"
 #include "shell/VerbindeSucheOptionenBrowser.h"
-#include "shell/frmBVK_Prog.h"
+#include "shell/VerbindeWerkzeuge.h"
+#include "tipdb/LoadDB.h"
 
 namespace brenvik {
 namespace {
 
-// The engine wants its observer before there is a record to make the window from.
-class ObserverRelay : public WindowObserver {
-public:
-    WindowObserver* target = nullptr;
-    void treeChanged() override { if (target) target->treeChanged(); }
-    void selectionChanged() override { if (target) target->selectionChanged(); }
-    void panelsChanged() override { if (target) target->panelsChanged(); }
-    void panelChanged(std::size_t place) override { if (target) target->panelChanged(place); }
-    void windowChanged() override { if (target) target->windowChanged(); }
-};
+constexpr std::chrono::milliseconds SecondStartPatience{5000};
 
 // Every area hooks its windows and commands in, in a line of its own.
 void verbinde(Fensterteile& teile) {
-    TippMaschine& engine = teile.programm.maschine();
-    teile.fenster.setCommand(Befehl::AndereDBLaden, [&engine] { engine.mnuandereDBLoad(); });
-    teile.fenster.setCommand(Befehl::BVKDBLaden, [&engine] { engine.mnuBVKDBLoad(); });
+    verbindeDatenbankwahl(teile);
+    verbindeWerkzeuge(teile);
     verbindeHilfe(teile);
     verbindeSucheOptionenBrowser(teile);
 }
 
-int run(QApplication& application, const FensterOptionen& options, QtPort& port) {
-    const auto platform = makeNativePlatform();
-    ObserverRelay relay;
-    Aufzeichnungen recorders;
-    Programm program(port, *platform, options.programm, relay, recorders);
-    Context& ctx = program.context();
-    frmBVK_Prog window(ctx.frmBVK_Prog, ctx.einstellungen, displayOrder);
-    MaschinenEvents events(program.maschine());
-    Ladeschritte steps;
-    Fensterteile parts{application, port, program, window, steps, recorders};
-    Exportlisten exportLists;
-    Export exports(program.maschine(), exportLists);
-    verbinde(parts);
-    verbindeExport(window, exports);
-
-    program.loadSettings();
-    setColourMode(application, colourModeOf(ctx.einstellungen.Farbschema));
-    ctx.frmBVK_Prog.tbsTree = ctx.einstellungen.TreeAktiv;
-    program.maschine().FrameStartEinstellungen();
-    window.applySettings(loadWindowSettings(ctx));
-    program.detectSystem();
-    window.setVersion(ctx.strProgVersion);
-    if (steps.LoadFHListe) steps.LoadFHListe();
-    if (!program.loadDatabase()) return 1;
-    relay.target = &window;
-    window.attach(events);
-    program.maschine().TreeEinlesen();
-    if (!options.screenshots.empty()) {
-        takeScreenshots(parts, options.screenshots);
-        return 0;
-    }
-    window.onUnload([&] {
-        ctx.einstellungen.TreeAktiv = ctx.intTreeAktiv;
-        Save_BVKEinstellungen(ctx, window.presentSettings());
-    });
-    window.show();
-    return application.exec();
-}
-
 }  // namespace
 
-int runFensterprogramm(QApplication& application, const FensterOptionen& options) {
+Fensterprogramm::Fensterprogramm(QApplication& application, const FensterOptionen& options, QtPort& port, Platform& platform)
+    : options_(options), port_(port), programm_(port, platform, options.programm, relay_, aufzeichnungen_),
+      fenster_(programm_.context().frmBVK_Prog, programm_.context().einstellungen, displayOrder), events_(programm_.maschine()),
+      export_(programm_.maschine(), exportlisten_), teile_{application, port, programm_, fenster_, laden_, aufzeichnungen_} {
+    FrameContext& ctx = programm_.context();
+    port.onNote([&ctx](const std::string& line) { ctx.trace.write(line); });
+    verbinde(teile_);
+    verbindeExport(fenster_, export_);
+}
+
+bool Fensterprogramm::start() {
+    Context& ctx = programm_.context();
+    const bool forUser = options_.screenshots.empty();
+    if (!startPruefung(ctx, options_.kommandozeile, [&] { return forUser && anotherInstance(); })) return false;
+    relay_.target = &fenster_;
+    fenster_.attach(events_);
+    fenster_.onUnload([this] { unload(); });
+    Ladefenster windows(teile_.application, ctx, fenster_, forUser);
+    if (runLadefolge(programm_, windows, laden_)) return true;
+    exitCode_ = 1;
+    return false;
+}
+
+bool Fensterprogramm::anotherInstance() {
+    using Stand = host::Einzelinstanz::Stand;
+    Context& ctx = programm_.context();
+    const auto token = [&](const char* name) { return ctx.platform.environment(name).value_or(""); };
+    instanz_ = host::makeEinzelinstanz(ctx.heimPfad);
+    switch (instanz_->anmelden(SecondStartPatience, token("XDG_ACTIVATION_TOKEN"))) {
+        case Stand::Erste: listenForOthers(); return false;
+        case Stand::AndereGerufen: return true;
+        case Stand::AndereAntwortetNicht:
+            exitCode_ = 1;
+            ctx.trace.write("--- Eine andere Instanz läuft und antwortet nicht");
+            port_.tell(meldung::ErsteHaengt, box::Exclamation);
+            return true;
+        case Stand::Unbekannt: ctx.trace.write("--- Ob eine andere Instanz läuft, ist nicht festzustellen"); return false;
+    }
+    return false;
+}
+
+void Fensterprogramm::listenForOthers() {
+    const auto come = [this] {
+        const auto token = instanz_->abholen();
+        if (token) fenster_.bringToFront(QByteArray::fromStdString(*token));
+    };
+#ifdef Q_OS_WIN
+    auto notifier = std::make_unique<QWinEventNotifier>(reinterpret_cast<Qt::HANDLE>(instanz_->wakeHandle()));
+    QObject::connect(notifier.get(), &QWinEventNotifier::activated, &fenster_, come);
+#else
+    auto notifier = std::make_unique<QSocketNotifier>(instanz_->wakeHandle(), QSocketNotifier::Read);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, &fenster_, come);
+#endif
+    notifier_ = std::move(notifier);
+}
+
+// What the window leaves behind, in this order. The question comes last: whatever the answer, all is saved.
+void Fensterprogramm::unload() {
+    Context& ctx = programm_.context();
+    ctx.einstellungen.TreeAktiv = ctx.intTreeAktiv;
+    Save_BVKEinstellungen(ctx, fenster_.presentSettings());
+    DBClose(ctx);
+    if (ctx.blnPrivilegien) ctx.objBVKReg.DisablePrivileges();
+    if (!ctx.blnNeustartNoetig) return;
+    const std::int16_t kind = neuanmeldungArt(ctx.intBS);
+    if (port_.ask(meldung::NeuAnmelden + std::string("\r\n\r\n") + sitzungsendeText(ctx, kind))) ShutDown(ctx, kind, 0);
+}
+
+static int run(QApplication& application, const FensterOptionen& options, QtPort& port, Platform& platform) {
+    Fensterprogramm program(application, options, port, platform);
+    if (!program.start()) return program.exitCode();
+    if (options.screenshots.empty()) return application.exec();
+    takeScreenshots(program.teile(), options.screenshots);
+    return 0;
+}
+
+int runFensterprogramm(QApplication& application, FensterOptionen options) {
     QtPort port;
+    const auto platform = makeNativePlatform();
+    const QTemporaryDir fresh;      // pictures show the program as shipped, not what stands in the user's home
+    if (!options.screenshots.empty() && options.programm.home.empty()) options.programm.home = fresh.path().toStdString();
     try {
-        if (options.screenshots.empty()) return run(application, options, port);
-        const QTemporaryDir fresh;      // pictures show the program as shipped, not what stands in the user's home
-        FensterOptionen own = options;
-        if (own.programm.home.empty()) own.programm.home = fresh.path().toStdString();
-        const int code = run(application, own, port);
-        if (code == 0) takeScreenshotsAtDoubleScale(own.screenshots, own.programm.home);
+        const int code = run(application, options, port, *platform);
+        if (code == 0 && !options.screenshots.empty()) takeScreenshotsAtDoubleScale(options.screenshots, options.programm.home);
         return code;
+    } catch (const StoreOpenError& error) {
+        port.tell(meldung::DienstFehlt1 + utf8FromPath(platform->executableDirectory()) + meldung::DienstFehlt2 + "\r\n\r\n" + error.what());
     } catch (const std::exception& error) {
         port.tell(error.what(), box::Critical);
-        return 1;
     }
+    return 1;
 }
 
 }  // namespace brenvik

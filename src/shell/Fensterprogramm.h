@@ -1,17 +1,74 @@
 #pragma once
-// The program with its window: start, load sequence, run, end.
+// The program with its window: start check, load sequence, run, end.
+#include <QApplication>
+#include <memory>
+
+#include "frame/Einzelinstanz.h"
+#include "shell/Fensterteile.h"
+#include "shell/MaschinenEvents.h"
+#include "shell/QtPort.h"
+#include "shell/VerbindeExport.h"
+#include "shell/frmBVK_Prog.h"
 #include "tipengine/Programm.h"
 
-class QApplication;
+class QObject;
 
 namespace brenvik {
 
 struct FensterOptionen {
     ProgrammOptionen programm;
+    std::string kommandozeile;              // the program's own switches
     std::filesystem::path screenshots;      // not empty: render the windows into this folder and end
 };
 
+// The engine wants its observer before there is a record to make the window from.
+class ObserverRelay : public WindowObserver {
+public:
+    WindowObserver* target = nullptr;
+    void treeChanged() override { if (target) target->treeChanged(); }
+    void selectionChanged() override { if (target) target->selectionChanged(); }
+    void panelsChanged() override { if (target) target->panelsChanged(); }
+    void panelChanged(std::size_t place) override { if (target) target->panelChanged(place); }
+    void windowChanged() override { if (target) target->windowChanged(); }
+};
+
+class Fensterprogramm {
+public:
+    // Opens home and store, makes the main window and hooks all areas in. Throws with a message for the user.
+    Fensterprogramm(QApplication& application, const FensterOptionen& options, QtPort& port, Platform& platform);
+    Fensterprogramm(const Fensterprogramm&) = delete;
+    Fensterprogramm& operator=(const Fensterprogramm&) = delete;
+
+    // Start check and load sequence; false: the program ends. The main window is shown afterwards.
+    bool start();
+    int exitCode() const { return exitCode_; }      // of a start that failed
+
+    Programm& programm() { return programm_; }
+    frmBVK_Prog& fenster() { return fenster_; }
+    Fensterteile& teile() { return teile_; }
+
+private:
+    bool anotherInstance();
+    void listenForOthers();
+    void unload();
+
+    FensterOptionen options_;
+    QtPort& port_;
+    ObserverRelay relay_;
+    Aufzeichnungen aufzeichnungen_;
+    Programm programm_;
+    frmBVK_Prog fenster_;
+    MaschinenEvents events_;
+    Exportlisten exportlisten_;
+    Export export_;
+    Ladeschritte laden_;
+    Fensterteile teile_;
+    std::unique_ptr<host::Einzelinstanz> instanz_;
+    std::unique_ptr<QObject> notifier_;             // of instanz_, so gone before it
+    int exitCode_ = 0;
+};
+
 // Answers the exit code of the process.
-int runFensterprogramm(QApplication& application, const FensterOptionen& options);
+int runFensterprogramm(QApplication& application, FensterOptionen options);
 
 }  // namespace brenvik

@@ -16,6 +16,8 @@
 #include <QThread>
 #include <QUrl>
 
+#include "frame/DateiSystem.h"
+#include "frame/HostKlang.h"
 #include "frame/Meldungen.h"
 #include "frame/Produkt.h"
 #include "shell/QtText.h"
@@ -246,18 +248,20 @@ void QtPort::sleepMs(int milliseconds) {
 void QtPort::letEventsRun() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
 
 void QtPort::playSound(const std::string& file) {
-    if (file.empty() || !QFileInfo::exists(qt(file))) return;
-    for (const char* player : {"paplay", "aplay"}) {
-        const QString program = QStandardPaths::findExecutable(QLatin1String(player));
-        if (program.isEmpty()) continue;
-        QProcess process;
-        process.setProgram(program);
-        process.setArguments({qt(file)});
-        process.setStandardOutputFile(QProcess::nullDevice());
-        process.setStandardErrorFile(QProcess::nullDevice());
-        process.startDetached();
-        return;
+    if (file.empty() || !QFileInfo::exists(qt(file)) || host::playSound(pathFromUtf8(file))) return;
+    if (!player_) {
+        player_ = QString();
+        for (const char* name : {"pw-play", "paplay", "aplay"})
+            if (player_->isEmpty()) player_ = QStandardPaths::findExecutable(QLatin1String(name));
+        if (player_->isEmpty() && note_) note_("--- Klang: Es ist kein Programm zum Abspielen da");
     }
+    if (player_->isEmpty()) return;
+    QProcess process;
+    process.setProgram(*player_);
+    process.setArguments({qt(file)});
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.startDetached();
 }
 
 void QtPort::waitPointer(bool on) {

@@ -21,6 +21,7 @@ public:
     // Adds a window to the table of showWindow; the program's own dialogs are in it already.
     void registerWindow(const QString& windowName, ShowWindow show) { windows_.insert(windowName, std::move(show)); }
     void onHelp(ShowHelp help) { help_ = std::move(help); }
+    void onNote(std::function<void(const std::string&)> note) { note_ = std::move(note); }   // lines for the trace
 
     Answer messageBox(const MessageBox& request) override;
     std::optional<std::string> chooseFile(const FileChoice& request) override;
@@ -42,6 +43,8 @@ public:
 private:
     QHash<QString, ShowWindow> windows_;
     ShowHelp help_;
+    std::function<void(const std::string&)> note_;
+    std::optional<QString> player_;     // looked for once; empty: there is none
     bool waiting_ = false;
 };
 

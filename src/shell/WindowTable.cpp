@@ -12,6 +12,8 @@
 #include "shell/frmBVK_RegName.h"
 #include "shell/frmBVK_Suchen.h"
 #include "shell/frmBVK_TippFileSave.h"
+#include "shell/frmBVK_OSErkennung.h"
+#include "shell/frmBVK_Parameter.h"
 
 namespace brenvik {
 namespace {
@@ -41,6 +43,8 @@ void registerOwnWindows(QtPort& port) {
     add<frmBVK_RegName, RegNameAnfrage>(port, "frmBVK_RegName");
     add<frmBVK_REGEdit, REGEditAnfrage>(port, "frmBVK_REGEdit");
     add<frmBVK_TippFileSave, TippFileSaveAnfrage>(port, "frmBVK_TippFileSave");
+    add<frmBVK_Parameter, ParameterAnfrage>(port, "frmBVK_Parameter");
+    add<frmBVK_OSErkennung, OSErkennungAnfrage>(port, "frmBVK_OSErkennung");
 }
 
 }  // namespace brenvik

@@ -1,5 +1,6 @@
 #include "shell/frmBVK_Prog.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QScreen>
@@ -100,7 +101,21 @@ void frmBVK_Prog::setVersion(const std::string& strProgVersion) {
 
 void frmBVK_Prog::setCommand(Befehl befehl, std::function<void()> handler) {
     handlers_.insert(static_cast<int>(befehl), std::move(handler));
-    windowChanged();
+    if (events_) windowChanged();
+}
+
+void frmBVK_Prog::showTab() { tbsTree_->setSelected(record_.tbsTree); }
+
+void frmBVK_Prog::bringToFront(const QByteArray& activationToken) {
+    if (!isVisible()) return;      // still loading: it comes to the front by itself
+    if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken);   // where the window system looks for it
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    QWidget* front = QApplication::activeModalWidget();
+    for (QWidget* window : {static_cast<QWidget*>(this), front}) {
+        if (!window) continue;
+        window->raise();
+        window->activateWindow();
+    }
 }
 
 void frmBVK_Prog::ownCommands() {
@@ -156,7 +171,7 @@ void frmBVK_Prog::NavBar() {
 }
 
 void frmBVK_Prog::treeChanged() {
-    tbsTree_->setSelected(record_.tbsTree);
+    showTab();
     tvBVKDB_->showTree(record_.ausgewaehlterKnoten);
 }
 

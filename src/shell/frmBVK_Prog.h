@@ -35,6 +35,8 @@ public:
     void applySettings(const FensterEinstellungen& stored);   // place, splitters, bands, NavBar
     FensterEinstellungen presentSettings() const;
     void NavBar();
+    void showTab();                                           // the record's tab, without reading a tree
+    void bringToFront(const QByteArray& activationToken);     // what the desktop gave for it, if anything
     void SizeControlsV(double x);                             // twips
     void SizeControlsH(double y);
 

@@ -1,5 +1,5 @@
+#include <CLI/CLI.hpp>
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QLibraryInfo>
 #include <QTranslator>
 #include <cstdio>
@@ -28,11 +28,48 @@ public:
     }
 };
 
+struct Aufruf {
+    std::string home, machine, screenshots;
+    std::vector<std::string> rest;      // what is none of ours: the window system's options and the program's own switches
+};
+
+// Takes our options off the command line. Answers the exit code if the program has nothing more to do.
+std::optional<int> takeOptions(Aufruf& call, int argc, char** argv) {
+    CLI::App app{"Brenvik: Einstellungen einer Windows-Installation ansehen und ändern", "brenvik"};
+    app.set_version_flag("--version", std::string("brenvik ") + BRENVIK_VERSION, "Version ausgeben");
+    app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");
+    app.add_option("--home", call.home, "Verzeichnis, in dem Brenvik seine Daten hält")->type_name("DIR");
+    app.add_option("--machine", call.machine, "Rechner, dessen Registry gemeint ist: ein Name oder der Ordner, in dem ein Windows liegt")->type_name("NAME");
+    app.add_option("--screenshots", call.screenshots, "Bilder der Fenster in dieses Verzeichnis schreiben und enden")->type_name("DIR");
+    app.footer("Eigene Schalter des Programms, in dieser Reihenfolge: [/PC:<Rechnername>] [/U:<Account> /PW:<Passwort>] [/DEBUG], oder /?");
+    app.allow_windows_style_options(false);
+    app.allow_extras();
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : 2;
+    }
+    call.rest = app.remaining();
+    for (const std::string& argument : call.rest)
+        if (argument.rfind("--", 0) == 0) {
+            std::fprintf(stderr, "Unbekannte Option: %s (brenvik --help nennt alle)\n", argument.c_str());
+            return 2;
+        }
+    return std::nullopt;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    Aufruf call;
+    if (const auto done = takeOptions(call, argc, argv)) return *done;
+
+    std::vector<char*> words{argv[0]};
+    for (std::string& word : call.rest) words.push_back(word.data());
+    words.push_back(nullptr);
+    int count = static_cast<int>(words.size()) - 1;
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    Application application(argc, argv);
+    Application application(count, words.data());
     QApplication::setApplicationName(QStringLiteral("brenvik"));
     QApplication::setDesktopFileName(QStringLiteral("brenvik"));
     QApplication::setWindowIcon(brenvik::IconSet::program());
@@ -41,27 +78,9 @@ int main(int argc, char** argv) {
     brenvik::setColourMode(application, brenvik::ColourMode::System);
 
     brenvik::FensterOptionen options;
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Brenvik: Einstellungen einer Windows-Installation ansehen und ändern"));
-    const QCommandLineOption help(QStringLiteral("help"), QStringLiteral("Diese Hilfe ausgeben"));
-    const QCommandLineOption version(QStringLiteral("version"), QStringLiteral("Version ausgeben"));
-    const QCommandLineOption home(QStringLiteral("home"), QStringLiteral("Verzeichnis, in dem Brenvik seine Daten hält"), QStringLiteral("DIR"));
-    const QCommandLineOption screenshots(QStringLiteral("screenshots"), QStringLiteral("Bilder des Fensters in dieses Verzeichnis schreiben und enden"),
-                                         QStringLiteral("DIR"));
-    parser.addOptions({help, version, home, screenshots});
-    if (!parser.parse(QApplication::arguments())) {
-        std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        return 2;
-    }
-    if (parser.isSet(help)) {
-        std::printf("%s", qPrintable(parser.helpText()));
-        return 0;
-    }
-    if (parser.isSet(version)) {
-        std::printf("brenvik %s\n", BRENVIK_VERSION);
-        return 0;
-    }
-    options.programm.home = parser.value(home).toStdString();
-    options.screenshots = parser.value(screenshots).toStdString();
+    options.programm.home = call.home;
+    options.programm.machine = call.machine;
+    options.kommandozeile = QApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
+    options.screenshots = call.screenshots;
     return brenvik::runFensterprogramm(application, options);
 }

@@ -4,6 +4,7 @@
 #include "frame/Version.h"
 #include "registry/Einstellungen.h"
 #include "registry/FirstStart.h"
+#include "registry/HiveStore.h"
 #include "registry/OfflineWindows.h"
 #include "tipdb/LoadDB.h"
 #include "tipengine/System.h"
@@ -19,7 +20,8 @@ std::filesystem::path homeOf(Platform& platform, const ProgrammOptionen& options
 
 }  // namespace
 
-Programm::Programm(UserPort& port, Platform& platform, const ProgrammOptionen& options, WindowObserver& observer, ChangeRecorder& recorder) {
+Programm::Programm(UserPort& port, Platform& platform, const ProgrammOptionen& options, WindowObserver& observer, ChangeRecorder& recorder)
+    : machine_(options.machine) {
     const auto program = options.programmPfad.value_or(platform.executableDirectory());
     const auto home = homeOf(platform, options);
     std::error_code error;
@@ -56,7 +58,22 @@ void Programm::detectSystem() {
     ctx.trace.write("Lokaler Rechnername: " + ctx.strLokalerRechner);
     UserSIDRead(ctx, ctx.strLokalerRechner);
     readUserAndDirectories(ctx, *store_);
-    BSEinstellungen(ctx, *store_);
+    if (!ctx.platform.browserComponent()) readBrowserVersion(ctx);
+}
+
+void Programm::fitToSystem(Startanzeige& anzeige, const Ladeschritte::Anmelden& account) {
+    BSEinstellungen(*context_, *store_, anzeige, account);
+    if (!machine_.empty()) turnToMachine(*context_, machine_, anzeige, account);
+}
+
+// The own profile is none of another machine's; on one that does not run, the first user stands for the current one.
+void Programm::takeProfile() {
+    Context& ctx = *context_;
+    ctx.strUserSID = ctx.strEigeneSID;
+    if (!ctx.blnLokal)
+        if (const auto* hives = dynamic_cast<const HiveStore*>(&machines_->store(ctx.strRechnername))) ctx.strUserSID = hives->currentUserSid();
+    ctx.strProfilSID = ctx.strUserSID;
+    ctx.trace.write("User SID: " + ctx.strUserSID);
 }
 
 bool Programm::loadDatabase() { return LoadDB(*context_, datenbankDatei()) == LoadErgebnis::Geladen; }

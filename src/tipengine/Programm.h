@@ -9,6 +9,7 @@
 #include "registry/HiveFilesImpl.h"
 #include "registry/LocalMachines.h"
 #include "registry/SqliteStore.h"
+#include "tipengine/Ladefolge.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
@@ -16,7 +17,7 @@ namespace brenvik {
 struct ProgrammOptionen {
     std::filesystem::path home;                         // empty: BRENVIK_HOME, else the platform's data directory
     std::optional<std::filesystem::path> programmPfad;  // the folder of the executable if not given
-    bool mitDatenbank = true;
+    std::string machine = {};                           // a machine's name, or the folder of a Windows; goes before /PC:
 };
 
 class Programm {
@@ -31,6 +32,8 @@ public:
     void loadSettings();       // those the core asks for
     void detectSystem();       // operating system, user, directories
     bool loadDatabase();       // false: the program ends (the user has been told)
+    void fitToSystem(Startanzeige& anzeige, const Ladeschritte::Anmelden& account = {});   // rights, and the machine to work on
+    void takeProfile();        // whose HKCU it is
 
     Context& context() { return *context_; }
     TippMaschine& maschine() { return *maschine_; }
@@ -39,6 +42,7 @@ public:
     std::filesystem::path datenbankDatei() const;
 
 private:
+    std::string machine_;
     std::unique_ptr<SqliteStore> store_;
     std::unique_ptr<LocalMachines> machines_;
     RegfHiveFiles hiveFiles_;

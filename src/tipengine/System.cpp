@@ -56,21 +56,57 @@ void UserSIDRead(RegistryContext& ctx, const std::string& machine) {
 void readUserAndDirectories(RegistryContext& ctx, SqliteStore& local) {
     if (const std::string root = machineValue(ctx, std::string(NtVersion) + "SystemRoot"); root.size() >= 3) ctx.strWindir = root;
     else if (const std::string old = machineValue(ctx, std::string(WinVersion) + "SystemRoot"); old.size() >= 3) ctx.strWindir = old;
+    ctx.strWindir = Windir(ctx);
     ctx.strWinLaufwerk = Left(ctx.strWindir, 3);
     ctx.trace.write("Windows Laufwerk: " + ctx.strWinLaufwerk);
     ctx.strSystemLaufwerk = ctx.strWinLaufwerk;
     ctx.trace.write("System Laufwerk: " + ctx.strSystemLaufwerk);
-    ctx.strEigeneSID = ctx.strUserSID = ctx.strProfilSID = local.currentUserSid();
+    ctx.strEigeneSID = local.currentUserSid();
     ctx.strUserName = storedUserName(local, ctx.strEigeneSID);
-    if (ctx.strUserName.empty()) ctx.strUserName = ctx.platform.userName();
-    if (ctx.strUserName.empty()) ctx.strUserName = strBVKTexte(216);
+    if (ctx.strUserName.empty()) ctx.strUserName = ReadUserName(ctx);
     ctx.trace.write("User Name: " + ctx.strUserName);
-    ctx.trace.write("User SID: " + ctx.strUserSID);
 }
 
-void BSEinstellungen(Context& ctx, RegStore& local) {
+void readBrowserVersion(RegistryContext& ctx) {
+    const auto parts = Split(machineValue(ctx, "HKLM\\SOFTWARE\\Microsoft\\Internet Explorer\\Version"), ".");
+    const auto part = [&](std::size_t i) { return i < parts.size() ? static_cast<std::int32_t>(wholeOf(parts[i])) : 0; };
+    ctx.intIEMajor = part(0);
+    ctx.intIEMinor = part(1);
+    ctx.intIEBuild = part(2);
+}
+
+bool TestConnect(Context& ctx) {
+    constexpr std::uint32_t LocalMachineRoot = 0x80000002;
+    constexpr std::int32_t AccessDenied = 5, NotFound = 53;
+    ProcTrace trace(ctx.trace, "TestConnect");
+    bool reached = true;
+    reportAndGoOn(ctx, "TestConnect", [&] {
+        if (ctx.strRechnername.empty() || equalText(ctx.strRechnername, ctx.strLokalerRechner)) return;
+        const std::int32_t code = ctx.objBVKReg.ConnectRemote(ctx.strRechnername, LocalMachineRoot);
+        if (code == 0) return;
+        reached = false;
+        const std::string reason = code == AccessDenied ? strBVKTexte(86) : code == NotFound ? strBVKTexte(87) : strBVKTexte(88) + numberText(code);
+        ctx.port.tell(strBVKTexte(89) + reason);
+        ctx.strRechnername = ctx.strLokalerRechner;
+    });
+    trace.r(reached);
+    return reached;
+}
+
+void turnToMachine(Context& ctx, const std::string& machine, Startanzeige& anzeige, const Ladeschritte::Anmelden& account) {
+    stufe(ctx, 152);
+    anzeige.Update(90);
+    ctx.port.letEventsRun();
+    ctx.strRechnername = machine;
+    if (!ctx.strParamUser.empty() && account) account(machine, ctx.strParamUser, ctx.strParamPasswort);
+    TestConnect(ctx);
+    ctx.blnLokal = equalText(ctx.strRechnername, ctx.strLokalerRechner);
+}
+
+void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const Ladeschritte::Anmelden& account) {
     ProcTrace trace(ctx.trace, "BSEinstellungen");
     Hauptfenster& window = ctx.frmBVK_Prog;
+    window.versteckt.clear();
     for (const std::string_view name : versteckteMenues(ctx.intBS)) window.versteckt.emplace_back(name);
     if (ctx.intBS == 0) return;
     window.blnNTFamilie = ctx.istNT();
@@ -80,6 +116,10 @@ void BSEinstellungen(Context& ctx, RegStore& local) {
         ctx.strRechnername = ctx.strLokalerRechner;
         return;
     }
+    stufe(ctx, 178);
+    anzeige.Update(85);
+    ctx.port.letEventsRun();
+    ctx.port.sleepMs(kurzePauseMs);
     ctx.blnAdmin = local.writable();   // whoever may write the whole registry
     ctx.trace.write("Adminrechte: " + traceText(ctx.blnAdmin));
     if (ctx.blnAdmin) {
@@ -91,10 +131,7 @@ void BSEinstellungen(Context& ctx, RegStore& local) {
     }
     ctx.strSystemVerzeichnis = ctx.strWindir + "\\system32\\";
     ctx.strRechnername = ctx.strLokalerRechner;
-    if (!ctx.strParamPC.empty()) {
-        ctx.strRechnername = ctx.strParamPC;
-        ctx.blnLokal = equalText(ctx.strParamPC, ctx.strLokalerRechner);
-    }
+    if (!ctx.strParamPC.empty()) turnToMachine(ctx, ctx.strParamPC, anzeige, account);
 }
 
 }  // namespace brenvik

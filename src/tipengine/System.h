@@ -3,6 +3,7 @@
 #include "frame/Erkennung.h"
 #include "registry/SqliteStore.h"
 #include "tipengine/Context.h"
+#include "tipengine/Ladefolge.h"
 
 namespace brenvik {
 
@@ -11,6 +12,16 @@ OSVERSIONINFO readSystemVersion(RegistryContext& ctx);
 
 void UserSIDRead(RegistryContext& ctx, const std::string& machine);
 void readUserAndDirectories(RegistryContext& ctx, SqliteStore& local);
-void BSEinstellungen(Context& ctx, RegStore& local);
+// The browser component's version as the registry at hand tells it, where the host has none of its own.
+void readBrowserVersion(RegistryContext& ctx);
+
+// Fits the window to the system, finds the rights, and turns to the machine of the command line. account connects to a
+// machine under another account; it may be empty.
+void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const Ladeschritte::Anmelden& account = {});
+
+void turnToMachine(Context& ctx, const std::string& machine, Startanzeige& anzeige, const Ladeschritte::Anmelden& account = {});
+
+// Tries the registry of strRechnername. If it cannot be had the user is told why, and the local machine is worked on.
+bool TestConnect(Context& ctx);
 
 }  // namespace brenvik

@@ -14,6 +14,10 @@ public:
     std::map<std::string, std::string> variables;
     std::string user = "Brenvik", host = "BRENVIK-PC";
     std::vector<std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>> settingChanges;  // wParam, flags, time limit
+    std::optional<std::int16_t> bits;                   // of the screen
+    std::optional<BrowserKomponente> browser;
+    bool sessionCanEnd = false;
+    std::vector<std::string> sessionCalls;              // "privilege", "shell", "exit FLAGS REASON"
 
     std::filesystem::path executableDirectory() const override { return programDirectory; }
     std::filesystem::path defaultHome() const override { return home; }
@@ -23,6 +27,15 @@ public:
     }
     std::string userName() const override { return user; }
     std::string hostName() const override { return host; }
+    std::optional<std::int16_t> colourBits() const override { return bits; }
+    std::optional<BrowserKomponente> browserComponent() const override { return browser; }
+    bool canEndSession() const override { return sessionCanEnd; }
+    void obtainShutdownPrivilege() override { sessionCalls.emplace_back("privilege"); }
+    void terminateShell() override { sessionCalls.emplace_back("shell"); }
+    bool exitWindows(std::uint32_t flags, std::int32_t reason) override {
+        sessionCalls.push_back("exit " + std::to_string(flags) + " " + std::to_string(reason));
+        return true;
+    }
     void sendSettingChange(std::uint32_t wParam, std::uint32_t flags, std::uint32_t timeoutMs) override {
         settingChanges.emplace_back(wParam, flags, timeoutMs);
     }

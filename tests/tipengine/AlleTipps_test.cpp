@@ -38,6 +38,9 @@ protected:
         programm = std::make_unique<Programm>(port, platform, ProgrammOptionen{dir.path(), program}, observer, recorder);
         programm->loadSettings();
         programm->detectSystem();
+        Startanzeige nobodyLooks;
+        programm->fitToSystem(nobodyLooks);
+        programm->takeProfile();
         ctx().intBS = 6;
         ctx().einstellungen.BSSystemAktiv = false;   // Tips for older systems are shown too
         ctx().einstellungen.SoundOn = false;

@@ -1,0 +1,37 @@
+#pragma once
+// One running program per home. The first one holds the home; every later one asks it to come to the front and ends. A hold
+// ends with its process, however that ends.
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace brenvik::host {
+
+class Einzelinstanz {
+public:
+    enum class Stand {
+        Erste,                  // this process holds the home now
+        AndereGerufen,          // another one does, and answered that it comes to the front
+        AndereAntwortetNicht,   // another one does, but gave no answer in time
+        Unbekannt,              // it cannot be told here, for instance in a home without write permission
+    };
+    virtual ~Einzelinstanz() = default;
+
+    // token: what the desktop gave this process for coming to the front (printable, at most MaxToken characters; else it
+    // is left out).
+    virtual Stand anmelden(std::chrono::milliseconds patience, const std::string& token) = 0;
+
+    // For the first one: becomes ready when somebody calls (a descriptor to read from, on Windows an event); -1: none.
+    virtual std::intptr_t wakeHandle() const = 0;
+    // Answers all who called meanwhile; the last one's token, nothing if nobody called. Does not wait.
+    virtual std::optional<std::string> abholen() = 0;
+
+    static constexpr std::size_t MaxToken = 256;
+};
+
+std::unique_ptr<Einzelinstanz> makeEinzelinstanz(const std::filesystem::path& home);
+
+}  // namespace brenvik::host

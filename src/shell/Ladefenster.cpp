@@ -1,0 +1,29 @@
+#include "shell/Ladefenster.h"
+
+#include "registry/Einstellungen.h"
+#include "registry/ValueOperations.h"
+#include "shell/Dialoge.h"
+#include "shell/Farben.h"
+#include "shell/Twips.h"
+
+namespace brenvik {
+
+void Ladefenster::Update(int percent) {
+    if (info_) info_->Update(percent);
+}
+
+void Ladefenster::showInfo() {
+    setColourMode(application_, colourModeOf(ReadRegistryKey(ctx_, std::string(EinstellungenPfad) + "Farbschema", ctx_.einstellungen.Farbschema)));
+    if (!withInfo_) return;
+    const FensterEinstellungen place = loadWindowPlace(ctx_);
+    info_ = std::make_unique<frmBVK_Info>(ctx_);
+    FormZentrieren({toPixels(place.MainLeft), toPixels(place.MainTop), toPixels(place.MainWidth), toPixels(place.MainHeight)}, *info_);
+    info_->show();
+}
+
+void Ladefenster::selectTab(int tab) {
+    ctx_.frmBVK_Prog.tbsTree = tab;
+    main_.showTab();
+}
+
+}  // namespace brenvik

@@ -1,0 +1,10 @@
+#pragma once
+// Commands that need no window of their own: another database, the tools of the system, the web.
+#include "shell/Fensterteile.h"
+
+namespace brenvik {
+
+void verbindeDatenbankwahl(Fensterteile& teile);
+void verbindeWerkzeuge(Fensterteile& teile);
+
+}  // namespace brenvik
