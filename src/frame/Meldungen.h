@@ -32,11 +32,9 @@ inline constexpr char ErsteHaengt[] =
     "Brenvik läuft bereits, antwortet aber nicht. Warten Sie einen Augenblick und starten Sie es dann noch einmal, oder beenden Sie das "
     "hängende Programm.";
 
-// Tools of the system and the web
+// Tools of the system
 inline constexpr char ProgrammStart1[] = "Programm \"";
 inline constexpr char ProgrammStart2[] = "\" konnte nicht gestartet werden!";
-inline constexpr char AdresseOeffnen1[] = "Die Adresse \"";
-inline constexpr char AdresseOeffnen2[] = "\" konnte nicht geöffnet werden.";
 
 // Profile files
 inline constexpr char IniGespeichert[] = "Änderungen wurden erfolgreich gespeichert";

@@ -2,11 +2,13 @@
 
 #include <QHBoxLayout>
 #include <QLayout>
+#include <QMenu>
 #include <iterator>
 
 #include "frame/Texte.h"
 #include "shell/QtText.h"
 #include "shell/Twips.h"
+#include "shell/frmBVK_Symbolleiste.h"
 
 namespace brenvik {
 namespace {
@@ -47,37 +49,84 @@ CoolBar::CoolBar(IconSet& icons, std::function<void(Befehl, const QString&)> run
     setObjectName(QStringLiteral("cbrBVK"));
     flow_->setContentsMargins(2, 2, 2, 2);
     flow_->setStretchLast(true);
-    bands_[0] = addToolBar("tbrBVKNav", std::begin(NavButtons), std::end(NavButtons));
-    bands_[1] = addToolBar("tbrFiles", std::begin(FileButtons), std::end(FileButtons));
+    bands_[0] = addToolBar("tbrBVKNav", "Programm", std::begin(NavButtons), std::end(NavButtons));
+    bands_[1] = addToolBar("tbrFiles", "Dateien und Listen", std::begin(FileButtons), std::end(FileButtons));
     bands_[2] = makeFavouriteBand();
-    bands_[3] = addToolBar("tbrFavoriten", std::begin(FavouriteButtons), std::end(FavouriteButtons));
+    bands_[3] = addToolBar("tbrFavoriten", "Favoriten", std::begin(FavouriteButtons), std::end(FavouriteButtons));
     for (QWidget* band : bands_) flow_->addWidget(band);
     refreshIcons();
 }
 
-QToolBar* CoolBar::addToolBar(const char* name, const ToolButton* first, const ToolButton* last) {
+QToolBar* CoolBar::addToolBar(const char* name, const char* accessibleName, const ToolButton* first, const ToolButton* last) {
     auto* bar = new QToolBar(this);
     bar->setObjectName(QLatin1String(name));
+    bar->setAccessibleName(QLatin1String(accessibleName));
     bar->setIconSize({IconSize, IconSize});
     bar->setMovable(false);
     bar->layout()->setContentsMargins(0, 0, 0, 0);
     bar->layout()->setSpacing(0);
+    bar->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(bar, &QToolBar::customContextMenuRequested, this, [this, bar](const QPoint& place) { askArrangement(*bar, place); });
+    Knopfordnung standard;
     for (const ToolButton* entry = first; entry != last; ++entry) {
-        if (entry->separatorBefore) bar->addSeparator();
+        if (entry->separatorBefore) standard.push_back({"|"});
+        standard.push_back({entry->name});
         const QString control = QLatin1String(entry->name);
-        QAction* action = bar->addAction(qt(strBVKToolbar(entry->caption)));
+        auto* action = new QAction(qt(strBVKToolbar(entry->caption)), this);
         action->setObjectName(control);
         action->setToolTip(qt(strBVKTips(entry->tip)));
         action->setData(static_cast<int>(entry->befehl));
         connect(action, &QAction::triggered, this, [this, befehl = entry->befehl, control] { run_(befehl, control); });
-        QWidget* button = bar->widgetForAction(action);
-        button->setObjectName(control);
-        button->setFocusPolicy(Qt::TabFocus);
-        button->setAccessibleDescription(action->toolTip());
         actions_.insert(control, action);
         iconNames_.insert(control, QLatin1String(entry->icon));
     }
+    leisten_.insert(bar->objectName(), {standard, standard});
+    fill(*bar, standard);
     return bar;
+}
+
+void CoolBar::fill(QToolBar& bar, const Knopfordnung& order) {
+    bar.clear();
+    for (const KnopfPlatz& place : order) {
+        if (!place.visible) continue;
+        if (place.isSeparator()) {
+            bar.addSeparator();
+            continue;
+        }
+        QAction* action = actions_.value(qt(place.key));
+        bar.addAction(action);
+        QWidget* button = bar.widgetForAction(action);
+        button->setObjectName(action->objectName());
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setAccessibleName(action->text());
+        button->setAccessibleDescription(action->toolTip());
+    }
+}
+
+void CoolBar::arrange(const QString& toolBar, const std::string& text) {
+    auto* bar = findChild<QToolBar*>(toolBar);
+    const auto own = leisten_.find(toolBar);
+    if (!bar || own == leisten_.end()) return;
+    const Knopfordnung order = knopfordnung(text, own->standard);
+    if (order == own->order) return;
+    own->order = order;
+    fill(*bar, order);
+    emit heightChanged();
+}
+
+std::string CoolBar::arrangement(const QString& toolBar) const {
+    const auto own = leisten_.constFind(toolBar);
+    return own == leisten_.constEnd() || own->order == own->standard ? std::string() : knopfordnungText(own->order);
+}
+
+void CoolBar::askArrangement(QToolBar& bar, const QPoint& place) {
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("mnuSymbolleiste"));
+    QAction* arrangeAction = menu.addAction(QStringLiteral("Symbolleiste &anpassen..."));
+    if (menu.exec(bar.mapToGlobal(place)) != arrangeAction) return;
+    const Leiste& own = leisten_[bar.objectName()];
+    frmBVK_Symbolleiste window(own.order, own.standard, actions_, this);
+    if (window.exec() == QDialog::Accepted) arrange(bar.objectName(), knopfordnungText(window.order()));
 }
 
 QWidget* CoolBar::makeFavouriteBand() {

@@ -13,6 +13,7 @@
 #include "shell/FensterEinstellungen.h"
 #include "shell/FlowLayout.h"
 #include "shell/Icons.h"
+#include "shell/Knopfordnung.h"
 
 namespace brenvik {
 
@@ -32,11 +33,20 @@ public:
     BandEinstellung band(std::size_t band) const;
     void setBandVisible(std::size_t band, bool on);
 
+    // The arrangement of the buttons of a toolbar; see Knopfordnung.h.
+    void arrange(const QString& toolBar, const std::string& text);
+    std::string arrangement(const QString& toolBar) const;
+
 signals:
     void heightChanged();
 
 private:
-    QToolBar* addToolBar(const char* name, const ToolButton* first, const ToolButton* last);
+    struct Leiste {
+        Knopfordnung standard, order;
+    };
+    QToolBar* addToolBar(const char* name, const char* accessibleName, const ToolButton* first, const ToolButton* last);
+    void fill(QToolBar& bar, const Knopfordnung& order);
+    void askArrangement(QToolBar& bar, const QPoint& place);
     QWidget* makeFavouriteBand();
 
     IconSet& icons_;
@@ -45,6 +55,7 @@ private:
     std::array<QWidget*, 4> bands_{};
     std::array<bool, 4> visible_{true, true, true, true};
     QHash<QString, QAction*> actions_;
+    QHash<QString, Leiste> leisten_;
     QHash<QString, QString> iconNames_;
     QToolButton* tlbcmdFav_ = nullptr;
     QComboBox* cboFavoriten_ = nullptr;

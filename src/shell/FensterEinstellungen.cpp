@@ -27,6 +27,7 @@ template <class Mover> void walk(Mover& mover, FensterEinstellungen& window) {
     walkPlace(mover, window);
     mover.measure(base + "SplitterVLeft", window.SplitterVLeft, 0);
     mover.measure(base + "SplitterHTop", window.SplitterHTop, 0);
+    for (std::size_t i = 0; i < window.Knoepfe.size(); ++i) mover.text(base + "Toolbar\\" + FensterEinstellungen::KnopfLeisten[i], window.Knoepfe[i]);
     for (std::size_t i = 0; i < window.Band.size(); ++i) {
         const std::string band = base + "Toolbar\\Band" + std::to_string(i + 1) + "_";
         mover.flag(band + "Visible", window.Band[i].Visible);
@@ -55,6 +56,7 @@ struct Reader {
             unusable(path, text);
         }
     }
+    void text(const std::string& path, std::string& value) { value = ReadRegistryKey(ctx, path, value); }
     void unusable(const std::string& path, const std::string& text) {
         ctx.trace.write("--- Einstellung " + path + " ist unbrauchbar: " + text);
     }
@@ -63,6 +65,7 @@ struct Reader {
 struct Writer {
     RegistryContext& ctx;
     void measure(const std::string& path, double& twips, double) { SaveRegistryKey(ctx, path, numberText(twips), RegSz); }
+    void text(const std::string& path, std::string& value) { SaveRegistryKey(ctx, path, value, RegSz); }
     void flag(const std::string& path, bool& value) { SaveRegistryKey(ctx, path, boolText(value), RegSz); }
 };
 

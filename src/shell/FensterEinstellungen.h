@@ -2,6 +2,7 @@
 // The main window's own settings: place, splitters and bands. All values are REG_SZ below Einstellungen; measures are
 // twips. A value that is no sensible measure counts as missing.
 #include <array>
+#include <string>
 
 #include "registry/RegistryContext.h"
 
@@ -18,6 +19,9 @@ struct FensterEinstellungen {
     double SplitterVLeft = 3350, SplitterHTop = 6000;
     std::array<BandEinstellung, 4> Band{BandEinstellung{true, 4005, 2505, 330, false}, BandEinstellung{true, 2205, 2205, 330, false},
                                         BandEinstellung{true, 5550, 3000, 375, true}, BandEinstellung{true, 900, 900, 330, false}};
+    // The user's arrangement of the buttons, as Knopfordnung.h has it; empty: as they come.
+    std::array<std::string, 3> Knoepfe;
+    static constexpr std::array<const char*, 3> KnopfLeisten{"tbrBVKNav", "tbrFavoriten", "tbrFiles"};
 };
 
 FensterEinstellungen loadWindowSettings(RegistryContext& ctx);

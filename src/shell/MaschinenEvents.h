@@ -11,6 +11,7 @@ public:
 
     void klick() override { engine_.context().klick(); }
     bool beforeClose() override;
+    bool beforeLeaving() override;
     void selectTab(int tab) override { engine_.selectTab(tab); }
     void selectNode(int node) override { engine_.selectNode(node); }
     void clickRegSave(const std::string& ownCaption) override { engine_.clickRegSave(ownCaption); }
@@ -30,6 +31,7 @@ public:
     void userBootTitle(std::size_t panel, const std::string& text) override { engine_.userBootTitle(panel, text); }
 
 private:
+    bool settleChanges();
     TippMaschine& engine_;
 };
 

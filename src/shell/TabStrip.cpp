@@ -9,6 +9,7 @@ namespace brenvik {
 
 TabStrip::TabStrip(QWidget* parent) : QWidget(parent), grid_(new QGridLayout(this)) {
     setObjectName(QStringLiteral("tbsTree"));
+    setAccessibleName(QStringLiteral("Ansicht der Tipps"));
     grid_->setContentsMargins(0, 0, 0, 0);
     grid_->setSpacing(1);
     group_.setExclusive(true);

@@ -2,7 +2,6 @@
 
 #include "frame/DateiSystem.h"
 #include "frame/Meldungen.h"
-#include "frame/Produkt.h"
 #include "shell/QtPort.h"
 #include "shell/frmBVK_Prog.h"
 #include "tipengine/Programm.h"
@@ -21,14 +20,6 @@ constexpr Werkzeug Plain[] = {
     {Befehl::DrWatson16, "drwatson.exe"},   {Befehl::DrWatson32, "drwtsn32.exe"},   {Befehl::Eventvwr, "eventvwr.exe"},
 };
 
-struct Adresse {
-    Befehl befehl;
-    std::string_view url;
-};
-constexpr Adresse Addresses[] = {
-    {Befehl::OSTHome, produkt::OstranaHome}, {Befehl::OSTDownload, produkt::OstranaDownload}, {Befehl::OSTShop, produkt::OstranaShop},
-};
-
 void launch(UserPort& port, const std::string& program, const std::vector<std::string>& arguments = {}) {
     if (port.startProgram(program, arguments)) return;
     const std::string& named = arguments.empty() ? program : arguments.back();
@@ -41,10 +32,6 @@ std::string msinfo32(const Context& ctx) {
     std::error_code error;
     if (std::filesystem::is_regular_file(userPath(ctx, german), error)) return german;
     return ctx.strWinLaufwerk + "Program Files\\Common Files\\" + Msinfo32;
-}
-
-void openAddress(UserPort& port, const std::string& url) {
-    if (!port.openAddress(url)) port.tell(meldung::AdresseOeffnen1 + url + meldung::AdresseOeffnen2, box::Exclamation);
 }
 
 }  // namespace
@@ -62,8 +49,6 @@ void verbindeWerkzeuge(Fensterteile& teile) {
     for (const Werkzeug& tool : Plain) window.setCommand(tool.befehl, [&port, file = tool.file] { launch(port, file); });
     window.setCommand(Befehl::Gpedit, [&port, &ctx] { launch(port, "mmc", {ctx.strWindir + "\\system32\\gpedit.msc"}); });
     window.setCommand(Befehl::Msinfo32, [&port, &ctx] { launch(port, msinfo32(ctx)); });
-    for (const Adresse& address : Addresses) window.setCommand(address.befehl, [&port, url = std::string(address.url)] { openAddress(port, url); });
-    window.setCommand(Befehl::EMail, [&port] { openAddress(port, "Mailto:" + std::string(produkt::AutorMail)); });
 }
 
 }  // namespace brenvik

@@ -1,5 +1,5 @@
 #pragma once
-// Commands that need no window of their own: another database, the tools of the system, the web.
+// Commands that need no window of their own: another database, the tools of the system.
 #include "shell/Fensterteile.h"
 
 namespace brenvik {

@@ -13,6 +13,7 @@ public:
 
     virtual void klick() = 0;                                      // the click sound, if it is on
     virtual bool beforeClose() = 0;                                // the window is about to close; false keeps it open
+    virtual bool beforeLeaving() = 0;                              // a command is about to build the panels anew; false stops it
     virtual void selectTab(int tab) = 0;
     virtual void selectNode(int node) = 0;
 

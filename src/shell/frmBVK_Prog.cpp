@@ -149,6 +149,8 @@ void frmBVK_Prog::run(Befehl befehl, const QString& control) {
         default: break;
     }
     events_->klick();
+    const bool rebuilds = befehl == Befehl::Netz || befehl == Befehl::Profil || befehl == Befehl::Optionen;
+    if (rebuilds && !events_->beforeLeaving()) return;
     const auto handler = handlers_.value(static_cast<int>(befehl));
     if (handler) handler();
 }

@@ -82,6 +82,7 @@ bool frmBVK_Prog::eventFilter(QObject* watched, QEvent* event) {
 void frmBVK_Prog::applySettings(const FensterEinstellungen& stored) {
     move(toPixels(stored.MainLeft), toPixels(stored.MainTop));
     resize(toPixels(stored.MainWidth), toPixels(stored.MainHeight));
+    for (std::size_t i = 0; i < stored.Knoepfe.size(); ++i) cbrBVK_->arrange(QLatin1String(FensterEinstellungen::KnopfLeisten[i]), stored.Knoepfe[i]);
     for (std::size_t i = 0; i < stored.Band.size(); ++i) cbrBVK_->applyBand(i, stored.Band[i]);
     menues_->action(QStringLiteral("mnuFavShow"))->setChecked(stored.Band[2].Visible);
     menues_->action(QStringLiteral("mnuFavButton"))->setChecked(stored.Band[3].Visible);
@@ -100,6 +101,7 @@ FensterEinstellungen frmBVK_Prog::presentSettings() const {
     present.MainHeight = toTwips(place.height());
     present.SplitterVLeft = splitterVLeft_;
     present.SplitterHTop = splitterHTop_;
+    for (std::size_t i = 0; i < present.Knoepfe.size(); ++i) present.Knoepfe[i] = cbrBVK_->arrangement(QLatin1String(FensterEinstellungen::KnopfLeisten[i]));
     for (std::size_t i = 0; i < present.Band.size(); ++i) present.Band[i] = cbrBVK_->band(i);
     return present;
 }

@@ -136,20 +136,17 @@ bool TippMaschine::DatenRead() {
     return ok;
 }
 
-void TippMaschine::DatenSichern() {
+bool TippMaschine::DatenSichern() {
+    bool settled = true;
     if (ctx_.blnGeaendert && ctx_.blnSchreibrecht) {
         const bool save = ctx_.port.ask(strBVKTexte(57));
         ctx_.klick();
+        settled = !save;
         if (save)
-            reportAndGoOn(ctx_, "DatenSichern", [&] {
-                if (!DatenRead()) return;
-                if (ctx_.aktuellerTipp.INITipp)
-                    SaveINITipp(false);
-                else
-                    RegWerteSchreiben();
-            });
+            reportAndGoOn(ctx_, "DatenSichern", [&] { settled = DatenRead() && (ctx_.aktuellerTipp.INITipp ? SaveINITipp(false) : RegWerteSchreiben()); });
     }
     ctx_.blnGeaendert = false;
+    return settled;
 }
 
 // --- writing ---

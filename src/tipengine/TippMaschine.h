@@ -65,7 +65,7 @@ public:
 
     // --- Saving ---
     bool DatenRead();
-    void DatenSichern();
+    bool DatenSichern();                                 // false: the user wanted to save, and it was refused or failed
     bool RegWerteSchreiben(Aenderung::Art art = Aenderung::Art::Speichern);   // false: refused or failed
     bool RegWerteLoeschen();                             // false: declined or failed
     bool SaveINITipp(bool loeschen);                     // false: refused or failed

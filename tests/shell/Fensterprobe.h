@@ -24,6 +24,7 @@ public:
 
     void klick() override { note("klick"); }
     bool beforeClose() override { note("beforeClose"); return mayClose; }
+    bool beforeLeaving() override { note("beforeLeaving"); return mayClose; }
     void selectTab(int tab) override { note("tab", tab); }
     void selectNode(int node) override { note("node", node); }
     void clickRegSave(const std::string& caption) override { note("save", caption); }

@@ -1,0 +1,264 @@
+// The program as its user meets it: start, the road of a change in each panel kind, tools, end, next start.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QTreeView>
+#include <thread>
+
+#include "Programmprobe.h"
+#include "tipengine/Fensteranfragen.h"
+
+namespace brenvik::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+constexpr const char* Question = "Sollen die Veränderungen gespeichert werden ?";
+constexpr const char* Saved = "Der Schlüssel wurde geändert/angelegt !";
+
+}  // namespace
+
+// The road once for every kind of panel, on a Tip that the shipped database has.
+class JedeArt : public Programmprobe, public testing::WithParamInterface<int> {
+protected:
+    int kind() const { return GetParam(); }
+
+    // The first Tip of this kind that can be changed here.
+    bool find() {
+        for (const TippListenEintrag& row : ctx().udtTippListe) {
+            engine().showTippByNumber(row.Index);
+            const auto& panels = ctx().frmBVK_Prog.panels;
+            const bool fits = !panels.empty() && panels[0].Ausgabeart == kind() && !panels[0].nurLesen && ctx().frmBVK_Prog.fraSteuerung &&
+                              ctx().frmBVK_Prog.KeySave && (kind() != art::Drive || !panels[0].text.empty());
+            if (!fits) continue;
+            heading = row.Überschrift;
+            return true;
+        }
+        return false;
+    }
+
+    // All that the Tip can change: the values and sub keys of its keys, and the boot file.
+    std::string stand() {
+        std::string all;
+        for (std::size_t i = 1; i <= tipp.letzterEintrag(); ++i) {
+            const TippEintrag& e = tipp.Eintrag[i];
+            ctx().objBVKReg.SetPath("", e.Hauptschlüssel + "\\" + e.Schlüssel + "\\");
+            for (const NamedValue& v : ctx().objBVKReg.ListRaw()) all += v.name.text() + "=" + std::to_string(v.value.type) + ":" + toText(v.value) + "\n";
+            for (const std::string& key : ctx().objBVKReg.EnumSubKeys()) all += "[" + key + "]\n";
+        }
+        return all + bytesOf(home / "drive_c/boot.ini");
+    }
+
+    void change() {
+        switch (kind()) {
+            case art::CheckBox: return QTest::mouseClick(&control<QCheckBox>("chkCheckBox(0)"), Qt::LeftButton, {}, {8, 8});
+            case art::TextWerte: return control<QLineEdit>("txtTextWerte(0)").setText(ctx().aktuellerTipp.Eintrag[1].Datentyp == 4 ? "1A" : "geprüft");
+            case art::ZahlenWerte: {
+                auto& field = control<QLineEdit>("txtZahlenWerte(0)");
+                const Panel& panel = ctx().frmBVK_Prog.panels[0];
+                return field.setText(QString::number(field.text().toInt() == panel.Min ? panel.Max : panel.Min));
+            }
+            case art::AuswahlBox: return otherChoice("cboAuswahlBox(0)");
+            case art::OptionsAuswahl:
+                for (const int j : {1, 2}) {
+                    auto& option = control<QRadioButton>("opbOptionsAuswahl" + std::to_string(j) + "(0)");
+                    if (!option.isChecked()) return option.click();
+                }
+                return;
+            case art::Drive: return control<QLineEdit>("txtDrive").setText("C:\\Geprüft");
+            case art::Farbe: port.colour = Rgb{12, 34, 56}; return press("cmdFarbe");
+            case art::Liste: {
+                auto* model = control<QTreeView>("lvListe").model();
+                const auto first = model->index(0, 0);
+                model->setData(first, first.data(Qt::CheckStateRole).toInt() == Qt::Checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+                return;
+            }
+            case art::BootINI: return control<QCheckBox>("chkBootINI(0)").click();
+            case art::BitMaske: return control<QCheckBox>("chkBitMaske(0)").click();
+            default: FAIL();
+        }
+    }
+    void otherChoice(const char* name) {
+        auto& box = control<QComboBox>(name);
+        QTest::keyClick(&box, box.currentIndex() > 0 ? Qt::Key_Up : Qt::Key_Down);
+    }
+    void pick() {
+        clickNode(heading);
+        tipp = ctx().aktuellerTipp;
+    }
+    const char* success() const { return kind() == art::BootINI ? "erfolgreich gespeichert" : Saved; }
+
+    std::string heading;
+    Tipp tipp;
+};
+
+TEST_P(JedeArt, IsChangedLeftSavedAndReset) {
+    ASSERT_TRUE(start());
+    port.registerWindow("frmBVK_BootINI", [](QtPort&, QWidget*, WindowRequest& r) { dynamic_cast<BootINIAnfrage&>(r).antwort = BootINIAnfrage::Antwort::Ueberschreiben; });
+    ctx().einstellungen.LöschenAktiv = true;
+    ASSERT_TRUE(find()) << "no such Tip";
+    pick();
+    const std::string before = stand();
+    change();
+    EXPECT_EQ(stand(), before) << "nothing is written before it is saved";
+    port.expect(Question, Answer::No);
+    clickNode("Brenvik");
+    EXPECT_EQ(stand(), before);
+    EXPECT_TRUE(port.answers.empty());
+
+    pick();
+    change();
+    port.expect(Question, Answer::Yes).expect(success());
+    clickNode("Brenvik");
+    const std::string after = stand();
+    EXPECT_NE(after, before) << heading;
+    pick();
+    clickNode("Brenvik");            // what is shown is what stands: no question
+
+    pick();
+    change();
+    port.expect(success());
+    QTest::keySequence(&window(), QKeySequence(Qt::CTRL | Qt::Key_S));
+    EXPECT_NE(stand(), after) << heading;
+    EXPECT_TRUE(port.answers.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, JedeArt, testing::Values(1, 2, 3, 4, 5, 6, 7, 8, 9, 11));
+
+TEST_F(Programmprobe, DefaultDeleteAndClosingWithAnUnsavedChange) {
+    ASSERT_TRUE(start());
+    ctx().einstellungen.LöschenAktiv = true;
+    // A box with a default in the user's own part of the registry
+    for (const TippListenEintrag& row : ctx().udtTippListe) {
+        engine().showTippByNumber(row.Index);
+        const Hauptfenster& f = ctx().frmBVK_Prog;
+        const bool fits = f.panels.size() == 1 && f.panels[0].Ausgabeart == art::CheckBox && f.Default && ctx().aktuellerTipp.letzterEintrag() == 1 &&
+                          ctx().aktuellerTipp.Eintrag[1].Standardwert == "0" && ctx().aktuellerTipp.Eintrag[1].Datentyp == 4 && !ctx().aktuellerTipp.INITipp;
+        if (fits) break;
+    }
+    const TippEintrag entry = ctx().aktuellerTipp.Eintrag.at(1);
+    const std::string path = entry.Hauptschlüssel + "\\" + entry.Schlüssel + "\\" + entry.Wertname;
+    const auto stand = [&] { return ReadRegistryKey(ctx(), path, "fehlt"); };
+    port.expect("Soll die Aktion ausgeführt werden ?", Answer::Yes).expect(Saved);
+    press("cmdDefault");
+    EXPECT_EQ(stand(), "0");
+    port.expect("Schlüssel wird gelöscht", Answer::Yes);
+    press("cmdRegDel");
+    EXPECT_EQ(stand(), "fehlt");
+    QTest::mouseClick(&control<QCheckBox>("chkCheckBox(0)"), Qt::LeftButton, {}, {8, 8});
+    port.expect(Question, Answer::Yes).expect(Saved);
+    EXPECT_TRUE(window().close());
+    EXPECT_NE(stand(), "fehlt");
+}
+
+TEST_F(Programmprobe, WhatCannotBeSavedKeepsTheWindowOpen) {
+    ASSERT_TRUE(start());
+    for (const TippListenEintrag& row : ctx().udtTippListe) {
+        engine().showTippByNumber(row.Index);
+        const auto& panels = ctx().frmBVK_Prog.panels;
+        if (!panels.empty() && panels[0].Ausgabeart == art::ZahlenWerte && !panels[0].nurLesen) break;
+    }
+    control<QLineEdit>("txtZahlenWerte(0)").setText("abc");
+    port.expect(Question, Answer::Yes).expect("abc");
+    EXPECT_FALSE(window().close());
+    EXPECT_EQ(control<QLineEdit>("txtZahlenWerte(0)").text(), "abc");
+    port.expect(Question, Answer::No);
+    EXPECT_TRUE(window().close());
+}
+
+TEST_F(Programmprobe, TheNextStartFindsWhatTheLastOneLeft) {
+    ASSERT_TRUE(start());
+    window().resize(900, 640);
+    window().SizeControlsV(4500);
+    menu("mnuFavButton");
+    menu("mnuIcoTXTOff");
+    window().coolBar().arrange("tbrFiles", "tbrSrvADMListe,|,-tbrAddRegListe,tbrRegFileSave");
+    QTest::mouseClick(control<TabStrip>("tbsTree").findChildren<QToolButton*>().at(1), Qt::LeftButton);
+    EXPECT_EQ(ctx().intTreeAktiv, 2);
+    EXPECT_TRUE(window().close());
+    program.reset();
+    ASSERT_TRUE(start());
+    EXPECT_EQ(window().size(), QSize(900, 640));
+    EXPECT_EQ(window().presentSettings().SplitterVLeft, 4500);
+    EXPECT_FALSE(window().menues().action("mnuFavButton")->isChecked());
+    EXPECT_TRUE(window().menues().action("mnuIcoTXTOff")->isChecked());
+    EXPECT_EQ(window().coolBar().arrangement("tbrFiles"), "tbrSrvADMListe,|,-tbrAddRegListe,tbrRegFileSave,tbrSrvRegListe,tbrADMFileSave,tbrAddADMListe");
+    EXPECT_EQ(ctx().frmBVK_Prog.tbsTree, 2);
+    EXPECT_EQ(window().windowTitle(), qt("Brenvik - Version: " + ctx().strProgVersion + " -"));
+}
+
+TEST_F(Programmprobe, NonsenseInTheSettingsLeavesAUsableWindow) {
+    ASSERT_TRUE(start());
+    for (const char* name : {"MainLeft", "MainTop", "MainWidth", "MainHeight", "SplitterVLeft", "SplitterHTop", "ShowNavText", "SoundOn", "TreeAktiv", "Toolbar\\Band1_Visible",
+                             "Toolbar\\Band3_MinWidth", "Toolbar\\tbrBVKNav", "Farbschema"})
+        SaveRegistryKey(ctx(), std::string(EinstellungenPfad) + name, "-1e9 Unsinn", 1);
+    program.reset();
+    ASSERT_TRUE(start());
+    EXPECT_TRUE(QGuiApplication::primaryScreen()->geometry().intersects(window().geometry()));
+    EXPECT_GE(window().width(), 700);
+    EXPECT_EQ(window().presentSettings().SplitterVLeft, 3400) << "the default, raised to the limit";
+    EXPECT_EQ(ctx().frmBVK_Prog.tbsTree, 1);
+    EXPECT_TRUE(window().coolBar().button("tbrExit")->isVisible());
+}
+
+TEST_F(Programmprobe, ToolsAreStartedOrTheirAbsenceIsTold) {
+    ASSERT_TRUE(start());
+    const std::pair<const char*, const char*> tools[] = {
+        {"mnuRegedit", "regedit.exe"},   {"mnuRegedt32", "regedt32.exe"},   {"mnudxdiag", "dxdiag.exe"},       {"mnusugverif", "sigverif.exe"},
+        {"mnuDrWotson16", "drwatson.exe"}, {"mnuDrwtsn32", "drwtsn32.exe"}, {"mnueventvwr", "eventvwr.exe"},
+        {"mnugpedit", "mmc C:\\WINDOWS\\system32\\gpedit.msc"},
+        {"mnumsinfo32", "C:\\Program Files\\Common Files\\Microsoft Shared\\MSInfo\\msinfo32.exe"}};
+    const std::size_t quiet = port.sounds.size();
+    for (const auto& [entry, command] : tools) {
+        menu(entry);
+        EXPECT_EQ(port.programs.back(), command);
+    }
+    EXPECT_EQ(port.sounds.size() - quiet, std::size(tools)) << "a click for each";
+    EXPECT_EQ(port.sounds.back(), std::string(BRENVIK_PROGRAMM_DIR) + "/bvkklick.wav");
+    std::filesystem::create_directories(home / "drive_c/Programme/Gemeinsame Dateien/Microsoft Shared/MSInfo");
+    home.put("drive_c/Programme/Gemeinsame Dateien/Microsoft Shared/MSInfo/msinfo32.exe", "MZ");
+    menu("mnumsinfo32");
+    EXPECT_EQ(port.programs.back(), "C:\\Programme\\Gemeinsame Dateien\\Microsoft Shared\\MSInfo\\msinfo32.exe");
+    port.programsStart = false;
+    port.expect("Programm \"drwtsn32.exe\" konnte nicht gestartet werden!").expect("Programm \"gpedit.msc\" konnte").expect("Programm \"msinfo32.exe\" konnte");
+    menu("mnuDrwtsn32");
+    menu("mnugpedit");
+    menu("mnumsinfo32");
+    ctx().einstellungen.SoundOn = false;
+    const std::size_t before = port.sounds.size();
+    port.programsStart = true;
+    menu("mnuRegedit");
+    EXPECT_EQ(port.sounds.size(), before);
+}
+
+TEST_F(Programmprobe, ANeededLogonIsOfferedAfterAllIsSaved) {
+    platform.sessionCanEnd = true;
+    ASSERT_TRUE(start());
+    ctx().blnNeustartNoetig = true;
+    window().resize(888, 600);
+    port.expect("sollen Sie abgemeldet werden ?\r\n\r\nDer Computer soll neu gestartet werden.", Answer::Yes);
+    EXPECT_TRUE(window().close());
+    EXPECT_EQ(platform.sessionCalls, (Lines{"privilege", "exit 3 -1"}));
+    EXPECT_EQ(ReadRegistryKey(ctx(), std::string(EinstellungenPfad) + "MainWidth", ""), "13320");
+}
+
+TEST_F(Programmprobe, AMachineThatDoesNotAnswerLeavesTheProgramUsable) {
+    port.expect("Grund: Der Rechner wurde nicht gefunden");
+    ASSERT_TRUE(start("/PC:Test01"));
+    EXPECT_TRUE(window().isVisible());
+    clickNode("Brenvik");
+    EXPECT_EQ(control<QLabel>("sbrBVK(1)").text(), qt("PC: " + ctx().strLokalerRechner));
+}
+
+TEST_F(Programmprobe, ASecondStartCallsTheFirstWindow) {
+    ASSERT_TRUE(start());
+    window().showMinimized();
+    const auto second = host::makeEinzelinstanz(home.path());
+    auto state = host::Einzelinstanz::Stand::Erste;
+    std::thread other([&] { state = second->anmelden(std::chrono::seconds(10), ""); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window().isMinimized(); }, 10'000));
+    other.join();
+    EXPECT_EQ(state, host::Einzelinstanz::Stand::AndereGerufen);
+}
+
+}  // namespace brenvik::test
