@@ -73,7 +73,8 @@ protected:
         const auto hits = root.data().toString() == qt(text) ? QModelIndexList{root} : tree.model()->match(root, Qt::DisplayRole, qt(text), 1, Qt::MatchExactly | Qt::MatchRecursive);
         ASSERT_EQ(hits.size(), 1) << text;
         tree.scrollTo(hits[0]);
-        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualRect(hits[0]).center());
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualRect(hits[0]).intersected(tree.viewport()->rect()).center());
+        EXPECT_EQ(ctx().frmBVK_Prog.tvBVKDB.at(static_cast<std::size_t>(ctx().frmBVK_Prog.ausgewaehlterKnoten)).text, text);
     }
 
     TempDir home;

@@ -42,6 +42,7 @@ protected:
         std::string all;
         for (std::size_t i = 1; i <= tipp.letzterEintrag(); ++i) {
             const TippEintrag& e = tipp.Eintrag[i];
+            if (e.Hauptschlüssel.empty()) continue;
             ctx().objBVKReg.SetPath("", e.Hauptschlüssel + "\\" + e.Schlüssel + "\\");
             for (const NamedValue& v : ctx().objBVKReg.ListRaw()) all += v.name.text() + "=" + std::to_string(v.value.type) + ":" + toText(v.value) + "\n";
             for (const std::string& key : ctx().objBVKReg.EnumSubKeys()) all += "[" + key + "]\n";
@@ -50,9 +51,11 @@ protected:
     }
 
     void change() {
+        ++round;                     // another value each time
+        const QString number = QString::number(round);
         switch (kind()) {
             case art::CheckBox: return QTest::mouseClick(&control<QCheckBox>("chkCheckBox(0)"), Qt::LeftButton, {}, {8, 8});
-            case art::TextWerte: return control<QLineEdit>("txtTextWerte(0)").setText(ctx().aktuellerTipp.Eintrag[1].Datentyp == 4 ? "1A" : "geprüft");
+            case art::TextWerte: return control<QLineEdit>("txtTextWerte(0)").setText((ctx().aktuellerTipp.Eintrag[1].Datentyp == 4 ? "1A" : "geprüft ") + number);
             case art::ZahlenWerte: {
                 auto& field = control<QLineEdit>("txtZahlenWerte(0)");
                 const Panel& panel = ctx().frmBVK_Prog.panels[0];
@@ -65,8 +68,8 @@ protected:
                     if (!option.isChecked()) return option.click();
                 }
                 return;
-            case art::Drive: return control<QLineEdit>("txtDrive").setText("C:\\Geprüft");
-            case art::Farbe: port.colour = Rgb{12, 34, 56}; return press("cmdFarbe");
+            case art::Drive: return control<QLineEdit>("txtDrive").setText("C:\\Geprüft " + number);
+            case art::Farbe: port.colour = Rgb{12, 34, static_cast<std::uint8_t>(56 + round)}; return press("cmdFarbe");
             case art::Liste: {
                 auto* model = control<QTreeView>("lvListe").model();
                 const auto first = model->index(0, 0);
@@ -85,9 +88,11 @@ protected:
     void pick() {
         clickNode(heading);
         tipp = ctx().aktuellerTipp;
+        EXPECT_EQ(utf8(control<QLabel>("lblDBTippU").text()), heading);
     }
     const char* success() const { return kind() == art::BootINI ? "erfolgreich gespeichert" : Saved; }
 
+    int round = 0;
     std::string heading;
     Tipp tipp;
 };
@@ -146,6 +151,8 @@ TEST_F(Programmprobe, DefaultDeleteAndClosingWithAnUnsavedChange) {
     press("cmdRegDel");
     EXPECT_EQ(stand(), "fehlt");
     QTest::mouseClick(&control<QCheckBox>("chkCheckBox(0)"), Qt::LeftButton, {}, {8, 8});
+    ctx().blnNeustartNoetig = false;
+    ctx().aktuellerTipp.Neustart = 0;
     port.expect(Question, Answer::Yes).expect(Saved);
     EXPECT_TRUE(window().close());
     EXPECT_NE(stand(), "fehlt");
@@ -168,7 +175,7 @@ TEST_F(Programmprobe, WhatCannotBeSavedKeepsTheWindowOpen) {
 
 TEST_F(Programmprobe, TheNextStartFindsWhatTheLastOneLeft) {
     ASSERT_TRUE(start());
-    window().resize(900, 640);
+    window().resize(780, 640);
     window().SizeControlsV(4500);
     menu("mnuFavButton");
     menu("mnuIcoTXTOff");
@@ -178,7 +185,7 @@ TEST_F(Programmprobe, TheNextStartFindsWhatTheLastOneLeft) {
     EXPECT_TRUE(window().close());
     program.reset();
     ASSERT_TRUE(start());
-    EXPECT_EQ(window().size(), QSize(900, 640));
+    EXPECT_EQ(window().size(), QSize(780, 640));
     EXPECT_EQ(window().presentSettings().SplitterVLeft, 4500);
     EXPECT_FALSE(window().menues().action("mnuFavButton")->isChecked());
     EXPECT_TRUE(window().menues().action("mnuIcoTXTOff")->isChecked());
@@ -235,11 +242,11 @@ TEST_F(Programmprobe, ANeededLogonIsOfferedAfterAllIsSaved) {
     platform.sessionCanEnd = true;
     ASSERT_TRUE(start());
     ctx().blnNeustartNoetig = true;
-    window().resize(888, 600);
+    window().resize(777, 600);
     port.expect("sollen Sie abgemeldet werden ?\r\n\r\nDer Computer soll neu gestartet werden.", Answer::Yes);
     EXPECT_TRUE(window().close());
     EXPECT_EQ(platform.sessionCalls, (Lines{"privilege", "exit 3 -1"}));
-    EXPECT_EQ(ReadRegistryKey(ctx(), std::string(EinstellungenPfad) + "MainWidth", ""), "13320");
+    EXPECT_EQ(ReadRegistryKey(ctx(), std::string(EinstellungenPfad) + "MainWidth", ""), "11655");
 }
 
 TEST_F(Programmprobe, AMachineThatDoesNotAnswerLeavesTheProgramUsable) {
