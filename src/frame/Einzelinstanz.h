@@ -26,7 +26,7 @@ public:
 
     // For the first one: becomes ready when somebody calls (a descriptor to read from, on Windows an event); -1: none.
     virtual std::intptr_t wakeHandle() const = 0;
-    // Answers all who called meanwhile; the last one's token, nothing if nobody called. Does not wait.
+    // Answers all who called meanwhile; the last one's token (empty without one), nothing if nobody called. Does not wait.
     virtual std::optional<std::string> abholen() = 0;
 
     static constexpr std::size_t MaxToken = 256;

@@ -45,7 +45,7 @@ private:
 };
 
 bool usable(const std::string& token) {
-    return token.size() <= Einzelinstanz::MaxToken && std::all_of(token.begin(), token.end(), [](char c) { return c > ' ' && c <= '~'; });
+    return !token.empty() && token.size() <= Einzelinstanz::MaxToken && std::all_of(token.begin(), token.end(), [](char c) { return c > ' ' && c <= '~'; });
 }
 
 bool waitFor(int descriptor, short what, Clock::time_point until) {
@@ -103,7 +103,7 @@ public:
             if (line.empty() || line.back() != '\n' || line.rfind(Call, 0) != 0) continue;
             line = line.substr(Call.size(), line.size() - Call.size() - 1);
             sendText(caller.get(), Reply);
-            token = usable(line) ? line : std::string();
+            if (!token || usable(line)) token = usable(line) ? line : std::string();
         }
     }
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "cli/Aufruffehler.h"
 #include "frame/UserPort.h"
 #include "frame/Version.h"
 #include "shell/Farben.h"
@@ -44,17 +45,19 @@ std::optional<int> takeOptions(Aufruf& call, int argc, char** argv) {
     app.footer("Eigene Schalter des Programms, in dieser Reihenfolge: [/PC:<Rechnername>] [/U:<Account> /PW:<Passwort>] [/DEBUG], oder /?");
     app.allow_windows_style_options(false);
     app.allow_extras();
+    brenvik::cli::germanHelp(app);
+    const auto refuse = [](const std::string& problem) {
+        std::fprintf(stderr, "%s\nbrenvik --help nennt, was möglich ist.\n", problem.c_str());
+        return 2;
+    };
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : 2;
+        return error.get_exit_code() == 0 ? app.exit(error) : refuse(brenvik::cli::usageProblem(app, error));
     }
     call.rest = app.remaining();
     for (const std::string& argument : call.rest)
-        if (argument.rfind("--", 0) == 0) {
-            std::fprintf(stderr, "Unbekannte Option: %s (brenvik --help nennt alle)\n", argument.c_str());
-            return 2;
-        }
+        if (argument.rfind("--", 0) == 0) return refuse("Unbekannte Angabe: " + argument);
     return std::nullopt;
 }
 

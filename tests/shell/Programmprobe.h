@@ -46,7 +46,15 @@ public:
 class Programmprobe : public testing::Test {
 protected:
     Programmprobe() { platform.home = home.path(); platform.programDirectory = BRENVIK_PROGRAMM_DIR; }
-    ~Programmprobe() override { EXPECT_TRUE(port.answers.empty()) << "never asked: " << port.answers.front().first; }
+    ~Programmprobe() override {
+        end();
+        EXPECT_TRUE(port.answers.empty()) << "never asked: " << port.answers.front().first;
+    }
+    // Widgets that wait for their removal go before what they draw.
+    void end() {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        program.reset();
+    }
 
     bool start(const std::string& line = {}) {
         FensterOptionen options;

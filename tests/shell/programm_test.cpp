@@ -29,7 +29,8 @@ protected:
             engine().showTippByNumber(row.Index);
             const auto& panels = ctx().frmBVK_Prog.panels;
             const bool fits = !panels.empty() && panels[0].Ausgabeart == kind() && !panels[0].nurLesen && ctx().frmBVK_Prog.fraSteuerung &&
-                              ctx().frmBVK_Prog.KeySave && (kind() != art::Drive || !panels[0].text.empty());
+                              ctx().frmBVK_Prog.KeySave && (kind() != art::Drive || !panels[0].text.empty()) &&
+                              (kind() != art::Liste || !ctx().aktuellerTipp.Eintrag[1].Wertname.empty());   // lists of keys can only be deleted
             if (!fits) continue;
             heading = row.Überschrift;
             return true;
@@ -90,7 +91,9 @@ protected:
         tipp = ctx().aktuellerTipp;
         EXPECT_EQ(utf8(control<QLabel>("lblDBTippU").text()), heading);
     }
-    const char* success() const { return kind() == art::BootINI ? "erfolgreich gespeichert" : Saved; }
+    void expectSuccess() {
+        if (kind() != art::BootINI) port.expect(Saved);      // a boot file is written without a word
+    }
 
     int round = 0;
     std::string heading;
@@ -113,8 +116,10 @@ TEST_P(JedeArt, IsChangedLeftSavedAndReset) {
 
     pick();
     change();
-    port.expect(Question, Answer::Yes).expect(success());
+    port.expect(Question, Answer::Yes);
+    expectSuccess();
     clickNode("Brenvik");
+    EXPECT_TRUE(port.answers.empty());
     const std::string after = stand();
     EXPECT_NE(after, before) << heading;
     pick();
@@ -122,7 +127,7 @@ TEST_P(JedeArt, IsChangedLeftSavedAndReset) {
 
     pick();
     change();
-    port.expect(success());
+    expectSuccess();
     QTest::keySequence(&window(), QKeySequence(Qt::CTRL | Qt::Key_S));
     EXPECT_NE(stand(), after) << heading;
     EXPECT_TRUE(port.answers.empty());
@@ -183,7 +188,7 @@ TEST_F(Programmprobe, TheNextStartFindsWhatTheLastOneLeft) {
     QTest::mouseClick(control<TabStrip>("tbsTree").findChildren<QToolButton*>().at(1), Qt::LeftButton);
     EXPECT_EQ(ctx().intTreeAktiv, 2);
     EXPECT_TRUE(window().close());
-    program.reset();
+    end();
     ASSERT_TRUE(start());
     EXPECT_EQ(window().size(), QSize(780, 640));
     EXPECT_EQ(window().presentSettings().SplitterVLeft, 4500);
@@ -199,7 +204,7 @@ TEST_F(Programmprobe, NonsenseInTheSettingsLeavesAUsableWindow) {
     for (const char* name : {"MainLeft", "MainTop", "MainWidth", "MainHeight", "SplitterVLeft", "SplitterHTop", "ShowNavText", "SoundOn", "TreeAktiv", "Toolbar\\Band1_Visible",
                              "Toolbar\\Band3_MinWidth", "Toolbar\\tbrBVKNav", "Farbschema"})
         SaveRegistryKey(ctx(), std::string(EinstellungenPfad) + name, "-1e9 Unsinn", 1);
-    program.reset();
+    end();
     ASSERT_TRUE(start());
     EXPECT_TRUE(QGuiApplication::primaryScreen()->geometry().intersects(window().geometry()));
     EXPECT_GE(window().width(), 700);
