@@ -39,9 +39,6 @@ int main(int argc, char** argv) {
         Programm programm(port, *platform, {home, std::nullopt}, observer, recorder);
         programm.loadSettings();
         programm.detectSystem();
-        Startanzeige nobodyLooks;
-        programm.fitToSystem(nobodyLooks);
-        programm.takeProfile();
         if (!machine.empty() && !cli::selectMachine(programm, machine)) return 1;
         if (call.needsDatabase) {
             if (!programm.loadDatabase()) return 1;

@@ -11,8 +11,10 @@
 #include <map>
 
 #include "export/TippFileSaveAnfrage.h"
+#include "frame/Erkennung.h"
 #include "frame/Errors.h"
 #include "frame/Hilfethemen.h"
+#include "frame/Kommandozeile.h"
 #include "frame/Produkt.h"
 #include "frame/Startpasswort.h"
 #include "shell/Farben.h"
@@ -134,6 +136,8 @@ std::vector<Fensterbild> modalWindows() {
         {"frmBVK_RegBrowse", menu("mnuBvkReg"), nullptr, typed("txtPfad", "HKCU\\Control Panel\\Desktop")},
         {"frmBVK_REGEdit", request(registryNumber())},
         {"frmBVK_TippFileSave", request(exportList())},
+        {"frmBVK_Parameter", request(ParameterAnfrage())},
+        {"frmBVK_OSErkennung", request(OSErkennungAnfrage())},
     };
 }
 

@@ -149,7 +149,7 @@ void frmBVK_Prog::run(Befehl befehl, const QString& control) {
         default: break;
     }
     events_->klick();
-    const bool rebuilds = befehl == Befehl::Netz || befehl == Befehl::Profil || befehl == Befehl::Optionen;
+    const bool rebuilds = befehl == Befehl::Netz || befehl == Befehl::Profil;
     if (rebuilds && !events_->beforeLeaving()) return;
     const auto handler = handlers_.value(static_cast<int>(befehl));
     if (handler) handler();

@@ -50,7 +50,7 @@ private:
     }
     void system() {
         stageWithPause(177, 80);
-        step([&] { programm_.detectSystem(); });
+        step([&] { programm_.recogniseSystem(); });
         step([&] { window_.setCaption(); });
     }
     bool password() {

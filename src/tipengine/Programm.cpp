@@ -50,6 +50,13 @@ Programm::~Programm() = default;
 void Programm::loadSettings() { loadCoreSettings(*context_); }
 
 void Programm::detectSystem() {
+    Startanzeige nobodyLooks;
+    recogniseSystem();
+    fitToSystem(nobodyLooks);
+    takeProfile();
+}
+
+void Programm::recogniseSystem() {
     Context& ctx = *context_;
     ctx.osVersion = readSystemVersion(ctx);
     BSErmitteln(ctx, ctx.osVersion);

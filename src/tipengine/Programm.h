@@ -30,10 +30,11 @@ public:
 
     // The steps of the load sequence that need no window. Each is called once, in this order.
     void loadSettings();       // those the core asks for
-    void detectSystem();       // operating system, user, directories
-    bool loadDatabase();       // false: the program ends (the user has been told)
+    void detectSystem();       // operating system, user, directories, rights, profile: the next three in one, with nobody looking
+    void recogniseSystem();
     void fitToSystem(Startanzeige& anzeige, const Ladeschritte::Anmelden& account = {});   // rights, and the machine to work on
     void takeProfile();        // whose HKCU it is
+    bool loadDatabase();       // false: the program ends (the user has been told)
 
     Context& context() { return *context_; }
     TippMaschine& maschine() { return *maschine_; }

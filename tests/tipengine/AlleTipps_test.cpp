@@ -38,9 +38,6 @@ protected:
         programm = std::make_unique<Programm>(port, platform, ProgrammOptionen{dir.path(), program}, observer, recorder);
         programm->loadSettings();
         programm->detectSystem();
-        Startanzeige nobodyLooks;
-        programm->fitToSystem(nobodyLooks);
-        programm->takeProfile();
         ctx().intBS = 6;
         ctx().einstellungen.BSSystemAktiv = false;   // Tips for older systems are shown too
         ctx().einstellungen.SoundOn = false;
