@@ -127,6 +127,15 @@ bool TippMaschine::collectBootEntry(Panel& panel) {
     ctx_.port.showWindow(dialog);
     if (dialog.antwort == BootINIAnfrage::Antwort::Abbruch) return false;
 
+    const auto canStandInFile = [&](const BootEintrag& entry) {
+        try {
+            Profildatei().setSectionLines("boot", {bootLine(entry)});
+            return true;
+        } catch (const NumberedError& error) {
+            ctx_.port.tell(error.what() + std::string(meldung::NichtsGeaendert), box::Exclamation);
+            return false;
+        }
+    };
     std::vector<ChosenSwitch> chosen;
     for (const SchalterFeld& field : panel.schalter) chosen.push_back({field.beschriftung, field.angehakt, field.wert});
     BootEintrag changed = selected;
@@ -136,11 +145,13 @@ bool TippMaschine::collectBootEntry(Panel& panel) {
         changed.Titel = changed.titelRoh = dialog.txtBootWert;
         changed.blnDisk = true;
         changed.inAnfuehrung = true;
+        if (!canStandInFile(changed)) return false;
         table.push_back(changed);
         ctx_.intBootEintrag = static_cast<int>(table.size()) - 1;
         return true;
     }
     if (!selected.blnDisk && panel.txtBINI != selected.Titel) changed.Titel = changed.titelRoh = panel.txtBINI;
+    if (!canStandInFile(changed)) return false;
     changed.bearbeitet = wert(panel.eintraege.front()).beruehrt;   // overwriting with what stands there leaves the line alone
     table[static_cast<std::size_t>(ctx_.intBootEintrag)] = changed;
     return true;

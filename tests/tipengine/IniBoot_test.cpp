@@ -162,6 +162,18 @@ TEST_F(BootTipp, WasEinAndererInzwischenSchriebBleibt) {
     EXPECT_TRUE(p.ctx->blnGeaendert);
 }
 
+TEST_F(BootTipp, NameDerNichtInDieDateiPasstWirdAbgelehnt) {
+    p.port.onWindow("frmBVK_BootINI", [](WindowRequest& w) {
+        auto& d = dynamic_cast<BootINIAnfrage&>(w);
+        d.antwort = BootINIAnfrage::Antwort::Name;
+        d.txtBootWert = "\xE6\x97\xA5";
+    });
+    p.port.expectBox("die in einer INI-Datei nicht möglich sind");
+    p.save();
+    EXPECT_EQ(bytesOf(file), Boot);
+    EXPECT_EQ(p.ctx->udtBootEintraege.size(), 4u);
+}
+
 TEST_F(BootTipp, AlsTextGesetzt) {
     EXPECT_EQ(p.engine->shownText(1), "Microsoft Windows XP /noexecute=optin /FASTDETECT");
     EXPECT_NE(p.engine->setEntryFromText(1, "Anderes System /SOS"), "");
