@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 
+#include "lists/Listen.h"
 #include "tipengine/Programm.h"
 
 namespace brenvik::cli {
@@ -12,6 +13,7 @@ struct Aufruf {
     bool json = false;
     bool yes = false;
     bool needsDatabase = false;
+    Listen* listen = nullptr;   // there while the command runs
     std::function<int(Programm&)> run;
 };
 
@@ -20,6 +22,7 @@ bool selectMachine(Programm& programm, const std::string& machine);
 
 void addTippBefehle(CLI::App& app, Aufruf& call);
 void addRegistryBefehle(CLI::App& app, Aufruf& call);
+void addHistoryBefehle(CLI::App& app, Aufruf& call);   // history, drift
 void addExportBefehle(CLI::App& app, Aufruf& call);
 void addListenBefehle(CLI::App& app, Aufruf& call);     // list, apply
 

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/Befehle.h"
+#include "cli/TippProbe.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
 
@@ -14,6 +15,8 @@ namespace brenvik::cli {
 namespace {
 
 using nlohmann::ordered_json;
+
+constexpr int TextNichtGeeignet = 133;
 
 const std::map<std::string, int> Ansichten{{"alle", 1}, {"abc", 2}, {"win95", 3}, {"win98", 4}, {"winme", 5},
                                            {"winnt", 6}, {"win2k", 7}, {"neu", 8}, {"winxp", 9}};
@@ -144,12 +147,21 @@ bool open(Programm& programm, std::int32_t number) {
     return false;
 }
 
-int set(Programm& programm, std::int32_t number, const std::vector<std::string>& texts, const std::vector<int>& entries) {
+// Shows the Tip for a look that changes nothing; false, with the reason told, if it is not shown here.
+bool inspect(Programm& programm, std::int32_t number) {
+    if (!exists(programm, number)) return false;
+    programm.maschine().inspectTipp(number);
+    if (programm.maschine().mayBeShown() && !programm.context().frmBVK_Prog.panels.empty()) return true;
+    std::cerr << strBVKTexte(TextNichtGeeignet) << "\n";
+    return false;
+}
+
+int set(Programm& programm, std::int32_t number, const std::vector<std::string>& texts, const std::vector<int>& entries, bool dryRun, bool json) {
     if (entries.empty() ? texts.size() != 1 : entries.size() != texts.size()) {
         std::cerr << "Zu jedem --entry gehört genau ein TEXT\n";
         return 2;
     }
-    if (!open(programm, number)) return 1;
+    if (dryRun ? !inspect(programm, number) : !open(programm, number)) return 1;
     TippMaschine& maschine = programm.maschine();
     for (std::size_t k = 0; k < texts.size(); ++k) {
         const auto entry = static_cast<std::int16_t>(entries.empty() ? 1 : entries[k]);
@@ -163,6 +175,7 @@ int set(Programm& programm, std::int32_t number, const std::vector<std::string>&
         return 1;
     }
     if (!maschine.DatenRead()) return 1;
+    if (dryRun) return printPlan(programm, json);
     const bool saved = programm.context().aktuellerTipp.INITipp ? maschine.SaveINITipp(false) : maschine.RegWerteSchreiben();
     return saved ? 0 : 1;
 }
@@ -228,7 +241,9 @@ void addTippBefehle(CLI::App& app, Aufruf& call) {
     auto* setter = command("set", "Werte eines Tipps setzen und speichern");
     setter->add_option("--entry", *entries, "Nummer des Eintrags; je TEXT einmal")->allow_extra_args(false)->take_all();
     setter->add_option("TEXT", *texts, "Wert, wie ihn das Eingabefeld zeigt; on oder off für Kästchen")->required();
-    on(setter, [number, texts, entries](Programm& p) { return set(p, *number, *texts, *entries); });
+    auto dryRun = std::make_shared<bool>(false);
+    setter->add_flag("--dry-run", *dryRun, "Nur zeigen, was geschrieben würde, Wert für Wert; nichts schreiben");
+    on(setter, [&call, number, texts, entries, dryRun](Programm& p) { return set(p, *number, *texts, *entries, *dryRun, call.json); });
     on(command("default", "Einen Tipp auf den Windows-Standard setzen"), [number](Programm& p) { return setDefault(p, *number); });
     on(command("delete", "Die Werte eines Tipps löschen"), [number](Programm& p) { return remove(p, *number); });
 }

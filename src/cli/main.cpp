@@ -4,6 +4,7 @@
 #include "cli/Befehle.h"
 #include "cli/CliPort.h"
 #include "frame/Version.h"
+#include "tipengine/Aufzeichnungen.h"
 
 using namespace brenvik;
 
@@ -21,6 +22,7 @@ int main(int argc, char** argv) {
     app.fallthrough();
     cli::addTippBefehle(app, call);
     cli::addRegistryBefehle(app, call);
+    cli::addHistoryBefehle(app, call);
     cli::addExportBefehle(app, call);
     cli::addListenBefehle(app, call);
     cli::germanHelp(app);
@@ -35,8 +37,11 @@ int main(int argc, char** argv) {
         CliPort port(call.yes);
         const auto platform = makeNativePlatform();
         WindowObserver observer;
-        ChangeRecorder recorder;
-        Programm programm(port, *platform, {home, std::nullopt}, observer, recorder);
+        Aufzeichnungen recorders;
+        Programm programm(port, *platform, {home, std::nullopt}, observer, recorders);
+        Listen listen(programm.maschine());
+        recorders.add(listen);
+        call.listen = &listen;
         programm.loadSettings();
         programm.detectSystem();
         if (!machine.empty() && !cli::selectMachine(programm, machine)) return 1;

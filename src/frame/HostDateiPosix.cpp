@@ -63,6 +63,20 @@ std::error_code replaceFile(const std::filesystem::path& source, const std::file
     return {};
 }
 
+std::optional<FileStamp> fileStamp(const std::filesystem::path& file) {
+    struct stat facts{};
+    if (::stat(file.c_str(), &facts) != 0) return std::nullopt;
+    const auto nanoseconds = [](const timespec& time) { return static_cast<std::int64_t>(time.tv_sec) * 1'000'000'000 + time.tv_nsec; };
+    return FileStamp{static_cast<std::uintmax_t>(facts.st_size), nanoseconds(facts.st_mtim), nanoseconds(facts.st_ctim),
+                     static_cast<std::uintmax_t>(facts.st_ino)};
+}
+
+std::error_code makePrivate(const std::filesystem::path& file) {
+    const Descriptor out(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    if (out.get() < 0 || ::fchmod(out.get(), 0600) != 0) return lastError();
+    return {};
+}
+
 bool isReadOnly(const std::filesystem::path& file) {
     struct stat facts{};
     return ::stat(file.c_str(), &facts) == 0 && (facts.st_mode & S_IWUSR) == 0;

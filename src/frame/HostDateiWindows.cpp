@@ -6,6 +6,7 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+#include <sddl.h>
 
 #include "frame/HostDatei.h"
 
@@ -56,6 +57,31 @@ std::error_code replaceFile(const std::filesystem::path& source, const std::file
     if (::ReplaceFileW(target.c_str(), source.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0) return {};
     const bool done = ::MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
     return done ? std::error_code() : lastError();
+}
+
+std::optional<FileStamp> fileStamp(const std::filesystem::path& file) {
+    const Handle in(::CreateFileW(file.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING, 0, nullptr));
+    BY_HANDLE_FILE_INFORMATION facts{};
+    if (in.get() == INVALID_HANDLE_VALUE || ::GetFileInformationByHandle(in.get(), &facts) == 0) return std::nullopt;
+    const auto joined = [](DWORD high, DWORD low) { return static_cast<std::uintmax_t>(high) << 32 | low; };
+    const auto time = [&](const FILETIME& t) { return static_cast<std::int64_t>(joined(t.dwHighDateTime, t.dwLowDateTime)); };
+    return FileStamp{joined(facts.nFileSizeHigh, facts.nFileSizeLow), time(facts.ftLastWriteTime), time(facts.ftCreationTime),
+                     joined(facts.nFileIndexHigh, facts.nFileIndexLow)};
+}
+
+// The file lies in the user's own profile, whose rights it inherits; a list of its own keeps everybody else out even elsewhere.
+std::error_code makePrivate(const std::filesystem::path& file) {
+    PSECURITY_DESCRIPTOR ownerOnly = nullptr;
+    if (::ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)", SDDL_REVISION_1, &ownerOnly, nullptr) == 0) return lastError();
+    SECURITY_ATTRIBUTES attributes{sizeof attributes, ownerOnly, FALSE};
+    std::error_code error;
+    {
+        const Handle out(::CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &attributes, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (out.get() == INVALID_HANDLE_VALUE) error = lastError();
+    }
+    if (!error && ::SetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION, ownerOnly) == 0) error = lastError();
+    ::LocalFree(ownerOnly);
+    return error;
 }
 
 bool isReadOnly(const std::filesystem::path& file) {

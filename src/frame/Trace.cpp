@@ -130,6 +130,14 @@ void TraceLog::leave(bool endLine) noexcept {
 
 std::string traceText(bool value) { return value ? "True" : "False"; }
 
+std::string traceValue(std::string_view name, std::string_view text) {
+    constexpr std::string_view Secret = "password";
+    const std::string_view last = name.substr(name.rfind('\\') + 1);   // npos + 1 is 0
+    const auto same = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b; };
+    const bool hidden = std::search(last.begin(), last.end(), Secret.begin(), Secret.end(), same) != last.end();
+    return std::string(hidden ? std::string_view("*****") : text);
+}
+
 ProcTrace::ProcTrace(TraceLog& log, std::string_view procedure) : log_(log) { log_.enter(procedure); }
 
 ProcTrace::~ProcTrace() { log_.leave(end_); }

@@ -59,6 +59,9 @@ inline std::string traceText(std::string_view value) { return std::string(value)
 inline std::string traceText(const std::string& value) { return value; }
 inline std::string traceText(const char* value) { return value; }
 
+// A registry value for the log: "*****" if its name (or the path that ends in it) has "password" in it, whatever the case.
+std::string traceValue(std::string_view name, std::string_view text);
+
 // Start line on construction, end line on destruction; P and R lines in between.
 class ProcTrace {
 public:

@@ -13,6 +13,7 @@ namespace brenvik {
 namespace box {
 inline constexpr int OK = 0, OKCancel = 1, YesNoCancel = 3, YesNo = 4, RetryCancel = 5;
 inline constexpr int Critical = 16, Question = 32, Exclamation = 48, Information = 64;
+inline constexpr int DefaultNo = 0x100;   // the second button is the one that Return means
 inline constexpr int Help = 0x4000;
 }  // namespace box
 

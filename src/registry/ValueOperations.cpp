@@ -22,7 +22,7 @@ std::string ReadRegistryKey(RegistryContext& ctx, const std::string& path, const
     try {
         ctx.objBVKReg.SetPath(rechner, path);
         const std::string result = ctx.objBVKReg.Exists(KEY_QUERY_VALUE_MASK) ? ctx.objBVKReg.ReadValue(false) : defaultText;
-        trace.r(result);
+        trace.r(traceValue(path, result));
         return result;
     } catch (const std::exception& error) {
         RegFehlermeldungen(ctx, errorNumberOf(error));
@@ -35,7 +35,7 @@ bool SaveRegistryKey(RegistryContext& ctx, const std::string& path, const std::s
                      const std::optional<std::string>& machine) {
     const std::string rechner = machine.value_or(ctx.strLokalerRechner);
     ProcTrace trace(ctx.trace, "SaveRegistryKey");
-    trace.p(path).p(value).p(type).p(rechner);
+    trace.p(path).p(traceValue(path, value)).p(type).p(rechner);
     try {
         ctx.objBVKReg.SetPath(rechner, path);
         if (value == DelKey) {

@@ -16,6 +16,8 @@
 #include "frame/Hilfethemen.h"
 #include "frame/Kommandozeile.h"
 #include "frame/Produkt.h"
+#include "lists/Listenfenster.h"
+#include "registry/ValueOperations.h"
 #include "frame/Startpasswort.h"
 #include "shell/Farben.h"
 #include "shell/QtPort.h"
@@ -115,6 +117,31 @@ TippFileSaveAnfrage exportList() {
     return request;
 }
 
+HistoryListeAnfrage historyList() {
+    static constexpr const char* Headings[] = {"Schriftgröße der Menüs", "Verzögerung der Menüs", "Assistent zur Desktopbereinigung abschalten"};
+    HistoryListeAnfrage request;
+    for (std::int32_t row = 1; row <= 3; ++row) request.zeilen.push_back({row, 0});
+    request.zeile = [](std::size_t row) {
+        return HistoryListeAnfrage::Zeile{"09.11.2002", "12:3" + std::to_string(row) + ":00", "BRENVIK-PC", Headings[row % std::size(Headings)]};
+    };
+    request.befehleAktiv = request.redoMoeglich = true;
+    return request;
+}
+
+HistoryDatenAnfrage historyValues() {
+    HistoryDatenAnfrage request;
+    request.zeilen = {{"MenuShowDelay", "400", "100"}, {"NoDesktopCleanupWizard", KeyNichtVorhanden, "1"}};
+    request.hinweis = "Die Änderung wurde auf dem Rechner \"BUERO-2\" gemacht; die aktuellen Werte sind die des Rechners \"BRENVIK-PC\".";
+    request.undoMoeglich = request.genauMoeglich = true;
+    return request;
+}
+
+FavVerwaltenAnfrage favourites() {
+    FavVerwaltenAnfrage request;
+    request.lvFav = {"Farben der Menüs und der Markierung", "Schriftgröße der Menüs", "Verzögerung der Menüs"};
+    return request;
+}
+
 // A window that lands gets its line here.
 std::vector<Fensterbild> modalWindows() {
     return {
@@ -125,6 +152,9 @@ std::vector<Fensterbild> modalWindows() {
         {"frmBVK_Datentyp", request(typeConflict())},
         {"frmBVK_Bearbeiten", request(menuEntry())},
         {"frmBVK_BootINI", request(bootEntry())},
+        {"frmBVK_HistoryListe", request(historyList())},
+        {"frmBVK_HistoryDaten", request(historyValues())},
+        {"frmBVK_FavVerwalten", request(favourites())},
         {"frmBVK_Suchen", menu("mnuRegSuchen"), nullptr, typed("txtSuchText", "Menü")},
         {"frmBVK_Optionen", menu("mnuOptionen"), nullptr, page("seiteAllgemein"), "-1"},
         {"frmBVK_Optionen", menu("mnuOptionen"), nullptr, page("seitePruefungen"), "-2"},

@@ -15,6 +15,7 @@
 #include "shell/Fensterbilder.h"
 #include "shell/Ladefenster.h"
 #include "shell/VerbindeHilfe.h"
+#include "shell/VerbindeListen.h"
 #include "shell/VerbindeSucheOptionenBrowser.h"
 #include "shell/VerbindeWerkzeuge.h"
 #include "tipdb/LoadDB.h"
@@ -25,11 +26,12 @@ namespace {
 constexpr std::chrono::milliseconds SecondStartPatience{5000};
 
 // Every area hooks its windows and commands in, in a line of its own.
-void verbinde(Fensterteile& teile) {
+void verbinde(Fensterteile& teile, Listen& listen) {
     verbindeDatenbankwahl(teile);
     verbindeWerkzeuge(teile);
     verbindeHilfe(teile);
     verbindeSucheOptionenBrowser(teile);
+    verbindeListen(teile, listen);
 }
 
 }  // namespace
@@ -37,10 +39,10 @@ void verbinde(Fensterteile& teile) {
 Fensterprogramm::Fensterprogramm(QApplication& application, const FensterOptionen& options, QtPort& port, Platform& platform)
     : options_(options), port_(port), programm_(port, platform, options.programm, relay_, aufzeichnungen_),
       fenster_(programm_.context().frmBVK_Prog, programm_.context().einstellungen, displayOrder), events_(programm_.maschine()),
-      export_(programm_.maschine(), exportlisten_), teile_{application, port, programm_, fenster_, laden_, aufzeichnungen_} {
+      export_(programm_.maschine(), exportlisten_), listen_(programm_.maschine()), teile_{application, port, programm_, fenster_, laden_, aufzeichnungen_} {
     FrameContext& ctx = programm_.context();
     port.onNote([&ctx](const std::string& line) { ctx.trace.write(line); });
-    verbinde(teile_);
+    verbinde(teile_, listen_);
     verbindeExport(fenster_, export_);
 }
 

@@ -61,6 +61,7 @@ private:
     MaschinenEvents events_;
     Exportlisten exportlisten_;
     Export export_;
+    Listen listen_;
     Ladeschritte laden_;
     Fensterteile teile_;
     std::unique_ptr<host::Einzelinstanz> instanz_;

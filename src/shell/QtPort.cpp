@@ -135,7 +135,7 @@ Answer QtPort::messageBox(const MessageBox& request) {
         help->disconnect();      // the box stays open while the user reads
         QObject::connect(help, &QPushButton::clicked, &dialog, [&] { showHelp(request.helpFile, request.helpContext); });
     }
-    dialog.setDefaultButton(buttons.front());
+    dialog.setDefaultButton(buttons[request.flags & box::DefaultNo && buttons.size() > 1 ? 1 : 0]);
     if (canBeClosed) dialog.setEscapeButton(buttons.back());
     dialog.exec();
     for (std::size_t i = 0; i < buttons.size(); ++i)

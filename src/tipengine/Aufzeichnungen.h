@@ -18,6 +18,11 @@ public:
     void finished(const Aenderung& change) override {
         for (ChangeRecorder* recorder : recorders_) recorder->finished(change);
     }
+    bool offerTakeBack(const Aenderung& change) override {
+        for (ChangeRecorder* recorder : recorders_)
+            if (recorder->offerTakeBack(change)) return true;
+        return false;
+    }
 
 private:
     std::vector<ChangeRecorder*> recorders_;

@@ -1,4 +1,7 @@
 // From the Tip record to panels: the frame of the output. The builders of the single kinds stand in AusgabeArten.cpp.
+#include <algorithm>
+#include <array>
+
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
@@ -94,36 +97,49 @@ void TippMaschine::prepareOutput() {
     FB_KeyInfo(true);
 }
 
+namespace {
+
+struct System {
+    bool flag;
+    const char* name;
+    std::int16_t system;
+};
+
+std::array<System, 6> systemsOf(const Tipp& tipp) {
+    return {{{tipp.Win95, " 95", 1}, {tipp.Win98, " 98", 2}, {tipp.WinME, " ME", 5}, {tipp.WinNT, " NT", 3}, {tipp.Win2000, " 2000", 4}, {tipp.WinXP, " XP", 6}}};
+}
+
+}  // namespace
+
+bool TippMaschine::isRemote() const { return !ctx_.strRechnername.empty() && ctx_.strRechnername != ctx_.strLokalerRechner; }
+
+bool TippMaschine::meantForThisSystem() const {
+    const auto systems = systemsOf(ctx_.aktuellerTipp);
+    return std::any_of(systems.begin(), systems.end(), [&](const System& s) { return s.flag && s.system == ctx_.intBS; });
+}
+
+bool TippMaschine::mayBeShown() const { return isRemote() || meantForThisSystem() || !ctx_.einstellungen.BSSystemAktiv; }
+
 // Says for which systems the Tip is meant; false if it must not be shown on this one.
 bool TippMaschine::showSuitability() {
     Hauptfenster& f = fenster();
     const Tipp& tipp = ctx_.aktuellerTipp;
-    const struct {
-        bool flag;
-        const char* name;
-        std::int16_t system;
-    } systems[] = {{tipp.Win95, " 95", 1}, {tipp.Win98, " 98", 2}, {tipp.WinME, " ME", 5},
-                   {tipp.WinNT, " NT", 3}, {tipp.Win2000, " 2000", 4}, {tipp.WinXP, " XP", 6}};
-    bool blnGeeignet = false;
+    const bool blnGeeignet = meantForThisSystem();
     std::string suits = strBVKTexte(7);
-    for (const auto& s : systems) {
-        if (!s.flag) continue;
-        suits += s.name;
-        if (s.system == ctx_.intBS) blnGeeignet = true;
-    }
+    for (const auto& s : systemsOf(tipp))
+        if (s.flag) suits += s.name;
     f.sbrBVK[1] = suits;
     FB_ADMFile(tipp.ADMExport);
 
     f.txtInfoFarbe = f.fraInfoFarbe = blnGeeignet ? TextFarbe::ButtonText : TextFarbe::Rot;
     f.fraInfo = blnGeeignet ? std::string("Information") : std::string(strBVKTexte(9));
-    const bool remote = !ctx_.strRechnername.empty() && ctx_.strRechnername != ctx_.strLokalerRechner;
-    if (remote) {
+    if (isRemote()) {
         f.txtInfoFarbe = TextFarbe::ButtonText;
         f.fraInfoFarbe = TextFarbe::Rot;
         f.fraInfo = strBVKTexte(163);
     }
     f.txtInfo = tipp.Beschreibung;
-    if (remote || blnGeeignet || !ctx_.einstellungen.BSSystemAktiv) return true;
+    if (mayBeShown()) return true;
 
     f.txtInfo = strBVKTexte(133);
     f.fraSteuerung = false;

@@ -182,12 +182,16 @@ bool TippMaschine::showTippByHeading(const std::string& heading) {
     const auto& tree = fenster().tvBVKDB;
     for (std::size_t k = 0; k < tree.size(); ++k) {
         if (tree[k].art != TreeNode::Art::Tipp || tree[k].text != heading) continue;
-        fenster().ausgewaehlterKnoten = static_cast<int>(k);
-        observer_.selectionChanged();
-        TreeViewAbfrage(false);
+        showNode(static_cast<int>(k));
         return true;
     }
     return false;
+}
+
+void TippMaschine::showNode(int node) {
+    fenster().ausgewaehlterKnoten = node;
+    observer_.selectionChanged();
+    TreeViewAbfrage(false);
 }
 
 bool TippMaschine::showTippByNumber(std::int32_t number) {

@@ -171,6 +171,7 @@ bool TippMaschine::saveBootFile(std::int16_t i) {
     std::vector<std::string> lines;
     for (std::size_t k = 1; k < ctx_.udtBootEintraege.size(); ++k) lines.push_back(bootLine(ctx_.udtBootEintraege[k]));
     content.setSectionLines(eintrag(i).Schlüssel, lines);
+    change.dateien[0].neu = content.bytes();
 
     const bool protectedFile = isReadOnly(file);
     if (protectedFile && !ctx_.port.ask(fmt::format(meldung::BootSchreibschutz, iniPath(i)))) return false;
@@ -183,14 +184,13 @@ bool TippMaschine::saveBootFile(std::int16_t i) {
         }
         bootIniGesichert_ = true;
     }
-    recorder_.begin(change);
-    const bool written = writeProfildatei(file, content);
+    LaufendeAenderung running(recorder_, change);
+    const bool written = change.dateien[0].geschrieben = writeProfildatei(file, content.bytes());
     if (protectedFile) setReadOnly(file, true);
     if (!written) {
         ctx_.port.tell(meldung::IniSchreibgeschuetzt, box::Exclamation);
         return false;
     }
-    recorder_.finished(change);
     return true;
 }
 

@@ -48,11 +48,9 @@ bool TippMaschine::adaptType(std::int16_t i) {
     w.typBehandelt = true;
     Aenderung change = newChange(Aenderung::Art::TypAngepasst);
     change.werte.push_back({ctx_.strRechnername, valuePath(i), eintrag(i).TippIndex, w.roh, std::nullopt, false});
-    recorder_.begin(change);
+    LaufendeAenderung running(recorder_, change);
     if (!WertDel(i)) return false;
-    change.werte[0].geschrieben = true;
-    recorder_.written(change, 0);
-    recorder_.finished(change);
+    running.written(0);
     return true;
 }
 
@@ -89,7 +87,7 @@ bool TippMaschine::CheckDatenWert(std::int16_t i) {
     if (!converted) ok = false;
     w.strAnzeigeWert = value;
     if (ctx_.trace.debug()) {
-        ctx_.trace.write("--- NRegWert: " + value);
+        ctx_.trace.write("--- NRegWert: " + traceValue(e.Wertname, value));
         ctx_.trace.write("--- R: " + traceText(ok));
     }
     return ok;

@@ -28,6 +28,7 @@ struct Hauptfenster {
          ADMListe = false;
     bool mnuBSFreigabe = false;
     bool tbrHistory = false;
+    bool historySichtbar = true, favoritenSichtbar = true;   // false: the list is switched off for this run
     bool blnNTFamilie = true;               // tbrNetz, tbrProfil and mnuRegedt32 are visible
     std::vector<std::string> versteckt;     // entries of mnuTools that the system does not have, by control name; "mnuTools": the whole menu
 

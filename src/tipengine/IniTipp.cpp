@@ -93,45 +93,51 @@ void TippMaschine::ReadINITipp(std::int16_t i, StatusZeile* label, bool& found) 
     });
 }
 
+// The files with what is to stand in them, before any is written. A value that no INI file can hold refuses the whole save.
+void TippMaschine::planIniFiles(bool loeschen, Aenderung& change, std::string& refusal, const std::function<bool(const std::string& path)>& mayBeMade) {
+    std::map<std::filesystem::path, Profildatei> files;
+    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
+        if (eintrag(i).Ausgabeart == art::BootINI) continue;
+        const Arbeitswert& w = wert(i);
+        const bool untouched = !w.beruehrt && w.gefunden;
+        if (!loeschen && (untouched || w.strAnzeigeWert.empty())) continue;
+        if (w.strAnzeigeWert.find_first_of(std::string("\r\n\0", 3)) != std::string::npos) {
+            refusal = fmt::format(meldung::WertUnpassend, w.strAnzeigeWert, "INI-Eintrag");
+            return;
+        }
+        const auto file = iniFile(i);
+        auto loaded = files.find(file);
+        if (loaded == files.end()) {
+            std::error_code error;
+            const bool there = std::filesystem::is_regular_file(file, error);
+            if (!there && !mayBeMade(iniPath(i))) continue;
+            loaded = files.emplace(file, there ? loadProfildatei(file) : Profildatei()).first;
+            change.dateien.push_back({file.string(), loaded->second.bytes(), there, {}, false});
+        }
+        if (loeschen || w.strAnzeigeWert == DelKey)
+            loaded->second.removeKey(eintrag(i).Schlüssel, eintrag(i).Wertname);
+        else
+            loaded->second.setValue(eintrag(i).Schlüssel, eintrag(i).Wertname, w.strAnzeigeWert);
+    }
+    for (DateiBild& bild : change.dateien) bild.neu = files.at(bild.datei).bytes();
+}
+
 bool TippMaschine::SaveINITipp(bool loeschen) {
     bool saved = false;
     if (loeschen && !ctx_.port.ask(meldung::EintragLoeschen)) return false;
     reportAndGoOn(ctx_, "SaveINITipp", [&] {
+        for (std::int16_t i = 1; i <= letzterEintrag(); ++i)
+            if (eintrag(i).Ausgabeart == art::BootINI && !saveBootFile(i)) return;
         Aenderung change = newChange(Aenderung::Art::IniDatei);
-        std::map<std::filesystem::path, Profildatei> files;
-        for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
-            if (eintrag(i).Ausgabeart == art::BootINI) {
-                if (!saveBootFile(i)) return;
-                continue;
-            }
-            const Arbeitswert& w = wert(i);
-            const bool untouched = !w.beruehrt && w.gefunden;
-            if (!loeschen && (untouched || w.strAnzeigeWert.empty())) continue;
-            if (w.strAnzeigeWert.find_first_of(std::string("\r\n\0", 3)) != std::string::npos) {
-                ctx_.port.tell(fmt::format(meldung::WertUnpassend, w.strAnzeigeWert, "INI-Eintrag"), box::Exclamation);
-                return;
-            }
-            const auto file = iniFile(i);
-            auto loaded = files.find(file);
-            if (loaded == files.end()) {
-                std::error_code error;
-                const bool there = std::filesystem::is_regular_file(file, error);
-                if (!there && !ctx_.port.ask(meldung::DateiNeu1 + iniPath(i) + meldung::DateiNeu2)) continue;
-                loaded = files.emplace(file, there ? loadProfildatei(file) : Profildatei()).first;
-                change.dateien.push_back({file.string(), loaded->second.bytes(), there});
-            }
-            if (loeschen || w.strAnzeigeWert == DelKey)
-                loaded->second.removeKey(eintrag(i).Schlüssel, eintrag(i).Wertname);
-            else
-                loaded->second.setValue(eintrag(i).Schlüssel, eintrag(i).Wertname, w.strAnzeigeWert);
+        std::string refusal;
+        planIniFiles(loeschen, change, refusal, [&](const std::string& path) { return ctx_.port.ask(meldung::DateiNeu1 + path + meldung::DateiNeu2); });
+        if (!refusal.empty()) return ctx_.port.tell(refusal, box::Exclamation);
+        if (!change.dateien.empty()) {
+            LaufendeAenderung running(recorder_, change);
+            for (DateiBild& bild : change.dateien)
+                if (!(bild.geschrieben = writeProfildatei(bild.datei, bild.neu)))
+                    return ctx_.port.tell(meldung::IniSchreibgeschuetzt, box::Exclamation);
         }
-        if (!change.dateien.empty()) recorder_.begin(change);
-        for (auto& [file, content] : files)
-            if (!writeProfildatei(file, content)) {
-                ctx_.port.tell(meldung::IniSchreibgeschuetzt, box::Exclamation);
-                return;
-            }
-        if (!change.dateien.empty()) recorder_.finished(change);
         saved = true;
     });
     if (!saved) return false;
@@ -142,11 +148,11 @@ bool TippMaschine::SaveINITipp(bool loeschen) {
 }
 
 // Takes the write protection away for good, as a changed file has no use for it.
-bool TippMaschine::writeProfildatei(const std::filesystem::path& file, const Profildatei& content) {
+bool TippMaschine::writeProfildatei(const std::filesystem::path& file, std::string_view bytes) {
     if (isReadOnly(file)) setReadOnly(file, false);
     try {
         std::filesystem::create_directories(file.parent_path());
-        writeFileAtomic(file, content.bytes());
+        writeFileAtomic(file, bytes);
         return true;
     } catch (const std::exception& error) {
         ctx_.trace.write(std::string("--- Fehler: ") + error.what());

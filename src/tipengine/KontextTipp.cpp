@@ -78,18 +78,15 @@ bool TippMaschine::KontextSpeichern(BearbeitenAnfrage& d) {
         change.werte.push_back({ctx_.strRechnername, key + "\\", eintrag(1).TippIndex, at(key + "\\").ReadRaw(), std::nullopt, false});
         change.werte.push_back({ctx_.strRechnername, key + "\\Command\\", eintrag(1).TippIndex, at(key + "\\Command\\").ReadRaw(), std::nullopt, false});
         change.werte[1].neu = asString(d.txtBefehl, change.werte[1].alt);
-        recorder_.begin(change);
+        LaufendeAenderung running(recorder_, change);
         at(key + "\\").WriteValue("", 0);   // makes the key, leaves its values alone
         if (!d.txtBeschreibung.empty()) change.werte[0].neu = asString(d.txtBeschreibung, change.werte[0].alt);
         else if (selected != nullptr && !selected->unterText.empty()) change.werte[0].neu = fromText("", RegSz);
         else change.werte[0].neu = change.werte[0].alt;
         if (change.werte[0].neu) at(key + "\\").WriteRaw(*change.werte[0].neu);
-        change.werte[0].geschrieben = true;
-        recorder_.written(change, 0);
+        running.written(0);
         at(key + "\\Command\\").WriteRaw(*change.werte[1].neu);
-        change.werte[1].geschrieben = true;
-        recorder_.written(change, 1);
-        recorder_.finished(change);
+        running.written(1);
         ctx_.port.tell(strBVKTexte(161));
         saved = true;
     });

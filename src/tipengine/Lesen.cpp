@@ -62,7 +62,7 @@ bool TippMaschine::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayR
     w.roh = reg.ReadRaw();
     const auto type = static_cast<std::int32_t>(w.roh ? w.roh->type : regtype::Sz);
     w.strAktuellerWert = w.roh ? toText(*w.roh) : std::string();
-    if (ctx_.trace.debug()) ctx_.trace.write("Wert aus der Registry: " + w.strAktuellerWert);
+    if (ctx_.trace.debug()) ctx_.trace.write("Wert aus der Registry: " + traceValue(e.Wertname, w.strAktuellerWert));
     if (w.strAktuellerWert.empty() && e.Wertname.empty()) {
         RegWertNotFound(i, label);
         ctx_.trace.write("*** ReadRecTipp: ENDE ***");
@@ -90,7 +90,7 @@ bool TippMaschine::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayR
         FB_KeySave(true);
         return false;
     }
-    if (ctx_.trace.debug()) ctx_.trace.write("Wert umgerechnet: " + w.strAktuellerWert);
+    if (ctx_.trace.debug()) ctx_.trace.write("Wert umgerechnet: " + traceValue(e.Wertname, w.strAktuellerWert));
     if (label != nullptr) {
         statusOfFound(i, *label);
         w.blnWertGelesen = true;

@@ -30,24 +30,22 @@ bool TippMaschine::WertDel(std::int16_t index) {
     return deleted;
 }
 
-void TippMaschine::deleteValues() {
+void TippMaschine::deleteValues(Aenderung& change) {
     wert(1).strAnzeigeWert = strBVKTexte(60);
-    Aenderung change = newChange(Aenderung::Art::Loeschen);
+    change = newChange(Aenderung::Art::Loeschen);
     for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
         const std::string path = valuePath(i);
         ctx_.objBVKReg.SetPath(ctx_.strRechnername, path);
         if (auto raw = ctx_.objBVKReg.ReadRaw())
             change.werte.push_back({ctx_.strRechnername, path, eintrag(i).TippIndex, std::move(raw), std::nullopt, false});
     }
-    recorder_.begin(change);
+    LaufendeAenderung running(recorder_, change);
     for (std::size_t k = 0; k < change.werte.size(); ++k) {
         ctx_.objBVKReg.SetPath(ctx_.strRechnername, change.werte[k].path);
         if (!ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) continue;   // stays, and the rebuilt Tip shows it
         ctx_.objBVKReg.DeleteValue();
-        change.werte[k].geschrieben = true;
-        recorder_.written(change, k);
+        running.written(k);
     }
-    recorder_.finished(change);
 }
 
 void TippMaschine::deleteTickedKeys() {
@@ -58,10 +56,9 @@ void TippMaschine::deleteTickedKeys() {
             std::string path = keyPath(1) + "\\" + row.text;
             Aenderung change = newChange(panel.Ausgabeart == art::Kontext ? Aenderung::Art::Kontextmenue : Aenderung::Art::Schluessel);
             change.schluessel.push_back(schluesselBild(ctx_.objBVKReg, ctx_.strRechnername, path));
-            recorder_.begin(change);
+            LaufendeAenderung running(recorder_, change);
+            change.schluessel[0].geloescht = true;   // what of it, the registry tells
             DelUnterKey(ctx_, path, true, ctx_.strRechnername);
-            change.schluessel[0].geloescht = true;
-            recorder_.finished(change);
         }
     }
 }
@@ -73,13 +70,15 @@ bool TippMaschine::RegWerteLoeschen() {
     const bool yes = ctx_.port.ask(strBVKTexte(list ? 162 : 59));
     ctx_.klick();
     if (yes) {
+        Aenderung change;
         try {
             if (kind != art::Kontext && (!eintrag(1).Wertname.empty() || kind != art::Liste))
-                deleteValues();
+                deleteValues(change);
             else
                 deleteTickedKeys();
         } catch (const NumberedError& error) {
             RegFehlermeldungen(ctx_, error.number);
+            recorder_.offerTakeBack(change);
             return false;
         }
     }

@@ -51,6 +51,7 @@ Aenderung TippMaschine::newChange(Aenderung::Art art) const {
     change.art = art;
     change.tippÜberschrift = ctx_.aktuellerTipp.Überschrift;
     change.tippIndex = letzterEintrag() >= 1 ? eintrag(1).TippIndex : std::int16_t{0};
+    change.amBildschirm = true;
     return change;
 }
 
@@ -210,6 +211,7 @@ std::vector<TippMaschine::GeplanterWert> TippMaschine::planWrites(std::string& r
 }
 
 void TippMaschine::writePlanned(std::vector<GeplanterWert>& plan, Aenderung& change) {
+    LaufendeAenderung running(recorder_, change);
     for (std::size_t k = 0; k < plan.size(); ++k) {
         GeplanterWert& p = plan[k];
         ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
@@ -218,8 +220,7 @@ void TippMaschine::writePlanned(std::vector<GeplanterWert>& plan, Aenderung& cha
         else
             ctx_.objBVKReg.WriteRaw(*p.neu);
         p.geschrieben = true;
-        change.werte[k].geschrieben = true;
-        recorder_.written(change, k);
+        running.written(k);
     }
 }
 
@@ -237,6 +238,13 @@ void TippMaschine::tellPartialWrite(const std::vector<GeplanterWert>& plan) {
         w.strAktuellerWert = w.strAnzeigeWert;
         w.beruehrt = false;
     }
+    showStatusOf(plan);
+    if (count > 0)
+        ctx_.port.tell(fmt::format(meldung::TeilweiseGespeichert, count, plan.size(), done, open), box::Exclamation);
+}
+
+// The panels say which of the values are there now.
+void TippMaschine::showStatusOf(const std::vector<GeplanterWert>& plan) {
     for (const GeplanterWert& p : plan) {
         Panel* panel = panelOfEntry(p.eintrag);
         if (panel == nullptr) continue;
@@ -246,15 +254,28 @@ void TippMaschine::tellPartialWrite(const std::vector<GeplanterWert>& plan) {
                          there ? StatusFarbe::Gefunden : StatusFarbe::Fehlt};
     }
     observer_.panelsChanged();
-    if (count > 0)
-        ctx_.port.tell(fmt::format(meldung::TeilweiseGespeichert, count, plan.size(), done, open), box::Exclamation);
+}
+
+// What a save would write, as a record of the change.
+Aenderung TippMaschine::changeOf(const std::vector<GeplanterWert>& plan, Aenderung::Art art) const {
+    Aenderung change = newChange(art);
+    for (const GeplanterWert& p : plan)
+        change.werte.push_back({ctx_.strRechnername, p.path, eintrag(p.eintrag).TippIndex, p.alt, p.neu, false});
+    return change;
+}
+
+Aenderung TippMaschine::plannedSave(std::string& refusal) {
+    if (!ctx_.aktuellerTipp.INITipp) return changeOf(planWrites(refusal), Aenderung::Art::Speichern);
+    Aenderung change = newChange(Aenderung::Art::IniDatei);
+    planIniFiles(false, change, refusal, [](const std::string&) { return true; });
+    return change;
 }
 
 bool TippMaschine::RegWerteSchreiben(Aenderung::Art art) {
     Wartezeiger pointer(ctx_.port);
     ctx_.port.letEventsRun();
     std::vector<GeplanterWert> plan;
-    Aenderung change = newChange(art);
+    Aenderung change;
     try {
         std::string refusal;
         plan = planWrites(refusal);
@@ -263,16 +284,17 @@ bool TippMaschine::RegWerteSchreiben(Aenderung::Art art) {
             ctx_.port.tell(refusal, box::Exclamation);
             return false;
         }
-        for (const GeplanterWert& p : plan)
-            change.werte.push_back({ctx_.strRechnername, p.path, eintrag(p.eintrag).TippIndex, p.alt, p.neu, false});
-        recorder_.begin(change);
+        change = changeOf(plan, art);
         writePlanned(plan, change);
-        recorder_.finished(change);
     } catch (const NumberedError& error) {
         pointer.off();
-        recorder_.finished(change);
         RegFehlermeldungen(ctx_, error.number);
+        const std::vector<Arbeitswert> before = ctx_.werte;
         reportAndGoOn(ctx_, "RegWerteSchreiben", [&] { tellPartialWrite(plan); });
+        if (recorder_.offerTakeBack(change)) {
+            ctx_.werte = before;
+            reportAndGoOn(ctx_, "RegWerteSchreiben", [&] { showStatusOf(plan); });
+        }
         return false;
     }
     pointer.off();

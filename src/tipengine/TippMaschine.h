@@ -45,6 +45,7 @@ public:
     bool showTippByHeading(const std::string& heading);  // selects the node with that text and shows the Tip
     bool showTippByNumber(std::int32_t number);
     bool TippOeffnen(const std::string& heading);        // a search hit; where the tab hides it, tab 1 is selected first
+    void showNode(int node);                             // selects it as the program does, not the user
 
     // --- Database ---
     void mnuandereDBLoad();                              // asks for a file; one that does not fit is reported, and the present one stays
@@ -59,6 +60,7 @@ public:
 
     // Builds the panels of aktuellerTipp for a look: asks nothing, changes nothing, whatever system it is meant for.
     void inspectTipp(std::int32_t number);
+    bool mayBeShown() const;                             // whether DBTippsAusgeben would show aktuellerTipp on this system
     // What the panel of an entry shows, as text ("on"/"off" for boxes); empty if it has no panel.
     std::string shownText(std::int16_t entry);
     StatusZeile statusOf(std::int16_t entry);
@@ -69,6 +71,9 @@ public:
     bool RegWerteSchreiben(Aenderung::Art art = Aenderung::Art::Speichern);   // false: refused or failed
     bool RegWerteLoeschen();                             // false: declined or failed
     bool SaveINITipp(bool loeschen);                     // false: refused or failed
+    // What saving would write now, decided as a save decides it, without writing: values with what stands there and what
+    // is to come, files with their new bytes. refusal tells why a save would be refused.
+    Aenderung plannedSave(std::string& refusal);
     bool Default_Einstellungen();                        // false: declined, refused or failed
     bool WertDel(std::int16_t index);
     void BroadCast();
@@ -133,6 +138,8 @@ private:
 
     // Output, one builder per kind
     void prepareOutput();
+    bool isRemote() const;
+    bool meantForThisSystem() const;
     bool showSuitability();
     void takeSystemsKey(TippEintrag& entry) const;
     void buildEntry(std::int16_t i);
@@ -187,8 +194,10 @@ private:
     GesammelterWert collectedValue(std::int16_t i) const;
     void writePlanned(std::vector<GeplanterWert>& plan, Aenderung& change);
     void tellPartialWrite(const std::vector<GeplanterWert>& plan);
+    void showStatusOf(const std::vector<GeplanterWert>& plan);
+    Aenderung changeOf(const std::vector<GeplanterWert>& plan, Aenderung::Art art) const;
     void afterChange();
-    void deleteValues();
+    void deleteValues(Aenderung& change);
     void deleteTickedKeys();
     Aenderung newChange(Aenderung::Art art) const;
 
@@ -197,7 +206,8 @@ private:
     void DateiCheck(std::int16_t i, std::string& path, bool& found);
     std::filesystem::path iniFile(std::int16_t i) const;
     static Profildatei loadProfildatei(const std::filesystem::path& file);
-    bool writeProfildatei(const std::filesystem::path& file, const Profildatei& content);
+    void planIniFiles(bool loeschen, Aenderung& change, std::string& refusal, const std::function<bool(const std::string& path)>& mayBeMade);
+    bool writeProfildatei(const std::filesystem::path& file, std::string_view bytes);
     void BootINIAuslesen(std::int16_t i);
     void BootINIParamAusW(Panel& panel);
     bool collectBootEntry(Panel& panel);

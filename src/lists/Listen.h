@@ -1,0 +1,59 @@
+#pragma once
+// The lists that belong to the user, put together: history with its journal, favourites. Hears of every change.
+#include <filesystem>
+#include <map>
+
+#include "lists/Favoriten.h"
+#include "lists/History.h"
+#include "lists/HistoryFenster.h"
+#include "lists/Journal.h"
+
+namespace brenvik {
+
+inline constexpr const char* JournalDatei = "journal.db";   // in the program's home
+
+class Listen final : public ChangeRecorder {
+public:
+    explicit Listen(TippMaschine& engine);
+
+    void LoadFHListe();                                // the step "Lade Favoriten und History..." of the load sequence
+    void loadHistory();                                // the history's half; done before the first change if nobody asked before
+    void onChange(std::function<void()> changed);      // what the window shows of lists and their commands is another
+
+    History& history() { return history_; }
+    Journal& journal() { return journal_; }
+    Favoriten& favoriten() { return favoriten_; }
+    HistoryFenster& historyFenster() { return fenster_; }
+
+    void begin(const Aenderung& change) override;
+    void written(const Aenderung& change, std::size_t value) override;
+    void finished(const Aenderung& change) override;
+    bool offerTakeBack(const Aenderung& change) override;
+
+private:
+    struct Liste;
+    struct Laufend {
+        std::int64_t nummer = 0;                       // in the journal; 0: not there
+        std::optional<std::string> zeile;              // of History.txt
+    };
+    void loadList(const Liste& list);
+    void loadHistoryFile();
+    void record(const Aenderung& change, Laufend& running, const std::vector<HistoryPaar>& pairs);
+    std::vector<std::string> keysToBeMade(const Aenderung& change);
+    void journaling(const std::function<void()>& work);
+
+    TippMaschine& engine_;
+    Context& ctx_;
+    std::function<void()> changed_;
+    History history_;
+    Journal journal_;
+    Favoriten favoriten_;
+    HistoryFenster fenster_;
+    std::map<const Aenderung*, Laufend> laufend_;      // several changes may be written as one
+    Laufend letzte_;                                   // the one that was finished last
+    const Aenderung* letzteAenderung_ = nullptr;       // to be compared only
+    bool historyGeladen_ = false;
+    bool journalGestoert_ = false;                     // the user knows
+};
+
+}  // namespace brenvik

@@ -1,0 +1,53 @@
+#pragma once
+// What the windows of history and favourites show, and what they do: the window draws the record anew after each call.
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/UserPort.h"
+
+namespace brenvik {
+
+struct HistoryListeAnfrage : WindowRequest {
+    std::string_view windowName() const override { return "frmBVK_HistoryListe"; }
+    struct Zeile {
+        std::string datum, uhrzeit, rechnername, überschrift;
+    };
+    // A row stands for a line of History.txt by its Nummer, or for a change without a line by its number in the journal.
+    struct Tag {
+        std::int32_t Nummer = 0;
+        std::int64_t journal = 0;
+    };
+    std::vector<Tag> zeilen;
+    std::function<Zeile(std::size_t)> zeile;          // made when it is shown: there may be very many
+    bool befehleAktiv = false;                        // cmdHisAnzeigen, cmdHisDel, cmdHisAllDel
+    bool redoMoeglich = false;                        // cmdHisRedo
+    bool blnListeGeaendert = false;
+    std::function<void(std::size_t)> anzeigen, loeschen;
+    std::function<void()> allesLoeschen, wiederherstellen, zurueck;
+};
+
+struct HistoryDatenAnfrage : WindowRequest {
+    std::string_view windowName() const override { return "frmBVK_HistoryDaten"; }
+    struct Zeile {
+        std::string wertname, alterWert, aktuellerWert;
+    };
+    std::vector<Zeile> zeilen;
+    std::string hinweis;                              // empty: none
+    bool undoMoeglich = false;                        // cmdDatenUndo
+    bool genauMoeglich = false;                       // cmdDatenGenau
+    std::function<bool()> zuruecksetzen, genauZuruecksetzen;   // true: done, the window closes
+    std::function<void()> zurueck;
+};
+
+struct FavVerwaltenAnfrage : WindowRequest {
+    std::string_view windowName() const override { return "frmBVK_FavVerwalten"; }
+    std::vector<std::string> lvFav;
+    bool geaendert = false;
+    std::function<void(std::size_t)> loeschen;        // takes the row out if the user agrees
+    std::function<void()> ok;
+};
+
+}  // namespace brenvik

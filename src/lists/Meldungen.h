@@ -1,0 +1,72 @@
+#pragma once
+// The messages of history, journal and favourites that stand in none of the numbered tables.
+#include "tipengine/Meldungen.h"
+
+namespace brenvik::meldung {
+
+// List files
+inline constexpr char ListeOrdnerFehlt1[] = "Auf das Verzeichnis ";
+inline constexpr char ListeOrdnerFehlt2[] =
+    " kann nicht zugegriffen werden. Geben Sie einen neuen Pfad an, wo die Datei abgelegt werden soll";
+inline constexpr char ListeKeinText[] = "Die Datei \"{}\" ist keine ANSI-Textdatei (sie ist in UTF-16 gespeichert).";
+
+// History
+inline constexpr char HistorySchreiben[] = "Beim schreiben der History ist folgender Fehler aufgetreten:\r\n\r\n";
+inline constexpr char HistorySchreibgeschuetzt[] = "Die Datei ist schreibgeschütz !!!";
+inline constexpr char UndoAndererRechner[] =
+    "Die Änderung wurde auf dem Rechner \"{}\" gemacht. Zurückgesetzt wird auf dem Rechner \"{}\".\r\n\r\nSollen die alten Werte dort geschrieben werden ?";
+inline constexpr char UndoUngenau[] =
+    "Das Zurücksetzen bringt nicht genau den Zustand vor der Änderung zurück:\r\n\r\n{}\r\nSoll stattdessen genau zurückgesetzt werden ?";
+inline constexpr char UndoUngenauOhneJournal[] =
+    "Das Zurücksetzen bringt nicht genau den Zustand vor der Änderung zurück:\r\n\r\n{}\r\nDas Änderungsjournal kennt diesen Eintrag nicht, genau "
+    "zurücksetzen ist deshalb nicht möglich.";
+inline constexpr char UndoTrotzdem[] = "Sollen die Werte trotzdem so geschrieben werden, wie sie in der History stehen ?";
+inline constexpr char UndoZeileUngenau[] = "{}\r\n   alter Wert: {}\r\n   geschrieben würde: {}\r\n";
+inline constexpr char UndoZeileFehlt[] = "{}\r\n   alter Wert: {}\r\n   steht nicht in der History und bleibt, wie er ist\r\n";
+inline constexpr char UndoDateien[] = "Dateien und Schlüssel stehen nicht in der History und bleiben, wie sie sind.\r\n";
+
+// Exact undo
+inline constexpr char GenauKonflikt[] =
+    "Seit der Änderung wurde von anderer Seite etwas geändert:\r\n\r\n{}\r\nSoll das überschrieben werden ?";
+inline constexpr char GenauZeile[] = "{}\r\n   vorher: {}\r\n   nach der Änderung: {}\r\n   jetzt: {}\r\n";
+inline constexpr char GenauWeitere[] = "... und {} weitere\r\n";
+inline constexpr char GenauFertig[] = "Alle Werte stehen wieder genau so da wie vor der Änderung.";
+inline constexpr char GenauSchonSo[] = "Es steht schon alles so da wie vor der Änderung, es war nichts zu schreiben.";
+inline constexpr char RedoFertig[] = "Die zurückgesetzte Änderung wurde wiederhergestellt.";
+inline constexpr char RedoFrage[] = "Soll die zurückgesetzte Änderung\r\n\r\n{}\r\n\r\nwiederhergestellt werden ?";
+inline constexpr char GenauGescheitert[] = "Genau zurücksetzen ist gescheitert: {}\r\n\r\nEs wurde nichts geändert.";
+inline constexpr char GenauHalbGescheitert[] =
+    "Genau zurücksetzen ist gescheitert: {}\r\n\r\nDiese Dateien konnten nicht wieder so hingestellt werden, wie sie eben noch waren:\r\n{}";
+inline constexpr char RechnerNichtErreichbar[] = "Der Rechner \"{}\" ist nicht erreichbar. Es wurde nichts geändert.";
+inline constexpr char NurGenau[] = "Diese Änderung steht nicht in der History, sie kann nur genau zurückgesetzt werden.";
+inline constexpr char NichtImJournal[] = "Das Änderungsjournal kennt die Werte dieses Eintrags nicht, genau zurücksetzen ist nicht möglich.";
+inline constexpr char SchonZurueck[] = "Diese Änderung ist schon zurückgesetzt.";
+inline constexpr char NichtZurueck[] = "Diese Änderung wurde nicht zurückgesetzt, es gibt nichts wiederherzustellen.";
+inline constexpr char KeinSolcherEintrag[] = "Den Eintrag {} gibt es nicht.";
+inline constexpr char ZuruecknehmenFrage[] = "Sollen die schon geschriebenen Werte wieder auf den Stand vor dem Speichern gebracht werden ?";
+inline constexpr char DateiSchreibschutz[] = "Die Datei {} ist schreibgeschützt. Soll der Schreibschutz zum Zurücksetzen kurz aufgehoben werden ?";
+inline constexpr char NichtVorhanden[] = "(nicht vorhanden)";
+
+// Journal
+inline constexpr char JournalFehler[] =
+    "Das Änderungsjournal \"{}\" {}\r\n\r\nÄnderungen aus dieser Sitzung können nicht genau zurückgesetzt werden.";
+inline constexpr char JournalKeines[] = "ist kein Änderungsjournal dieses Programms. Benennen Sie die Datei um, dann wird ein neues angelegt.";
+inline constexpr char JournalNeuer[] = "stammt von einer neueren Version des Programms.";
+inline constexpr char JournalVoll[] = "kann nicht geschrieben werden, weil der Datenträger voll ist.";
+inline constexpr char JournalRechte[] = "kann nicht geöffnet oder geschrieben werden. Prüfen Sie die Rechte der Datei und ihres Ordners.";
+inline constexpr char JournalGesperrt[] = "wird von einem anderen Programm gesperrt.";
+inline constexpr char JournalSonst[] = "kann nicht benutzt werden ({}).";
+
+// Windows
+inline constexpr char GenauKnopf[] = "&Genau zurücksetzen";
+inline constexpr char WiederherstellenKnopf[] = "&Wiederherstellen...";
+inline constexpr char AnderswoGelesen[] =
+    "Die Änderung wurde auf dem Rechner \"{}\" gemacht; die aktuellen Werte sind die des Rechners \"{}\".";
+inline constexpr char UnbenannterWert[] = "(Standard)";
+
+// Favourites
+inline constexpr char FavSpeichern[] = "Beim speichern der Favoriten ist folgender Fehler aufgetreten:";
+inline constexpr char FavUnbekannt[] = "Unbekannter Eintrag";
+inline constexpr char FavKeinAnsi[] = "Die Überschrift enthält Zeichen, die in der Favoritenliste nicht stehen können.";
+
+}  // namespace brenvik::meldung

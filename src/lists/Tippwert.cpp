@@ -1,0 +1,37 @@
+#include "lists/Tippwert.h"
+
+#include "frame/Konvertierung.h"
+#include "registry/RegPath.h"
+#include "tipdb/LoadDB.h"
+
+namespace brenvik {
+namespace {
+constexpr std::string_view SidMarke = "[SID]", Dateiliste = "<filelist>";
+}
+
+const Tippwert& Tippwerte::of(std::int32_t number) {
+    const auto found = known_.find(number);
+    return found != known_.end() ? found->second : known_.emplace(number, read(number)).first->second;
+}
+
+Tippwert Tippwerte::read(std::int32_t number) {
+    Tippwert tipp;
+    if (!ctx_.objRS || number < 1) return tipp;
+    ctx_.objRS->MoveFirst();
+    ctx_.objRS->moveToNumber(spalte::Index, number);
+    if (ctx_.objRS->atEOF()) return tipp;
+    tipp.imBestand = true;
+    const auto text = [&](spalte::Spalte column) { return DBTextSuchen(ctx_, column, number); };
+    const std::string root = text(spalte::Hauptschlüssel), list = text(spalte::Werteliste);
+    std::string key = text(spalte::Schlüssel);
+    tipp.wertname = text(spalte::Wertname);
+    tipp.überschrift = text(spalte::Überschrift);
+    tipp.datentyp = static_cast<std::int16_t>(Val(text(spalte::Datentyp)));
+    tipp.ausgabeart = static_cast<std::int16_t>(Val(text(spalte::Ausgabeart)));
+    if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
+    tipp.path = root + "\\" + key + "\\" + tipp.wertname;
+    tipp.brauchbar = rootByName(root).has_value() && !key.empty() && list != Dateiliste;
+    return tipp;
+}
+
+}  // namespace brenvik

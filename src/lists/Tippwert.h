@@ -1,0 +1,32 @@
+#pragma once
+// A Tip's value by its number alone, as a line of the history names it.
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
+#include "tipengine/Context.h"
+
+namespace brenvik {
+
+struct Tippwert {
+    bool imBestand = false;     // the database has a row of this number
+    bool brauchbar = false;     // and the row says where the value lies
+    std::string path;           // root "\" key "\" value name, [SID] replaced
+    std::string wertname, überschrift;
+    std::int16_t datentyp = 0, ausgabeart = 0;
+};
+
+// Looks numbers up in the database that is loaded, each once.
+class Tippwerte {
+public:
+    explicit Tippwerte(Context& ctx) : ctx_(ctx) {}
+    const Tippwert& of(std::int32_t number);
+    void forget() { known_.clear(); }
+
+private:
+    Tippwert read(std::int32_t number);
+    Context& ctx_;
+    std::unordered_map<std::int32_t, Tippwert> known_;
+};
+
+}  // namespace brenvik

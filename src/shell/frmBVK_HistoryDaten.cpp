@@ -1,0 +1,80 @@
+#include "shell/frmBVK_HistoryDaten.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QTreeWidget>
+
+#include "frame/Texte.h"
+#include "lists/Meldungen.h"
+#include "shell/ListenText.h"
+
+namespace brenvik {
+namespace {
+
+constexpr int TextTitel = 45, TextInfo = 47, KnopfZuruecksetzen = 17, KnopfZurueck = 16;
+constexpr int SpalteName = 180, SpalteWert = 190;
+constexpr int LongestShown = 500;    // characters of a value; the tooltip tells more
+
+}  // namespace
+
+frmBVK_HistoryDaten::frmBVK_HistoryDaten(HistoryDatenAnfrage& request, QWidget* parent)
+    : Dialog("frmBVK_HistoryDaten", qt(strBVKTexte(TextTitel)), parent), request_(request) {
+    auto* grid = new QGridLayout(this);
+    QLabel* info = label("lblHisDaten", qt(strBVKTexte(TextInfo)));
+    grid->addWidget(info, 0, 0);
+    auto* lvHisDaten = new QTreeWidget(this);
+    lvHisDaten->setObjectName(QStringLiteral("lvHisDaten"));
+    lvHisDaten->setAccessibleName(info->text());
+    lvHisDaten->setHeaderLabels({QStringLiteral("Wertname"), QStringLiteral("Alter Wert"), QStringLiteral("Aktueller Wert")});
+    lvHisDaten->setRootIsDecorated(false);
+    lvHisDaten->setUniformRowHeights(true);
+    lvHisDaten->setAllColumnsShowFocus(true);
+    lvHisDaten->setAlternatingRowColors(true);
+    info->setBuddy(lvHisDaten);
+    for (const HistoryDatenAnfrage::Zeile& row : request.zeilen) {
+        auto* item = new QTreeWidgetItem(lvHisDaten);
+        const std::string* texts[] = {&row.wertname, &row.alterWert, &row.aktuellerWert};
+        for (int k = 0; k < 3; ++k) {
+            const QString text = oneLine(*texts[k]);
+            item->setText(k, text.left(LongestShown));
+            item->setToolTip(k, text.left(4 * LongestShown));
+        }
+    }
+    if (lvHisDaten->topLevelItemCount() > 0) lvHisDaten->setCurrentItem(lvHisDaten->topLevelItem(0));
+    lvHisDaten->setColumnWidth(0, SpalteName);
+    lvHisDaten->setColumnWidth(1, SpalteWert);
+    grid->addWidget(lvHisDaten, 1, 0);
+    if (!request.hinweis.empty()) grid->addWidget(label("lblHinweis", qt(request.hinweis)), 2, 0);
+    makeButtons(*grid);
+    resize(620, 320);
+    lvHisDaten->setFocus();
+}
+
+void frmBVK_HistoryDaten::makeButtons(QGridLayout& grid) {
+    QPushButton* cmdDatenUndo = button("cmdDatenUndo", qt(strBVKButtons(KnopfZuruecksetzen)));
+    QPushButton* cmdDatenGenau = button("cmdDatenGenau", qt(meldung::GenauKnopf));
+    QPushButton* cmdDatenZurueck = button("cmdDatenZurück", qt(strBVKButtons(KnopfZurueck)));
+    cmdDatenUndo->setEnabled(request_.undoMoeglich);
+    cmdDatenUndo->setToolTip(QStringLiteral("Schreibt die Texte der Spalte \"Alter Wert\" zurück"));
+    cmdDatenGenau->setEnabled(request_.genauMoeglich);
+    cmdDatenGenau->setToolTip(QStringLiteral("Stellt Typ und Inhalt jedes Wertes genau so wieder her, alles oder nichts"));
+    auto* row = new QHBoxLayout;
+    row->addWidget(cmdDatenUndo);
+    row->addWidget(cmdDatenGenau);
+    row->addStretch(1);
+    row->addWidget(cmdDatenZurueck);
+    grid.addLayout(row, 3, 0);
+    cmdDatenZurueck->setDefault(true);    // the others write
+    connect(cmdDatenUndo, &QPushButton::clicked, this, [this] {
+        if (request_.zuruecksetzen()) accept();
+    });
+    connect(cmdDatenGenau, &QPushButton::clicked, this, [this] {
+        if (request_.genauZuruecksetzen()) accept();
+    });
+    connect(cmdDatenZurueck, &QPushButton::clicked, this, [this] {
+        request_.zurueck();
+        reject();
+    });
+}
+
+}  // namespace brenvik

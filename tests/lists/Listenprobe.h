@@ -1,0 +1,58 @@
+#pragma once
+// A small world with its lists: engine, registry, History.txt, journal and favourites in one folder.
+#include "lists/Listen.h"
+#include "lists/ListenOrdner.h"
+#include "tipengine/Aufzeichnungen.h"
+#include "tipengine/Maschinenprobe.h"
+
+namespace brenvik::test {
+
+inline const std::vector<Zeile> DreiWerte = {
+    {.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "A", .AnzahlWerte = 2},
+    {.Index = 2, .Ausgabeart = 2, .Datentyp = 4, .Wertname = "B", .HauptIndex = 1},
+    {.Index = 3, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "C", .HauptIndex = 1, .Schlüssel = "Software\\Neu\\Tief"}};
+
+struct Listenprobe : Probe {
+    explicit Listenprobe(const std::vector<Zeile>& zeilen = DreiWerte) : Probe(zeilen) {
+        ctx->strEigeneSID = Sid;
+        ctx->strUserName = "Prüfer";
+        ctx->einstellungen.strHistoryPfad = ctx->einstellungen.strFavoritenPfad = dir.path().string() + "/";
+        start();
+    }
+    void start() {   // as at a program start
+        lists.reset();
+        relay = std::make_unique<Aufzeichnungen>();
+        lists = std::make_unique<Listen>(*engine2(*relay));
+        relay->add(*lists);
+        lists->LoadFHListe();
+    }
+    void change(const std::string& a, const std::string& b, const std::string& c) {
+        show("Drei");
+        engine->userText(0, a);
+        engine->userText(1, b);
+        engine->userText(2, c);
+        saveOk();
+    }
+    std::string values() { return get("HKCU\\Software\\Probe\\A") + " " + get("HKCU\\Software\\Probe\\B") + " " + get("HKCU\\Software\\Neu\\Tief\\C"); }
+    std::string file(const char* name = HistoryDatei) { return bytesOf(dir / name); }
+    bool exact(std::int64_t number) { return Ruecknahme(*ctx, lists->journal(), lists->history()).zuruecksetzen(number); }
+    bool redo(std::int64_t number) { return Ruecknahme(*ctx, lists->journal(), lists->history()).wiederherstellen(number); }
+    bool told(std::int64_t number) {
+        Ruecknahme exactly(*ctx, lists->journal(), lists->history());
+        Tippwerte numbers(*ctx);
+        return Zuruecksetzen(*ctx, lists->journal(), exactly, numbers).ausfuehren(lists->history().udtHistory().at(0).Zeile, number);
+    }
+
+    std::unique_ptr<Aufzeichnungen> relay;
+    std::unique_ptr<Listen> lists;
+
+private:
+    TippMaschine* engine2(Aufzeichnungen& recorders) {
+        engine = std::make_unique<TippMaschine>(*ctx, observer, recorders);
+        engine->FrameStartEinstellungen();
+        engine->TreeEinlesen();
+        return engine.get();
+    }
+};
+
+}  // namespace brenvik::test
