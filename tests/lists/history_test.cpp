@@ -145,7 +145,7 @@ TEST(History, PasswoerterStehenNichtImProtokoll) {
     std::filesystem::permissions(p.dir / HistoryDatei, std::filesystem::perms::owner_read);
     p.show("Drei");
     p.engine->userText(0, "geheim2");
-    p.port.expectBox("Beim schreiben der History");
+    p.port.expectBox("Beim schreiben der History", Answer::Yes);
     p.saveOk();
     EXPECT_NE(bytesOf(p.dir / "log").find("*****"), std::string::npos);
     EXPECT_EQ(bytesOf(p.dir / "log").find("geheim"), std::string::npos);
