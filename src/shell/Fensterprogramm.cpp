@@ -15,7 +15,6 @@
 #include "shell/Fensterbilder.h"
 #include "shell/Ladefenster.h"
 #include "shell/VerbindeHilfe.h"
-#include "shell/VerbindeListen.h"
 #include "shell/VerbindeSucheOptionenBrowser.h"
 #include "shell/VerbindeWerkzeuge.h"
 #include "tipdb/LoadDB.h"

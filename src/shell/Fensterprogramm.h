@@ -8,6 +8,7 @@
 #include "shell/MaschinenEvents.h"
 #include "shell/QtPort.h"
 #include "shell/VerbindeExport.h"
+#include "shell/VerbindeListen.h"
 #include "shell/frmBVK_Prog.h"
 #include "tipengine/Programm.h"
 
