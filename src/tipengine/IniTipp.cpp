@@ -17,6 +17,25 @@ namespace brenvik {
 namespace {
 
 constexpr std::uintmax_t IniGrenze = 16u << 20;
+constexpr std::size_t IniLaenge = 255;   // characters that are read of a value
+
+// Puts the value of an entry into the file's content. Answers an empty text, or in German why it cannot stand there.
+std::string putValue(Profildatei& content, const TippEintrag& e, const Arbeitswert& w, bool loeschen) {
+    try {
+        const auto present = content.value(e.Schlüssel, e.Wertname, 0);
+        if (!loeschen && !w.beruehrt && present) return {};   // made by somebody else since it was read
+        if (loeschen || w.strAnzeigeWert == DelKey) {
+            content.removeKey(e.Schlüssel, e.Wertname);
+            return {};
+        }
+        const bool shownInPart = e.Ausgabeart == art::TextWerte && present && *present != Left(*present, IniLaenge);
+        if (shownInPart && w.strAnzeigeWert != e.Standardwert) return fmt::format(meldung::IniNurZumTeilGezeigt, e.Wertname);
+        content.setValue(e.Schlüssel, e.Wertname, w.strAnzeigeWert);
+        return {};
+    } catch (const NumberedError& error) {
+        return error.what() + std::string(meldung::NichtsGeaendert);
+    }
+}
 
 }  // namespace
 
@@ -114,10 +133,8 @@ void TippMaschine::planIniFiles(bool loeschen, Aenderung& change, std::string& r
             loaded = files.emplace(file, there ? loadProfildatei(file) : Profildatei()).first;
             change.dateien.push_back({file.string(), loaded->second.bytes(), there, {}, false});
         }
-        if (loeschen || w.strAnzeigeWert == DelKey)
-            loaded->second.removeKey(eintrag(i).Schlüssel, eintrag(i).Wertname);
-        else
-            loaded->second.setValue(eintrag(i).Schlüssel, eintrag(i).Wertname, w.strAnzeigeWert);
+        refusal = putValue(loaded->second, eintrag(i), w, loeschen);
+        if (!refusal.empty()) return;
     }
     for (DateiBild& bild : change.dateien) bild.neu = files.at(bild.datei).bytes();
 }

@@ -25,6 +25,8 @@ inline constexpr char ZahlZuGross[] =
 inline constexpr char WertUnpassend[] =
     "Der Wert \"{}\" kann nicht als {} gespeichert werden.\r\n\r\nEs wurde nichts geändert.";
 inline constexpr char NichtsGeaendert[] = "\r\n\r\nEs wurde nichts geändert.";
+inline constexpr char IniNurZumTeilGezeigt[] =
+    "Der Eintrag {} ist länger als 255 Zeichen und wird hier nur zum Teil gezeigt. Damit nichts davon verloren geht, wird er hier nicht geändert.";
 inline constexpr char KeineZahlImFeld[] =
     "\"{}\" ist keine Zahl von {} bis {}. Bitte berichtigen Sie das Feld; es wurde nichts gespeichert.";
 inline constexpr char TeilweiseGespeichert[] =

@@ -30,6 +30,34 @@ TEST(IniTipp, AendertNurDieEineZeile) {
     EXPECT_EQ(p.panel().status.text, "[Wert in win.ini nicht vorhanden]");
 }
 
+TEST(IniTipp, WasNichtHineinpasstOderVonAnderenKamBleibtWieEsIst) {
+    Zeile first = iniZeile();
+    first.AnzahlWerte = 1;
+    Zeile second{.Index = 2, .Ausgabeart = 1, .Datentyp = 1, .Wertname = "Zweiter", .WertAus = "<delkey>", .HauptIndex = 1, .INITipp = true, .Hauptschlüssel = nullptr,
+                 .Schlüssel = "windows", .SchlüsselNT = "win.ini"};
+    Probe p({first, second});
+    const struct {
+        std::string present;
+        const char *input, *box;
+    } faelle[] = {{"a", "\xE6\x97\xA5", "die in einer INI-Datei nicht möglich sind"}, {std::string(300, 'x'), "kurz", "länger als 255 Zeichen"}};
+    for (const auto& fall : faelle) {
+        const std::string before = "[windows]\r\nNullPort=" + fall.present + "\r\n";
+        p.dir.put("drive_c/windows/win.ini", before);
+        p.show("INI");
+        p.engine->userText(0, fall.input);
+        p.port.expectBox(fall.box);
+        p.save();
+        EXPECT_EQ(bytesOf(p.dir / "drive_c/windows/win.ini"), before);
+        p.ctx->blnGeaendert = false;
+    }
+    const auto file = p.dir.put("drive_c/windows/win.ini", "[windows]\r\nNullPort=a\r\n");
+    p.show("INI");
+    p.engine->userText(0, "b");
+    p.dir.put("drive_c/windows/win.ini", "[windows]\r\nNullPort=a\r\nZweiter=von anderen\r\n");
+    p.save();
+    EXPECT_EQ(bytesOf(file), "[windows]\r\nNullPort=b\r\nZweiter=von anderen\r\n");
+}
+
 TEST(IniTipp, FehlendeDateiWirdGesuchtUndNichtErfunden) {
     Probe p({iniZeile()});
     p.port.expectBox("Die Datei win.ini konnte nicht gefunden werden", Answer::No);
