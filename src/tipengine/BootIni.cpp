@@ -175,14 +175,14 @@ bool TippMaschine::saveBootFile(std::int16_t i) {
 
     const bool protectedFile = isReadOnly(file);
     if (protectedFile && !ctx_.port.ask(fmt::format(meldung::BootSchreibschutz, iniPath(i)))) return false;
-    if (!bootIniGesichert_) {
+    if (!bootIniGesichert_.contains(file)) {
         try {
             writeFileAtomic(file.string() + ".bvk", change.dateien[0].inhalt);
         } catch (const std::exception&) {
             ctx_.port.tell(fmt::format(meldung::BootSicherung, iniPath(i)), box::Critical);
             return false;
         }
-        bootIniGesichert_ = true;
+        bootIniGesichert_.insert(file);
     }
     LaufendeAenderung running(recorder_, change);
     const bool written = change.dateien[0].geschrieben = writeProfildatei(file, content.bytes());

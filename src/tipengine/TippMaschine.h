@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -233,7 +234,7 @@ private:
     ChangeRecorder& recorder_;
     Modus modus_ = Modus::Anzeigen;
     std::unordered_map<std::int32_t, std::vector<std::size_t>> tippsByIndex_;   // Index -> places in udtTippListe
-    bool bootIniGesichert_ = false;         // boot.ini.bvk was made in this session
+    std::set<std::filesystem::path> bootIniGesichert_;   // files whose *.bvk was made in this session
 };
 
 // The children of a node in the order they are shown: sorted without case where the node is Sorted.
