@@ -57,7 +57,9 @@ TEST(HelpPages, EveryLinkAndPictureIsThere) {
             const QString target = link.section('#', 0, 0), anchor = link.section('#', 1);
             const QString there = pageText(target.isEmpty() ? QString::fromUtf8(page.datei) : target);
             EXPECT_FALSE(there.isEmpty()) << page.datei << " -> " << link.toStdString();
-            if (!anchor.isEmpty()) EXPECT_TRUE(there.contains("name=\"" + anchor + '"')) << page.datei << " -> " << link.toStdString();
+            if (!anchor.isEmpty()) {
+                EXPECT_TRUE(there.contains("name=\"" + anchor + '"')) << page.datei << " -> " << link.toStdString();
+            }
         }
         for (const QString& icon : allOf(text, "src=\"icon:([^\"]*)\""))
             EXPECT_TRUE(QFile::exists(QStringLiteral(BRENVIK_SOURCE_DIR "/data/icons/%1.svg").arg(icon))) << page.datei << ": " << icon.toStdString();
@@ -69,7 +71,9 @@ TEST(HelpPages, EveryLinkAndPictureIsThere) {
 TEST(HelpPages, TheContentsLeadToAll) {
     const QStringList links = allOf(pageText("inhalt.html"), "href=\"([^\"]*)\"");
     for (const Hilfeseite& page : hilfeseiten())
-        if (page.thema != hilfethema::Inhalt) EXPECT_TRUE(links.contains(page.datei)) << page.datei;
+        if (page.thema != hilfethema::Inhalt) {
+            EXPECT_TRUE(links.contains(page.datei)) << page.datei;
+        }
 }
 
 TEST(HelpTopics, PanelKindsAndNumbersFindTheirPages) {
@@ -90,7 +94,9 @@ TEST(HelpTopics, EveryWindowOfTheProgramHasItsPage) {
     const QStringList without{"frmBVK_Prog", "frmBVK_Hilfe", "frmBVK_Info"};     // asks for its Tip's; is the help; nobody is there yet
     for (const QString& header : QDir(QStringLiteral(BRENVIK_SOURCE_DIR "/src/shell")).entryList({"frmBVK_*.h"})) {
         const QString window = header.section('.', 0, 0);
-        if (!without.contains(window)) EXPECT_NE(themaDesFensters(window), hilfethema::Inhalt) << window.toStdString();
+        if (!without.contains(window)) {
+            EXPECT_NE(themaDesFensters(window), hilfethema::Inhalt) << window.toStdString();
+        }
     }
 }
 

@@ -79,7 +79,9 @@ TEST(OSFreigabe, MarksEachSystem) {
         for (const bool yes : {true, false}) {
             const QLabel* mark = window.findChild<QLabel*>(elementName(yes ? "imgYes" : "imgNo", i));
             EXPECT_EQ(mark != nullptr, suits[i] == yes) << names[i];
-            if (mark) EXPECT_FALSE(mark->pixmap(Qt::ReturnByValue).isNull()) << names[i];
+            if (mark) {
+                EXPECT_FALSE(mark->pixmap(Qt::ReturnByValue).isNull()) << names[i];
+            }
         }
     }
 }
