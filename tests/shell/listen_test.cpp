@@ -63,7 +63,7 @@ TEST(HistoryWindows, AChangeIsShownTakenBackAndBroughtAgain) {
         EXPECT_EQ(list.model()->rowCount(), 1);
         EXPECT_EQ(p.values(), "1:neu 4:26 1:c");
         p.port.expectBox("gelöscht werden?", Answer::Yes);
-        QTest::keyClick(&list, Qt::Key_Delete);
+        click(window, "cmdHisDel");
         QTest::keyClick(&window, Qt::Key_Escape);          // writes nothing
         EXPECT_FALSE(window.isVisible());
     });

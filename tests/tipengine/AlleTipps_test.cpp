@@ -35,6 +35,7 @@ protected:
     void start(bool filled) {
         const std::filesystem::path program = BRENVIK_PROGRAMM_DIR;
         if (!filled) SqliteStore(dir / "registry.db").createKey(Root::Users, std::string(Sid) + "\\Software");
+        port.onWindow("frmBVK_OSErkennung", [](WindowRequest&) {});   // an empty registry names no system
         programm = std::make_unique<Programm>(port, platform, ProgrammOptionen{dir.path(), program}, observer, recorder);
         programm->loadSettings();
         programm->detectSystem();
