@@ -31,6 +31,12 @@ void zeigeSuche(TippMaschine& engine, Suchauftrag& auftrag) {
 
 void zeigeOptionen(TippMaschine& engine, const std::function<void()>& listenOrdnerNeu) {
     Context& ctx = engine.context();
+    const bool unsaved = ctx.blnGeaendert;
+    if (!engine.DatenSichern()) {
+        ctx.blnGeaendert = true;    // what could not be saved stays on screen as a change
+        return;
+    }
+    if (unsaved) engine.reloadTipp();
     const Settings before = ctx.einstellungen;
     const bool listsWere = ctx.blnHistoryAktiv && ctx.blnFavoritenAktiv;
     OptionenAnfrage request(ctx);
@@ -42,7 +48,6 @@ void zeigeOptionen(TippMaschine& engine, const std::function<void()>& listenOrdn
     if (now.Farbschema != before.Farbschema) setColourMode(*qApp, colourModeOf(now.Farbschema));
     // What the panels show and allow depends on these.
     if (now.BSSystemAktiv == before.BSSystemAktiv && now.LöschenAktiv == before.LöschenAktiv) return;
-    engine.DatenSichern();
     engine.reloadTipp();
 }
 

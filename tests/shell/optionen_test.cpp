@@ -85,7 +85,13 @@ TEST_F(OptionenFenster, TheTipOnScreenFollows) {
         click(dialog, "chkBSPruefen");
         click(dialog, "cmdOptOK");
     });
-    EXPECT_EQ(probe.fenster().panels.size(), 1u);
+    ASSERT_EQ(probe.fenster().panels.size(), 1u);
+    ctx.blnGeaendert = ctx.blnSchreibrecht = true;
+    probe.port.expectBox("nicht gespeichert", Answer::No);   // before anything else happens
+    options([&](frmBVK_Optionen& dialog) {
+        EXPECT_FALSE(ctx.blnGeaendert);
+        dialog.reject();
+    });
 }
 
 TEST_F(OptionenFenster, Folders) {
