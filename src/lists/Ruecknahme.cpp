@@ -236,14 +236,18 @@ void Ruecknahme::removeEmptyKeys(const JournalEintrag& change, const Plan& plan)
     for (const std::string& top : change.neueSchluessel) {
         const Fundort topPlace = placeNow(ctx_, change, top);
         const RegPath topKey = parseRegPath(topPlace.path + "\\");
+        const auto madeByIt = [&](const RegPath& place, const std::string& key) {
+            return place.root == topKey.root && equalText((key + "\\").substr(0, topKey.key.size() + 1), topKey.key + "\\");
+        };
         RegStore& store = storeAt(topPlace);
         for (auto value = plan.werte.rbegin(); value != plan.werte.rend(); ++value) {
             const RegPath place = parseRegPath(value->place.path);
             std::string key = place.key;
-            while (place.root == topKey.root && key.size() >= topKey.key.size() && equalText(key.substr(0, topKey.key.size()), topKey.key)) {
-                const bool used = !store.keyExists(place.root, key) || !store.values(place.root, key).empty() || !store.subKeys(place.root, key).empty();
-                if (used && store.keyExists(place.root, key)) break;
-                if (!used) store.deleteKey(place.root, key);
+            while (madeByIt(place, key)) {
+                if (store.keyExists(place.root, key)) {
+                    if (!store.values(place.root, key).empty() || !store.subKeys(place.root, key).empty()) break;
+                    store.deleteKey(place.root, key);
+                }
                 const auto cut = key.rfind('\\');
                 if (cut == std::string::npos) break;
                 key.resize(cut);
