@@ -61,7 +61,9 @@ int exportAdmx(Programm& programm, const Wahl& wahl) {
     const std::filesystem::path folder = pathFromUtf8(wahl.ordner);
     for (const auto& [name, content] : {std::pair{AdmlDatei, &files.adml}, std::pair{AdmxDatei, &files.admx}}) {
         const auto file = folder / name;
-        std::filesystem::create_directories(file.parent_path());
+        std::error_code error;
+        std::filesystem::create_directories(file.parent_path(), error);
+        if (error) return failed("Der Ordner " + utf8FromPath(file.parent_path()) + " kann nicht angelegt werden");
         if (const int code = ausgeben(programm, utf8FromPath(file), *content, Geschrieben1, Geschrieben2); code != 0) return code;
     }
     return 0;

@@ -5,7 +5,6 @@
 #include <iostream>
 
 #include "cli/RegistryAusgabe.h"
-#include "export/Export.h"
 #include "export/Exportwerte.h"
 #include "frame/DateiSystem.h"
 
@@ -84,12 +83,11 @@ std::optional<TippListe> sammle(Programm& programm, const Tippauswahl& wahl, Bed
 
 int ausgeben(Programm& programm, const std::string& file, const std::string& bytes, const std::string& fertig1, const std::string& fertig2) {
     if (file.empty()) {
-        std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
-        return std::cout ? 0 : failed("Die Ausgabe konnte nicht geschrieben werden");
+        std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        return 0;   // what became of it is looked at when the command is done
     }
-    Context& ctx = programm.context();
-    if (!schreibeDatei(ctx, "Export", utf8FromPath(std::filesystem::absolute(pathFromUtf8(file))), bytes)) return 1;
-    ctx.port.tell(fertig1 + file + fertig2);
+    writeFileAtomic(pathFromUtf8(file), bytes);
+    programm.context().port.tell(fertig1 + file + fertig2);
     return 0;
 }
 

@@ -104,7 +104,7 @@ Inhalt numberRange(const std::string& id, const std::string& label, const TippLi
     const bool inRange = standard && toDbl(*standard) >= least && toDbl(*standard) <= most;
     const std::string unit = factor == 1 ? std::string() : fmt::format(" (mal {})", value.Werteliste);
     return {{}, elementOf("decimal", id, value, fmt::format(" minValue=\"{}\" maxValue=\"{}\"{}", numberText(least), numberText(most), asText ? " storeAsText=\"true\"" : "")),
-            numberField(id, label + unit, inRange ? *standard : std::string())};
+            numberField(id, label + unit, inRange ? *standard : numberText(least))};
 }
 
 Inhalt inhaltOf(const std::string& id, const std::string& label, const TippListWert& value) {
