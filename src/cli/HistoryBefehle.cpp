@@ -6,6 +6,7 @@
 
 #include "cli/Befehle.h"
 #include "cli/HistoryAusgabe.h"
+#include "lists/INIStand.h"
 #include "lists/Meldungen.h"
 
 namespace brenvik::cli {
@@ -88,31 +89,58 @@ int redo(Programm& programm, Listen& lists, std::int64_t number, bool json) {
     return result(done, number, "redone", json);
 }
 
-// Values that the program once set and that stand differently now.
-int drift(Programm& programm, Listen& lists, bool json) {
-    Context& ctx = programm.context();
-    ordered_json tips = ordered_json::array();
-    std::int32_t tip = -1;
-    for (const GesetzterWert& value : lists.journal().lastWritten()) {
+// Values that the program once set and that stand differently now, in the registry and in files, by Tip.
+class Drift {
+public:
+    Drift(Context& ctx, bool json) : ctx_(ctx), json_(json) {}
+
+    void value(const GesetzterWert& value) {
         JournalKopf change;
         change.rechner = value.rechner, change.lokalerRechner = value.lokalerRechner, change.sid = value.sid;
-        const Jetzt now = valueNow(ctx, change, value.path);
+        const Jetzt now = valueNow(ctx_, change, value.path);
         if (!now.erreichbar) {
             std::cerr << value.path << ": der Rechner \"" << machineOf(change) << "\" ist nicht erreichbar\n";
-            continue;
+        } else if (now.wert != value.wert) {
+            line(value.tipp, value.überschrift, value.path, shownRaw(value.wert), shownRaw(now.wert),
+                 {{"machine", machineOf(change)}, {"change", value.nummer}, {"set", rawJson(ctx_, value.wert)}, {"now", rawJson(ctx_, now.wert)}});
         }
-        if (now.wert == value.wert) continue;
-        if (value.tipp != tip || tips.empty()) {
-            tip = value.tipp;
-            tips.push_back({{"tip", tip}, {"heading", value.überschrift}, {"values", ordered_json::array()}});
-            if (!json) std::cout << (tip > 0 ? fmt::format("Tipp {}  ", tip) : std::string()) << value.überschrift << "\n";
-        }
-        tips.back()["values"].push_back({{"path", value.path}, {"machine", machineOf(change)}, {"change", value.nummer}, {"set", rawJson(ctx, value.wert)}, {"now", rawJson(ctx, now.wert)}});
-        if (!json) std::cout << fmt::format("   {}\n      gesetzt: {}\n      jetzt:   {}\n", value.path, shownRaw(value.wert), shownRaw(now.wert));
     }
-    if (json) std::cout << jsonText(tips) << "\n";
-    else if (tips.empty()) std::cout << "Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n";
-    return 0;
+    void file(const INIAbweichung& value) {
+        const auto shown = [](const std::optional<std::string>& text) { return text ? "\"" + oneLine(*text) + "\"" : std::string(meldung::NichtVorhanden); };
+        const auto data = [](const std::optional<std::string>& text) { return text ? ordered_json(*text) : ordered_json(nullptr); };
+        line(value.tipp, value.überschrift, fmt::format("{} [{}] {}", value.datei, value.sektion, value.schluessel), shown(value.gesetzt), shown(value.jetzt),
+             {{"change", value.nummer}, {"set", data(value.gesetzt)}, {"now", data(value.jetzt)}});
+    }
+    int print() const {
+        if (json_) std::cout << jsonText(tips_) << "\n";
+        else if (tips_.empty()) std::cout << "Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n";
+        return 0;
+    }
+
+private:
+    void line(std::int32_t tip, const std::string& heading, const std::string& path, const std::string& set, const std::string& now, ordered_json facts) {
+        if (tips_.empty() || tips_.back()["tip"] != tip) {
+            tips_.push_back({{"tip", tip}, {"heading", heading}, {"values", ordered_json::array()}});
+            if (!json_) std::cout << (tip > 0 ? fmt::format("Tipp {}  ", tip) : std::string()) << heading << "\n";
+        }
+        ordered_json value{{"path", path}};
+        value.update(facts);
+        tips_.back()["values"].push_back(std::move(value));
+        if (!json_) std::cout << fmt::format("   {}\n      gesetzt: {}\n      jetzt:   {}\n", path, set, now);
+    }
+
+    Context& ctx_;
+    bool json_;
+    ordered_json tips_ = ordered_json::array();
+};
+
+int drift(Programm& programm, Listen& lists, bool json) {
+    Drift found(programm.context(), json);
+    for (const GesetzterWert& value : lists.journal().lastWritten()) found.value(value);
+    std::vector<std::string> unreadable;
+    for (const INIAbweichung& value : iniAbweichungen(lists.journal(), unreadable)) found.file(value);
+    for (const std::string& name : unreadable) std::cerr << name << "\n";
+    return found.print();
 }
 
 }  // namespace

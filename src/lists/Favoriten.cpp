@@ -39,12 +39,22 @@ std::string Favoriten::chosenText() const {
 }
 
 bool Favoriten::LoadFavorite() {
-    blnFavoritenLaedt_ = false;
-    const bool read = reportAndGoOn(ctx_, "LoadFavorite", [&] {
+    return load([&] {
         ListenDatei file(listFile(ctx_));
         std::vector<std::string> loaded = items(file.read());
         strFavoriten_ = std::move(loaded);
         datei_ = std::move(file);
+    });
+}
+
+bool Favoriten::vereinen() {
+    return load([&] { preparedFile(); });
+}
+
+bool Favoriten::load(const std::function<void()>& readTable) {
+    blnFavoritenLaedt_ = false;
+    const bool read = reportAndGoOn(ctx_, "LoadFavorite", [&] {
+        readTable();
         ListIndex_ = strFavoriten_.empty() ? -1 : 0;
         ClearFavoritenMenu();
         if (!strFavoriten_.empty()) FillFavoritenMenu();

@@ -24,6 +24,7 @@ public:
     const std::vector<std::string>& mnuFavPopA() const { return mnuFavPopA_; }         // [0] is the element that is always there
 
     bool LoadFavorite();                     // false, with the reason told: the list is not to be written
+    bool vereinen();                         // the same after the folder was changed: the table is joined with the file
     void FavAdd();
     void FavDel();
     void SortFileLines();
@@ -33,6 +34,7 @@ public:
     void verwalten();                        // frmBVK_FavVerwalten
 
 private:
+    bool load(const std::function<void()>& readTable);
     void FillFavoritenMenu();
     void ClearFavoritenMenu();
     void showNodeOf(const std::string& text);

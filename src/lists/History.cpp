@@ -88,6 +88,10 @@ void History::prepareWriting() {
     datei_ = std::move(other);
 }
 
+bool History::vereinen() {
+    return reportAndGoOn(ctx_, "LoadHistory", [&] { prepareWriting(); });
+}
+
 std::optional<std::string> History::HistoryEintrag(std::vector<HistoryPaar>& pairs) {
     const ProcTrace trace(ctx_.trace, "HistoryEintrag");
     for (std::size_t i = 1; i < ctx_.werte.size(); ++i) {

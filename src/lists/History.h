@@ -37,6 +37,7 @@ public:
     HistorySatz* find(std::int32_t nummer);
 
     bool LoadHistory();                                // false, with the reason told: the list is not to be written
+    bool vereinen();                                   // the same after the folder was changed: what the table holds is joined with the file
     // Appends the record of the Tip on screen, and to pairs what it says. The line as it stands in the file; none if
     // nothing changed or the file cannot be written, which the user has been told then.
     std::optional<std::string> HistoryEintrag(std::vector<HistoryPaar>& pairs);

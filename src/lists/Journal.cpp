@@ -304,4 +304,16 @@ std::vector<GesetzterWert> Journal::lastWritten() {
     });
 }
 
+void Journal::eachWrittenFile(const std::function<void(const JournalKopf&, const DateiBild&)>& take) {
+    guarded([&](Tables& t) {
+        Statement all(t.db(), "SELECT a.nummer, a.tipp, a.ueberschrift, d.datei, d.inhalt, d.vorhanden, d.neu "
+                              "FROM datei d JOIN aenderung a ON a.nummer = d.aenderung WHERE d.geschrieben ORDER BY a.nummer, d.nr");
+        for (auto row = all.run(); row.step();) {
+            JournalKopf change;
+            change.nummer = row.number(0), change.tipp = static_cast<std::int32_t>(row.number(1)), change.überschrift = row.text(2);
+            take(change, {row.text(3), textBytes(row, 4), row.number(5) != 0, textBytes(row, 6), true});
+        }
+    });
+}
+
 }  // namespace brenvik

@@ -4,6 +4,7 @@
 // Failures are NumberedErrors with a German message.
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -70,6 +71,8 @@ public:
     std::int64_t adoptLine(const JournalKopf& head);        // an entry for a line that nobody recorded
     std::int64_t lastTakenBack();                           // the change whose taking back was the last; 0: none
     std::vector<GesetzterWert> lastWritten();               // ordered by Tip
+    // Every file that was written, oldest first; of the change only number, Tip and heading.
+    void eachWrittenFile(const std::function<void(const JournalKopf&, const DateiBild&)>& take);
     void transaction(const std::function<void()>& changes);
 
 private:

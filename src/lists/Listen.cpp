@@ -1,6 +1,7 @@
 #include "lists/Listen.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
@@ -17,6 +18,13 @@ constexpr int TextDatei = 33, TextKeinZugriff = 75, TextFehlerTitel = 34, TextFa
 
 bool writesHistory(Aenderung::Art art) {
     return art == Aenderung::Art::Speichern || art == Aenderung::Art::Standard || art == Aenderung::Art::Loeschen;
+}
+
+// A change from elsewhere than the screen is all or nothing: one of which nothing was written did not take place. What a
+// Tip on screen failed to write stays recorded.
+bool withdrawn(const Aenderung& change) {
+    return !change.amBildschirm && writesHistory(change.art) && !change.werte.empty() &&
+           std::none_of(change.werte.begin(), change.werte.end(), [](const WertAenderung& value) { return value.geschrieben; });
 }
 
 // A change that leaves everything as it was is not worth remembering.
@@ -66,9 +74,25 @@ void Listen::LoadFHListe() {
     Settings& s = ctx_.einstellungen;
     s.strFavoritenPfad = FolderExit(ctx_, s.strFavoritenPfad);
     s.strHistoryPfad = FolderExit(ctx_, s.strHistoryPfad);
-    loadList({FavoritenDatei, s.strFavoritenPfad, ctx_.blnFavoritenAktiv, ctx_.frmBVK_Prog.favoritenSichtbar, TextFavoritenAus,
-              [this] { return favoriten_.LoadFavorite(); }});
+    loadList(favoritenListe([this] { return favoriten_.LoadFavorite(); }));
     loadHistoryFile();
+}
+
+Listen::Liste Listen::favoritenListe(std::function<bool()> load) {
+    return {FavoritenDatei, ctx_.einstellungen.strFavoritenPfad, ctx_.blnFavoritenAktiv, ctx_.frmBVK_Prog.favoritenSichtbar, TextFavoritenAus, std::move(load)};
+}
+
+Listen::Liste Listen::historyListe(std::function<bool()> load) {
+    return {HistoryDatei, ctx_.einstellungen.strHistoryPfad, ctx_.blnHistoryAktiv, ctx_.frmBVK_Prog.historySichtbar, TextHistoryAus, std::move(load)};
+}
+
+void Listen::ordnerNeu() {
+    Settings& s = ctx_.einstellungen;
+    s.strFavoritenPfad = withSeparator(s.strFavoritenPfad);
+    s.strHistoryPfad = withSeparator(s.strHistoryPfad);
+    if (ctx_.blnFavoritenAktiv) loadList(favoritenListe([this] { return favoriten_.vereinen(); }));
+    if (ctx_.blnHistoryAktiv) loadList(historyListe([this] { return history_.vereinen(); }));
+    offerHistory();
 }
 
 void Listen::loadHistory() {
@@ -78,8 +102,12 @@ void Listen::loadHistory() {
 
 void Listen::loadHistoryFile() {
     historyGeladen_ = true;
-    loadList({HistoryDatei, ctx_.einstellungen.strHistoryPfad, ctx_.blnHistoryAktiv, ctx_.frmBVK_Prog.historySichtbar, TextHistoryAus,
-              [this] { return history_.LoadHistory(); }});
+    loadList(historyListe([this] { return history_.LoadHistory(); }));
+    offerHistory();
+}
+
+// Changes without a line are in the list window too.
+void Listen::offerHistory() {
     journaling([&] {
         if (!journal_.withoutLine().empty()) ctx_.frmBVK_Prog.tbrHistory = true;
     });
@@ -155,7 +183,12 @@ void Listen::written(const Aenderung& change, std::size_t value) {
 void Listen::finished(const Aenderung& change) {
     const auto running = laufend_.find(&change);
     if (running == laufend_.end()) return;
-    if (running->second.nummer != 0) journaling([&] { journal_.finish(running->second.nummer, change); });
+    if (withdrawn(change)) {
+        if (running->second.nummer != 0) journaling([&] { journal_.remove(std::exchange(running->second.nummer, 0)); });
+        if (running->second.zeile) takeOut(*running->second.zeile);
+    } else if (running->second.nummer != 0) {
+        journaling([&] { journal_.finish(running->second.nummer, change); });
+    }
     letzte_ = std::move(running->second);
     letzteAenderung_ = &change;
     laufend_.erase(running);
@@ -165,11 +198,13 @@ bool Listen::offerTakeBack(const Aenderung& change) {
     const bool some = std::any_of(change.werte.begin(), change.werte.end(), [](const WertAenderung& value) { return value.geschrieben && value.alt != value.neu; });
     if (letzteAenderung_ != &change || letzte_.nummer == 0 || !some || !ctx_.port.ask(meldung::ZuruecknehmenFrage)) return false;
     if (!Ruecknahme(ctx_, journal_, history_).zuruecksetzen(letzte_.nummer)) return false;
-    if (letzte_.zeile) {
-        history_.deleteLine(*letzte_.zeile);
-        history_.HistorySave();
-    }
+    if (letzte_.zeile) takeOut(*letzte_.zeile);
     return true;
+}
+
+void Listen::takeOut(const std::string& zeile) {
+    history_.deleteLine(zeile);
+    history_.HistorySave();
 }
 
 }  // namespace brenvik

@@ -17,6 +17,7 @@ public:
     explicit Listen(TippMaschine& engine);
 
     void LoadFHListe();                                // the step "Lade Favoriten und History..." of the load sequence
+    void ordnerNeu();                                  // folders were chosen in the options: the lists go on there, and on again if they were off
     void loadHistory();                                // the history's half; done before the first change if nobody asked before
     void onChange(std::function<void()> changed);      // what the window shows of lists and their commands is another
 
@@ -37,10 +38,14 @@ private:
         std::optional<std::string> zeile;              // of History.txt
     };
     void loadList(const Liste& list);
+    Liste favoritenListe(std::function<bool()> load);
+    Liste historyListe(std::function<bool()> load);
     void loadHistoryFile();
+    void offerHistory();
     void record(const Aenderung& change, Laufend& running, const std::vector<HistoryPaar>& pairs);
     std::vector<std::string> keysToBeMade(const Aenderung& change);
     void journaling(const std::function<void()>& work);
+    void takeOut(const std::string& zeile);            // of History.txt
 
     TippMaschine& engine_;
     Context& ctx_;

@@ -39,7 +39,12 @@ Listenunterschied listDifference(const std::vector<std::string>& before, const s
 
 std::string ListenDatei::load() {
     stamp_ = host::fileStamp(file_);   // before reading, so that a change in between shows the next time
-    if (!stamp_) return {};
+    if (!stamp_) {   // a folder that has gone, with its drive perhaps, has not deleted its files
+        std::error_code error;
+        if (!std::filesystem::exists(std::filesystem::absolute(file_).parent_path(), error))
+            throw NumberedError(errnum::PathNotFound, fmt::format(meldung::ListeOrdnerWeg, utf8FromPath(file_)));
+        return {};
+    }
     std::string bytes = readFile(file_, Grenze);
     if (bytes.starts_with(Utf16Marke)) throw NumberedError(errnum::TypeMismatch, fmt::format(meldung::ListeKeinText, utf8FromPath(file_)));
     utf8_ = bytes.starts_with(Utf8Marke) && isUtf8(bytes);

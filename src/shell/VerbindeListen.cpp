@@ -59,6 +59,7 @@ void verbindeListen(Fensterteile& teile, Listen& listen) {
     Favoriten& favourites = listen.favoriten();
     teile.aufzeichnungen.add(listen);
     teile.laden.LoadFHListe = [&listen] { listen.LoadFHListe(); };
+    teile.laden.listenOrdnerNeu = [&listen] { listen.ordnerNeu(); };
 
     registerWindow<frmBVK_HistoryListe, HistoryListeAnfrage>(teile.port, "frmBVK_HistoryListe");
     registerWindow<frmBVK_HistoryDaten, HistoryDatenAnfrage>(teile.port, "frmBVK_HistoryDaten");

@@ -60,6 +60,50 @@ TEST_F(ExportCli, ListeAufEinenAnderenRechner) {
     EXPECT_EQ(cli({"apply", path("l.toml")}, "anderer").err, "Es ist nichts zu ändern, alle Werte stehen schon so da.\n");
 }
 
+// The hives of a Windows that does not run: written there, kept here, one record in the history for each Tip.
+TEST_F(ExportCli, ListeAufEinRuhendesWindows) {
+    const std::filesystem::path config = dir / "win/Windows/System32/config", profile = dir / "win/Users/Anna";
+    std::filesystem::create_directories(config);
+    std::filesystem::create_directories(profile);
+    cli({"registry", "write", "HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList\\S-1-5-21-1-2-3-1001\\ProfileImagePath", "REG_EXPAND_SZ", "%SystemDrive%\\Users\\Anna"});
+    const std::filesystem::path hives[] = {config / "SOFTWARE", config / "SYSTEM", profile / "NTUSER.DAT"};
+    const char* keys[] = {"HKLM\\Software", "HKLM\\System", "HKCU"};
+    for (std::size_t k = 0; k < 3; ++k) ASSERT_EQ(cli({"registry", "save", keys[k], hives[k].string()}).code, 0);
+    ASSERT_EQ(cli({"list", "save", path("l.toml"), "109", "221", "--set", "109=off", "--set", "221=600"}).code, 0);
+    const std::vector<std::string> there{"--machine", path("win")};
+    const auto at = [&](std::vector<std::string> words, const std::vector<std::string>& before) {
+        words.insert(words.begin(), before.begin(), before.end());
+        return cli(words);
+    };
+    const auto values = [&](const std::vector<std::string>& machine) {
+        std::string text;
+        for (const std::string place : {std::string(Desktop) + "ScreenSaveActive", std::string("HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Max Cached Icons")})
+            text += at({"registry", "read", place}, machine).out + "|";
+        return text;
+    };
+    const auto bytes = [&] { return bytesOf(hives[0]) + bytesOf(hives[2]); };
+
+    // One of the hives cannot be written: none is.
+    const std::string untouched = bytes();
+    std::filesystem::permissions(hives[0], std::filesystem::perms::owner_read);
+    const Ergebnis refused = at({"--yes", "apply", path("l.toml")}, there);
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_NE(refused.err.find("Die Liste wurde nicht angewendet, nichts wurde geändert: Die Hivedatei"), std::string::npos) << refused.err;
+    EXPECT_TRUE(bytes() == untouched);
+    EXPECT_EQ(cli({"history", "list"}).out, "");
+    std::filesystem::permissions(hives[0], std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+
+    EXPECT_EQ(at({"--yes", "apply", path("l.toml")}, there).code, 0);
+    EXPECT_EQ(values(there), "0\n|600\n|");
+    EXPECT_EQ(values({}), "1\n||");
+    const auto history = nlohmann::json::parse(cli({"--json", "history", "list"}).out);
+    ASSERT_EQ(history.size(), 2u);
+    for (const std::size_t k : {0u, 1u}) EXPECT_EQ(history[k]["machine"].get<std::string>() + " " + history[k]["tip"].dump(), path("win") + (k == 0 ? " 109" : " 221"));
+    EXPECT_EQ(cli({"drift"}).out, "Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n");
+    for (const auto& change : history) EXPECT_EQ(cli({"history", "undo", change["number"].dump(), "--exact"}).code, 0);
+    EXPECT_EQ(values(there), "1\n||");
+}
+
 TEST_F(ExportCli, FalscheAufrufe) {
     dir.put("kaputt.toml", "format = 1\n[[tipp]]\nnummer = 31999\n");
     const struct {
@@ -71,6 +115,8 @@ TEST_F(ExportCli, FalscheAufrufe) {
                   {{"export", "reg", "109", "--set", "109=vielleicht"}, 1, "Tipp 109: \"vielleicht\" passt nicht: erwartet wird on oder off\n"},
                   {{"export", "reg", "109", "--set", "110=off"}, 1, nullptr},
                   {{"export", "reg", "109", "-o", path("fehlt/x.reg")}, 1, nullptr},
+                  {{"list", "save", "/dev/full", "109"}, 1, nullptr},
+                  {{"export", "admx", "/dev/full/x", "116"}, 1, "Der Ordner /dev/full/x/de-DE kann nicht angelegt werden\n"},
                   {{"export", "reg"}, 2, nullptr},
                   {{"export", "polfile", "109", "--class", "server"}, 2, nullptr},
                   {{"list", "load", path("kaputt.toml")}, 1,

@@ -35,6 +35,25 @@ struct Listenprobe : Probe {
     }
     std::string values() { return get("HKCU\\Software\\Probe\\A") + " " + get("HKCU\\Software\\Probe\\B") + " " + get("HKCU\\Software\\Neu\\Tief\\C"); }
     std::string file(const char* name = HistoryDatei) { return bytesOf(dir / name); }
+    // The whole registry and all files of the drive but copies kept for safety, in a fixed order.
+    std::string alles() {
+        struct Sammler final : TreeSink {
+            std::vector<std::string> path, lines;
+            void enter(std::string_view name, const KeyDetails&) override {
+                path.push_back((path.empty() ? std::string() : path.back() + "\\") + std::string(name));
+                lines.push_back(path.back());
+            }
+            void value(std::string_view name, const RawValue& value) override { lines.push_back(path.back() + "\\" + std::string(name) + " = " + shownRaw(value)); }
+            void leave() override { path.pop_back(); }
+        } found;
+        for (const Root root : {Root::Users, Root::LocalMachine}) store->walk(root, "", found);
+        std::sort(found.lines.begin(), found.lines.end());
+        std::string text;
+        for (const std::string& line : found.lines) text += line + "\n";
+        for (const char* file : {"windows/win.ini", "boot.ini"})
+            if (std::filesystem::exists(dir / "drive_c" / file)) text += bytesOf(dir / "drive_c" / file);
+        return text;
+    }
     bool exact(std::int64_t number) { return Ruecknahme(*ctx, lists->journal(), lists->history()).zuruecksetzen(number); }
     bool redo(std::int64_t number) { return Ruecknahme(*ctx, lists->journal(), lists->history()).wiederherstellen(number); }
     bool told(std::int64_t number) {

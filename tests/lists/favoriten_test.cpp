@@ -1,3 +1,4 @@
+#include "frame/DateiSystem.h"
 #include "lists/Listenprobe.h"
 
 using namespace brenvik;
@@ -83,4 +84,30 @@ TEST(Favoriten, WasNichtGeschriebenWerdenKannBleibt) {
     p.start();
     EXPECT_FALSE(p.fenster().favoritenSichtbar);
     EXPECT_TRUE(p.ctx->blnHistoryAktiv);
+}
+
+TEST(Favoriten, AndererOrdnerUndWiederEingeschaltet) {
+    Listenprobe p(Tipps);
+    p.dir.put(FavoritenDatei, "Alpha\r\n");
+    p.dir.put("anders/Favoriten.txt", "beta\r\n");
+    p.start();
+    Favoriten& f = p.lists->favoriten();
+    p.ctx->einstellungen.strFavoritenPfad = (p.dir / "anders").string();   // without separator
+    p.lists->ordnerNeu();
+    EXPECT_EQ(f.mnuFavPopA(), (Texte{"", "Alpha", "beta"}));
+    p.show("Äpfel & Birnen");
+    f.FavAdd();
+    EXPECT_EQ(p.file("anders/Favoriten.txt") + "|" + p.file(FavoritenDatei), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n|Alpha\r\n");
+
+    setReadOnly(p.dir / FavoritenDatei, true);
+    p.ctx->einstellungen.strFavoritenPfad = p.dir.path().string();
+    p.port.expectBox("Auf die Datei: Favoriten.txt", Answer::Cancel).expectBox("deaktiviert");
+    p.start();
+    setReadOnly(p.dir / FavoritenDatei, false);
+    p.ctx->blnFavoritenAktiv = true;                                       // as choosing a folder in the options does
+    p.lists->ordnerNeu();
+    EXPECT_TRUE(p.fenster().favoritenSichtbar);
+    EXPECT_EQ(p.lists->favoriten().strFavoriten(), (Texte{"Alpha"}));
+    p.lists->favoriten().choose(0);
+    EXPECT_EQ(p.fenster().lblDBTippU, "Alpha");
 }

@@ -1,3 +1,4 @@
+#include "frame/DateiSystem.h"
 #include "lists/Listenprobe.h"
 #include "lists/Meldungen.h"
 
@@ -94,6 +95,18 @@ TEST(History, EinAndererOrdnerWirdGeladenUndVereint) {
     p.change("1", "2", "3");
     EXPECT_TRUE(p.file("anders/History.txt").starts_with("1#a#PC#1#x#\r\n2#b#PC#1#y#\r\n09.11.2002#")) << p.file("anders/History.txt");
     EXPECT_EQ(p.file(), "1#a#PC#1#x#\r\n");
+
+    // Switched off at the start, and on again later: shown at once, written with the next change.
+    setReadOnly(p.dir / HistoryDatei, true);
+    p.ctx->einstellungen.strHistoryPfad = p.dir.path().string() + "/";
+    p.port.expectBox("Auf die Datei: History.txt", Answer::Cancel).expectBox("deaktiviert");
+    p.start();
+    setReadOnly(p.dir / HistoryDatei, false);
+    p.ctx->blnHistoryAktiv = true;
+    p.lists->ordnerNeu();
+    EXPECT_TRUE(p.fenster().historySichtbar && p.fenster().tbrHistory);
+    p.change("4", "5", "6");
+    EXPECT_TRUE(p.file().starts_with("1#a#PC#1#x#\r\n09.11.2002#")) << p.file();
 }
 
 TEST(History, WasNichtGeschriebenWerdenKannHaeltNichtsAuf) {
@@ -125,6 +138,23 @@ TEST(History, EinVerschwundenerOrdnerWirdErfragt) {
     p.start();
     EXPECT_EQ(p.ctx->einstellungen.strFavoritenPfad, p.dir.path().string() + "/");
     EXPECT_EQ(p.port.folderChoices.back().first, "Hilfedatei wurde im aktuellen Pfad nicht gefunden, bitte neues Verzeichnis auswählen...");
+}
+
+TEST(History, EinOrdnerDerZwischendurchFehltNimmtNichtsMit) {
+    Listenprobe p;
+    p.dir.put("liste/History.txt", "1#a#PC#1#x#\r\n");
+    p.ctx->einstellungen.strHistoryPfad = (p.dir / "liste").string() + "/";
+    p.start();
+    std::filesystem::rename(p.dir / "liste", p.dir / "fort");
+    p.show("Drei");
+    p.engine->userText(0, "neu");
+    p.port.expectBox("Beim schreiben der History ist folgender Fehler aufgetreten:\r\n\r\n09.11.2002#12:30:00#PROBE-PC#1#<Key nicht vorhanden>#", Answer::Yes);
+    p.saveOk();
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:neu");
+    EXPECT_EQ(p.lists->history().udtHistory().size(), 1u);
+    std::filesystem::rename(p.dir / "fort", p.dir / "liste");
+    p.change("neuer", "1", "c");
+    EXPECT_TRUE(p.file("liste/History.txt").starts_with("1#a#PC#1#x#\r\n09.11.2002#12:30:00#PROBE-PC#1#neu#")) << p.file("liste/History.txt");
 }
 
 TEST(History, EineRiesigeDateiBleibtUnberuehrt) {

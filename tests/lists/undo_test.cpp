@@ -1,6 +1,11 @@
 #include <sys/stat.h>
 
+#include <fmt/format.h>
+
+#include "frame/DateiSystem.h"
+#include "lists/INIStand.h"
 #include "lists/Listenprobe.h"
+#include "tipengine/Fensteranfragen.h"
 
 using namespace brenvik;
 using namespace brenvik::test;
@@ -10,28 +15,136 @@ const char* const Fertig = "Alle Werte stehen wieder genau so da";
 const char* const Wieder = "wurde wiederhergestellt";
 }  // namespace
 
-TEST(Undo, GenauBringtTypUndBytesZurueckUndWiederVor) {
+// Every kind of change: the whole registry and every file stand as before, then as after, then as before again.
+TEST(Undo, JedeArtVonAenderungGenauHinUndHer) {
+    using Art = Aenderung::Art;
+    const Zeile menue{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 10, .Datentyp = 1, .Wertname = nullptr, .Hauptschlüssel = "HKCR", .Schlüssel = "Directory\\shell"};
+    const Zeile ini{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "load", .INITipp = true, .Hauptschlüssel = nullptr, .Schlüssel = "windows", .SchlüsselNT = "win.ini"};
+    const Zeile boot{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 9, .Datentyp = 1, .Wertname = nullptr, .Anzeigetext = "/SOS#/fastdetect", .Werteliste = "C:", .INITipp = true,
+                     .Hauptschlüssel = nullptr, .Schlüssel = "operating systems", .SchlüsselNT = "boot.ini"};
+    std::vector<Zeile> drei = DreiWerte;
+    drei[0].Überschrift = "Tipp", drei[0].Standardwert = "<delkey>", drei[1].Standardwert = "7", drei[2].Standardwert = "s";
+    const Zeile liste{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 8, .Datentyp = 1, .Wertname = nullptr};
+    Zeile typ = drei[0];
+    typ.AnzahlWerte = 0, typ.TypAnpassen = 1;
+    const auto menu = [](Listenprobe& p) {
+        p.put("HKCR\\Directory\\shell\\eins\\", 1, "Eins");
+        p.put("HKCR\\Directory\\shell\\eins\\Command\\", 2, "notepad.exe");
+        p.put("HKCR\\Directory\\shell\\eins\\Command\\Tief\\Wert", 3, "01 02");
+    };
+    const auto values = [](Listenprobe& p) {
+        p.put("HKCU\\Software\\Probe\\A", 2, "%alt%");
+        p.put("HKCU\\Software\\Probe\\B", 4, "26");
+    };
+    const auto edit = [](const char* name) {
+        return [name](Listenprobe& p) {
+            p.port.onWindow("frmBVK_Bearbeiten", [name](WindowRequest& w) {
+                auto& d = dynamic_cast<BearbeitenAnfrage&>(w);
+                d.txtKeyName = name, d.txtBeschreibung = "Anders", d.txtBefehl = "calc.exe";
+                d.speichern(d);
+            });
+            p.port.expectBox("in der Registry gespeichert");
+            p.engine->userSelectRow(0, 0);
+        };
+    };
+    const auto press = [](Listenprobe& p) {
+        p.port.expectBox("gelöscht", Answer::Yes);
+        p.engine->clickRegDel();
+    };
+    const auto file = [](const char* name, const char* content) { return [=](Listenprobe& p) { p.dir.put(std::string("drive_c/") + name, content); }; };
+    const struct {
+        const char* name;
+        Art art;
+        std::vector<Zeile> rows;
+        std::function<void(Listenprobe&)> before, change;
+    } cases[] = {
+        {"Speichern", Art::Speichern, drei, values, [](Listenprobe& p) { p.engine->userText(0, "neu"), p.engine->userText(1, "FF"), p.engine->userText(2, "c"), p.saveOk(); }},
+        {"Standard", Art::Standard, drei, values, [](Listenprobe& p) {
+             p.port.expectBox("Windows Standardwerte", Answer::Yes).expectBox("geändert/angelegt");
+             p.engine->Default_Einstellungen();
+         }},
+        {"Löschen", Art::Loeschen, drei, values, press},
+        {"Datentyp", Art::TypAngepasst, {typ}, [](Listenprobe& p) { p.put("HKCU\\Software\\Probe\\A", 3, "01 02"); }, [](Listenprobe&) {}},
+        {"Menü weg", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { p.engine->userTick(0, 0, true), press(p); }},
+        {"Menü neu", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("neu")(p), p.engine->clickRegSave(p.fenster().cmdRegSave); }},
+        {"Menü geändert", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("eins")(p), p.engine->clickDefault(p.fenster().cmdDefault); }},
+        {"Menü umbenannt", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("zwei")(p), p.engine->clickDefault(p.fenster().cmdDefault); }},
+        {"Listenschlüssel", Art::Schluessel, {liste}, [](Listenprobe& p) { p.put("HKCU\\Software\\Probe\\eins\\Tief\\Wert", 7, std::string("a\0b", 3)); },
+         [&](Listenprobe& p) { p.engine->userTick(0, 0, true), press(p); }},
+        {"INI", Art::IniDatei, {ini}, file("windows/win.ini", "; x\n[windows]\r\nload = alt\r\nrun=1"), [](Listenprobe& p) { p.engine->userText(0, "neu.exe"), p.save(); }},
+        {"INI weg", Art::IniDatei, {ini}, file("windows/win.ini", "[windows]\r\nload=alt\r\n"), press},
+        {"Boot", Art::BootDatei, {boot}, file("boot.ini", "[operating systems]\r\nmulti(0)\\WINDOWS=\"XP\" /fastdetect\r\nkaputt\r\n"), [](Listenprobe& p) {
+             p.port.onWindow("frmBVK_BootINI", [](WindowRequest& w) { dynamic_cast<BootINIAnfrage&>(w).antwort = BootINIAnfrage::Antwort::Ueberschreiben; });
+             p.engine->userSwitch(0, 0, true), p.save();
+         }}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Listenprobe p(c.rows);
+        c.before(p);
+        const std::string before = p.alles();
+        p.show("Tipp");
+        c.change(p);
+        const std::string after = p.alles();
+        EXPECT_NE(after, before);
+        ASSERT_EQ(p.lists->journal().heads().size(), 1u);
+        EXPECT_EQ(p.lists->journal().heads()[0].art, c.art);
+        for (const bool back : {true, false, true}) {
+            p.port.expectBox(back ? Fertig : Wieder);
+            EXPECT_TRUE(back ? p.exact(1) : p.redo(1)) << p.port.lastBox();
+            EXPECT_EQ(p.alles(), back ? before : after);
+        }
+    }
+}
+
+TEST(Undo, GenauAufDemRechnerDerAenderung) {
     Listenprobe p;
-    p.put("HKCU\\Software\\Probe\\A", 2, "%alt%");
-    const std::string before = p.values();
-    p.change("neu", "1A", "c");
-    const std::string after = p.values();
-    EXPECT_EQ(before + "|" + after, "2:%alt% - -|1:neu 4:26 1:c");
-    p.port.expectBox(Fertig);
-    EXPECT_TRUE(p.exact(1));
-    EXPECT_EQ(p.values(), before);
-    EXPECT_FALSE(p.store->keyExists(Root::CurrentUser, "Software\\Neu"));   // made by the save, empty again
-    p.port.expectBox("schon zurückgesetzt");
+    SqliteStore there(p.dir / "dort.db");
+    there.createKey(Root::Users, std::string(Sid) + "\\Software");
+    bool reachable = true;
+    p.machines->setFinder([&](const std::string& name) -> RegStore* { return reachable && name == "DORT" ? &there : nullptr; });
+    const auto remote = [&](const std::string& path) {
+        p.ctx->objBVKReg.SetPath("DORT", "HKEY_USERS\\" + std::string(Sid) + path);
+        const auto raw = p.ctx->objBVKReg.ReadRaw();
+        return raw ? toText(*raw) : "-";
+    };
+    const auto select = [&](const char* machine) {
+        ASSERT_EQ(p.ctx->objBVKReg.ConnectRemote(machine, 0x80000002), 0);
+        p.ctx->strRechnername = machine;
+        p.ctx->blnLokal = p.ctx->strRechnername == p.ctx->strLokalerRechner;
+    };
+    p.put("HKCU\\Software\\Probe\\A", 1, "hier");
+    select("DORT");
+    p.change("neu", "1", "c");
+    EXPECT_EQ(remote("\\Software\\Probe\\A") + remote("\\Software\\Neu\\Tief\\C"), "neuc");
+    select("PROBE-PC");
+    reachable = false;
+    p.port.expectBox("Der Rechner \"DORT\" ist nicht erreichbar. Es wurde nichts geändert.");
     EXPECT_FALSE(p.exact(1));
-    p.port.expectBox(Wieder);
-    EXPECT_TRUE(p.redo(1));
-    EXPECT_EQ(p.values(), after);
+    reachable = true;
+    there.setValue(Root::Users, std::string(Sid) + "\\Software\\Probe", ValueName::named("A"), fromText("fremd", 1));
+    p.port.expectBox("HKEY_USERS\\" + std::string(Sid) + "\\Software\\Probe\\A\r\n   vorher: (nicht vorhanden)\r\n   nach der Änderung: REG_SZ \"neu\"\r\n   jetzt: REG_SZ \"fremd\"", Answer::Yes)
+        .expectBox(Fertig);
+    EXPECT_TRUE(p.exact(1)) << p.port.lastBox();
+    EXPECT_EQ(remote("\\Software\\Probe\\A") + remote("\\Software\\Neu\\Tief\\C"), "--");
+    EXPECT_FALSE(there.keyExists(Root::Users, std::string(Sid) + "\\Software\\Neu"));
+    EXPECT_EQ(p.values(), "1:hier - -");
+
+    // Made here as another user: HKEY_CURRENT_USER is that one's still.
+    p.change("neu", "2", "d");
+    p.ctx->strEigeneSID = "S-1-5-21-1-2-3-2000";
+    p.port.expectBox(Fertig);
+    EXPECT_TRUE(p.exact(p.lists->journal().heads().back().nummer)) << p.port.lastBox();
+    EXPECT_EQ(p.values(), "1:hier - -");
+}
+
+TEST(Undo, NichtsGehtZweimalUndDasJournalGehoertDemBesitzer) {
+    Listenprobe p;
+    p.change("neu", "1A", "c");
     p.port.expectBox("gibt nichts wiederherzustellen");
     EXPECT_FALSE(p.redo(1));
-    p.port.expectBox(Fertig);
+    p.port.expectBox(Fertig).expectBox("schon zurückgesetzt");
     EXPECT_TRUE(p.exact(1));
-    EXPECT_EQ(p.values(), before);
-
+    EXPECT_FALSE(p.exact(1));
     struct stat facts{};
     ASSERT_EQ(::stat((p.dir / JournalDatei).c_str(), &facts), 0);
     EXPECT_EQ(facts.st_mode & 0777, 0600u);
@@ -94,9 +207,13 @@ TEST(Undo, WasNichtGenauWaereWirdGesagt) {
 }
 
 TEST(Undo, OhneWegWirdNichtsGeschrieben) {
-    const std::string lines[] = {"1#a#PROBE-PC#77#x#", "1#a#PROBE-PC#1#x#77#y#", "1#a#PROBE-PC#", "1#a#PROBE-PC##x#"};
+    std::vector<Zeile> rows = DreiWerte;
+    rows.push_back({.Index = 4, .Überschrift = "Dateien", .Ausgabeart = 4, .Datentyp = 1, .Werteliste = "<filelist>"});
+    rows.push_back({.Index = 5, .Überschrift = "Ohne Pfad", .Ausgabeart = 2, .Datentyp = 1, .Schlüssel = nullptr});
+    const std::string lines[] = {"1#a#PROBE-PC#77#x#", "1#a#PROBE-PC#1#x#77#y#", "1#a#PROBE-PC#", "1#a#PROBE-PC##x#", "1#a#PROBE-PC#4#x#", "1#a#PROBE-PC#5#x#",
+                                 "1#a#PROBE-PC#1#x#4#y#", "1#a#PROBE-PC" + std::string(10000, '#')};
     for (const std::string& line : lines) {
-        Listenprobe p;
+        Listenprobe p(rows);
         p.dir.put("History.txt", line + "\r\n");
         p.start();
         p.port.expectBox("Die Werte konnten nicht zurück gesetzt werden !!!");
@@ -112,32 +229,34 @@ TEST(Undo, OhneWegWirdNichtsGeschrieben) {
     p.port.expectBox("ANDERER", Answer::Yes).expectBox("erfolgreich zurückgesetzt");
     EXPECT_TRUE(p.told(0));
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:x");
+
+    // The journal knows the path of a number that the database has no longer, or that is a file list by now.
+    for (const char* number : {"77", "4"}) {
+        Listenprobe known(rows);
+        known.put("HKCU\\Software\\Probe\\A", 1, "alt");
+        known.show("Drei");
+        known.engine->userText(0, "neu");
+        known.saveOk();
+        Ruecknahme exactly(*known.ctx, known.lists->journal(), known.lists->history());
+        Tippwerte numbers(*known.ctx);
+        known.port.expectBox("erfolgreich zurückgesetzt");
+        EXPECT_TRUE(Zuruecksetzen(*known.ctx, known.lists->journal(), exactly, numbers).ausfuehren("1#a#PROBE-PC#" + std::string(number) + "#alt#", 1)) << number;
+        EXPECT_EQ(known.get("HKCU\\Software\\Probe\\A"), "1:alt");
+    }
 }
 
-TEST(Undo, GeloeschterSchluesselKommtGanzZurueck) {
+TEST(Undo, FremderSchluesselWirdErfragt) {
     Listenprobe p({{.Index = 1, .Überschrift = "Menü", .Ausgabeart = 10, .Wertname = "", .Hauptschlüssel = "HKCR", .Schlüssel = "Directory\\shell"}});
     p.put("HKCR\\Directory\\shell\\eins\\", 1, "Eins");
-    p.put("HKCR\\Directory\\shell\\eins\\Command\\", 2, "notepad.exe");
-    p.put("HKCR\\Directory\\shell\\eins\\Command\\Tief\\Wert", 3, "01 02");
+    const std::string before = p.alles();
     p.show("Menü");
     p.engine->userTick(0, 0, true);
     p.port.expectBox("Alle markierten Einträge werden gelöscht", Answer::Yes);
     p.engine->clickRegDel();
-    EXPECT_EQ(p.get("HKCR\\Directory\\shell\\eins\\Command\\"), "-");
-    p.port.expectBox(Fertig);
-    EXPECT_TRUE(p.exact(1)) << p.port.lastBox();
-    const auto all = [&] {
-        return p.get("HKCR\\Directory\\shell\\eins\\") + " " + p.get("HKCR\\Directory\\shell\\eins\\Command\\") + " " + p.get("HKCR\\Directory\\shell\\eins\\Command\\Tief\\Wert");
-    };
-    EXPECT_EQ(all(), "1:Eins 2:notepad.exe 3:01 02");
-    p.port.expectBox(Wieder);
-    EXPECT_TRUE(p.redo(1));
-    EXPECT_EQ(all(), "- - -");
-    EXPECT_FALSE(p.store->keyExists(Root::ClassesRoot, "Directory\\shell\\eins"));
     p.put("HKCR\\Directory\\shell\\eins\\", 1, "Fremd");
     p.port.expectBox("jetzt: Schlüssel mit 0 Unterschlüsseln und 1 Werten", Answer::Yes).expectBox(Fertig);
     EXPECT_TRUE(p.exact(1));
-    EXPECT_EQ(all(), "1:Eins 2:notepad.exe 3:01 02");
+    EXPECT_EQ(p.alles(), before);
     EXPECT_EQ(p.file(), "");    // keys have no line
     p.port.onWindow("frmBVK_HistoryListe", [](WindowRequest& w) { EXPECT_TRUE(dynamic_cast<HistoryListeAnfrage&>(w).zeilen.empty()); });
     p.lists->historyFenster().oeffnen();
@@ -175,6 +294,15 @@ TEST(Undo, IniDateiKommtGanzZurueck) {
     p.dir.put("drive_c/WINDOWS/win.ini", changed + "fremd=1\r\n");
     p.port.expectBox("   + fremd=1", Answer::No);
     EXPECT_FALSE(p.exact(1));
+    p.dir.put("drive_c/WINDOWS/win.ini", changed);
+    setReadOnly(file, true);
+    p.port.expectBox("ist schreibgeschützt. Soll der Schreibschutz", Answer::No).expectBox("Es wurde nichts geändert.");
+    EXPECT_FALSE(p.exact(1));
+    EXPECT_EQ(bytesOf(file), changed);
+    p.port.expectBox("ist schreibgeschützt. Soll der Schreibschutz", Answer::Yes).expectBox(Fertig);
+    EXPECT_TRUE(p.exact(1));
+    EXPECT_EQ(bytesOf(file), old);
+    EXPECT_TRUE(isReadOnly(file));
 }
 
 TEST(Undo, HalbGespeichertesWirdZumZuruecknehmenAngeboten) {
@@ -198,7 +326,7 @@ TEST(Undo, HalbGespeichertesWirdZumZuruecknehmenAngeboten) {
     }
 }
 
-TEST(Undo, DrifteNenntDenLetztenStand) {
+TEST(Drift, NenntDenLetztenStand) {
     Listenprobe p;
     p.change("neu", "1", "c");
     p.show("Drei");
@@ -207,6 +335,37 @@ TEST(Undo, DrifteNenntDenLetztenStand) {
     const auto set = p.lists->journal().lastWritten();
     ASSERT_EQ(set.size(), 3u);
     EXPECT_EQ(toText(*set[0].wert) + "|" + set[0].überschrift + "|" + set[0].rechner, "neuer|Drei|PROBE-PC");
+}
+
+TEST(Drift, NenntZeilenVonIniDateien) {
+    Listenprobe p({{.Index = 1, .Überschrift = "Ini", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "load", .INITipp = true, .Hauptschlüssel = nullptr, .Schlüssel = "windows", .SchlüsselNT = "win.ini"}});
+    const auto drifted = [&] {
+        std::vector<std::string> unreadable;
+        std::string text;
+        for (const INIAbweichung& line : iniAbweichungen(p.lists->journal(), unreadable))
+            text += fmt::format("{} {} [{}] {}: {} {}|", line.nummer, line.tipp, line.sektion, line.schluessel, line.gesetzt.value_or("-"), line.jetzt.value_or("-"));
+        for (const std::string& name : unreadable) text += name;
+        return text;
+    };
+    p.dir.put("drive_c/windows/win.ini", "[Windows]\r\nrun=1\r\n");
+    p.show("Ini");
+    p.engine->userText(0, "a.exe");
+    p.save();
+    p.engine->userText(0, "b.exe");
+    p.save();
+    EXPECT_EQ(drifted(), "");
+    const struct {
+        const char *content, *drift;
+    } cases[] = {{"[WINDOWS]\r\n LOAD = b.exe \r\nrun=anders\r\n", ""}, {"[windows]\r\nload=c.exe\r\n", "2 1 [Windows] load: b.exe c.exe|"}, {"", "2 1 [Windows] load: b.exe -|"}};
+    for (const auto& c : cases) {
+        p.dir.put("drive_c/windows/win.ini", c.content);
+        EXPECT_EQ(drifted(), c.drift) << c.content;
+    }
+    p.port.expectBox("von anderer Seite", Answer::Yes).expectBox(Fertig);
+    EXPECT_TRUE(p.exact(2));   // what stands there now by the undo is what was set
+    EXPECT_EQ(drifted(), "");
+    std::filesystem::resize_file(p.dir / "drive_c/windows/win.ini", 20u << 20);
+    EXPECT_NE(drifted().find("win.ini"), std::string::npos);
 }
 
 TEST(Undo, EinKaputtesJournalHaeltNichtsAuf) {
