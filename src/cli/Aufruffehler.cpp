@@ -24,6 +24,8 @@ void germanHelp(CLI::App& app) {
     formatter->label("SUBCOMMANDS", "BEFEHLE");
     formatter->label("Positionals", "Angaben");
     formatter->label("REQUIRED", "nötig");
+    formatter->label("Excludes", "nicht mit");
+    formatter->label("Needs", "nur mit");
     for (CLI::Option* option : app.get_options()) {
         if (!option->get_positional() || option->nonpositional()) option->group("Optionen");
     }

@@ -1,9 +1,14 @@
 #include "cli/Ort.h"
 
+#include <cstdio>
+#include <iostream>
+
 #include "frame/DateiSystem.h"
+#include "frame/HostDatei.h"
 #include "registry/HiveStore.h"
 #include "registry/MemoryStore.h"
 #include "registry/RegText.h"
+#include "registry/SqliteStore.h"
 
 namespace brenvik::cli {
 namespace {
@@ -13,13 +18,26 @@ namespace fs = std::filesystem;
 constexpr std::uintmax_t MaxFile = std::uintmax_t{1} << 30;
 constexpr Root HiveRoot = Root::LocalMachine;   // under which a hive's own root stands
 constexpr std::size_t ShownProblems = 20;
+constexpr std::string_view StoreStart("SQLite format 3\0", 16);
 
-bool isFile(const std::string& name) {
+// A folder is told from a key by its separators.
+bool isPlace(const std::string& name) {
     std::error_code error;
-    return fs::is_regular_file(pathFromUtf8(name), error);
+    const fs::path path = pathFromUtf8(name);
+    return fs::is_regular_file(path, error) || (name.find('/') != std::string::npos && fs::is_directory(path, error));
 }
 
 bool looksLikeFile(const std::string& text) { return text.find_first_of("/.:") < text.find('\\') || text.find(":\\") != std::string::npos; }
+
+// What tells hives and stores from texts.
+std::string startOf(const fs::path& file) {
+    std::string start(StoreStart.size(), '\0');
+    std::FILE* const in = host::openFile(file, "rb");
+    if (in == nullptr) return {};   // reading it says why
+    start.resize(std::fread(start.data(), 1, start.size(), in));
+    std::fclose(in);
+    return start;
+}
 
 }  // namespace
 
@@ -36,6 +54,11 @@ Wertort wertort(const Ort& place, const std::optional<std::string>& valueName) {
     return {place.path.key, place.path.name};
 }
 
+std::vector<Root> rootsOf(const Ort& place) {
+    if (place.hasLinks()) return {Root::LocalMachine, Root::Users};
+    return {Root::CurrentUser, Root::LocalMachine, Root::Users, Root::DynData, Root::CurrentConfig, Root::ClassesRoot};
+}
+
 RegStore& Orte::machine() { return programm_.machines().store(programm_.context().strRechnername); }
 
 Ort Orte::resolve(const std::string& text) {
@@ -47,29 +70,22 @@ Ort Orte::resolve(const std::string& text) {
 
 // The file ends at the first ":\" or final ":" in front of which there is one; "C:\" of a drive is none.
 std::optional<Ort> Orte::fileOf(const std::string& text) {
-    if (isFile(text)) return open(text, {});
+    if (isPlace(text)) return open(text, {});
     for (std::size_t colon = text.find(':'); colon != std::string::npos; colon = text.find(':', colon + 1)) {
         const bool ends = colon + 1 == text.size() || text[colon + 1] == '\\';
-        if (ends && isFile(text.substr(0, colon))) return open(text.substr(0, colon), text.substr(colon + 1));
+        if (ends && isPlace(text.substr(0, colon))) return open(text.substr(0, colon), text.substr(colon + 1));
     }
     return std::nullopt;
 }
 
 Ort Orte::open(const std::string& file, const std::string& inside) {
-    std::error_code error;
-    const fs::path name = pathFromUtf8(file), canonical = fs::canonical(name, error);
+    const fs::path canonical = fs::canonical(pathFromUtf8(file));
+    auto known = opened_.find(canonical);
+    if (known == opened_.end()) known = opened_.emplace(canonical, openFile(canonical)).first;
     Ort place;
     place.file = file;
-    const auto known = stores_.find(canonical);
-    std::string bytes;
-    if (known == stores_.end()) {
-        bytes = readFile(name, MaxFile);
-        place.art = bytes.compare(0, 4, "regf") == 0 ? Ort::Art::Hive : Ort::Art::RegDatei;
-        place.store = place.art == Ort::Art::Hive ? &hive(canonical) : &regFile(canonical, bytes);
-    } else {
-        place.art = dynamic_cast<MemoryStore*>(known->second.get()) == nullptr ? Ort::Art::Hive : Ort::Art::RegDatei;
-        place.store = known->second.get();
-    }
+    place.art = known->second.art;
+    place.store = known->second.store;
     if (place.art == Ort::Art::Hive) {
         place.path = parseRegPath(std::string(shortRootName(HiveRoot)) + (inside.empty() ? "\\" : inside));
     } else if (inside.size() > 1) {
@@ -80,10 +96,28 @@ Ort Orte::open(const std::string& file, const std::string& inside) {
     return place;
 }
 
-RegStore& Orte::hive(const fs::path& file) { return *(stores_[file] = openHiveFile(file)); }
+Orte::Geoeffnet Orte::openFile(const fs::path& file) {
+    if (fs::is_directory(file)) return {Ort::Art::Speicher, &programm_.machines().store(utf8FromPath(file)), nullptr};
+    const std::string start = startOf(file);
+    if (start.compare(0, 4, "regf") == 0) return openHive(file);
+    if (start != StoreStart) return openRegFile(file);
+    auto store = std::make_unique<SqliteStore>(file, StoreOptions{.create = false});
+    return {Ort::Art::Speicher, store.get(), std::move(store)};
+}
 
-RegStore& Orte::regFile(const fs::path& file, const std::string& bytes) {
-    const RegText text = parseRegText(bytes);
+Orte::Geoeffnet Orte::openHive(const fs::path& file) {
+    const auto tell = [&](const HiveFinding& finding) { std::cerr << utf8FromPath(file) << ", " << finding.line() << "\n"; };
+    try {
+        auto store = openHiveFile(file, {salvage_, tell});
+        return {Ort::Art::Hive, store.get(), std::move(store)};
+    } catch (const RegError& error) {
+        if (salvage_) throw;
+        throw RegError(error.number, std::string(error.what()) + "\nMit --salvage wird beim Lesen übergangen, was beschädigt ist.");
+    }
+}
+
+Orte::Geoeffnet Orte::openRegFile(const fs::path& file) {
+    const RegText text = parseRegText(readFile(file, MaxFile));
     if (!text.ok()) {
         std::string message = "Die Datei " + utf8FromPath(file.filename()) + " kann nicht gelesen werden:";
         for (std::size_t i = 0; i < text.problems.size() && i < ShownProblems; ++i) {
@@ -97,7 +131,7 @@ RegStore& Orte::regFile(const fs::path& file, const std::string& bytes) {
     for (const RegOperation& operation : text.operations) {
         if (operation.kind == RegOperation::Kind::DeleteKey || operation.kind == RegOperation::Kind::DeleteValue) ++deletions_;
     }
-    return *(stores_[file] = std::move(store));
+    return {Ort::Art::RegDatei, store.get(), std::move(store)};
 }
 
 }  // namespace brenvik::cli

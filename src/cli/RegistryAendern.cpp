@@ -34,10 +34,9 @@ RawValue valueOf(const Schreibauftrag& order, std::uint32_t type) {
     return fromText(data, type);
 }
 
-int writeValue(Programm& programm, const Schreibauftrag& order) {
+int writeValue(Programm& programm, Orte& places, const Schreibauftrag& order) {
     const auto type = typeNumber(programm.context(), order.type);
     if (!type) return failed("Unbekannter Datentyp: " + order.type, 2);
-    Orte places(programm);
     const Ort place = places.resolve(order.path);
     const Wertort at = wertort(place, order.name);
     if (place.path.isKey && !order.name && *type == regtype::None && order.data.empty() && order.dataFile.empty()) {
@@ -65,9 +64,8 @@ int deleteKey(Programm& programm, const Ort& place, const std::string& text, boo
     return 0;
 }
 
-int deletePath(Programm& programm, const std::string& text, const std::optional<std::string>& name, bool recursive) {
+int deletePath(Programm& programm, Orte& places, const std::string& text, const std::optional<std::string>& name, bool recursive) {
     if (name && recursive) return failed("--value und --recursive schließen sich aus", 2);
-    Orte places(programm);
     const Ort place = places.resolve(text);
     if (!name && (recursive || place.path.isKey || place.path.isBareRoot)) return deleteKey(programm, place, text, recursive);
     const Wertort at = wertort(place, name);
@@ -75,10 +73,9 @@ int deletePath(Programm& programm, const std::string& text, const std::optional<
     return failed("Der Wert ist nicht vorhanden: " + text + (name ? " [" + valueLabel(at.name) + "]" : ""));
 }
 
-int copy(Programm& programm, const std::string& from, const std::string& to) {
-    Orte places(programm);
+int copy(Programm& programm, Orte& places, const std::string& from, const std::string& to) {
     const Ort source = places.resolve(from), target = places.resolve(to);
-    if (source.whole || target.whole) return failed("Bei einer REG-Datei gehört der Schlüssel dazu: DATEI:\\HKCU\\Schlüssel", 2);
+    if (source.whole || target.whole) return failed(KeyNeeded, 2);
     if (!source.store->keyExists(source.path.root, source.key())) return failed("Der Schlüssel ist nicht vorhanden: " + from);
     if (target.store->keyExists(target.path.root, target.key()) &&
         !programm.context().port.ask("Der Schlüssel " + target.shown(target.key()) +
@@ -91,7 +88,7 @@ int copy(Programm& programm, const std::string& from, const std::string& to) {
 
 }  // namespace
 
-void addAenderungsbefehle(RegistryGruppe group) {
+void addAenderungsbefehle(const RegistryGruppe& group) {
     const auto order = std::make_shared<Schreibauftrag>();
     constexpr const char* valueHelp = "Name des Wertes; PATH ist dann der Schlüssel. Für Namen mit \\; ein leerer Name meint den Wert ohne Namen";
     auto* write = group.add("write", "Einen Wert schreiben; Schlüssel auf dem Weg werden angelegt");
@@ -101,9 +98,9 @@ void addAenderungsbefehle(RegistryGruppe group) {
     auto* file = write->add_option("--data-file", order->dataFile, "Daten aus dieser Datei: Text in UTF-8, bei anderen Typen die Bytes selbst");
     data->excludes(file);
     write->add_option("--value", order->name, valueHelp);
-    group.on(write, [order, data, file](Programm& p) {
+    group.on(write, [order, data, file](Programm& p, Orte& places) {
         if (data->count() + file->count() == 0) return failed("Es fehlt DATA oder --data-file", 2);
-        return writeValue(p, *order);
+        return writeValue(p, places, *order);
     });
 
     const auto recursive = std::make_shared<bool>(false);
@@ -111,13 +108,14 @@ void addAenderungsbefehle(RegistryGruppe group) {
     remove->add_option("PATH", order->path, PfadHilfe)->required();
     remove->add_flag("--recursive", *recursive, "Den Schlüssel mit allem darunter löschen (fragt nach)");
     remove->add_option("--value", order->name, valueHelp);
-    group.on(remove, [order, recursive](Programm& p) { return deletePath(p, order->path, order->name, *recursive); });
+    group.on(remove, [order, recursive](Programm& p, Orte& places) { return deletePath(p, places, order->path, order->name, *recursive); });
 
     const auto target = std::make_shared<std::string>();
     auto* copier = group.add("copy", "Einen Schlüssel mit allem darunter kopieren (fragt nach, wenn es das Ziel schon gibt)");
-    copier->add_option("A", order->path, std::string(PfadHilfe) + " oder REG-Datei: DATEI:\\HKCU\\Schlüssel")->required();
+    copier->add_option("A", order->path, PfadHilfe)->required();
     copier->add_option("B", *target, "Schlüssel, der die Kopie wird; auch in einer Hive-Datei")->required();
-    group.on(copier, [order, target](Programm& p) { return copy(p, order->path, *target); });
+    group.maySalvage(copier);
+    group.on(copier, [order, target](Programm& p, Orte& places) { return copy(p, places, order->path, *target); });
 }
 
 }  // namespace brenvik::cli

@@ -9,8 +9,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-int readValue(Programm& programm, const std::string& text, const std::optional<std::string>& name, bool json) {
-    Orte places(programm);
+int readValue(Programm& programm, Orte& places, const std::string& text, const std::optional<std::string>& name, bool json) {
     const Ort place = places.resolve(text);
     const Wertort at = wertort(place, name);
     const auto value = place.store->value(place.path.root, at.key, at.name);
@@ -30,7 +29,7 @@ struct Inhalt {
     std::vector<NamedValue> values;
 };
 
-// A whole REG file shows its roots in the place of keys.
+// A whole REG file or store shows its roots in the place of keys.
 Inhalt contentOf(const Ort& place) {
     Inhalt content;
     if (!place.whole) return {place.store->subKeys(place.path.root, place.key()), place.store->values(place.path.root, place.key())};
@@ -41,8 +40,7 @@ Inhalt contentOf(const Ort& place) {
     return content;
 }
 
-int listKey(Programm& programm, const std::string& text, bool json) {
-    Orte places(programm);
+int listKey(Programm& programm, Orte& places, const std::string& text, bool json) {
     const Ort place = places.resolve(text);
     if (!place.whole && !place.store->keyExists(place.path.root, place.key())) return failed("Der Schlüssel ist nicht vorhanden: " + text);
     const Inhalt content = contentOf(place);
@@ -61,17 +59,19 @@ int listKey(Programm& programm, const std::string& text, bool json) {
 
 }  // namespace
 
-void addLesebefehle(RegistryGruppe group) {
+void addLesebefehle(const RegistryGruppe& group) {
     const auto path = std::make_shared<std::string>();
     const auto name = std::make_shared<std::optional<std::string>>();
     auto* read = group.add("read", "Einen Wert ausgeben");
     read->add_option("PATH", *path, "Pfad des Wertes, z.B. HKCU\\Control Panel\\Desktop\\Wallpaper; mit \\ am Ende ist der Wert ohne Namen gemeint")->required();
     read->add_option("--value", *name, "Name des Wertes; PATH ist dann der Schlüssel. Für Namen mit \\; ein leerer Name meint den Wert ohne Namen");
-    group.on(read, [&call = group.call, path, name](Programm& p) { return readValue(p, *path, *name, call.json); });
+    group.maySalvage(read);
+    group.on(read, [&call = group.call, path, name](Programm& p, Orte& places) { return readValue(p, places, *path, *name, call.json); });
 
     auto* list = group.add("list", "Unterschlüssel und Werte eines Schlüssels ausgeben");
-    list->add_option("PATH", *path, std::string(PfadHilfe) + " oder REG-Datei")->required();
-    group.on(list, [&call = group.call, path](Programm& p) { return listKey(p, *path, call.json); });
+    list->add_option("PATH", *path, PfadHilfe)->required();
+    group.maySalvage(list);
+    group.on(list, [&call = group.call, path](Programm& p, Orte& places) { return listKey(p, places, *path, call.json); });
 }
 
 }  // namespace brenvik::cli

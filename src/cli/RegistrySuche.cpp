@@ -89,12 +89,12 @@ std::vector<Suchort> placesOf(Programm& programm, Orte& places, const std::strin
                 throw RegError(regerr::NoAccess, "Der Schlüssel ist nicht vorhanden: " + path);
             return {{place, {}}};
         }
-        std::vector<Suchort> roots;
-        for (int number = 0; number <= static_cast<int>(Root::ClassesRoot); ++number) {
-            roots.push_back({place, {}});
-            roots.back().place.path.root = static_cast<Root>(number);
+        std::vector<Suchort> all;
+        for (const Root root : rootsOf(place)) {
+            all.push_back({place, {}});
+            all.back().place.path.root = root;
         }
-        return roots;
+        return all;
     }
     const Context& ctx = programm.context();
     std::vector<Suchort> all;
@@ -104,7 +104,7 @@ std::vector<Suchort> placesOf(Programm& programm, Orte& places, const std::strin
     return all;
 }
 
-int find(Programm& programm, const Suchauftrag& order, bool json) {
+int find(Programm& programm, Orte& places, const Suchauftrag& order, bool json) {
     if (order.text.empty()) return failed("Der Suchtext ist leer.", 2);
     std::unique_ptr<Suchmuster> pattern;
     try {
@@ -118,7 +118,6 @@ int find(Programm& programm, const Suchauftrag& order, bool json) {
         options.names = order.names;
         options.data = order.data;
     }
-    Orte places(programm);
     const host::InterruptWatch watch;
     Trefferliste list(programm, json, order.progress || host::isTerminal(stderr));
     bool done = true;
@@ -140,17 +139,18 @@ int find(Programm& programm, const Suchauftrag& order, bool json) {
 
 }  // namespace
 
-void addSuchbefehl(RegistryGruppe group) {
+void addSuchbefehl(const RegistryGruppe& group) {
     const auto order = std::make_shared<Suchauftrag>();
     auto* command = group.add("find", "Text in Namen von Schlüsseln, Namen von Werten und Daten suchen; Groß- und Kleinschreibung gilt gleich");
     command->add_option("TEXT", order->text, "Gesuchter Text; Daten werden so durchsucht, wie list sie ausgibt")->required();
-    command->add_option("PATH", order->path, std::string(PfadHilfe) + " oder REG-Datei; ohne PATH die ganze Registry");
+    command->add_option("PATH", order->path, std::string(PfadHilfe) + "; ohne PATH die ganze Registry");
     command->add_flag("--regex", order->regex, "TEXT ist ein regulärer Ausdruck (ECMAScript)");
     command->add_flag("--keys", order->keys, "Nur in Namen von Schlüsseln suchen (mit --names und --data verknüpfbar)");
     command->add_flag("--names", order->names, "Nur in Namen von Werten suchen");
     command->add_flag("--data", order->data, "Nur in Daten suchen");
     command->add_flag("--progress", order->progress, "Fortschritt auf der Fehlerausgabe zeigen, auch wenn sie kein Terminal ist");
-    group.on(command, [&call = group.call, order](Programm& p) { return find(p, *order, call.json); });
+    group.maySalvage(command);
+    group.on(command, [&call = group.call, order](Programm& p, Orte& places) { return find(p, places, *order, call.json); });
 }
 
 }  // namespace brenvik::cli

@@ -14,10 +14,9 @@ using nlohmann::ordered_json;
 constexpr std::uintmax_t MaxRegFile = std::uintmax_t{1} << 30;
 constexpr const char* NotThere = "(nicht vorhanden)";
 
-int exportKey(Programm& programm, const std::string& text, const std::string& file, bool regedit4) {
-    Orte places(programm);
+int exportKey(Programm& programm, Orte& places, const std::string& text, const std::string& file, bool regedit4) {
     const Ort place = places.resolve(text);
-    if (place.whole) return failed("Bei einer REG-Datei gehört der Schlüssel dazu: DATEI:\\HKCU\\Schlüssel", 2);
+    if (place.whole) return failed(KeyNeeded, 2);
     if (!place.store->keyExists(place.path.root, place.key())) return failed("Der Schlüssel ist nicht vorhanden: " + text);
     RegTextWriter writer(regedit4 ? RegTextWriter::Format::Regedit4 : RegTextWriter::Format::Version5);
     writer.tree(*place.store, place.path.root, place.key());
@@ -71,10 +70,10 @@ int refused(const std::string& file, const std::vector<RegTextProblem>& problems
     return failed("Die Datei wurde nicht eingelesen, nichts wurde geändert.");
 }
 
-int importFile(Programm& programm, const std::string& file, bool dryRun, bool json) {
+int importFile(Programm& programm, Orte& places, const std::string& file, bool dryRun, bool json) {
     const RegText text = parseRegText(readFile(pathFromUtf8(file), MaxRegFile));
     if (!text.ok()) return refused(file, text.problems);
-    RegStore& store = Orte(programm).machine();
+    RegStore& store = places.machine();
     if (!dryRun) {
         const auto problems = einspielen(store, text.operations);
         return problems.empty() ? 0 : refused(file, problems);
@@ -87,19 +86,20 @@ int importFile(Programm& programm, const std::string& file, bool dryRun, bool js
 
 }  // namespace
 
-void addTextbefehle(RegistryGruppe group) {
+void addTextbefehle(const RegistryGruppe& group) {
     const auto path = std::make_shared<std::string>(), file = std::make_shared<std::string>();
     const auto flag = std::make_shared<bool>(false);
     auto* writer = group.add("export", "Einen Schlüssel mit allem darunter als REG-Datei schreiben");
     writer->add_option("PATH", *path, PfadHilfe)->required();
     writer->add_option("FILE", *file, "REG-Datei; eine vorhandene wird ersetzt")->required();
     writer->add_flag("--regedit4", *flag, "Im Format REGEDIT4 (Windows-1252) statt Version 5.00 (UTF-16)");
-    group.on(writer, [path, file, flag](Programm& p) { return exportKey(p, *path, *file, *flag); });
+    group.maySalvage(writer);
+    group.on(writer, [path, file, flag](Programm& p, Orte& places) { return exportKey(p, places, *path, *file, *flag); });
 
     auto* reader = group.add("import", "Eine REG-Datei einlesen: ganz oder, wenn eine Zeile nicht stimmt, gar nicht");
     reader->add_option("FILE", *file, "REG-Datei")->required();
     reader->add_flag("--dry-run", *flag, "Nur zeigen, was sich ändern würde");
-    group.on(reader, [&call = group.call, file, flag](Programm& p) { return importFile(p, *file, *flag, call.json); });
+    group.on(reader, [&call = group.call, file, flag](Programm& p, Orte& places) { return importFile(p, places, *file, *flag, call.json); });
 }
 
 }  // namespace brenvik::cli

@@ -12,15 +12,14 @@ using Art = Unterschied::Art;
 
 constexpr int Different = 1, Trouble = 2;
 
-Baumort treeOf(const Ort& place, Root root, const std::string& key) { return {place.store, root, key, place.art == Ort::Art::Registry}; }
+Baumort treeOf(const Ort& place, Root root, const std::string& key) { return {place.store, root, key, place.hasLinks()}; }
 
 // The key of a REG file that all its entries lie in.
 Baumort topmost(const Ort& place) {
     std::optional<Baumort> top;
-    for (int number = 0; number <= static_cast<int>(Root::ClassesRoot); ++number) {
-        const Root root = static_cast<Root>(number);
+    for (const Root root : rootsOf(place)) {
         if (place.store->subKeys(root, "").empty() && place.store->values(root, "").empty()) continue;
-        if (top) throw NumberedError(errnum::InvalidCall, "Die REG-Datei hat mehrere Hauptschlüssel; geben Sie an, welcher Schlüssel gemeint ist: " + place.file + ":\\HKCU\\Schlüssel");
+        if (top) throw NumberedError(errnum::InvalidCall, place.file + " hat mehrere Hauptschlüssel; geben Sie an, welcher Schlüssel gemeint ist: " + place.file + ":\\HKCU\\Schlüssel");
         top = treeOf(place, root, "");
     }
     if (!top) return treeOf(place, Root::LocalMachine, "");
@@ -36,13 +35,12 @@ struct Paar {
     std::string prefix;   // in front of keys in the output
 };
 
-// A REG file without a path stands for the same path as a registry path on the other side, for its topmost key beside a
-// hive, and for everything in it beside another REG file.
+// A REG file or store without a path stands for the same path as a registry path on the other side, for its topmost key beside a
+// hive, and for everything in it beside another one without a path.
 std::vector<Paar> pairsOf(const Ort& a, const Ort& b) {
     std::vector<Paar> pairs;
     if (a.whole && b.whole) {
-        for (int number = 0; number <= static_cast<int>(Root::ClassesRoot); ++number) {
-            const Root root = static_cast<Root>(number);
+        for (const Root root : rootsOf(a.hasLinks() ? b : a)) {
             pairs.push_back({treeOf(a, root, ""), treeOf(b, root, ""), longRootName(root)});
         }
         return pairs;
@@ -106,8 +104,7 @@ private:
     ordered_json list_ = ordered_json::array();
 };
 
-int diff(Programm& programm, const std::string& first, const std::string& second, bool json) {
-    Orte places(programm);
+int diff(Programm& programm, Orte& places, const std::string& first, const std::string& second, bool json) {
     const Ort a = places.resolve(first), b = places.resolve(second);
     const std::vector<Paar> pairs = pairsOf(a, b);
     if (pairs.size() == 1) {
@@ -126,13 +123,14 @@ int diff(Programm& programm, const std::string& first, const std::string& second
 
 }  // namespace
 
-void addVergleichsbefehl(RegistryGruppe group) {
+void addVergleichsbefehl(const RegistryGruppe& group) {
     const auto a = std::make_shared<std::string>(), b = std::make_shared<std::string>();
     auto* command = group.add("diff", "Zwei Schlüssel mit allem darunter vergleichen. Ergebnis 0: gleich, 1: verschieden, 2: nicht zu vergleichen. "
                                       "- steht nur in A, + nur in B; ein anderer Wert hat zwei Zeilen");
-    command->add_option("A", *a, std::string(PfadHilfe) + " oder REG-Datei")->required();
-    command->add_option("B", *b, "Ebenso; eine REG-Datei ohne Schlüssel steht für denselben Pfad wie auf der anderen Seite")->required();
-    group.on(command, [&call = group.call, a, b](Programm& p) { return diff(p, *a, *b, call.json); }, Trouble);
+    command->add_option("A", *a, PfadHilfe)->required();
+    command->add_option("B", *b, "Ebenso; eine REG-Datei oder Registry ohne Schlüssel steht für denselben Pfad wie auf der anderen Seite")->required();
+    group.maySalvage(command);
+    group.on(command, [&call = group.call, a, b](Programm& p, Orte& places) { return diff(p, places, *a, *b, call.json); }, Trouble);
 }
 
 }  // namespace brenvik::cli

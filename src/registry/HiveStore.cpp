@@ -394,6 +394,9 @@ void HiveStore::clear(Root root, std::string_view key) {
 std::unique_ptr<RegStore> openHiveFile(const std::filesystem::path& file, const HiveOpenOptions& options) {
     auto hive = std::make_shared<HiveFile>(file, options.salvage ? HiveMode::Salvage : HiveMode::Strict);
     hive->hive();
+    if (options.tell) {
+        for (const HiveFinding& finding : hive->findings()) options.tell(finding);
+    }
     auto store = std::make_unique<HiveStore>();
     store->mount(Root::LocalMachine, "", std::move(hive));
     return store;

@@ -91,6 +91,7 @@ private:
 
 struct HiveOpenOptions {
     bool salvage = false;   // what can be read of a damaged file; the store is then read-only
+    std::function<void(const HiveFinding&)> tell;   // what was wrong, also with the logs of a dirty hive
 };
 
 // One hive file as a store. Its root is HKLM itself: the value "w" of the hive's key "A\B" is (Root::LocalMachine, "A\B", "w").

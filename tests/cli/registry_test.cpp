@@ -283,6 +283,38 @@ TEST_F(Registry, OrdnerAlsRechner) {
     EXPECT_EQ(out({"registry", "read", (config / "SOFTWARE").string() + ":\\Firma\\w"}), "dort\n");
     EXPECT_EQ(out({"registry", "read", "HKLM\\Software\\Firma\\w"}), "hier\n");
     EXPECT_EQ(there({"registry", "list", "HKLM\\System"}), "ControlSet001\\\nCurrentControlSet\\\nSelect\\\nSetup\\\n");
+    // ... and a place like any other, as is the registry of another home.
+    const std::string changed = "- Firma\\\tw\tREG_SZ\thier\n+ Firma\\\tw\tREG_SZ\tdort\n";
+    EXPECT_EQ(cli({"registry", "diff", "HKLM\\Software", path("win") + ":\\HKLM\\Software"}).out, changed);
+    EXPECT_EQ(cli({"registry", "diff", "HKLM\\System", path("win")}).code, 0);
+    out({"registry", "write", "HKCU\\Software\\Firma\\w", "REG_SZ", "da"}, "zweites");
+    const std::string other = (dir / "zweites" / "registry.db").string();
+    out({"registry", "copy", "HKLM\\Software\\Firma", other + ":\\HKLM\\Software\\Firma"});
+    const Ergebnis stores = cli({"registry", "diff", (dir / "heim" / "registry.db").string(), other});
+    EXPECT_EQ(stores.code, 1) << stores.err;
+    const std::string sid = stores.out.substr(2, stores.out.find("\\Software") - 2);
+    EXPECT_EQ(stores.out, "+ " + sid + "\\Software\\Firma\\\n+ " + sid + "\\Software\\Firma\\\tw\tREG_SZ\tda\n");
+    EXPECT_EQ(cli({"registry", "list", path("heim")}).err, "Im Ordner \"" + path("heim") + "\" ist kein Windows (Windows\\System32\\config\\SOFTWARE fehlt).\n");
+}
+
+// Damage is passed over only when asked, and the damaged file stays as it is.
+TEST_F(Registry, Retten) {
+    importText(Bunt);
+    out({"registry", "save", "HKCU\\Software\\Bunt", path("h.hiv")});
+    std::string bytes = bytesOf(dir / "h.hiv");
+    bytes[bytes.find("nk\x20", 4096 + 200)] = 'x';   // the key "Ünter"
+    dir.put("h.hiv", bytes);
+    const std::string place = path("h.hiv"), fault = "Hier müsste ein Schlüssel stehen.\n";
+    const Ergebnis strict = cli({"registry", "list", place}), read = cli({"registry", "read", place + ":\\größe", "--salvage"});
+    EXPECT_EQ(strict.code, 1);
+    EXPECT_EQ(strict.out, "");
+    EXPECT_NE(strict.err.find(fault + "Mit --salvage"), std::string::npos) << strict.err;
+    EXPECT_EQ(read.out, "Ä \"in\" C:\\Ordner\n");
+    EXPECT_EQ(read.err.substr(0, place.size() + 13), place + ", Position 0x");
+    EXPECT_EQ(cli({"registry", "save", "--salvage", place + ":", path("heil.hiv")}).code, 0);
+    EXPECT_EQ(cli({"registry", "diff", "HKCU\\Software\\Bunt", path("heil.hiv")}).out, "- Ünter\\\n- Ünter\\\tx\tREG_SZ\t1\n- Ünter\\leer\\\n");
+    EXPECT_EQ(cli({"registry", "copy", "--salvage", "HKCU\\Software\\Bunt", place + ":\\neu"}).code, 1);
+    EXPECT_EQ(bytesOf(dir / "h.hiv"), bytes);
 }
 
 TEST_F(Registry, FalscheAufrufe) {
