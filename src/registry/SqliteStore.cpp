@@ -6,6 +6,7 @@
 #include "frame/Errors.h"
 #include "registry/RegLinks.h"
 #include "registry/SqliteTreeSink.h"
+#include "registry/StoreWalk.h"
 #include "registry/Upcase.h"
 
 namespace brenvik {
@@ -303,10 +304,9 @@ std::vector<NamedValue> SqliteStore::values(Root root, std::string_view key) {
         std::vector<NamedValue> merged;
         std::unordered_set<std::string> seen;
         for (const KeyRef& layer : findLayers(root, key)) {
-            tables_.values(layer.id, values_);
-            for (StoredValue& found : values_) {
+            for (StoredValue& found : tables_.values(layer.id)) {
                 if (root != Root::ClassesRoot || seen.insert(foldedBytesOf(found.name)).second)
-                    merged.push_back({ValueName::named(found.name), found.value});
+                    merged.push_back({ValueName::named(std::move(found.name)), std::move(found.value)});
             }
         }
         return merged;
@@ -403,26 +403,10 @@ void SqliteStore::walk(Root root, std::string_view key, TreeSink& sink) {
     reading([&] {
         const auto found = find(root, key);
         if (!found) return;
-        std::unordered_map<std::int64_t, Bytes> descriptors;
         sink.enter(lastKeyName(key), tables_.details(found->id));
-        walkBelow(found->id, sink, descriptors);
+        StoreWalk(*opened_.database, tables_).below(found->id, sink);
         sink.leave();
     });
-}
-
-void SqliteStore::walkBelow(std::int64_t key, TreeSink& sink, std::unordered_map<std::int64_t, Bytes>& descriptors) {
-    tables_.values(key, values_);
-    for (const StoredValue& entry : values_) sink.value(entry.name, entry.value);
-    for (StoredKey& child : tables_.wholeChildren(key)) {
-        if (child.descriptor != 0) {
-            const auto [at, fresh] = descriptors.try_emplace(child.descriptor);
-            if (fresh) at->second = tables_.descriptor(child.descriptor);
-            child.details.descriptor = at->second;
-        }
-        sink.enter(child.name, child.details);
-        walkBelow(child.id, sink, descriptors);
-        sink.leave();
-    }
 }
 
 void SqliteStore::fill(Root root, std::string_view key, const std::function<void(TreeSink&)>& source) {

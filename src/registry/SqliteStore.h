@@ -77,7 +77,6 @@ private:
     KeyRef obtainAgain(Root root, std::string_view key);
     void touch(const KeyRef& key) { touched_.insert(key.id); }
     void flushTouched();
-    void walkBelow(std::int64_t key, TreeSink& sink, std::unordered_map<std::int64_t, Bytes>& descriptors);
 
     std::filesystem::path file_;
     OpenedStore opened_;
@@ -92,7 +91,6 @@ private:
         KeyRef ref;
     };
     std::optional<Written> lastWritten_;
-    StoredValues values_;
     std::string controlSet_, userSid_;   // empty: not looked up yet
 };
 

@@ -17,10 +17,7 @@ void SqliteTreeSink::enter(std::string_view name, const KeyDetails& details) {
     if (open_.size() >= MaxKeyDepth) throwTooDeep();
     if (open_.empty()) {
         change(top_, details);
-        StoredValues values;
-        tables_.values(top_.id, values);
-        const bool empty = !tables_.hasChildren(top_.id) && values.empty();
-        open_.push_back({top_.id, empty});
+        open_.push_back({top_.id, !tables_.hasChildren(top_.id) && tables_.values(top_.id).empty()});
         return;
     }
     checkKeyName(name);

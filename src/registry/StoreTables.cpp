@@ -52,7 +52,6 @@ const char* StoreTables::sqlOf(Query query) {
         case Query::InsertDescriptor: return "INSERT INTO descriptor(bytes) VALUES (?1) ON CONFLICT DO NOTHING";
         case Query::FindDescriptor: return "SELECT id FROM descriptor WHERE bytes = ?1";
         case Query::Descriptor: return "SELECT bytes FROM descriptor WHERE id = ?1";
-        case Query::WholeChildren: return "SELECT id, name, class, written, descriptor, readonly FROM key WHERE parent = ?1 ORDER BY folded";
         case Query::InsertWhole: return "INSERT INTO key(parent, folded, name, written, class, descriptor) VALUES (?1, ?2, ?3, ?4, ?5, ?6)";
         case Query::ReadOnlyBelow: return "WITH RECURSIVE below(id) AS (VALUES (?1) UNION ALL SELECT k.id FROM key k JOIN below b ON k.parent = b.id) "
                    "SELECT 1 FROM key WHERE id IN below AND readonly <> 0 LIMIT 1";
@@ -160,20 +159,6 @@ void StoreTables::setDetails(std::int64_t key, const KeyDetails& details) {
     row.step();
 }
 
-std::vector<StoredKey> StoreTables::wholeChildren(std::int64_t key) {
-    std::vector<StoredKey> found;
-    auto row = statement(Query::WholeChildren).run();
-    row.bind(1, key);
-    while (row.step()) {
-        StoredKey child{row.number(0), row.number(4), row.text(1), {}};
-        child.details.className = row.bytes(2);
-        child.details.written = static_cast<std::uint64_t>(row.number(3));
-        child.details.readOnly = row.number(5) != 0;
-        found.push_back(std::move(child));
-    }
-    return found;
-}
-
 Bytes StoreTables::descriptor(std::int64_t number) {
     auto row = statement(Query::Descriptor).run();
     return row.bind(1, number).step() ? row.bytes(0) : Bytes();
@@ -207,19 +192,13 @@ std::optional<RawValue> StoreTables::value(std::int64_t key, std::string_view fo
     return RawValue{static_cast<std::uint32_t>(row.number(0)), row.bytes(1)};
 }
 
-void StoreTables::values(std::int64_t key, StoredValues& found) {
-    found.count_ = 0;
+std::vector<StoredValue> StoreTables::values(std::int64_t key) {
+    std::vector<StoredValue> found;
     auto row = statement(Query::Values).run();
     row.bind(1, key);
-    while (row.step()) {
-        if (found.count_ == found.kept_.size()) found.kept_.emplace_back();
-        StoredValue& entry = found.kept_[found.count_++];
-        entry.id = row.number(0);
-        row.text(1, entry.name);
-        entry.value.type = static_cast<std::uint32_t>(row.number(2));
-        row.bytes(3, entry.value.bytes);
-    }
+    while (row.step()) found.push_back({row.number(0), row.text(1), {static_cast<std::uint32_t>(row.number(2)), row.bytes(3)}});
     std::sort(found.begin(), found.end(), [](const StoredValue& a, const StoredValue& b) { return a.id < b.id; });
+    return found;
 }
 
 namespace {

@@ -19,30 +19,10 @@ struct KeyRef {
     bool readOnly = false;
 };
 
-// A key with what a walk through the whole tree needs of it.
-struct StoredKey {
-    std::int64_t id = 0, descriptor = 0;   // 0: no descriptor
-    std::string name;
-    KeyDetails details;                    // without the descriptor's bytes
-};
-
 struct StoredValue {
     std::int64_t id = 0;
     std::string name;
     RawValue value;
-};
-
-// The values of one key. What it holds is overwritten by the next ones, so that a walk does not allocate for each.
-class StoredValues {
-public:
-    std::vector<StoredValue>::iterator begin() { return kept_.begin(); }
-    std::vector<StoredValue>::iterator end() { return kept_.begin() + static_cast<std::ptrdiff_t>(count_); }
-    bool empty() const { return count_ == 0; }
-
-private:
-    friend class StoreTables;
-    std::vector<StoredValue> kept_;
-    std::size_t count_ = 0;
 };
 
 struct ChildName {
@@ -89,7 +69,6 @@ public:
     void setDetails(std::int64_t key, const KeyDetails& details);
 
     // Whole trees. Descriptors go by their number, which is the same for equal ones.
-    std::vector<StoredKey> wholeChildren(std::int64_t key);    // in the order of the folded names
     Bytes descriptor(std::int64_t number);
     std::int64_t keepDescriptor(const Bytes& bytes);
     std::int64_t insertWhole(std::int64_t parent, std::string_view folded, std::string_view name, const KeyDetails& details,
@@ -100,7 +79,7 @@ public:
 
     bool hasValue(std::int64_t key, std::string_view folded);
     std::optional<RawValue> value(std::int64_t key, std::string_view folded);
-    void values(std::int64_t key, StoredValues& found);        // in the order they were made
+    std::vector<StoredValue> values(std::int64_t key);         // in the order they were made
     void putValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value);
     bool eraseValue(std::int64_t key, std::string_view folded);
 
@@ -109,7 +88,7 @@ private:
         BeginImmediate, Commit, Rollback, Savepoint, Release, RollbackTo, DataVersion,
         Child, InsertKey, EraseKey, EraseKeyValues, HasChildren, Children, ChildrenByAge, SetWritten, SetReadOnly,
         Details, SetDetails, InsertDescriptor, FindDescriptor, Descriptor,
-        WholeChildren, InsertWhole, ReadOnlyBelow, EraseValuesBelow, EraseKeysBelow,
+        InsertWhole, ReadOnlyBelow, EraseValuesBelow, EraseKeysBelow,
         HasValue, Value, Values, PutValue, InsertValue, EraseValue, Count
     };
     static const char* sqlOf(Query query);

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <random>
 
 #include "TempStore.h"
 
@@ -310,4 +311,40 @@ TEST(SqliteStore, DetailsOfKeys) {
     EXPECT_EQ(t.store.details(Root::LocalMachine, "S\\B")->descriptor, details.descriptor);
     sqlite::Database file((t.folder / "registry.db").string(), 1);
     EXPECT_EQ(file.number("SELECT count(*) FROM descriptor"), 1);
+}
+
+// A tree that grew here and there, so that nothing lies in the order in which it is told.
+TEST(SqliteStore, AWalkTellsWhatSingleQuestionsAnswer) {
+    struct Writing final : TreeSink {
+        void enter(std::string_view name, const KeyDetails& details) override {
+            text.append("[").append(name).append(std::to_string(details.descriptor.size() + details.className.size())).append(details.readOnly ? "!" : "");
+        }
+        void value(std::string_view name, const RawValue& value) override { text.append(name).append("=").append(bytesText(value.bytes)).append(";"); }
+        void leave() override { text += "]"; }
+        std::string text;
+    };
+    TempStore t;
+    std::mt19937 random(3);
+    const auto path = [&] {
+        std::string key = "T";
+        for (std::uint32_t depth = random() % 5; depth > 0; --depth) key += "\\" + std::to_string(random() % 4);
+        return key;
+    };
+    t.store.transaction([&] {
+        for (std::uint32_t i = 0; i < 3000; ++i) {
+            const std::string key = path();
+            const auto name = ValueName::named(std::to_string(random() % 6));
+            if (i % 7 == 0) t.store.deleteValue(Root::LocalMachine, key, name);
+            else if (i % 11 == 0) t.store.deleteKey(Root::LocalMachine, key);
+            else if (i % 97 == 0 && t.store.keyExists(Root::LocalMachine, key)) t.store.setDetails(Root::LocalMachine, key, {{'C', 0}, i, Bytes(i % 5, 1), false});
+            else t.store.setValue(Root::LocalMachine, key, name, dword(i));
+        }
+    });
+    for (const char* top : {"T", "T\\2", "", "none"}) {
+        Writing walk, single;
+        t.store.walk(Root::LocalMachine, top, walk);
+        t.store.RegStore::walk(Root::LocalMachine, top, single);
+        EXPECT_EQ(walk.text, single.text) << top;
+        EXPECT_EQ(walk.text.empty(), top == std::string("none"));
+    }
 }
