@@ -69,28 +69,83 @@ std::string NetzRegPfad(FrameContext& ctx, const std::string& root) {
     return path;
 }
 
-void DelUnterKey(RegistryContext& ctx, std::string& path, bool deleteSelf, const std::optional<std::string>& machine) {
-    const std::string rechner = machine.value_or(ctx.strRechnername);
-    ProcTrace trace(ctx.trace, "DelUnterKey");
-    trace.p(path).p(deleteSelf);
-    path += "\\";
-    const bool isKey = reportAndGoOn(ctx, "DelUnterKey", [&] {
-        if (parseRegPath(path).key.empty()) throw RegError(regerr::NoKey, "Ein Hauptschlüssel wird nicht geleert.");
-    });
-    if (!isKey) return;
-    std::vector<std::string> entries;
-    reportAndGoOn(ctx, "DelUnterKey", [&] {
-        ctx.objBVKReg.SetPath(rechner, path);
-        for (const std::string& name : ctx.objBVKReg.EnumSubKeys()) entries.push_back(path + name);
-    });
-    for (std::string& entry : entries) DelUnterKey(ctx, entry, true, rechner);
-    if (deleteSelf) {
+namespace {
+
+// One walk bottom-up. Failures are reported when it is over, since a box may stand long and others wait for the store.
+class Loeschgang {
+public:
+    Loeschgang(RegistryContext& ctx, std::string machine) : ctx_(ctx), machine_(std::move(machine)) {}
+
+    void run(std::string& path, bool deleteSelf) {
+        ProcTrace trace(ctx_.trace, "DelUnterKey");
+        trace.p(path).p(deleteSelf);
+        path += "\\";
+        std::vector<std::string> entries;
+        const bool isKey = step([&] {
+            if (parseRegPath(path).key.empty()) throw RegError(regerr::NoKey, "Ein Hauptschlüssel wird nicht geleert.");
+        });
+        if (!isKey) return;
+        step([&] {
+            ctx_.objBVKReg.SetPath(machine_, path);
+            for (const std::string& name : ctx_.objBVKReg.EnumSubKeys()) entries.push_back(path + name);
+        });
+        for (std::string& entry : entries) run(entry, true);
+        if (!deleteSelf) return;
         trace.note("Lösche Schlüssel: " + path);
-        reportAndGoOn(ctx, "DelUnterKey", [&] {
-            ctx.objBVKReg.SetPath(rechner, path);
-            ctx.objBVKReg.Delete();
+        step([&] {
+            ctx_.objBVKReg.SetPath(machine_, path);
+            ctx_.objBVKReg.Delete();
         });
     }
+
+    bool step(const std::function<void()>& work) {
+        try {
+            work();
+            return true;
+        } catch (const std::exception& error) {
+            failures_.push_back(errorNumberOf(error));
+            return false;
+        }
+    }
+
+    void report() {
+        for (const std::int32_t number : failures_) {
+            std::string name = "DelUnterKey";
+            FehlerMeldung(ctx_, name, std::to_string(number));
+        }
+    }
+
+private:
+    RegistryContext& ctx_;
+    std::string machine_;
+    std::vector<std::int32_t> failures_;
+};
+
+// Null: it cannot be written, or not even reached, which the single steps will report.
+RegStore* writableStore(BVKRegistry& registry, const std::string& machine, const std::string& path) {
+    try {
+        registry.SetPath(machine, path);
+        RegStore& store = registry.selectedStore();
+        return store.writable() ? &store : nullptr;
+    } catch (const RegError&) {
+        return nullptr;
+    }
+}
+
+}  // namespace
+
+// All that can be deleted goes in one transaction: a hive file is written as a whole each time.
+void DelUnterKey(RegistryContext& ctx, std::string& path, bool deleteSelf, const std::optional<std::string>& machine) {
+    const std::string rechner = machine.value_or(ctx.strRechnername);
+    const std::string whole = path + "\\";
+    Loeschgang gang(ctx, rechner);
+    if (RegStore* const store = writableStore(ctx.objBVKReg, rechner, path)) {
+        gang.step([&] { store->transaction([&] { gang.run(path, deleteSelf); }); });
+    } else {
+        gang.run(path, deleteSelf);
+    }
+    path = whole;   // also if there was no beginning
+    gang.report();
 }
 
 }  // namespace brenvik

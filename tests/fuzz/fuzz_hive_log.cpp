@@ -46,7 +46,37 @@ void dress(Bytes& log, const Bytes& hive) {
     }
 }
 
+// A log with one entry that writes the first page of the hive again, in the old form or in the new.
+Bytes seedLog(bool old) {
+    const Bytes hive = dirtyHive();
+    const std::size_t page = old ? 2 * sector : sector + 48;
+    Bytes log(sector + roundUp(48 + binAlignment, sector), 0);
+    log[8] = old ? 1 : 0;
+    log[9] = static_cast<std::uint8_t>((hive.size() - headerSize) / binAlignment);
+    if (old) {
+        log[sector + 4] = 0xFF;
+    } else {
+        put32(log.data() + sector + 4, binAlignment);
+        log[sector + 16] = log[9];
+        log[sector + 20] = 1;
+        put32(log.data() + sector + 44, binAlignment);
+    }
+    std::copy_n(hive.begin() + headerSize, binAlignment, log.begin() + static_cast<std::ptrdiff_t>(page));
+    return log;
+}
+
 }  // namespace
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, unsigned seed) {
+    if (size < 2 * sector) {
+        const Bytes log = seedLog(seed % 2 == 0);
+        size = std::min(log.size(), most);
+        std::copy_n(log.begin(), size, data);
+    }
+    return LLVMFuzzerMutate(data, size, most);
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Bytes hive = dirtyHive();

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "TempStore.h"
+#include "hive/HiveTestSupport.h"
+#include "registry/HiveStore.h"
 #include "registry/LocalMachines.h"
 #include "registry/ValueOperations.h"
 #include "support/ScriptedPort.h"
@@ -165,13 +167,20 @@ TEST(ValueOperations, DeleteFailsKeyByKey) {
 
 TEST(ValueOperations, DeleteOnAnotherMachine) {
     World w;
-    TempStore other;
-    w.machines.setFinder([&](const std::string&) { return &other.store; });
-    for (RegStore* store : {static_cast<RegStore*>(&w.t.store), static_cast<RegStore*>(&other.store)}) store->createKey(Root::LocalMachine, "A\\B");
+    TempDir folder;
+    Hive hive;
+    for (const char* key : {"1", "2", "3"}) hive.root.ensure("A").ensure("B").ensure(key);
+    hivetest::save(folder / "fern.hiv", writeHive(hive));
+    const auto other = openHiveFile(folder / "fern.hiv");
+    w.machines.setFinder([&](const std::string&) { return other.get(); });
+    w.t.store.createKey(Root::LocalMachine, "A\\B");
     w.ctx.strRechnername = "FERN";
     std::string path = "HKLM\\A";
+    const std::uint32_t before = readHive(hivetest::load(folder / "fern.hiv")).hive.sequence;
     DelUnterKey(w.ctx, path, true);
-    EXPECT_FALSE(other.store.keyExists(Root::LocalMachine, "A"));
+    const Hive after = readHive(hivetest::load(folder / "fern.hiv")).hive;
+    EXPECT_EQ(after.root.subKeys.size(), 0u);
+    EXPECT_EQ(after.sequence, before + 1) << "written once";
     EXPECT_TRUE(w.t.store.keyExists(Root::LocalMachine, "A\\B"));
     path = "HKLM\\A";
     DelUnterKey(w.ctx, path, true, "");
