@@ -254,11 +254,29 @@ void importRegText(benchmark::State& state) {
     state.SetLabel("parsed and put into the embedded store");
 }
 
+void searchHive(benchmark::State& state) {
+    const HiveFolder files(state.range(0));
+    const auto pattern = makeTextMuster("nirgends");
+    for (auto _ : state) suchen(*openHiveFile(files.hive), Root::LocalMachine, "", *pattern, {}, {[](const Treffer&) {}, {}, {}});
+    state.SetLabel("opening included");
+}
+
+void searchEmbedded(benchmark::State& state) {
+    const HiveFolder files(state.range(0));
+    SqliteStore store(files.folder / "quelle.db");
+    const auto hive = openHiveFile(files.hive);
+    copyTree(*hive, Root::LocalMachine, "", store, Root::LocalMachine, "Kopie");
+    const auto pattern = makeTextMuster("nirgends");
+    for (auto _ : state) suchen(store, Root::LocalMachine, "", *pattern, {}, {[](const Treffer&) {}, {}, {}});
+}
+
 #define BOTH_SIZES Arg(43000)->Arg(100000)->Unit(benchmark::kMillisecond)
 BENCHMARK(hiveOpenAndReadOne)->BOTH_SIZES;
 BENCHMARK(hiveChangeOneAndWrite)->BOTH_SIZES;
 BENCHMARK(hiveToEmbedded)->BOTH_SIZES->Iterations(3);
 BENCHMARK(embeddedToHive)->BOTH_SIZES->Iterations(3);
+BENCHMARK(searchHive)->BOTH_SIZES;
+BENCHMARK(searchEmbedded)->BOTH_SIZES;
 BENCHMARK(hiveToRegText)->BOTH_SIZES;
 BENCHMARK(importRegText)->BOTH_SIZES->Iterations(3);
 

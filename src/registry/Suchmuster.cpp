@@ -21,14 +21,28 @@ bool isAscii(std::string_view text) {
 
 char upcaseAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 
-// Looks for the upper-cased pattern among count units that are given one by one.
-template <class Pattern, class Unit> bool contains(const Pattern& pattern, std::size_t count, const Unit& unit) {
+// The units whose upper case is the given one: itself and its lower-case form, rarely more.
+struct Anfang {
+    explicit Anfang(char16_t unit) : upper(unit), lower(unit) {
+        for (std::uint32_t code = 0; code < 0x10000; ++code) {
+            const auto other = static_cast<char16_t>(code);
+            if (other == upper || upcase(other) != upper) continue;
+            if (lower != upper) more = true;
+            lower = other;
+        }
+    }
+    bool matches(char16_t unit) const { return unit == upper || unit == lower || (more && upcase(unit) == upper); }
+    char16_t upper, lower;
+    bool more = false;
+};
+
+// Looks for the upper-cased pattern among count units that are given one by one. Most units are told by the pattern's first.
+template <class Pattern, class Unit> bool contains(const Pattern& pattern, const Anfang& first, std::size_t count, const Unit& unit) {
     if (pattern.size() > count) return false;
-    const auto first = pattern.front();
     for (std::size_t start = 0, last = count - pattern.size(); start <= last; ++start) {
-        if (unit(start) != first) continue;
+        if (!first.matches(unit(start))) continue;
         std::size_t same = 1;
-        while (same < pattern.size() && unit(start + same) == pattern[same]) ++same;
+        while (same < pattern.size() && upcase(unit(start + same)) == static_cast<char16_t>(pattern[same])) ++same;
         if (same == pattern.size()) return true;
     }
     return false;
@@ -36,7 +50,7 @@ template <class Pattern, class Unit> bool contains(const Pattern& pattern, std::
 
 class TextMuster final : public Suchmuster {
 public:
-    explicit TextMuster(std::string_view text) : units_(foldName(text)), ascii_(isAscii(text)) {
+    explicit TextMuster(std::string_view text) : units_(foldName(text)), first_(units_.empty() ? u'\0' : units_.front()), ascii_(isAscii(text)) {
         for (const char c : text) bytes_ += upcaseAscii(c);
         inNumbers_ = bytes_.find_first_not_of("-0123456789") == std::string::npos;
         inBytes_ = bytes_.find_first_not_of(" 0123456789ABCDEF") == std::string::npos;
@@ -44,8 +58,8 @@ public:
 
     bool inName(std::string_view name) const override {
         if (ascii_) {
-            // Letters outside ASCII have no upper case in it, so that the bytes can be compared as they are.
-            return contains(bytes_, name.size(), [&](std::size_t i) { return upcaseAscii(name[i]); });
+            // The bytes of letters outside ASCII are above all of it and have no upper case in it.
+            return contains(bytes_, first_, name.size(), [&](std::size_t i) { return static_cast<char16_t>(static_cast<unsigned char>(name[i])); });
         }
         return !isAscii(name) && foldName(name).find(units_) != std::u16string::npos;
     }
@@ -70,11 +84,12 @@ private:
     }
     bool inUnits(const Bytes& bytes, std::size_t count) const {
         const std::uint8_t* p = bytes.data();
-        return contains(units_, count, [p](std::size_t i) { return upcase(static_cast<char16_t>(p[2 * i] | (p[2 * i + 1] << 8))); });
+        return contains(units_, first_, count, [p](std::size_t i) { return static_cast<char16_t>(p[2 * i] | (p[2 * i + 1] << 8)); });
     }
 
     std::u16string units_;
     std::string bytes_;
+    Anfang first_;
     bool ascii_, inNumbers_ = false, inBytes_ = false;
 };
 

@@ -15,6 +15,7 @@ constexpr std::size_t segmentsSlack = 2;
 
 std::string textOf(const StoredName& name) {
     if (!name.latin1) return fromUtf16Le(name.bytes.data(), name.bytes.size());
+    if (std::none_of(name.bytes.begin(), name.bytes.end(), [](std::uint8_t byte) { return byte >= 0x80; })) return {name.bytes.begin(), name.bytes.end()};
     std::string text;
     text.reserve(name.bytes.size());
     for (const std::uint8_t byte : name.bytes) {
