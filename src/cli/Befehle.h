@@ -13,6 +13,7 @@ struct Aufruf {
     bool json = false;
     bool yes = false;
     bool needsDatabase = false;
+    std::string bootName;       // of a new entry of the boot menu; empty: the entry is overwritten
     Listen* listen = nullptr;   // there while the command runs
     std::function<int(Programm&)> run;
 };

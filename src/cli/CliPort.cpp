@@ -6,7 +6,6 @@
 
 #include "frame/Erkennung.h"
 #include "frame/Texte.h"
-#include "tipengine/Fensteranfragen.h"
 
 namespace brenvik {
 
@@ -16,7 +15,7 @@ Answer CliPort::messageBox(const MessageBox& request) {
     std::cerr << text;
     const int buttons = request.flags & 0xF;
     if (buttons == box::YesNo || buttons == box::YesNoCancel) {
-        std::cerr << (yes_ ? " [Ja]" : " [Nein; mit --yes wird Ja geantwortet]") << "\n";
+        sayAnswer();
         return yes_ ? Answer::Yes : Answer::No;
     }
     std::cerr << "\n";
@@ -24,18 +23,28 @@ Answer CliPort::messageBox(const MessageBox& request) {
     return Answer::OK;
 }
 
+void CliPort::sayAnswer() const { std::cerr << (yes_ ? " [Ja]" : " [Nein; mit --yes wird Ja geantwortet]") << "\n"; }
+
+void CliPort::answer(DatentypAnfrage& question) {
+    std::cerr << "Anderer Datentyp in der Registry: Datenbank " << question.typDatenbank << ", Registry " << question.typRegistry << ", Inhalt \""
+              << question.inhalt << "\". Soll der Wert gelöscht werden, damit der Tipp ihn neu anlegen kann ?";
+    sayAnswer();
+    question.weiter = yes_;
+}
+
+void CliPort::answer(BootINIAnfrage& question) {
+    if (!bootName_.empty()) {
+        if (!question.nennen(bootName_)) std::cerr << strBVKTexte(184) << "\n";
+        return;
+    }
+    std::cerr << "Der Eintrag \"" << question.txtBootWert << "\" des Bootmenüs wird überschrieben.";
+    sayAnswer();
+    if (yes_) question.antwort = BootINIAnfrage::Antwort::Ueberschreiben;
+}
+
 void CliPort::showWindow(WindowRequest& request) {
-    if (const auto* types = dynamic_cast<const DatentypAnfrage*>(&request)) {
-        std::cerr << "Anderer Datentyp in der Registry: Datenbank " << types->typDatenbank << ", Registry " << types->typRegistry << ", Inhalt \""
-                  << types->inhalt << "\". Der Wert wird nicht angepasst.\n";
-        return;
-    }
-    if (auto* boot = dynamic_cast<BootINIAnfrage*>(&request)) {
-        std::cerr << "Der Eintrag \"" << boot->txtBootWert << "\" des Bootmenüs wird überschrieben."
-                  << (yes_ ? " [Ja]" : " [Nein; mit --yes wird Ja geantwortet]") << "\n";
-        if (yes_) boot->antwort = BootINIAnfrage::Antwort::Ueberschreiben;
-        return;
-    }
+    if (auto* types = dynamic_cast<DatentypAnfrage*>(&request)) return answer(*types);
+    if (auto* boot = dynamic_cast<BootINIAnfrage*>(&request)) return answer(*boot);
     if (const auto* system = dynamic_cast<const OSErkennungAnfrage*>(&request)) {
         std::cerr << strBVKTexte(22) << ": Platform-ID " << system->version.dwPlatformId << ", Version " << system->version.dwMajorVersion << "."
                   << system->version.dwMinorVersion << "." << system->version.dwBuildNumber << "\n";

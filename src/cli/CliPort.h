@@ -2,12 +2,14 @@
 // The command line's side of the port to the user: every message goes to stderr, Yes/No is No unless --yes was given,
 // Retry/Cancel is Cancel, choices of files, folders and colours are cancelled.
 #include "frame/UserPort.h"
+#include "tipengine/Fensteranfragen.h"
 
 namespace brenvik {
 
 class CliPort : public UserPort {
 public:
-    explicit CliPort(bool yes) : yes_(yes) {}
+    // bootName: what a new entry of the boot menu is to be called; empty: the entry is overwritten.
+    explicit CliPort(bool yes, std::string bootName = {}) : yes_(yes), bootName_(std::move(bootName)) {}
     Answer messageBox(const MessageBox& request) override;
     std::optional<std::string> chooseFile(const FileChoice&) override { return std::nullopt; }
     std::optional<std::string> chooseFolder(std::string_view, std::string_view) override { return std::nullopt; }
@@ -24,7 +26,11 @@ public:
     void showHelp(const std::string&, int) override {}
 
 private:
+    void answer(DatentypAnfrage& question);
+    void answer(BootINIAnfrage& question);
+    void sayAnswer() const;
     bool yes_;
+    std::string bootName_;
 };
 
 }  // namespace brenvik

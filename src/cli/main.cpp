@@ -34,7 +34,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        CliPort port(call.yes);
+        CliPort port(call.yes, call.bootName);
         const auto platform = makeNativePlatform();
         WindowObserver observer;
         Aufzeichnungen recorders;

@@ -30,10 +30,15 @@ LocalMachines::LocalMachines(RegStore& local, std::string fallbackName) : local_
 
 std::string LocalMachines::localName() {
     if (localName_.empty()) localName_ = storedComputerName(local_);
+    fallbackTold_ = fallbackTold_ || localName_.empty();
     return localName_.empty() ? fallbackName_ : localName_;
 }
 
-bool LocalMachines::isLocal(const std::string& machine) { return machine.empty() || sameName(machine, localName()); }
+// Whoever was told the fallback name may go on using it, also when the store has a name by now. So it needs no look into the
+// store, which each access to the registry would pay for.
+bool LocalMachines::isLocal(const std::string& machine) {
+    return machine.empty() || (fallbackTold_ && sameName(machine, fallbackName_)) || sameName(machine, localName());
+}
 
 std::int32_t LocalMachines::connect(const std::string& machine) {
     try {

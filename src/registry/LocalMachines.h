@@ -29,7 +29,8 @@ private:
     bool isLocal(const std::string& machine);
     RegStore& local_;
     std::string fallbackName_;
-    std::string localName_;   // once it has been read
+    std::string localName_;       // once it has been read
+    bool fallbackTold_ = false;   // somebody knows this machine by that name
     Finder finder_;
 };
 

@@ -1,7 +1,6 @@
 #include "shell/frmBVK_BootINI.h"
 
 #include <QHBoxLayout>
-#include <algorithm>
 
 #include "frame/Texte.h"
 #include "shell/Farben.h"
@@ -49,17 +48,11 @@ frmBVK_BootINI::frmBVK_BootINI(UserPort& port, BootINIAnfrage& request, QWidget*
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-// A name that stands in the menu already, the entry's own too, has to go through cmdWrite.
 void frmBVK_BootINI::cmdOK() {
-    const std::string name = utf8(txtBootWert_->text());
-    const auto& taken = request_.vorhandeneTitel;
-    if (std::find(taken.begin(), taken.end(), name) != taken.end()) {
+    if (request_.nennen(utf8(txtBootWert_->text())))
+        accept();
+    else
         port_.tell(strBVKTexte(TextNameTaken));
-        return;
-    }
-    request_.txtBootWert = name;
-    request_.antwort = BootINIAnfrage::Antwort::Name;
-    accept();
 }
 
 }  // namespace brenvik

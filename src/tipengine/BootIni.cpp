@@ -157,27 +157,38 @@ bool TippMaschine::collectBootEntry(Panel& panel) {
     return true;
 }
 
-bool TippMaschine::saveBootFile(std::int16_t i) {
+// The file with what the table of entries holds. False: there is none, or the save is refused.
+bool TippMaschine::planBootFile(std::int16_t i, Aenderung& change, std::string& refusal) const {
     const auto file = iniFile(i);
     std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error)) return true;
+    if (!std::filesystem::is_regular_file(file, error)) return false;
     Profildatei content = loadProfildatei(file);
     if (!isAsRead(content.sectionLines(eintrag(i).Schlüssel), ctx_.udtBootEintraege)) {
-        ctx_.port.tell(fmt::format(meldung::BootInzwischenGeaendert, iniPath(i)), box::Exclamation);
+        refusal = fmt::format(meldung::BootInzwischenGeaendert, iniPath(i));
         return false;
     }
-    Aenderung change = newChange(Aenderung::Art::BootDatei);
-    change.dateien.push_back({file.string(), content.bytes(), true});
+    change.dateien.push_back({file.string(), content.bytes(), true, {}, false});
     std::vector<std::string> lines;
     for (std::size_t k = 1; k < ctx_.udtBootEintraege.size(); ++k) lines.push_back(bootLine(ctx_.udtBootEintraege[k]));
     content.setSectionLines(eintrag(i).Schlüssel, lines);
-    change.dateien[0].neu = content.bytes();
+    change.dateien.back().neu = content.bytes();
+    return true;
+}
 
+bool TippMaschine::saveBootFile(std::int16_t i) {
+    Aenderung change = newChange(Aenderung::Art::BootDatei);
+    std::string refusal;
+    if (!planBootFile(i, change, refusal)) {
+        if (!refusal.empty()) ctx_.port.tell(refusal, box::Exclamation);
+        return refusal.empty();
+    }
+    DateiBild& bild = change.dateien.front();
+    const std::filesystem::path file = bild.datei;
     const bool protectedFile = isReadOnly(file);
     if (protectedFile && !ctx_.port.ask(fmt::format(meldung::BootSchreibschutz, iniPath(i)))) return false;
     if (!bootIniGesichert_.contains(file)) {
         try {
-            writeFileAtomic(file.string() + ".bvk", change.dateien[0].inhalt);
+            writeFileAtomic(file.string() + ".bvk", bild.inhalt);
         } catch (const std::exception&) {
             ctx_.port.tell(fmt::format(meldung::BootSicherung, iniPath(i)), box::Critical);
             return false;
@@ -185,13 +196,10 @@ bool TippMaschine::saveBootFile(std::int16_t i) {
         bootIniGesichert_.insert(file);
     }
     LaufendeAenderung running(recorder_, change);
-    const bool written = change.dateien[0].geschrieben = writeProfildatei(file, content.bytes());
+    bild.geschrieben = writeProfildatei(file, bild.neu);
     if (protectedFile) setReadOnly(file, true);
-    if (!written) {
-        ctx_.port.tell(meldung::IniSchreibgeschuetzt, box::Exclamation);
-        return false;
-    }
-    return true;
+    if (!bild.geschrieben) ctx_.port.tell(meldung::IniSchreibgeschuetzt, box::Exclamation);
+    return bild.geschrieben;
 }
 
 }  // namespace brenvik

@@ -1,5 +1,6 @@
 #pragma once
 // The modal windows that the engine opens: what each shows, and what it brings back.
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -34,6 +35,14 @@ struct BootINIAnfrage : WindowRequest {
     std::string txtBootWert;
     std::vector<std::string> vorhandeneTitel;
     Antwort antwort = Antwort::Abbruch;
+
+    // A new entry under this name. False: it stands in the menu already, the entry's own too, which can only be overwritten.
+    bool nennen(const std::string& name) {
+        if (std::find(vorhandeneTitel.begin(), vorhandeneTitel.end(), name) != vorhandeneTitel.end()) return false;
+        txtBootWert = name;
+        antwort = Antwort::Name;
+        return true;
+    }
 };
 
 }  // namespace brenvik

@@ -41,8 +41,9 @@ std::string putValue(Profildatei& content, const TippEintrag& e, const Arbeitswe
 
 Profildatei TippMaschine::loadProfildatei(const std::filesystem::path& file) { return Profildatei(readFile(file, IniGrenze)); }
 
-// The file of an entry as a Windows path; empty while the user's own choice stands in its place.
+// The file of an entry: a Windows path, or what the user chose in its place.
 std::string TippMaschine::iniPath(std::int16_t i) const {
+    if (!ctx_.blnDateiSuchen) return ctx_.strGewaehlteDatei;
     const std::string& file = eintrag(i).SchlüsselNT;
     const std::string& folder = eintrag(i).Werteliste;
     if (folder.starts_with('%')) {
@@ -54,12 +55,12 @@ std::string TippMaschine::iniPath(std::int16_t i) const {
 }
 
 std::filesystem::path TippMaschine::iniFile(std::int16_t i) const {
-    return ctx_.blnDateiSuchen ? hostPath(ctx_, iniPath(i)) : userPath(ctx_, ctx_.strGewaehlteDatei);
+    return ctx_.blnDateiSuchen ? hostPath(ctx_, iniPath(i)) : userPath(ctx_, iniPath(i));
 }
 
 void TippMaschine::DateiCheck(std::int16_t i, std::string& path, bool& found) {
     reportAndGoOn(ctx_, "DateiCheck", [&] {
-        path = ctx_.blnDateiSuchen ? iniPath(i) : ctx_.strGewaehlteDatei;
+        path = iniPath(i);
         std::error_code error;
         found = std::filesystem::is_regular_file(iniFile(i), error);
         if (found || modus_ == Modus::NurAnsehen) return;
@@ -136,7 +137,8 @@ void TippMaschine::planIniFiles(bool loeschen, Aenderung& change, std::string& r
         refusal = putValue(loaded->second, eintrag(i), w, loeschen);
         if (!refusal.empty()) return;
     }
-    for (DateiBild& bild : change.dateien) bild.neu = files.at(bild.datei).bytes();
+    for (DateiBild& bild : change.dateien)
+        if (const auto file = files.find(bild.datei); file != files.end()) bild.neu = file->second.bytes();
 }
 
 bool TippMaschine::SaveINITipp(bool loeschen) {

@@ -24,9 +24,9 @@ constexpr char Programme[] = "Programme (*.EXE;*.COM.;*.BAT;*.CMD)|*.EXE;*.COM;*
 
 std::string TippMaschine::kontextKey() const { return letzterEintrag() >= 1 ? keyPath(1) : std::string(); }
 
-void TippMaschine::openBearbeiten() {
+BearbeitenAnfrage TippMaschine::bearbeitenAnfrage(bool neu) {
     BearbeitenAnfrage dialog;
-    dialog.neu = ctx_.blnBearbeitenNeu;
+    dialog.neu = neu;
     dialog.befehlLesen = [this](BearbeitenAnfrage& d) {
         if (d.txtKeyName.empty()) return;
         reportAndGoOn(ctx_, "KontextBefehlLesen", [&] {
@@ -47,6 +47,11 @@ void TippMaschine::openBearbeiten() {
                 dialog.txtBeschreibung = row.unterText;
                 dialog.befehlLesen(dialog);
             }
+    return dialog;
+}
+
+void TippMaschine::openBearbeiten() {
+    BearbeitenAnfrage dialog = bearbeitenAnfrage(ctx_.blnBearbeitenNeu);
     ctx_.port.showWindow(dialog);
     reloadTipp();
 }

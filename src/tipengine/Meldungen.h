@@ -40,7 +40,8 @@ inline constexpr char KeineZahl[] = "\"{}\" ist keine Zahl von {} bis {}";
 inline constexpr char KeineFarbe[] = "\"{}\" ist keine Farbe: erwartet werden drei Zahlen von 0 bis 255";
 inline constexpr char KeineKaestchen[] = "\"{}\" passt nicht: erwartet wird für jedes Kästchen eine 0 oder 1, Bit 0 zuerst ({} Zeichen)";
 inline constexpr char SchalterFremd[] = "Diese Schalter bietet der Tipp nicht an: {}";
-inline constexpr char NichtSetzbar[] = "Dieser Eintrag kann nur im Fenster bearbeitet werden";
+inline constexpr char NichtSetzbar[] = "Dieser Eintrag hat kein Eingabefeld";
+inline constexpr char ZeilenSindSchluessel[] = "Die Zeilen dieser Liste sind Schlüssel und haben keinen Wert, der gesetzt werden kann";
 inline constexpr char KeinEintrag[] = "Der Tipp hat keinen Eintrag {}";
 
 // Registry browser

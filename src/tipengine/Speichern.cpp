@@ -235,6 +235,7 @@ void TippMaschine::tellPartialWrite(const std::vector<GeplanterWert>& plan) {
         Arbeitswert& w = wert(p.eintrag);
         w.roh = p.neu;
         w.gefunden = p.neu.has_value();
+        w.ignoriert = w.ignoriert && !w.beruehrt;
         w.strAktuellerWert = w.strAnzeigeWert;
         w.beruehrt = false;
     }
@@ -245,15 +246,26 @@ void TippMaschine::tellPartialWrite(const std::vector<GeplanterWert>& plan) {
 
 // The panels say which of the values are there now.
 void TippMaschine::showStatusOf(const std::vector<GeplanterWert>& plan) {
-    for (const GeplanterWert& p : plan) {
-        Panel* panel = panelOfEntry(p.eintrag);
-        if (panel == nullptr) continue;
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
-        const bool there = ctx_.objBVKReg.ReadRaw().has_value();
-        panel->status = {strBVKTexte(!there ? 21 : ctx_.istNT() && !ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK) ? 18 : 20),
-                         there ? StatusFarbe::Gefunden : StatusFarbe::Fehlt};
-    }
+    for (const GeplanterWert& p : plan)
+        if (Panel* panel = panelOfEntry(p.eintrag)) panel->status = statusNow(*panel);
     observer_.panelsChanged();
+}
+
+// One line for all entries of a panel. A value that the panel does not show is there, but still not shown.
+StatusZeile TippMaschine::statusNow(const Panel& panel) {
+    std::size_t there = 0;
+    bool writable = true;
+    for (const std::int16_t i : panel.eintraege) {
+        if (wert(i).ignoriert) return panel.status;
+        ctx_.objBVKReg.SetPath(ctx_.strRechnername, valuePath(i));
+        if (!ctx_.objBVKReg.ReadRaw()) continue;
+        ++there;
+        writable = writable && (!ctx_.istNT() || ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK));
+    }
+    const bool forSeveral = panel.Ausgabeart == art::Drive || panel.Ausgabeart == art::Farbe || panel.Ausgabeart == art::Liste;
+    if (there == 0) return {strBVKTexte(forSeveral ? 32 : 21), StatusFarbe::Fehlt};
+    if (there < panel.eintraege.size()) return {strBVKTexte(31), StatusFarbe::Gefunden};
+    return {strBVKTexte(writable ? 20 : 18), StatusFarbe::Gefunden};
 }
 
 // What a save would write, as a record of the change.
@@ -267,7 +279,9 @@ Aenderung TippMaschine::changeOf(const std::vector<GeplanterWert>& plan, Aenderu
 Aenderung TippMaschine::plannedSave(std::string& refusal) {
     if (!ctx_.aktuellerTipp.INITipp) return changeOf(planWrites(refusal), Aenderung::Art::Speichern);
     Aenderung change = newChange(Aenderung::Art::IniDatei);
-    planIniFiles(false, change, refusal, [](const std::string&) { return true; });
+    for (std::int16_t i = 1; i <= letzterEintrag() && refusal.empty(); ++i)
+        if (eintrag(i).Ausgabeart == art::BootINI) planBootFile(i, change, refusal);
+    if (refusal.empty()) planIniFiles(false, change, refusal, [](const std::string&) { return true; });
     return change;
 }
 

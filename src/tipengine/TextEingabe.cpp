@@ -105,7 +105,7 @@ std::string TippMaschine::setEntryFromText(std::int16_t entry, const std::string
             if (const auto on = onOff(text)) return userCheck(place, *on), std::string();
             return fmt::format(meldung::NurEinAus, text);
         case art::Liste:
-            if (eintrag(entry).Wertname.empty()) return std::string(meldung::NichtSetzbar);   // the rows are keys
+            if (eintrag(entry).Wertname.empty()) return meldung::ZeilenSindSchluessel;
             if (const auto on = onOff(text)) return userTick(place, row, *on), std::string();
             return fmt::format(meldung::NurEinAus, text);
         case art::TextWerte:
@@ -141,7 +141,7 @@ std::string TippMaschine::setEntryFromText(std::int16_t entry, const std::string
                 return fmt::format(meldung::KeineKaestchen, text, panel->schalter.size());
             for (std::size_t k = 0; k < text.size(); ++k) userSwitch(place, static_cast<int>(k), text[k] == '1');
             return {};
-        default: return std::string(meldung::NichtSetzbar);
+        default: return meldung::ZeilenSindSchluessel;
     }
 }
 

@@ -91,6 +91,8 @@ public:
     void clickRegSave(const std::string& ownCaption);
     void clickDefault(const std::string& ownCaption);
     void clickRegDel();
+    // The fields of frmBVK_Bearbeiten as it opens, for a new entry or the selected row. Its speichern asks and writes.
+    BearbeitenAnfrage bearbeitenAnfrage(bool neu);
 
     // --- Events of the panels; panel is the place in frmBVK_Prog.panels ---
     void userCheck(std::size_t panel, bool on);                                // kind 1
@@ -196,6 +198,7 @@ private:
     void writePlanned(std::vector<GeplanterWert>& plan, Aenderung& change);
     void tellPartialWrite(const std::vector<GeplanterWert>& plan);
     void showStatusOf(const std::vector<GeplanterWert>& plan);
+    StatusZeile statusNow(const Panel& panel);
     Aenderung changeOf(const std::vector<GeplanterWert>& plan, Aenderung::Art art) const;
     void afterChange();
     void deleteValues(Aenderung& change);
@@ -212,6 +215,7 @@ private:
     void BootINIAuslesen(std::int16_t i);
     void BootINIParamAusW(Panel& panel);
     bool collectBootEntry(Panel& panel);
+    bool planBootFile(std::int16_t i, Aenderung& change, std::string& refusal) const;
     bool saveBootFile(std::int16_t i);
 
     // Context menus

@@ -80,6 +80,73 @@ TEST_F(Tip, FalscheAufrufe) {
     }
 }
 
+// Each step: arguments, exit code, last line on stderr.
+struct Schritt {
+    std::vector<std::string> arguments;
+    int code;
+    const char* err;
+};
+
+TEST_F(Tip, KontextmenueAnlegenAendernLoeschen) {
+    const std::string gespeichert = "Änderungen wurde in der Registry gespeichert !!!\n";
+    const auto rows = [this] { return show(607)["entries"][0]["rows"].dump(); };
+    const auto row = [](const char* name, const char* text, const char* command) { return nlohmann::json({{"name", name}, {"text", text}, {"command", command}}).dump(); };
+    const std::string find = row("find", "Suchen...", "%SystemRoot%\\Explorer.exe");
+    EXPECT_EQ(rows(), "[" + find + "]");
+    EXPECT_EQ(cli({"tip", "new", "607", "Probe", "--command", "cmd.exe /k \"%1\"", "--text", "Öffnen"}).err, gespeichert);
+    EXPECT_EQ(rows(), "[" + find + "," + row("Probe", "Öffnen", "cmd.exe /k \"%1\"") + "]");
+    EXPECT_EQ(cli({"tip", "edit", "607", "PROBE", "--text", ""}).err, gespeichert);
+    EXPECT_EQ(rows(), "[" + find + "," + row("Probe", "", "cmd.exe /k \"%1\"") + "]");
+    const Schritt nothingHappens[] = {
+        {{"tip", "new", "607", "probe", "--command", "x"}, 1, "Der Eintrag \"probe\" ist schon vorhanden. Soll er überschrieben werden ? [Nein; mit --yes wird Ja geantwortet]\n"},
+        {{"tip", "new", "607", "a\\b", "--command", "x"}, 1, "Ein Schlüsselname darf nicht leer sein und das Zeichen \"\\\" nicht enthalten.\n"},
+        {{"tip", "edit", "607", "Probe", "--command", ""}, 1, "Der Eintrag braucht einen Schlüsselnamen und einen Befehl\n"},
+        {{"tip", "edit", "607", "fehlt", "--text", "x"}, 1, "Den Eintrag \"fehlt\" gibt es nicht\n"},
+        {{"tip", "new", "109", "x", "--command", "y"}, 1, "Der Tipp ist kein Kontextmenü\n"},
+        {{"tip", "set", "607", "x"}, 1, "Die Zeilen dieser Liste sind Schlüssel und haben keinen Wert, der gesetzt werden kann\n"},
+        {{"tip", "default", "607"}, 1, "Der Tipp hat keinen Standardwert, oder er darf nicht geschrieben werden\n"},
+        {{"tip", "delete", "607"}, 2, "Mit --row gehört der Name jeder Zeile dazu, die gelöscht werden soll\n"},
+        {{"tip", "delete", "607", "--row", "Probe", "--row", "fehlt"}, 1, "Den Eintrag \"fehlt\" gibt es nicht\n"},
+        {{"tip", "delete", "607", "--row", "Probe"}, 1, "Achtung! Alle markierten Einträge werden gelöscht..Sind Sie sicher? [Nein; mit --yes wird Ja geantwortet]\n"},
+    };
+    const std::string before = rows();
+    for (const Schritt& s : nothingHappens) {
+        const Ergebnis e = cli(s.arguments);
+        EXPECT_EQ(e.code, s.code);
+        EXPECT_EQ(e.err, s.err);
+        EXPECT_EQ(rows(), before);
+    }
+    EXPECT_EQ(cli({"--yes", "tip", "delete", "607", "--row", "Probe"}).code, 0);
+    EXPECT_EQ(rows(), "[" + find + "]");
+}
+
+TEST_F(Tip, BootmenueUeberschreibenOderNeu) {
+    cli({"tip", "show", "2201"});
+    const auto file = dir / "heim/drive_c/boot.ini";
+    const std::string before = bytesOf(file), windows = "multi(0)disk(0)rdisk(0)partition(1)\\WINDOWS=", xp = "\"Microsoft Windows XP Professional\" ";
+    const std::string old = windows + xp + "/noexecute=optin /fastdetect", sos = windows + xp + "/SOS";
+    EXPECT_EQ(cli({"--yes", "tip", "set", "2201", "/SOS", "--dry-run"}).out, file.string() + "\n   -" + old + "\n   +" + sos + "\n");
+    EXPECT_EQ(cli({"tip", "set", "2201", "/SOS"}).code, 1);
+    EXPECT_EQ(cli({"tip", "set", "2201", "/SOS", "--name", "Microsoft Windows XP Professional"}).err, "Name schon im Bootmenü vorhanden, bitte geben Sie einen anderen Namen an\n");
+    EXPECT_EQ(bytesOf(file), before);
+    EXPECT_EQ(cli({"tip", "set", "2201", "/SOS", "--name", "Mit Treibern"}).code, 0);
+    EXPECT_EQ(bytesOf(file), before + windows + "\"Mit Treibern\" /SOS\r\n");
+    EXPECT_EQ(cli({"--yes", "tip", "set", "2201", "Mit Treibern /PCILOCK"}).code, 0);
+    EXPECT_EQ(bytesOf(file), before + windows + "\"Mit Treibern\" /PCILOCK\r\n");
+    EXPECT_EQ(cli({"tip", "delete", "2201"}).err, "Einträge des Bootmenüs werden hier nicht gelöscht\n");
+}
+
+TEST_F(Tip, AndererDatentypWirdNurNachFrageGeloescht) {
+    const std::string path = "HKCU\\Control Panel\\Desktop\\ScreenSaveActive";
+    cli({"registry", "write", path, "REG_DWORD", "7"});
+    EXPECT_EQ(show(Bildschirmschoner)["entries"][0]["status"], "[Anderer Datentyp in der Registry: REG_DWORD]");
+    EXPECT_EQ(cli({"--yes", "tip", "set", "109", "vielleicht"}).code, 1);   // what does not fit is refused before anything is asked
+    EXPECT_EQ(cli({"tip", "set", "109", "--entry", "2", "off"}).code, 0);
+    EXPECT_EQ(cli({"registry", "read", path}).out, "7\n");
+    EXPECT_NE(cli({"--yes", "tip", "set", "109", "off"}).err.find("Soll der Wert gelöscht werden, damit der Tipp ihn neu anlegen kann ? [Ja]\n"), std::string::npos);
+    EXPECT_EQ(show(Bildschirmschoner)["entries"][0]["status"], "[Registry Wert vorhanden]");
+}
+
 TEST_F(Tip, ListenInAllenAnsichten) {
     const std::string alle = cli({"tip", "list"}).out;
     EXPECT_NE(alle.find("109  Bildschirmschoner ein- und ausschalten\n"), std::string::npos);

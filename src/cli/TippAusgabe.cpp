@@ -1,0 +1,181 @@
+#include "cli/TippAusgabe.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iostream>
+#include <map>
+#include <nlohmann/json.hpp>
+
+#include "cli/RegistryAusgabe.h"
+#include "frame/Texte.h"
+#include "registry/ValueOperations.h"
+
+namespace brenvik::cli {
+namespace {
+
+using nlohmann::ordered_json;
+
+// Lines and the parts of a REG_MULTI_SZ value beside each other.
+std::string inOneLine(std::string text) {
+    std::replace(text.begin(), text.end(), '\n', '\0');
+    std::erase(text, '\r');
+    return oneLine(text);
+}
+
+class Liste {
+public:
+    Liste(Programm& programm, bool json, bool values) : programm_(programm), json_(json), values_(values) {
+        for (const auto& tipp : programm.context().udtTippListe) numbers_.emplace(tipp.Überschrift, tipp.Index);
+    }
+
+    int print() {
+        const ordered_json root = node(0, 0);
+        if (json_) std::cout << jsonText(root["children"]) << "\n";
+        return 0;
+    }
+
+private:
+    ordered_json node(int index, int depth) {
+        const TreeNode n = programm_.context().frmBVK_Prog.tvBVKDB.at(static_cast<std::size_t>(index));
+        ordered_json out{{"text", n.text}};
+        if (n.art == TreeNode::Art::Tipp) {
+            const std::int32_t number = numbers_[n.text];
+            out["number"] = number;
+            if (!json_) std::cout << std::string(static_cast<std::size_t>(depth - 1) * 2, ' ') << fmt::format("{:>5}  {}\n", number, n.text);
+            if (values_) printValues(number, depth);
+            return out;
+        }
+        if (depth > 0 && !json_) std::cout << std::string(static_cast<std::size_t>(depth - 1) * 2, ' ') << n.text << "\n";
+        out["children"] = ordered_json::array();
+        for (int child : displayOrder(programm_.context().frmBVK_Prog, index)) out["children"].push_back(node(child, depth + 1));
+        return out;
+    }
+
+    void printValues(std::int32_t number, int depth) {
+        TippMaschine& maschine = programm_.maschine();
+        maschine.inspectTipp(number);
+        const std::string indent(static_cast<std::size_t>(depth) * 2 + 5, ' ');
+        const auto last = static_cast<std::int16_t>(programm_.context().aktuellerTipp.letzterEintrag());
+        for (std::int16_t i = 1; i <= last; ++i) {
+            const TippEintrag& entry = programm_.context().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+            const std::string name = entry.Wertname.empty() ? std::string("(Standard)") : entry.Wertname;
+            std::cout << indent << name << ": " << inOneLine(maschine.shownText(i)) << "  " << maschine.statusOf(i).text << "\n";
+        }
+    }
+
+    Programm& programm_;
+    bool json_, values_;
+    std::map<std::string, std::int32_t> numbers_;
+};
+
+std::vector<std::string> systems(const Tipp& t) {
+    std::vector<std::string> names;
+    const std::pair<bool, int> flags[] = {{t.Win95, 0}, {t.Win98, 1}, {t.WinME, 2}, {t.WinNT, 3}, {t.Win2000, 4}, {t.WinXP, 5}};
+    for (const auto& [flag, index] : flags)
+        if (flag) names.push_back(strBVKBS(index));
+    return names;
+}
+
+// Where the display text is a list of choices, the value's name stands for the entry.
+std::string captionOf(const TippEintrag& e) {
+    if (!e.Beschriftung.empty()) return e.Beschriftung;
+    const bool choices = e.Ausgabeart == art::AuswahlBox || e.Ausgabeart == art::OptionsAuswahl || e.Ausgabeart == art::BitMaske;
+    return choices || e.Anzeigetext.empty() ? e.Wertname : e.Anzeigetext;
+}
+
+// The rows of a list of keys: each with its text, in context menus with its command too.
+ordered_json rowsJson(TippMaschine& maschine, const Panel& panel) {
+    ordered_json rows = ordered_json::array();
+    for (const ListenZeile& row : panel.zeilen) {
+        ordered_json out{{"name", row.text}, {"text", row.unterText}};
+        if (panel.Ausgabeart == art::Kontext) {
+            BearbeitenAnfrage entry = maschine.bearbeitenAnfrage(true);
+            entry.txtKeyName = row.text;
+            entry.befehlLesen(entry);
+            out["command"] = entry.txtBefehl;
+        }
+        rows.push_back(std::move(out));
+    }
+    return rows;
+}
+
+// What the panel of an entry can be set to; empty where that is no list.
+std::vector<std::string> choicesOf(Programm& programm, std::int16_t entry) {
+    for (const Panel& panel : programm.context().frmBVK_Prog.panels)
+        if ((panel.Ausgabeart == art::AuswahlBox || panel.Ausgabeart == art::OptionsAuswahl || panel.Ausgabeart == art::BootINI) && panel.eintraege.front() == entry)
+            return panel.auswahl;
+    return {};
+}
+
+ordered_json entryJson(Programm& programm, std::int16_t i) {
+    Context& ctx = programm.context();
+    const TippEintrag& e = ctx.aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+    const Arbeitswert& w = ctx.werte[static_cast<std::size_t>(i)];
+    ordered_json out{{"entry", i},
+                     {"kind", e.Ausgabeart},
+                     {"root", e.Hauptschlüssel},
+                     {"key", e.Schlüssel},
+                     {"name", e.Wertname},
+                     {"type", DatenTypText(ctx, e.Datentyp)},
+                     {"caption", captionOf(e)},
+                     {"current", inOneLine(w.strAktuellerWert)},
+                     {"shown", inOneLine(programm.maschine().shownText(i))},
+                     {"found", ctx.aktuellerTipp.INITipp ? w.blnWertGelesen : w.gefunden},
+                     {"status", programm.maschine().statusOf(i).text}};
+    if (const Panel* panel = keyListOf(programm); panel != nullptr && i == 1) out["rows"] = rowsJson(programm.maschine(), *panel);
+    if (const auto choices = choicesOf(programm, i); !choices.empty()) out["choices"] = choices;
+    return out;
+}
+
+}  // namespace
+
+const Panel* keyListOf(Programm& programm) {
+    for (const Panel& panel : programm.context().frmBVK_Prog.panels)
+        if (panel.Ausgabeart == art::Kontext ||
+            (panel.Ausgabeart == art::Liste && programm.context().aktuellerTipp.Eintrag[static_cast<std::size_t>(panel.eintraege.front())].Wertname.empty()))
+            return &panel;
+    return nullptr;
+}
+
+int printTip(Programm& programm, std::int32_t number, bool json) {
+    programm.maschine().inspectTipp(number);
+    const Tipp& tipp = programm.context().aktuellerTipp;
+    ordered_json out{{"number", number},           {"heading", tipp.Überschrift}, {"description", tipp.Beschreibung},
+                     {"systems", systems(tipp)},   {"restart", tipp.Neustart},    {"entries", ordered_json::array()}};
+    for (std::int16_t i = 1; i <= static_cast<std::int16_t>(tipp.letzterEintrag()); ++i) out["entries"].push_back(entryJson(programm, i));
+    if (json) {
+        std::cout << jsonText(out) << "\n";
+        return 0;
+    }
+    std::string names;
+    for (const std::string& s : systems(tipp)) names += (names.empty() ? "" : ", ") + s;
+    std::cout << tipp.Überschrift << "\n" << std::string(60, '-') << "\n" << tipp.Beschreibung << "\n\nGeeignet für: " << names << "\n";
+    if (tipp.Neustart != 0) std::cout << (tipp.Neustart == 1 ? "Wirkt nach einem Neustart\n" : "Lädt den Desktop neu\n");
+    for (const auto& e : out["entries"]) {
+        const std::string root = e["root"], key = e["key"], name = e["name"], type = e["type"];
+        const std::string place = tipp.INITipp ? fmt::format("{} [{}] {}", tipp.Eintrag[e["entry"].get<std::size_t>()].SchlüsselNT, key, name)
+                                               : fmt::format("{}\\{}\\{}  ({})", root, key, name, type);
+        std::cout << fmt::format("\n{}. {}\n   {}\n", e["entry"].get<int>(), e["caption"].get<std::string>(), place);
+        if (e.contains("rows"))
+            for (const auto& row : e["rows"])
+                std::cout << fmt::format("   {}  \"{}\"  {}\n", oneLine(row["name"].get<std::string>()), oneLine(row["text"].get<std::string>()),
+                                         oneLine(row.value("command", std::string())));
+        else
+            std::cout << "   Anzeige: " << e["shown"].get<std::string>() << "\n";
+        if (e.contains("choices")) {
+            std::string choices;
+            for (const auto& choice : e["choices"]) choices += (choices.empty() ? "" : " | ") + choice.get<std::string>();
+            std::cout << "   Auswahl: " << choices << "\n";
+        }
+        std::cout << "   " << e["status"].get<std::string>() << "\n";
+    }
+    return 0;
+}
+
+int printTips(Programm& programm, int view, bool json, bool values) {
+    programm.maschine().selectTab(view);
+    return Liste(programm, json, values && !json).print();
+}
+
+}  // namespace brenvik::cli
