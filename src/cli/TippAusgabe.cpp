@@ -132,9 +132,7 @@ ordered_json entryJson(Programm& programm, std::int16_t i) {
 
 const Panel* keyListOf(Programm& programm) {
     for (const Panel& panel : programm.context().frmBVK_Prog.panels)
-        if (panel.Ausgabeart == art::Kontext ||
-            (panel.Ausgabeart == art::Liste && programm.context().aktuellerTipp.Eintrag[static_cast<std::size_t>(panel.eintraege.front())].Wertname.empty()))
-            return &panel;
+        if (programm.maschine().rowsAreKeys(panel)) return &panel;
     return nullptr;
 }
 

@@ -79,6 +79,10 @@ bool TippMaschine::RegWerteLoeschen() {
         } catch (const NumberedError& error) {
             RegFehlermeldungen(ctx_, error.number);
             recorder_.offerTakeBack(change);
+            if (change.werte.empty())
+                reloadTipp();   // keys: the list shows those that are left
+            else
+                reportAndGoOn(ctx_, "RegWerteLoeschen", [&] { showWhatIsThere(); });
             return false;
         }
     }

@@ -1,6 +1,7 @@
 // What the user does in a panel, and the loading and unloading of panels.
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
@@ -20,6 +21,13 @@ std::optional<std::int32_t> wholeNumber(const std::string& text) {
     return number;
 }
 
+// The window draws a panel: what its controls report meanwhile comes from the drawing, not from the user.
+void drawPanel(Context& ctx, WindowObserver& observer, std::size_t place) {
+    const bool before = std::exchange(ctx.blnInitPanel, true);
+    observer.panelChanged(place);
+    ctx.blnInitPanel = before;
+}
+
 }  // namespace
 
 Panel* TippMaschine::panelOf(std::size_t place, std::initializer_list<std::int16_t> kinds) {
@@ -34,10 +42,14 @@ Panel* TippMaschine::panelOfEntry(std::int16_t entry) {
     return nullptr;
 }
 
+bool TippMaschine::rowsAreKeys(const Panel& panel) const {
+    return panel.Ausgabeart == art::Kontext || (panel.Ausgabeart == art::Liste && eintrag(panel.eintraege.front()).Wertname.empty());
+}
+
 void TippMaschine::touched(std::size_t panel, std::int16_t entry) {
     if (entry > 0) wert(entry).beruehrt = true;
     ctx_.blnGeaendert = true;
-    observer_.panelChanged(panel);
+    drawPanel(ctx_, observer_, panel);
 }
 
 void TippMaschine::userCheck(std::size_t place, bool on) {
@@ -93,7 +105,7 @@ void TippMaschine::userChoose(std::size_t place, int item) {
         panel->gewaehlt = item;
         ctx_.intBootEintrag = item + 1;
         reportAndGoOn(ctx_, "cboBootINI_Click", [&] { BootINIParamAusW(*panel); });
-        observer_.panelChanged(place);
+        drawPanel(ctx_, observer_, place);
         return;
     }
     panel->gewaehlt = item;
@@ -103,11 +115,11 @@ void TippMaschine::userChoose(std::size_t place, int item) {
             panel->text = wert(entry).strAnzeigeWert;
             panel->cmdDriveSichtbar = !panel->text.empty();
             panel->dateiFilter = eintrag(entry).Werteliste;
-            observer_.panelChanged(place);
+            drawPanel(ctx_, observer_, place);
             return;
         case art::Farbe:
             if (const auto colour = colourText(wert(entry).strAnzeigeWert, wert(entry).beruehrt ? 1 : eintrag(entry).Datentyp)) panel->farbe = colour;
-            observer_.panelChanged(place);
+            drawPanel(ctx_, observer_, place);
             return;
         default: touched(place, entry);
     }
@@ -136,7 +148,7 @@ void TippMaschine::userColour(std::size_t place) {
     if (same) {
         wert(entry).strAnzeigeWert = present;
         wert(entry).beruehrt = false;
-        observer_.panelChanged(place);
+        drawPanel(ctx_, observer_, place);
         return;
     }
     wert(entry).strAnzeigeWert = text;
@@ -148,10 +160,8 @@ void TippMaschine::userTick(std::size_t place, int row, bool on) {
     if (panel == nullptr || row < 0 || row >= static_cast<int>(panel->zeilen.size())) return;
     panel->zeilen[static_cast<std::size_t>(row)].angehakt = on;
     // In lists of keys the ticks choose what a delete takes; only rows of values are a change.
-    const bool values = panel->Ausgabeart == art::Liste && static_cast<std::size_t>(row) < panel->eintraege.size() &&
-                        !eintrag(panel->eintraege.front()).Wertname.empty();
-    if (!values) {
-        observer_.panelChanged(place);
+    if (rowsAreKeys(*panel) || static_cast<std::size_t>(row) >= panel->eintraege.size()) {
+        drawPanel(ctx_, observer_, place);
         return;
     }
     ctx_.blnListeGeaendert = true;

@@ -83,7 +83,7 @@ std::string TippMaschine::bitMaskText(const Panel& panel, std::int16_t i, std::s
 std::optional<std::string> TippMaschine::panelText(const Panel& panel, std::int16_t i) const {
     switch (panel.Ausgabeart) {
         case art::Liste: {
-            if (eintrag(i).Wertname.empty()) return std::nullopt;   // the rows are keys
+            if (rowsAreKeys(panel)) return std::nullopt;
             const auto row = static_cast<std::size_t>(std::find(panel.eintraege.begin(), panel.eintraege.end(), i) - panel.eintraege.begin());
             if (row >= panel.zeilen.size()) return std::nullopt;
             return panel.zeilen[row].angehakt ? "no" : DelKey;
@@ -239,15 +239,15 @@ void TippMaschine::tellPartialWrite(const std::vector<GeplanterWert>& plan) {
         w.strAktuellerWert = w.strAnzeigeWert;
         w.beruehrt = false;
     }
-    showStatusOf(plan);
+    showWhatIsThere();
     if (count > 0)
         ctx_.port.tell(fmt::format(meldung::TeilweiseGespeichert, count, plan.size(), done, open), box::Exclamation);
 }
 
-// The panels say which of the values are there now.
-void TippMaschine::showStatusOf(const std::vector<GeplanterWert>& plan) {
-    for (const GeplanterWert& p : plan)
-        if (Panel* panel = panelOfEntry(p.eintrag)) panel->status = statusNow(*panel);
+// After a failure half way the panels stay as the user left them, but say which of the values are there now.
+void TippMaschine::showWhatIsThere() {
+    for (Panel& panel : fenster().panels)
+        if (!rowsAreKeys(panel)) panel.status = statusNow(panel);
     observer_.panelsChanged();
 }
 
@@ -307,7 +307,7 @@ bool TippMaschine::RegWerteSchreiben(Aenderung::Art art) {
         reportAndGoOn(ctx_, "RegWerteSchreiben", [&] { tellPartialWrite(plan); });
         if (recorder_.offerTakeBack(change)) {
             ctx_.werte = before;
-            reportAndGoOn(ctx_, "RegWerteSchreiben", [&] { showStatusOf(plan); });
+            reportAndGoOn(ctx_, "RegWerteSchreiben", [&] { showWhatIsThere(); });
         }
         return false;
     }

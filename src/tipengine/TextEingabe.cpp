@@ -79,7 +79,7 @@ std::string TippMaschine::shownText(std::int16_t entry) {
             return Trim(boot.Titel + " " + boot.Schalter);
         }
         case art::Liste: case art::Kontext: {
-            if (panel->Ausgabeart == art::Liste && place < panel->zeilen.size() && !eintrag(entry).Wertname.empty())
+            if (!rowsAreKeys(*panel) && place < panel->zeilen.size())
                 return panel->zeilen[place].angehakt ? "on" : "off";
             std::string rows;
             for (const ListenZeile& row : panel->zeilen) rows += (rows.empty() ? "" : "\n") + row.text;
@@ -105,7 +105,7 @@ std::string TippMaschine::setEntryFromText(std::int16_t entry, const std::string
             if (const auto on = onOff(text)) return userCheck(place, *on), std::string();
             return fmt::format(meldung::NurEinAus, text);
         case art::Liste:
-            if (eintrag(entry).Wertname.empty()) return meldung::ZeilenSindSchluessel;
+            if (rowsAreKeys(*panel)) return meldung::ZeilenSindSchluessel;
             if (const auto on = onOff(text)) return userTick(place, row, *on), std::string();
             return fmt::format(meldung::NurEinAus, text);
         case art::TextWerte:

@@ -65,6 +65,7 @@ public:
     // What the panel of an entry shows, as text ("on"/"off" for boxes); empty if it has no panel.
     std::string shownText(std::int16_t entry);
     StatusZeile statusOf(std::int16_t entry);
+    bool rowsAreKeys(const Panel& panel) const;          // kinds 8 and 10: ticks choose keys for deleting, no values
 
     // --- Saving ---
     bool DatenRead();
@@ -197,7 +198,7 @@ private:
     GesammelterWert collectedValue(std::int16_t i) const;
     void writePlanned(std::vector<GeplanterWert>& plan, Aenderung& change);
     void tellPartialWrite(const std::vector<GeplanterWert>& plan);
-    void showStatusOf(const std::vector<GeplanterWert>& plan);
+    void showWhatIsThere();
     StatusZeile statusNow(const Panel& panel);
     Aenderung changeOf(const std::vector<GeplanterWert>& plan, Aenderung::Art art) const;
     void afterChange();

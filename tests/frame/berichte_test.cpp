@@ -184,16 +184,3 @@ TEST_F(Berichte, DatabaseReport) {
     EXPECT_EQ(port.clipboard.size(), 1u);
 }
 
-TEST(GSError, RaisesWhatItHolds) {
-    clsGSError error;
-    try {
-        error.Raise(3706, "ADO", "Text", "a.hlp", 4);
-    } catch (const NumberedError& raised) {
-        EXPECT_EQ(raised.number, 3706);
-        EXPECT_STREQ(raised.what(), "Text");
-    }
-    EXPECT_EQ(error.Source + error.HelpFile + std::to_string(error.HelpContext), "ADOa.hlp4");
-    error.Clear();
-    EXPECT_EQ(error.Number, 0);
-    EXPECT_EQ(error.Description, "");
-}

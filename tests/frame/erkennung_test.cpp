@@ -48,15 +48,6 @@ TEST(Erkennung, TracesAndSetsTheContext) {
     EXPECT_EQ(ctx.strBS, "Windows 2000");
 }
 
-TEST(Erkennung, HiddenMenus) {
-    using Names = std::vector<std::string_view>;
-    EXPECT_EQ(versteckteMenues(1), Names{"mnuTools"});
-    EXPECT_EQ(versteckteMenues(2), (Names{"mnugpedit", "mnueventvwr", "mnusugverif", "mnuDrwtsn32"}));
-    EXPECT_EQ(versteckteMenues(3), (Names{"mnumsinfo32", "mnugpedit", "mnusugverif", "mnudxdiag"}));
-    EXPECT_EQ(versteckteMenues(5), (Names{"mnugpedit", "mnueventvwr"}));
-    for (const std::int16_t none : {0, 4, 6}) EXPECT_TRUE(versteckteMenues(none).empty());
-}
-
 TEST(Erkennung, UserAndSurroundings) {
     test::ScriptedPort port;
     test::TestPlatform platform;

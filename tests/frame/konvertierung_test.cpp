@@ -68,14 +68,6 @@ TEST(Konvertierung, ReportsOverflowAndKeepsTheSum) {
     EXPECT_EQ(Dec2Hex(ctx, 16), "10");
 }
 
-TEST(Konvertierung, RGBSplit) {
-    std::uint8_t a = 1, b = 2, c = 3;
-    RGBSplit(0x00FF0000, a, b, c);
-    EXPECT_EQ((std::vector<int>{a, b, c}), (std::vector<int>{255, 0, 0}));
-    RGBSplit(static_cast<std::int32_t>(0xFF123456), a, b, c);
-    EXPECT_EQ((std::vector<int>{a, b, c}), (std::vector<int>{0x12, 0x34, 0x56}));
-}
-
 TEST(Konvertierung, Val) {
     check({{"", "0"}, {"abc", "0"}, {"12abc", "12"}, {" 1 2 3", "123"}, {"-4.5x", "-4.5"}, {"+7", "7"}, {".5", "0.5"}, {"5.", "5"}, {"5.5.5", "5.5"}, {"5,7", "5"},
            {"1e3", "1000"}, {"1d2", "100"}, {"1e", "1"}, {"--3", "0"}, {"&H10", "16"}, {"&hFFFF", "-1"}, {"&HFFFF&", "65535"}, {"&O17", "15"}, {"&", "0"}, {"inf", "0"},

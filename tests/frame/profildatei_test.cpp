@@ -159,16 +159,6 @@ TEST(Profildatei, HostileFiles) {
     EXPECT_EQ(profile.bytes(), with(withNul, "m=1", "m=2"));
 }
 
-TEST(Profildatei, FindsTheFewChangesAmongManyLines) {
-    std::string bytes = "[s]\r\n";
-    Lines lines;
-    for (int k = 0; k < 20000; ++k) lines.push_back("k" + std::to_string(k) + "=" + std::to_string(k));
-    for (const auto& line : lines) bytes += line + "\r\n";
-    lines[3] = "k3=neu";
-    lines.erase(lines.begin() + 19990);
-    EXPECT_EQ(setLines("s", lines, bytes), without(with(bytes, "k3=3\r\n", "k3=neu\r\n"), "k19990=19990\r\n"));
-}
-
 namespace {
 
 struct INIDatei : ::testing::Test {

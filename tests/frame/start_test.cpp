@@ -40,39 +40,33 @@ Lines operator+(Lines left, const Lines& right) {
 
 }  // namespace
 
-struct SwitchCase {
-    const char* line;
-    const char* pc;
-    const char* user;
-    const char* password;
-    bool debug;
-};
-
-class Switches : public Start, public testing::WithParamInterface<SwitchCase> {};
-
-TEST_P(Switches, TakeEffectInTheirOrder) {
-    const SwitchCase& c = GetParam();
-    EXPECT_TRUE(start(c.line));
-    EXPECT_EQ(ctx.strParamPC, c.pc);
-    EXPECT_EQ(ctx.strParamUser, c.user);
-    EXPECT_EQ(ctx.strParamPasswort, c.password);
-    EXPECT_EQ(ctx.trace.debug(), c.debug);
+TEST_F(Start, SwitchesTakeEffectInTheirOrder) {
+    const struct {
+        const char *line, *pc, *user, *password;
+        bool debug;
+    } cases[] = {{"", "", "", "", false},
+                 {"/DEBUG", "", "", "", true},
+                 {"/PC:Server1 /DEBUG", "Server1", "", "", true},
+                 {"/DEBUG /PC:Server1", "Server1", "", "", false},
+                 {"/pc:Server1", "Server1", "", "", false},
+                 {"/U:Admin /PC:Server1", "Server1", "", "", false},
+                 {"/PC:a /U:Dom\\B /PW:Geheim /debug", "a", "Dom\\B", "Geheim", true},
+                 {"/PW:x /U:y", "", "y", "", false},
+                 {"/PC:Büro-ÄÖ /U:Jörg", "Büro-ÄÖ", "Jörg", "", false},
+                 {"/PC: /U:x", "", "x", "", false},
+                 {"/PC:\"Mein Rechner\"", "\"Mein", "", "", false},
+                 {"vorweg/PC:a", "a", "", "", false},
+                 {"/PW:/DEBUG", "", "", "/DEBUG", false}};
+    for (const auto& c : cases) {
+        FrameContext fresh{port, platform};
+        fresh.trace.setFile(dir / "log");
+        EXPECT_TRUE(startPruefung(fresh, c.line, [] { return false; }));
+        EXPECT_EQ(fresh.strParamPC, c.pc) << c.line;
+        EXPECT_EQ(fresh.strParamUser, c.user) << c.line;
+        EXPECT_EQ(fresh.strParamPasswort, c.password) << c.line;
+        EXPECT_EQ(fresh.trace.debug(), c.debug) << c.line;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Lines, Switches, testing::Values(
-    SwitchCase{"", "", "", "", false},
-    SwitchCase{"/DEBUG", "", "", "", true},
-    SwitchCase{"/PC:Server1 /DEBUG", "Server1", "", "", true},
-    SwitchCase{"/DEBUG /PC:Server1", "Server1", "", "", false},
-    SwitchCase{"/pc:Server1", "Server1", "", "", false},
-    SwitchCase{"/U:Admin /PC:Server1", "Server1", "", "", false},
-    SwitchCase{"/PC:a /U:Dom\\B /PW:Geheim /debug", "a", "Dom\\B", "Geheim", true},
-    SwitchCase{"/PW:x /U:y", "", "y", "", false},
-    SwitchCase{"/PC:Büro-ÄÖ /U:Jörg", "Büro-ÄÖ", "Jörg", "", false},
-    SwitchCase{"/PC: /U:x", "", "x", "", false},
-    SwitchCase{"/PC:\"Mein Rechner\"", "\"Mein", "", "", false},
-    SwitchCase{"vorweg/PC:a", "a", "", "", false},
-    SwitchCase{"/PW:/DEBUG", "", "", "/DEBUG", false}));
 
 TEST_F(Start, TheTraceTellsTheWholeStart) {
     EXPECT_TRUE(start("/PC:Server1 /U:Admin /PW:Geheim /DEBUG"));

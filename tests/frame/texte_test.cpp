@@ -73,10 +73,3 @@ TEST(Texte, TypePairs) {
     EXPECT_THROW(typDatentyp(-1), NumberedError);
 }
 
-TEST(Texte, PiecesWithQuotesAndAddresses) {
-    EXPECT_EQ(strBVKTexte(0) + "a.mdb" + strBVKTexte(1),
-              "Die Datenbankdatei: \"a.mdb\" wurde nicht gefunden.\r\n\r\nBitte überprüfen Sie die Installation und starten Sie das Programm neu !");
-    EXPECT_EQ(strBVKTexte(4), "\r\n\r\nBesorgen Sie sich unter www.brenvik.example die aktuelle Version.");
-    EXPECT_EQ(strBVKTexte(216), "<unbekannt>");
-    EXPECT_EQ(strBVKTexte(117), strBVKTexte(123));
-}

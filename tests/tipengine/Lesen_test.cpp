@@ -138,12 +138,6 @@ TEST(Lesen, WertInUnlesbarerFormGiltNichtAlsFehlend) {
     }
 }
 
-TEST(Lesen, BeschriftungDerAuswahlIstDerWertname) {
-    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 4, .Datentyp = 1, .Wertname = "Anchor Underline", .Anzeigetext = "yes#no", .Beschriftung = "Links"}});
-    p.show("Tipp");
-    EXPECT_EQ(p.panel().label, "Anchor Underline");
-}
-
 TEST(Lesen, NurLesbarerSchluesselSagtEs) {
     Probe p({{.Überschrift = "Tipp", .WertEin = "1", .WertAus = "0", .Standardwert = "0"}});
     p.put(Pfad, 4, "1");

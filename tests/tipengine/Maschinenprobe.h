@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -52,8 +53,12 @@ struct BaumZeile {
 class Recorder : public ChangeRecorder {
 public:
     void begin(const Aenderung& change) override { begun.push_back(change); }
+    void written(const Aenderung&, std::size_t) override {
+        if (onWritten) onWritten();
+    }
     void finished(const Aenderung& change) override { ended.push_back(change); }
     std::vector<Aenderung> begun, ended;
+    std::function<void()> onWritten;
 };
 
 class Probe {

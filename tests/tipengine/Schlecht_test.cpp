@@ -83,6 +83,18 @@ TEST(Schlecht, IniMitNullzeichenUndBootDateiOhneZeilenenden) {
     EXPECT_EQ(bytesOf(boot).size(), (2u << 20) + 19);
 }
 
+TEST(Schlecht, ListeMitHunderttausendSchluesseln) {
+    Probe p({{.Überschrift = "Liste", .Ausgabeart = 8, .Datentyp = 1, .Wertname = nullptr}});
+    p.store->transaction([&] {
+        for (int k = 0; k < 100'000; ++k) p.store->createKey(Root::CurrentUser, "Software\\Probe\\k" + std::to_string(100'000 + k));
+    });
+    p.put("HKCU\\Software\\Probe\\k150000\\", 1, "Mitte");
+    p.show("Liste");
+    ASSERT_EQ(p.panel().zeilen.size(), 100'000u);
+    EXPECT_EQ(p.panel().zeilen[50'000].unterText, "Mitte");
+    EXPECT_EQ(p.panel().zeilen.back().text, "k199999");
+}
+
 TEST(Schlecht, AndereDatenbankDieNichtPasstLaesstDieOffeneStehen) {
     Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
     p.show("Tipp");

@@ -132,46 +132,62 @@ TEST(Speichern, AenderungKenntDieRohenWerte) {
     EXPECT_EQ(p.platform.settingChanges.size(), 1u);
 }
 
+// Once something of it was written, the registry may only be read any more.
+void lockAfterFirstWrite(Probe& p) {
+    p.recorder.onWritten = [&p] {
+        for (const char* key : {"Software\\Probe", "Software\\Zweiter"}) p.store->setReadOnly(Root::CurrentUser, key, true);
+    };
+}
+
 TEST(Speichern, AbbruchInDerMitteSagtWasGeschriebenWurde) {
     Probe p(Drei);
-    p.ctx->objBVKReg.SetPath("", "HKCU\\Software\\Zweiter\\");
-    p.ctx->objBVKReg.WriteValue("", 0);
-    p.store->setReadOnly(Root::CurrentUser, "Software\\Zweiter", true);
+    p.put("HKCU\\Software\\Probe\\A", 1, "alt");
+    p.store->createKey(Root::CurrentUser, "Software\\Zweiter");
     p.show("Drei");
     p.engine->userText(0, "neu");
     p.engine->userText(1, "geht nicht");
     p.engine->userText(2, "später");
+    lockAfterFirstWrite(p);
     p.port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden").expectBox("nach 1 von 3 Werten abgebrochen");
     p.save();
-    EXPECT_NE(p.port.lastBox().find("Geschrieben wurde:\r\nHKEY_CURRENT_USER\\Software\\Probe\\A"), std::string::npos);
-    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:neu");
-    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\C"), "-");
+    const std::string root = "HKEY_CURRENT_USER\\Software\\";
+    EXPECT_EQ(p.port.lastBox(), "Das Speichern wurde nach 1 von 3 Werten abgebrochen.\r\n\r\nGeschrieben wurde:\r\n" + root + "Probe\\A\r\n\r\nNicht geschrieben wurde:\r\n" +
+                                    root + "Zweiter\\B\r\n" + root + "Probe\\C\r\n");
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A") + p.get("HKCU\\Software\\Zweiter\\B") + p.get("HKCU\\Software\\Probe\\C"), "1:neu--");
+    ASSERT_EQ(p.recorder.ended.size(), 1u);
+    std::string written;
+    for (const WertAenderung& value : p.recorder.ended[0].werte) written += value.geschrieben ? '1' : '0';
+    EXPECT_EQ(written, "100");
+    EXPECT_EQ(p.recorder.ended[0].werte[0].alt, fromText("alt", 1));
     EXPECT_TRUE(p.ctx->blnGeaendert);
     EXPECT_FALSE(p.port.waiting());
-    EXPECT_EQ(p.panel(0).status.text, "[Registry Wert vorhanden]");
+    EXPECT_EQ(p.panel(0).status.text, "[Registry Wert vorhanden] - [Rechte: Lesen]");
     EXPECT_EQ(p.panel(1).status.text, "[Registry Wert nicht vorhanden]");
 }
 
-TEST(Speichern, WasEinAndererInzwischenAenderteBleibt) {
-    Probe p(Drei);
-    p.put("HKCU\\Software\\Probe\\A", 1, "alt");
-    p.show("Drei");
-    p.put("HKCU\\Software\\Probe\\A", 1, "von anderen");
-    p.engine->userText(1, "neu");
-    p.saveOk();
-    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:von anderen");
-    EXPECT_EQ(p.panel(0).text, "von anderen");
+TEST(Speichern, AbbruchInEinemPanelFuerMehrereWerte) {
+    Probe p({{.Index = 1, .Überschrift = "Farben", .Ausgabeart = 7, .Datentyp = 1, .Wertname = "A", .Anzeigetext = "a", .AnzahlWerte = 1},
+             {.Index = 2, .Ausgabeart = 7, .Datentyp = 1, .Wertname = "B", .Anzeigetext = "b", .HauptIndex = 1}});
+    p.show("Farben");
+    for (std::int16_t i : {1, 2}) EXPECT_EQ(p.engine->setEntryFromText(i, "1 2 3"), "");
+    lockAfterFirstWrite(p);
+    p.port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden").expectBox("nach 1 von 2 Werten abgebrochen");
+    p.save();
+    EXPECT_EQ(p.panel().status.text, "[Einige Registry Werte vorhanden]");
 }
 
-TEST(Speichern, WasEinAndererInzwischenAnlegteBleibt) {
-    Probe p({{.Index = 1, .Überschrift = "Tipp", .WertEin = "1", .WertAus = "0", .AnzahlWerte = 1},
-             {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
-    p.show("Tipp");
-    p.put(Pfad, 4, "1");
-    p.engine->userText(1, "neu");
-    p.saveOk();
-    EXPECT_EQ(p.get(Pfad), "4:1");
-    EXPECT_TRUE(p.panel(0).angehakt);
+TEST(Speichern, WasEinAndererInzwischenAenderteOderAnlegteBleibt) {
+    for (const char* before : {"1:0", "-"}) {
+        Probe p({{.Index = 1, .Überschrift = "Tipp", .Datentyp = 1, .WertEin = "1", .WertAus = "0", .AnzahlWerte = 1},
+                 {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
+        putIfAny(p, before);
+        p.show("Tipp");
+        p.put(Pfad, 1, "1");
+        p.engine->userText(1, "neu");
+        p.saveOk();
+        EXPECT_EQ(p.get(Pfad), "1:1");
+        EXPECT_TRUE(p.panel(0).angehakt);
+    }
 }
 
 TEST(Speichern, ListeVonSchluesselnHatKeinenEigenenWert) {
