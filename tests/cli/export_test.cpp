@@ -77,7 +77,7 @@ TEST_F(ExportCli, ListeAufEinRuhendesWindows) {
     };
     const auto values = [&](const std::vector<std::string>& machine) {
         std::string text;
-        for (const std::string place : {std::string(Desktop) + "ScreenSaveActive", std::string("HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Max Cached Icons")})
+        for (const std::string& place : {std::string(Desktop) + "ScreenSaveActive", std::string("HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Max Cached Icons")})
             text += at({"registry", "read", place}, machine).out + "|";
         return text;
     };

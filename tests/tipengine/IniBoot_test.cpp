@@ -71,6 +71,30 @@ TEST(IniTipp, FehlendeDateiWirdGesuchtUndNichtErfunden) {
     EXPECT_EQ(p.panel().text, "da");
 }
 
+TEST(IniTipp, DerOrdnerDerDatei) {
+    const struct {
+        const char* folder;
+        std::int16_t system;
+        const char* status;
+    } faelle[] = {
+        {nullptr, 6, "[Wert in win.ini vorhanden]"},
+        {"C:\\windows", 6, "[Wert in C:\\windows\\win.ini vorhanden]"},
+        {"%windir%", 6, "[Wert in C:\\WINDOWS\\win.ini vorhanden]"},
+        {"%TEMP%", 6, "[Datei: C:\\Temp\\win.ini nicht vorhanden]"},
+        {"%TEMP%", 2, "[Wert in C:\\WINDOWS\\win.ini vorhanden]"},   // always the Windows folder there
+    };
+    for (const auto& fall : faelle) {
+        Zeile zeile = iniZeile();
+        zeile.Werteliste = fall.folder;
+        Probe p({zeile});
+        p.ctx->intBS = fall.system;
+        p.platform.variables["TEMP"] = "C:\\Temp";
+        p.dir.put("drive_c/WINDOWS/win.ini", "[windows]\r\nNullPort=x\r\n");
+        p.engine->inspectTipp(1);
+        EXPECT_EQ(p.panel().status.text, fall.status);
+    }
+}
+
 constexpr const char* Boot =
     "[boot loader]\r\ntimeout=30\r\n[operating systems]\r\n"
     "multi(0)disk(0)rdisk(0)partition(1)\\WINDOWS=\"Microsoft Windows XP\" /noexecute=optin /FASTDETECT\r\n"

@@ -45,6 +45,7 @@ TEST(Lesen, JedeArtZeigtWasDasteht) {
         {"auswahl fremd", {.Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "eins#zwei"}, 1, "neun", "", Vorhanden},
         {"option", {.Ausgabeart = 5, .Anzeigetext = "A#B#C", .Werteliste = "1#2#4"}, 4, "4", "C", Vorhanden},
         {"option ohne Liste zählt ab 0", {.Ausgabeart = 5, .Anzeigetext = "A#B#C"}, 4, "1", "B", Vorhanden},
+        {"siebte Option gibt es nicht", {.Ausgabeart = 5, .Anzeigetext = "A#B#C#D#E#F#G"}, 4, "6", "", Vorhanden},
         {"option oberhalb 2^31", {.Ausgabeart = 5, .Anzeigetext = "A#B", .Werteliste = "0#4294967295"}, 4, "-1", "B", Vorhanden},
         {"laufwerk", {.Ausgabeart = 6, .Datentyp = 1, .Anzeigetext = "Ordner"}, 1, "C:\\Temp", "C:\\Temp", Vorhanden},
         {"laufwerk fehlt", {.Ausgabeart = 6, .Datentyp = 1, .Anzeigetext = "Ordner"}, 0, "", "", "[Kein Registry Wert vorhanden]"},
@@ -201,6 +202,35 @@ TEST(Lesen, AndererDatentypWirdGefragtUndNieVonSelbstGeloescht) {
     }
 }
 
+TEST(Lesen, ZweiTextartenVertragenSich) {
+    for (const auto& [system, after] : {std::pair{2, "2:neu"}, {6, "1:neu"}}) {   // Windows 98 takes over what stands there
+        Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
+        p.ctx->intBS = static_cast<std::int16_t>(system);
+        p.put(Pfad, 2, "%windir%");
+        p.show("Tipp");
+        p.engine->userText(0, "neu");
+        p.saveOk();
+        EXPECT_EQ(p.get(Pfad), after);
+    }
+}
+
+TEST(Lesen, WasDieAnzeigeAusloestIstKeineAenderung) {
+    struct Echo : WindowObserver {
+        TippMaschine* engine = nullptr;
+        void panelChanged(std::size_t place) override { engine->userText(place, "Echo"); }
+    } echo;
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
+    TippMaschine engine(*p.ctx, echo, p.recorder);
+    echo.engine = &engine;
+    p.port.onEvents = [&] { engine.userText(0, "während der Ausgabe"); };
+    p.show("Tipp");
+    p.port.onEvents = {};
+    EXPECT_EQ(p.panel().text, "");
+    EXPECT_FALSE(p.ctx->blnGeaendert);
+    engine.userText(0, "neu");
+    EXPECT_EQ(p.panel().text, "neu");
+}
+
 TEST(Lesen, UnbenannterWertUndPlatzhalter) {
     Probe p({{.Index = 1, .Überschrift = "Leer", .Ausgabeart = 2, .Datentyp = 1, .Wertname = nullptr},
              {.Index = 2, .Überschrift = "SID", .Ausgabeart = 2, .Datentyp = 1, .Hauptschlüssel = "HKU", .Schlüssel = "[SID]\\Software\\Probe"}});
@@ -225,6 +255,12 @@ TEST(Lesen, UngeeigneterTippZeigtKeinePanels) {
     p.ctx->einstellungen.BSSystemAktiv = false;
     p.engine->reloadTipp();
     EXPECT_EQ(p.fenster().panels.size(), 1u);
+    p.ctx->einstellungen.BSSystemAktiv = true;
+    p.machines->setFinder([&](const std::string&) { return p.store.get(); });
+    p.ctx->strRechnername = "ANDERER";   // there the system is not checked
+    p.engine->reloadTipp();
+    EXPECT_EQ(p.fenster().panels.size(), 1u);
+    EXPECT_EQ(p.fenster().fraInfo, "Betriebsystem wird bei Netzwerkzugriff nicht überprüft !!");
 }
 
 }  // namespace

@@ -285,6 +285,15 @@ TEST(Speichern, MenueUndKnopfVergleichenDieEigeneBeschriftung) {
     p.engine->clickRegSave(p.fenster().mnuRegSave);
     p.engine->clickDefault(p.fenster().mnuDefault);
     EXPECT_EQ(opened, 11);
+    p.port.onWindow("frmBVK_Bearbeiten", [&](WindowRequest& w) {   // on a Tip that has no menu
+        auto& d = dynamic_cast<BearbeitenAnfrage&>(w);
+        d.txtKeyName = "neu";
+        d.txtBefehl = "cmd.exe";
+        p.port.expectBox("Der Eintrag würde angelegt unter:\r\n\r\nHKEY_CURRENT_USER\\Software\\Probe\\neu\r\n", Answer::No);
+        EXPECT_FALSE(d.speichern(d));
+    });
+    p.engine->clickRegSave(p.fenster().mnuRegSave);
+    EXPECT_FALSE(p.store->keyExists(Root::CurrentUser, "Software\\Probe\\neu"));
 }
 
 TEST(Loeschen, NurWerteNieDerSchluessel) {
