@@ -13,14 +13,19 @@
 #include "Erzeuger.h"
 #include "Schreiber.h"
 #include "StillerPort.h"
+#include "registry/Einstellungen.h"
+#include "registry/ValueOperations.h"
 #include "shell/Farben.h"
-#include "shell/Fensterteile.h"
+#include "shell/Fensterprogramm.h"
 #include "shell/MaschinenEvents.h"
 #include "shell/QtPort.h"
 #include "shell/VerbindeHilfe.h"
+#include "shell/frmBVK_HistoryListe.h"
 #include "shell/frmBVK_Prog.h"
+#include "shell/frmBVK_RegBrowse.h"
 #include "tipdb/Suchen.h"
 #include "tipengine/Programm.h"
+#include "tipengine/RegBrowser.h"
 
 namespace brenvik::bench {
 namespace {
@@ -51,16 +56,6 @@ public:
 
 private:
     fs::path path_;
-};
-
-class ObserverRelay : public WindowObserver {
-public:
-    WindowObserver* target = nullptr;
-    void treeChanged() override { if (target) target->treeChanged(); }
-    void selectionChanged() override { if (target) target->selectionChanged(); }
-    void panelsChanged() override { if (target) target->panelsChanged(); }
-    void panelChanged(std::size_t place) override { if (target) target->panelChanged(place); }
-    void windowChanged() override { if (target) target->windowChanged(); }
 };
 
 // Nobody is there to answer: some Tips ask for a file that the shipped system does not have.
@@ -119,12 +114,31 @@ double residentMegabytes(const char* field) {
     return 0;
 }
 
+// The whole program as the user starts it: checks, load sequence with its windows and lists. The told pauses are left out.
+struct Programmlauf {
+    explicit Programmlauf(const Ordner& folder) : program(*qApp, {{folder.home(), folder.program()}, {}, {}}, port, platform) {}
+    void start() {
+        if (!program.start()) throw std::runtime_error("no start");
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+    StillerQtPort port;
+    StillePlatform platform;
+    Fensterprogramm program;
+};
+
 void start(benchmark::State& state, bool many, double goal) {
     const Ordner folder(many);
-    { Lauf first(folder); }     // makes the home
+    {
+        Programmlauf first(folder);     // makes the home
+        SaveRegistryKey(first.program.programm().context(), std::string(EinstellungenPfad) + "ShowInfo", "False", 1);
+        first.start();
+    }
     for (auto _ : state) {
-        auto run = std::make_unique<Lauf>(folder);
+        auto run = std::make_unique<Programmlauf>(folder);
+        run->start();
         state.PauseTiming();
+        if (!run->program.fenster().isVisible()) state.SkipWithError("no window");
         run.reset();
         state.ResumeTiming();
     }
@@ -190,6 +204,44 @@ void SearchManyHits(benchmark::State& state) { SearchMany(state, "77"); }
 void SearchManyNothing(benchmark::State& state) { SearchMany(state, "Quietscheentchen"); }
 BENCHMARK(SearchManyHits)->Unit(benchmark::kMillisecond);
 BENCHMARK(SearchManyNothing)->Unit(benchmark::kMillisecond);
+
+// --- windows with very many rows ---
+
+constexpr int ManyKeys = 100'000;
+
+// A key opened in the registry browser, painted, and shut again.
+void BrowserManyKeys(benchmark::State& state) {
+    const Ordner folder(false);
+    Lauf run(folder);
+    RegStore& store = run.program.context().objBVKReg.selectedStore();
+    store.transaction([&] {
+        for (int i = 0; i < ManyKeys; ++i) store.createKey(Root::CurrentUser, "Software\\Viele\\Schluessel" + std::to_string(i));
+    });
+    const auto browser = makeRegBrowser(run.program.context(), run.recorders);
+    RegBrowseAnfrage request(*browser);
+    frmBVK_RegBrowse window(run.port, request, nullptr);
+    window.show();
+    if (!window.goTo("HKEY_CURRENT_USER\\Software\\Viele")) state.SkipWithError("no key");
+    auto& keys = *window.findChild<QTreeView*>(QStringLiteral("tvwReg"));
+    for (auto _ : state) {
+        keys.expand(keys.currentIndex());
+        keys.grab();
+        keys.collapse(keys.currentIndex());
+    }
+}
+BENCHMARK(BrowserManyKeys)->Unit(benchmark::kMillisecond);
+
+void HistoryManyRows(benchmark::State& state) {
+    HistoryListeAnfrage request;
+    for (std::int32_t row = 1; row <= ManyKeys; ++row) request.zeilen.push_back({row, 0});
+    request.zeile = [](std::size_t row) { return HistoryListeAnfrage::Zeile{"09.11.2002", "12:30:00", "BRENVIK-PC", "Tipp " + std::to_string(row)}; };
+    for (auto _ : state) {
+        frmBVK_HistoryListe window(request, nullptr);
+        window.show();
+        window.grab();
+    }
+}
+BENCHMARK(HistoryManyRows)->Unit(benchmark::kMillisecond);
 
 // Memory of a process of its own, in which nothing was measured before: started, the tree opened, 20 Tips looked at.
 int printMemory(bool many) {

@@ -1,12 +1,15 @@
 #include "frame/Context.h"
 
+#include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
+#include "frame/Meldungen.h"
 #include "frame/Reports.h"
 
 namespace brenvik {
 
 FrameContext::FrameContext(UserPort& userPort, Platform& hostPlatform) : port(userPort), platform(hostPlatform) {
     trace.setFailureReport([this](const std::string& procedure, std::int32_t errorNumber) {
+        if (procedure.empty()) return port.tell(meldung::ProtokollFehlt + utf8FromPath(heimPfad), box::Exclamation);
         std::string name = procedure;
         FehlerMeldung(*this, name, numberText(errorNumber));
     });

@@ -28,6 +28,9 @@ inline constexpr char SitzungNichtBeendet[] =
 // Start
 inline constexpr char DienstFehlt1[] = "Die Datei: ";
 inline constexpr char DienstFehlt2[] = "\\BVKREG.DLL ist nicht vorhanden oder konnte nicht Registriert werden. Das Programm wird beendet!";
+inline constexpr char ProtokollFehlt[] =
+    "Das Protokoll brenvik.log kann nicht geschrieben werden, das Programm arbeitet ohne es weiter.\r\n\r\nBitte prüfen Sie die Rechte in diesem "
+    "Verzeichnis, in dem auch die Einstellungen liegen: ";
 inline constexpr char ErsteHaengt[] =
     "Brenvik läuft bereits, antwortet aber nicht. Warten Sie einen Augenblick und starten Sie es dann noch einmal, oder beenden Sie das "
     "hängende Programm.";

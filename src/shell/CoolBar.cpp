@@ -66,7 +66,7 @@ QToolBar* CoolBar::addToolBar(const char* name, const char* accessibleName, cons
     bar->layout()->setContentsMargins(0, 0, 0, 0);
     bar->layout()->setSpacing(0);
     bar->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(bar, &QToolBar::customContextMenuRequested, this, [this, bar](const QPoint& place) { askArrangement(*bar, place); });
+    connect(bar, &QToolBar::customContextMenuRequested, this, [this, bar](const QPoint& place) { arrangementMenu(*bar, place); });
     Knopfordnung standard;
     for (const ToolButton* entry = first; entry != last; ++entry) {
         if (entry->separatorBefore) standard.push_back({"|"});
@@ -119,14 +119,17 @@ std::string CoolBar::arrangement(const QString& toolBar) const {
     return own == leisten_.constEnd() || own->order == own->standard ? std::string() : knopfordnungText(own->order);
 }
 
-void CoolBar::askArrangement(QToolBar& bar, const QPoint& place) {
+void CoolBar::arrangementMenu(QToolBar& bar, const QPoint& place) {
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("mnuSymbolleiste"));
     QAction* arrangeAction = menu.addAction(QStringLiteral("Symbolleiste &anpassen..."));
-    if (menu.exec(bar.mapToGlobal(place)) != arrangeAction) return;
-    const Leiste& own = leisten_[bar.objectName()];
+    if (menu.exec(bar.mapToGlobal(place)) == arrangeAction) askArrangement(bar.objectName());
+}
+
+void CoolBar::askArrangement(const QString& toolBar) {
+    const Leiste& own = leisten_[toolBar];
     frmBVK_Symbolleiste window(own.order, own.standard, actions_, this);
-    if (window.exec() == QDialog::Accepted) arrange(bar.objectName(), knopfordnungText(window.order()));
+    if (window.exec() == QDialog::Accepted) arrange(toolBar, knopfordnungText(window.order()));
 }
 
 QWidget* CoolBar::makeFavouriteBand() {
@@ -185,25 +188,20 @@ void CoolBar::show(const Hauptfenster& record, const std::function<bool(Befehl)>
 
 void CoolBar::applyBand(std::size_t band, const BandEinstellung& stored) {
     QWidget& widget = *bands_.at(band);
-    widget.setMinimumHeight(toPixels(stored.MinHeight));
-    if (band == 2) widget.setMinimumWidth(toPixels(stored.MinWidth));
+    stored_[band] = stored;
+    widget.setMinimumSize(toPixels(stored.MinWidth), toPixels(stored.MinHeight));
     if (band > 0) flow_->setRowStart(&widget, stored.NewRow);
     setBandVisible(band, stored.Visible);
 }
 
 BandEinstellung CoolBar::band(std::size_t band) const {
-    const QWidget& widget = *bands_.at(band);
-    BandEinstellung own;
-    own.Visible = visible_[band];
-    own.Width = toTwips(widget.width());
-    own.MinHeight = toTwips(widget.minimumHeight());
-    own.MinWidth = toTwips(widget.minimumWidth());
-    own.NewRow = flow_->rowStart(&widget);
+    BandEinstellung own = stored_.at(band);
+    if (bands_[band]->isVisible()) own.Width = toTwips(bands_[band]->width());
     return own;
 }
 
 void CoolBar::setBandVisible(std::size_t band, bool on) {
-    visible_.at(band) = on;
+    stored_.at(band).Visible = on;
     bands_[band]->setVisible(on);
     emit heightChanged();
 }

@@ -36,6 +36,7 @@ public:
     // The arrangement of the buttons of a toolbar; see Knopfordnung.h.
     void arrange(const QString& toolBar, const std::string& text);
     std::string arrangement(const QString& toolBar) const;
+    void askArrangement(const QString& toolBar);
 
 signals:
     void heightChanged();
@@ -46,14 +47,14 @@ private:
     };
     QToolBar* addToolBar(const char* name, const char* accessibleName, const ToolButton* first, const ToolButton* last);
     void fill(QToolBar& bar, const Knopfordnung& order);
-    void askArrangement(QToolBar& bar, const QPoint& place);
+    void arrangementMenu(QToolBar& bar, const QPoint& place);
     QWidget* makeFavouriteBand();
 
     IconSet& icons_;
     std::function<void(Befehl, const QString&)> run_;
     FlowLayout* flow_;
     std::array<QWidget*, 4> bands_{};
-    std::array<bool, 4> visible_{true, true, true, true};
+    std::array<BandEinstellung, 4> stored_ = FensterEinstellungen().Band;
     QHash<QString, QAction*> actions_;
     QHash<QString, Leiste> leisten_;
     QHash<QString, QString> iconNames_;

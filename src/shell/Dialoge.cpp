@@ -1,12 +1,29 @@
 #include "shell/Dialoge.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScreen>
 #include <algorithm>
 
 #include "shell/Icons.h"
 
 namespace brenvik {
+namespace {
+
+class DeleteKey : public QObject {
+public:
+    DeleteKey(QAbstractItemView& list, QPushButton& button) : QObject(&list), button_(button) {}
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Delete) return QObject::eventFilter(watched, event);
+        button_.click();
+        return true;
+    }
+
+private:
+    QPushButton& button_;
+};
+
+}  // namespace
 
 Dialog::Dialog(const char* name, const QString& title, QWidget* parent) : QDialog(parent) {
     setObjectName(QString::fromUtf8(name));
@@ -33,6 +50,8 @@ void Dialog::fixSize(int width) {
     setFixedWidth(width);
     setFixedHeight(layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height());
 }
+
+void deleteByKey(QAbstractItemView& list, QPushButton& button) { list.installEventFilter(new DeleteKey(list, button)); }
 
 void FormZentrieren(const QRect& anchor, QWidget& window) {
     const QSize size = window.size();

@@ -11,39 +11,44 @@ namespace brenvik {
 namespace {
 
 constexpr double LargestMeasure = 1'000'000;    // twips, about 66,000 pixels: beyond that no value is meant seriously
+constexpr double WidestMinimum = 6000, HighestMinimum = 900;    // of a band: beyond them it would cover the window
 constexpr std::int16_t RegSz = 1;
+
+struct Grenzen {
+    double smallest = 0, largest = LargestMeasure;
+};
 
 // One walk over all values serves reading and writing, so that the two cannot drift apart.
 template <class Mover> void walkPlace(Mover& mover, FensterEinstellungen& window) {
     const std::string base = EinstellungenPfad;
-    mover.measure(base + "MainLeft", window.MainLeft, -LargestMeasure);
-    mover.measure(base + "MainTop", window.MainTop, -LargestMeasure);
-    mover.measure(base + "MainWidth", window.MainWidth, 0);
-    mover.measure(base + "MainHeight", window.MainHeight, 0);
+    mover.measure(base + "MainLeft", window.MainLeft, {-LargestMeasure});
+    mover.measure(base + "MainTop", window.MainTop, {-LargestMeasure});
+    mover.measure(base + "MainWidth", window.MainWidth);
+    mover.measure(base + "MainHeight", window.MainHeight);
 }
 
 template <class Mover> void walk(Mover& mover, FensterEinstellungen& window) {
     const std::string base = EinstellungenPfad;
     walkPlace(mover, window);
-    mover.measure(base + "SplitterVLeft", window.SplitterVLeft, 0);
-    mover.measure(base + "SplitterHTop", window.SplitterHTop, 0);
+    mover.measure(base + "SplitterVLeft", window.SplitterVLeft);
+    mover.measure(base + "SplitterHTop", window.SplitterHTop);
     for (std::size_t i = 0; i < window.Knoepfe.size(); ++i) mover.text(base + "Toolbar\\" + FensterEinstellungen::KnopfLeisten[i], window.Knoepfe[i]);
     for (std::size_t i = 0; i < window.Band.size(); ++i) {
         const std::string band = base + "Toolbar\\Band" + std::to_string(i + 1) + "_";
         mover.flag(band + "Visible", window.Band[i].Visible);
-        mover.measure(band + "Width", window.Band[i].Width, 0);
-        mover.measure(band + "MinWidth", window.Band[i].MinWidth, 0);
-        mover.measure(band + "MinHeight", window.Band[i].MinHeight, 0);
+        mover.measure(band + "Width", window.Band[i].Width);
+        mover.measure(band + "MinWidth", window.Band[i].MinWidth, {0, WidestMinimum});
+        mover.measure(band + "MinHeight", window.Band[i].MinHeight, {0, HighestMinimum});
         if (i > 0) mover.flag(band + "NewRow", window.Band[i].NewRow);
     }
 }
 
 struct Reader {
     RegistryContext& ctx;
-    void measure(const std::string& path, double& twips, double smallest) {
+    void measure(const std::string& path, double& twips, const Grenzen& limits = {}) {
         const std::string text = ReadRegistryKey(ctx, path, numberText(twips));
         const double read = isNumeric(text) ? toDbl(text) : NAN;
-        if (read >= smallest && read <= LargestMeasure)
+        if (read >= limits.smallest && read <= limits.largest)
             twips = read;
         else
             unusable(path, text);
@@ -64,7 +69,7 @@ struct Reader {
 
 struct Writer {
     RegistryContext& ctx;
-    void measure(const std::string& path, double& twips, double) { SaveRegistryKey(ctx, path, numberText(twips), RegSz); }
+    void measure(const std::string& path, double& twips, const Grenzen& = {}) { SaveRegistryKey(ctx, path, numberText(twips), RegSz); }
     void text(const std::string& path, std::string& value) { SaveRegistryKey(ctx, path, value, RegSz); }
     void flag(const std::string& path, bool& value) { SaveRegistryKey(ctx, path, boolText(value), RegSz); }
 };

@@ -12,7 +12,6 @@ public:
     ~FlowLayout() override;
 
     void setRowStart(QWidget* widget, bool on);      // the widget begins a row even where it would fit
-    bool rowStart(const QWidget* widget) const { return rowStarts_.contains(widget); }
     void setStretchLast(bool on) { stretchLast_ = on; }   // the last item of each row takes what is left
 
     void addItem(QLayoutItem* item) override { items_.append(item); }

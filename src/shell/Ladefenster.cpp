@@ -26,4 +26,11 @@ void Ladefenster::selectTab(int tab) {
     main_.showTab();
 }
 
+// The machine is named before anything of it is chosen.
+void Ladefenster::showMain() {
+    ctx_.frmBVK_Prog.sbrBVK[0] = "PC: " + ctx_.strRechnername;
+    main_.windowChanged();
+    main_.show();
+}
+
 }  // namespace brenvik

@@ -21,7 +21,7 @@ public:
     void loadWindowSettings() override { main_.applySettings(brenvik::loadWindowSettings(ctx_)); }
     void setCaption() override { main_.setVersion(ctx_.strProgVersion); }
     void selectTab(int tab) override;
-    void showMain() override { main_.show(); }
+    void showMain() override;
     void NavBar() override { main_.NavBar(); }
 
 private:

@@ -24,6 +24,7 @@ constexpr RowButton RowButtons[] = {
     {"cmdKeyInfo", 6, -1, Befehl::KeyInfo, "schluessel"},
     {"cmdDefault", 7, 14, Befehl::Default, "standard"},
 };
+constexpr int HeadGap = 6;
 constexpr int ButtonHelp = 1, ButtonNew = 26, TextPresentSettings = 56, TipMachine = 10;
 
 }  // namespace
@@ -42,6 +43,7 @@ InfoFrame::InfoFrame(QWidget* parent) : TitledFrame("fraInfo", parent), txtInfo_
     cmdHilfe_->setToolTip(QStringLiteral("Hilfe zu dem, was gerade angezeigt wird (F1)"));
     lblHilfe_->setBuddy(cmdHilfe_);
     auto* head = new QHBoxLayout;
+    head->setSpacing(HeadGap);
     body()->removeWidget(caption());
     head->addWidget(caption(), 1);
     head->addWidget(lblHilfe_);
@@ -62,6 +64,18 @@ void InfoFrame::show(const Hauptfenster& record, bool helpPossible) {
     txtInfo_->setSizePolicy(kept);
     txtInfo_->setVisible(record.txtInfoSichtbar);
     cmdHilfe_->setEnabled(helpPossible);
+    fitHelpLabel();
+}
+
+void InfoFrame::resizeEvent(QResizeEvent* event) {
+    TitledFrame::resizeEvent(event);
+    fitHelpLabel();
+}
+
+// A long caption (it warns of something then) needs the line more than the words beside the button, which has the same to say.
+void InfoFrame::fitHelpLabel() {
+    const int needed = caption()->fontMetrics().horizontalAdvance(caption()->text()) + lblHilfe_->sizeHint().width() + cmdHilfe_->sizeHint().width() + 2 * HeadGap;
+    lblHilfe_->setVisible(needed <= body()->contentsRect().width());
 }
 
 ActionRow::ActionRow(IconSet& icons, std::function<void(Befehl, const QString&)> run, QWidget* parent) : TitledFrame("fraSteuerung", parent) {

@@ -19,7 +19,12 @@ public:
     QPlainTextEdit* txtInfo() const { return txtInfo_; }
     QPushButton* cmdHilfe() const { return cmdHilfe_; }
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void fitHelpLabel();
+
     QPlainTextEdit* txtInfo_;
     QLabel* lblHilfe_;
     QPushButton* cmdHilfe_;

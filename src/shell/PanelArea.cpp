@@ -2,14 +2,20 @@
 
 #include <QScrollBar>
 #include <QStyle>
+#include <algorithm>
 
 #include "frame/Produkt.h"
 #include "shell/Icons.h"
+#include "shell/RightRegion.h"
 
 namespace brenvik {
+
+using rightregion::Frames, rightregion::within;
+
 namespace {
 
 constexpr int LogoSize = 96;
+constexpr int PanelsLeft = 13;      // pixels; what is left on the other side is as wide as the scroll bar
 
 }  // namespace
 
@@ -55,6 +61,7 @@ void PanelArea::makeOutput() {
     lblDBTippU_->setWordWrap(true);
     lblDBTippU_->setTextFormat(Qt::PlainText);
     lblDBTippU_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblDBTippU_->setContentsMargins(PanelsLeft - 3, 6, 4, 6);    // above the panels
     QFont heading = lblDBTippU_->font();
     heading.setBold(true);
     heading.setPointSizeF(heading.pointSizeF() * 1.2);
@@ -63,7 +70,7 @@ void PanelArea::makeOutput() {
     fraEinstellungen_ = new QWidget;
     fraEinstellungen_->setObjectName(QStringLiteral("fraEinstellungen"));
     panelsBox_ = new QVBoxLayout(fraEinstellungen_);
-    panelsBox_->setContentsMargins(0, 0, 4, 0);
+    panelsBox_->setContentsMargins(0, 0, 0, 0);
     panelsBox_->setSpacing(8);
 
     scroll_ = new QScrollArea(fraBVKAusgabe_);
@@ -74,10 +81,32 @@ void PanelArea::makeOutput() {
     scroll_->setWidget(fraEinstellungen_);
 
     auto* box = new QVBoxLayout(fraBVKAusgabe_);
-    box->setContentsMargins(10, 8, 6, 8);
-    box->setSpacing(8);
-    box->addWidget(lblDBTippU_);
-    box->addWidget(scroll_, 1);
+    box->setContentsMargins(0, 2, 0, 8);
+    box->setSpacing(2);
+    auto* headingRow = new QHBoxLayout;
+    const int sides = within(Frames, rightregion::lblDBTippU);
+    headingRow->setContentsMargins(sides - sides / 2, 0, sides / 2, 0);
+    headingRow->addWidget(lblDBTippU_);
+    scrollRow_ = new QHBoxLayout;
+    scrollRow_->addWidget(scroll_);
+    box->addLayout(headingRow);
+    box->addLayout(scrollRow_, 1);
+}
+
+// Panels leave room for the scroll bar whether it is needed or not, so that they keep their width; a list scrolls by
+// itself and takes that room.
+void PanelArea::fitPanels() {
+    const bool list = std::any_of(views_.begin(), views_.end(), [](const PanelView* view) { return view && view->growsToFill(); });
+    const int left = list ? within(Frames, rightregion::fraListe) / 2 : PanelsLeft;
+    scrollRow_->setContentsMargins(left, 0, 0, 0);
+    const int region = width() + toPixels(Frames);
+    const int fitting = region - toPixels(list ? rightregion::fraListe : rightregion::fraEinstellungen);
+    fraEinstellungen_->setMaximumWidth(std::max(fitting, fraEinstellungen_->minimumSizeHint().width()));
+}
+
+void PanelArea::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    fitPanels();
 }
 
 void PanelArea::attach(WindowEvents& events) { host_ = std::make_unique<PanelHost>(PanelHost{record_, events}); }
@@ -106,6 +135,7 @@ void PanelArea::rebuild() {
         filled = filled || view->growsToFill();
     }
     if (!filled) panelsBox_->addStretch(1);
+    fitPanels();
     fraEinstellungen_->setUpdatesEnabled(true);
     scroll_->verticalScrollBar()->setValue(0);
     showRegion();

@@ -1,5 +1,6 @@
 #pragma once
 // The upper right region: fraBVKAusgabe with the panels of the Tip, and fraBVKLogo in its place while there is no Tip.
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
 #include <QStackedLayout>
@@ -21,8 +22,12 @@ public:
     void showRegion();                             // heading, and which of the two frames is seen
     QList<QWidget*> tabChain() const;              // the controls of the panels, in order
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void makeOutput();
+    void fitPanels();
     void makeLogo();
     PanelView* makeView(std::size_t place);
     void replaceView(std::size_t place, PanelView* view);
@@ -35,6 +40,7 @@ private:
     QFrame* fraBVKLogo_;
     QLabel* lblDBTippU_;
     QScrollArea* scroll_;
+    QHBoxLayout* scrollRow_;
     QWidget* fraEinstellungen_;
     QVBoxLayout* panelsBox_;
     QVector<PanelView*> views_;                    // by place; none for a kind that has no view

@@ -53,6 +53,11 @@ void TippTree::keyReleaseEvent(QKeyEvent* event) {
     if (currentIndex().isValid()) emit nodeChosen(model_.nodeOf(currentIndex()));
 }
 
+void TippTree::resizeEvent(QResizeEvent* event) {
+    header()->setMinimumSectionSize(viewport()->width());       // a selected row is marked over the whole width
+    QTreeView::resizeEvent(event);
+}
+
 void TippTree::focusOutEvent(QFocusEvent* event) {
     pressedHere_ = false;
     QTreeView::focusOutEvent(event);

@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "shell/RightRegion.h"
+
 namespace brenvik {
 
 class TitledFrame : public QFrame {
@@ -11,7 +13,8 @@ public:
     TitledFrame(const char* name, QWidget* parent) : QFrame(parent), caption_(new QLabel(this)), body_(new QVBoxLayout(this)) {
         setObjectName(QLatin1String(name));
         setFrameShape(QFrame::StyledPanel);
-        body_->setContentsMargins(8, 5, 8, 7);
+        const int sides = rightregion::within(rightregion::Frames, rightregion::txtInfo);
+        body_->setContentsMargins(sides - sides / 2, 5, sides / 2, 7);
         body_->setSpacing(4);
         caption_->setObjectName(QLatin1String(name) + QStringLiteral(".Caption"));
         caption_->setWordWrap(true);

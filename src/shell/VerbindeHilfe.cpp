@@ -102,7 +102,7 @@ void connectHelpMenu(const Fensterteile& teile, Hilfedienst& help) {
     web(Befehl::OSTHome, produkt::OstranaUrl);
     web(Befehl::OSTDownload, produkt::OstranaDownloadUrl);
     web(Befehl::OSTShop, produkt::OstranaShopUrl);
-    window.setCommand(Befehl::EMail, [port = &teile.port] { openAddress(*port, "mailto:" + std::string(produkt::Mail)); });
+    window.setCommand(Befehl::EMail, [port = &teile.port] { openAddress(*port, "Mailto:" + std::string(produkt::Mail)); });
 }
 
 void connectInformation(const Fensterteile& teile) {

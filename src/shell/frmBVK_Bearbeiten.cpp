@@ -11,6 +11,7 @@ namespace {
 constexpr int TextTitle = 156, TextKeyName = 157, TextDescription = 158, TextInfo = 159, TextCommand = 160;
 constexpr int ButtonSave = 4, ButtonBack = 16, ButtonBrowse = 18;
 constexpr int LongestField = 100'000;
+constexpr int Width = 560;
 
 }  // namespace
 
@@ -49,7 +50,7 @@ frmBVK_Bearbeiten::frmBVK_Bearbeiten(BearbeitenAnfrage& request, QWidget* parent
     row->addWidget(back);
     grid->addLayout(row, 7, 0, 1, 2);
     grid->setRowStretch(7, 1);
-    resize(560, sizeHint().height());
+    resize(Width, layout()->totalHeightForWidth(Width));
 
     connect(browse, &QPushButton::clicked, this, [this] { cmdBefehl(); });
     connect(save, &QPushButton::clicked, this, [this] { cmdSave(); });

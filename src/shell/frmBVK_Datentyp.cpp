@@ -41,6 +41,7 @@ frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidg
     grid->addWidget(label("", qt(strBVKTexte(TextContent))), 4, 0, Qt::AlignTop);
     auto* content = new QPlainTextEdit(this);
     content->setObjectName(QStringLiteral("lblInhalt"));
+    content->setAccessibleName(qt(strBVKTexte(TextContent)));
     content->setReadOnly(true);
     content->setTabChangesFocus(true);
     content->setPlainText(qt(std::string_view(request.inhalt).substr(0, LongestContent)) +

@@ -1,7 +1,6 @@
 #include "shell/frmBVK_FavVerwalten.h"
 
 #include <QHBoxLayout>
-#include <QShortcut>
 #include <algorithm>
 
 #include "frame/Texte.h"
@@ -38,7 +37,7 @@ frmBVK_FavVerwalten::frmBVK_FavVerwalten(FavVerwaltenAnfrage& request, QWidget* 
         request_.loeschen(static_cast<std::size_t>(lvFav_->currentRow()));
         fill();
     });
-    connect(new QShortcut(QKeySequence(Qt::Key_Delete), lvFav_), &QShortcut::activated, cmdLoeschen_, &QPushButton::click);
+    deleteByKey(*lvFav_, *cmdLoeschen_);
     connect(cmdOK, &QPushButton::clicked, this, [this] {
         request_.ok();
         accept();

@@ -3,7 +3,6 @@
 #include <QAbstractTableModel>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QShortcut>
 #include <algorithm>
 #include <array>
 
@@ -94,7 +93,7 @@ void frmBVK_HistoryListe::makeButtons(QGridLayout& grid) {
     connect(cmdHisAnzeigen_, &QPushButton::clicked, this, show);
     connect(lvHistory_, &QTreeView::doubleClicked, this, show);
     connect(cmdHisDel_, &QPushButton::clicked, this, [this] { withRow(request_.loeschen); });
-    connect(new QShortcut(QKeySequence(Qt::Key_Delete), lvHistory_), &QShortcut::activated, cmdHisDel_, &QPushButton::click);
+    deleteByKey(*lvHistory_, *cmdHisDel_);
     connect(cmdHisAllDel_, &QPushButton::clicked, this, [this] {
         request_.allesLoeschen();
         refresh();

@@ -5,7 +5,7 @@
 #include <QShowEvent>
 #include <algorithm>
 
-#include "shell/Twips.h"
+#include "shell/RightRegion.h"
 #include "shell/frmBVK_Prog.h"
 
 namespace brenvik {
@@ -17,7 +17,7 @@ constexpr double SplitterHLower = 4300, SplitterHUpperMargin = 2300;
 constexpr double RightMargin = 140;             // from the vertical splitter to the right region
 // Pixels
 constexpr int MinimumWidth = 700, MinimumHeight = 500;
-constexpr int Gap = 4;
+const int Gap = toPixels(rightregion::Frames);
 
 }  // namespace
 
@@ -63,12 +63,16 @@ void frmBVK_Prog::layoutForm() {
     imgSplitterV_->setGeometry(x, regionTop, splitter, bottom - regionTop);
     const int right = x + splitter, rightWidth = std::max(0, width - right - Gap);
 
-    const int y = limitsH().bounded(toPixels(splitterHTop_));
-    panels_->setGeometry(right, regionTop, rightWidth, std::max(0, y - regionTop));
-    imgSplitterH_->setGeometry(right, y, rightWidth, splitter);
     fraSteuerung_->setVisible(record_.fraSteuerung);
     const int actions = record_.fraSteuerung ? fraSteuerung_->heightForWidth(rightWidth) : 0;
-    const int infoTop = y + splitter, infoBottom = bottom - (actions ? actions + Gap : 0);
+    const int infoBottom = bottom - (actions ? actions + Gap : 0);
+    const SplitterLimits limits = limitsH();
+    int y = limits.bounded(toPixels(splitterHTop_));
+    // Where the window is too small for the stored position, the description is left readable.
+    if (toPixels(splitterHTop_) > limits.upper) y = std::max(limits.lower, std::min(y, infoBottom - fraInfo_->minimumSizeHint().height() - splitter));
+    panels_->setGeometry(right, regionTop, rightWidth, std::max(0, y - regionTop));
+    imgSplitterH_->setGeometry(right, y, rightWidth, splitter);
+    const int infoTop = y + splitter;
     fraInfo_->setGeometry(right, infoTop, rightWidth, std::max(0, infoBottom - infoTop));
     if (actions) fraSteuerung_->setGeometry(right, bottom - actions, rightWidth, actions);
 }
@@ -109,6 +113,7 @@ FensterEinstellungen frmBVK_Prog::presentSettings() const {
 void frmBVK_Prog::showEvent(QShowEvent* event) {
     moveOntoScreen();
     QMainWindow::showEvent(event);
+    if (!focusWidget()) tvBVKDB_->setFocus();       // not the first control, which would end the program at a touch of the space bar
 }
 
 // A stored place on no screen (another monitor then, or nonsense) would open a window that nobody can reach.

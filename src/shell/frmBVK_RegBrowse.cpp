@@ -132,7 +132,7 @@ void frmBVK_RegBrowse::makeMenus(QMenuBar& bar) {
     entry(*edit, {"mnuDelValue", "Wert l&öschen...", Qt::Key_Delete, lvwReg_, [this] { deleteValue(); }});
     edit->addSeparator();
     entry(*edit, {"mnuCopyPath", "&Pfad kopieren", Qt::CTRL | Qt::SHIFT | Qt::Key_C, nullptr, [this] { copyPath(); }});
-    entry(*edit, {"mnuFind", "&Suchen...", QKeySequence::Find, nullptr, [this] { fraSuche_->open(key()); }});
+    entry(*edit, {"mnuFind", "Su&chen...", QKeySequence::Find, nullptr, [this] { fraSuche_->open(key()); }});
     QMenu* view = bar.addMenu(QStringLiteral("&Ansicht"));
     entry(*view, {"mnuRefresh", "&Aktualisieren", QKeySequence::Refresh, nullptr, [this] { refresh(); }});
 }

@@ -16,6 +16,7 @@ constexpr int LongestName = 16'383;     // of a value
 frmBVK_RegName::frmBVK_RegName(RegNameAnfrage& request, QWidget* parent)
     : Dialog("frmBVK_RegName", qt(request.titel), parent), request_(request), txtName_(new QLineEdit(qt(request.name), this)) {
     QLabel* lblName = label("lblName", qt(request.frage));
+    lblName->setWordWrap(false);
     lblName->setBuddy(txtName_);
     txtName_->setObjectName(QStringLiteral("txtName"));
     txtName_->setAccessibleName(lblName->text());

@@ -22,7 +22,7 @@ frmBVK_Symbolleiste::frmBVK_Symbolleiste(const Knopfordnung& order, const Knopfo
     QLabel* lblButtons = label("lblButtons", QString::fromUtf8("&Knöpfe; ein Haken heißt, dass der Knopf gezeigt wird:"));
     lblButtons->setBuddy(lstButtons_);
     lstButtons_->setAccessibleName(QStringLiteral("Knöpfe"));
-    cmdUp_ = button("cmdUp", QStringLiteral("Nach &oben"));
+    cmdUp_ = button("cmdUp", QStringLiteral("Nach o&ben"));
     cmdDown_ = button("cmdDown", QStringLiteral("Nach &unten"));
     QPushButton* cmdStandard = button("cmdStandard", qt(strBVKButtons(7)));
     cmdOK_ = button("cmdOK", qt(strBVKButtons(ButtonOk)));

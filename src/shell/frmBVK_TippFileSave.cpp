@@ -1,7 +1,6 @@
 #include "shell/frmBVK_TippFileSave.h"
 
 #include <QHBoxLayout>
-#include <QShortcut>
 #include <algorithm>
 
 #include "frame/Texte.h"
@@ -53,8 +52,7 @@ frmBVK_TippFileSave::frmBVK_TippFileSave(TippFileSaveAnfrage& request, QWidget* 
     box->addLayout(row, 1);
     resize(620, 360);
 
-    auto* remove = new QShortcut(QKeySequence::Delete, lvRegList_, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(remove, &QShortcut::activated, cmdDel_, &QPushButton::click);
+    deleteByKey(*lvRegList_, *cmdDel_);
     showList();
     lvRegList_->setFocus();
 }

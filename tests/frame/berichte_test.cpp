@@ -98,6 +98,14 @@ TEST_F(Berichte, AFailingLogIsReportedOnceWithItsProcedure) {
     EXPECT_THROW(bare.write("x"), NumberedError);
 }
 
+TEST_F(Berichte, AFailingLogOutsideOfAllProceduresNamesItsFolder) {
+    ctx.heimPfad = dir.path();
+    ctx.trace.setFile(dir / "fehlt" / "brenvik.log");
+    port.expectBox("Das Protokoll brenvik.log kann nicht geschrieben werden");
+    ctx.trace.write("x");
+    EXPECT_TRUE(port.boxes.at(0).text.ends_with(dir.path().string()));
+}
+
 TEST_F(Berichte, FehlerMeldung) {
     port.expectBox(reportText("DatenRead", "13"));
     std::string name = "DatenRead";

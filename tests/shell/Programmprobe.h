@@ -10,6 +10,8 @@
 #include "registry/ValueOperations.h"
 #include "shell/Fensterprogramm.h"
 #include "shell/QtText.h"
+#include "shell/frmBVK_HistoryDaten.h"
+#include "shell/frmBVK_HistoryListe.h"
 #include "support/TempDir.h"
 #include "support/TestPlatform.h"
 
@@ -21,6 +23,7 @@ public:
     std::deque<std::pair<std::string, Answer>> answers;      // part of the text, answer; in their order
     std::vector<std::string> boxes, sounds, programs, addresses;
     std::optional<Rgb> colour;
+    std::optional<std::string> folder;
     bool programsStart = true;
 
     AntwortPort& expect(std::string part, Answer answer = Answer::OK) { return answers.emplace_back(std::move(part), answer), *this; }
@@ -33,6 +36,7 @@ public:
         return answer;
     }
     std::optional<Rgb> chooseColour(Rgb) override { return colour; }
+    std::optional<std::string> chooseFolder(std::string_view, std::string_view) override { return std::exchange(folder, std::nullopt); }
     void sleepMs(int) override {}
     void playSound(const std::string& file) override { sounds.push_back(file); }
     bool startProgram(const std::string& program, const std::vector<std::string>& arguments) override {
@@ -73,8 +77,35 @@ protected:
         if (!found) throw std::runtime_error("no control " + name);
         return *found;
     }
-    void press(const char* name) { QTest::mouseClick(&control<QPushButton>(name), Qt::LeftButton); }
+    void press(const char* name) {
+        EXPECT_TRUE(control<QPushButton>(name).isEnabled()) << name;
+        QTest::mouseClick(&control<QPushButton>(name), Qt::LeftButton);
+    }
     void menu(const char* name) { window().menues().action(QLatin1String(name))->trigger(); }
+    // The window that comes with a request, driven and gone afterwards.
+    template <class Window, class Request> void inWindow(const char* name, std::function<void(Window&)> act) {
+        port.registerWindow(QLatin1String(name), [act = std::move(act)](QtPort&, QWidget* parent, WindowRequest& request) {
+            Window dialog(dynamic_cast<Request&>(request), parent);
+            dialog.show();
+            act(dialog);
+        });
+    }
+    static void pressIn(QWidget& dialog, const char* name) {
+        auto* button = dialog.findChild<QPushButton*>(QString::fromUtf8(name));
+        ASSERT_TRUE(button && button->isEnabled()) << name;
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+    // The newest change, through the windows of the history.
+    void takeBack() {
+        inWindow<frmBVK_HistoryListe, HistoryListeAnfrage>("frmBVK_HistoryListe", [](frmBVK_HistoryListe& list) {
+            pressIn(list, "cmdHisAnzeigen");
+            pressIn(list, "cmdHisZurück");
+        });
+        inWindow<frmBVK_HistoryDaten, HistoryDatenAnfrage>("frmBVK_HistoryDaten", [](frmBVK_HistoryDaten& values) { pressIn(values, "cmdDatenGenau"); });
+        port.expect("Alle Werte stehen wieder genau so da");
+        window().coolBar().button("tbrHistory")->trigger();
+        EXPECT_TRUE(port.answers.empty());
+    }
     void clickNode(const std::string& text) {
         auto& tree = control<TippTree>("tvBVKDB");
         const auto root = tree.model()->index(0, 0);

@@ -38,7 +38,7 @@ TEST(ExportFenster, SammelnAnsehenLoeschen) {
         ASSERT_EQ(list->count(), 2);
         EXPECT_TRUE(button("cmdSave")->isDefault());
         probe.port.expectBox("Achtung: Soll der Eintrag: Eins gelöscht werden?", Answer::Yes);
-        QTest::mouseClick(button("cmdDel"), Qt::LeftButton);
+        QTest::keyClick(dialog.findChild<QListWidget*>(QStringLiteral("lvRegList")), Qt::Key_Delete);
         ASSERT_EQ(list->count(), 1);
         EXPECT_EQ(list->item(0)->text(), QStringLiteral("Zwei"));
         probe.port.expectBox("Achtung: Alle Einträge", Answer::Yes);

@@ -7,20 +7,17 @@
 #include <QTimer>
 #include <QtTest/QTest>
 
-#include "Fensterprobe.h"
+#include "Programmprobe.h"
 #include "frame/Hilfethemen.h"
 #include "frame/Produkt.h"
-#include "frame/Reports.h"
-#include "shell/QtPort.h"
-#include "shell/VerbindeHilfe.h"
 #include "shell/frmBVK_Datentyp.h"
 #include "shell/frmBVK_Hilfe.h"
 #include "support/TempDir.h"
-#include "support/TestPlatform.h"
-#include "tipengine/Programm.h"
 
 namespace brenvik::test {
 namespace {
+
+using Lines = std::vector<std::string>;
 
 const QString Folder = QStringLiteral(BRENVIK_SOURCE_DIR "/data/hilfe");
 
@@ -35,7 +32,8 @@ QStringList allOf(const QString& text, const char* pattern) {
     return found;
 }
 
-TEST(HelpPages, EachHasItsFileTitleAndHeading) {
+TEST(HelpPages, EachIsListedTitledAndLeadsOnlyWhereSomethingIs) {
+    const QStringList contents = allOf(pageText("inhalt.html"), "href=\"([^\"]*)\"");
     QSet<int> topics;
     QSet<QString> listed;
     for (const Hilfeseite& page : hilfeseiten()) {
@@ -44,36 +42,20 @@ TEST(HelpPages, EachHasItsFileTitleAndHeading) {
         EXPECT_EQ(allOf(text, "<title>(.*)</title>"), QStringList{page.titel}) << page.datei;
         EXPECT_EQ(allOf(text, "<h1>(.*)</h1>"), QStringList{page.titel}) << page.datei;
         EXPECT_FALSE(topics.contains(page.thema)) << page.datei;
+        EXPECT_TRUE(page.thema == hilfethema::Inhalt || contents.contains(page.datei)) << page.datei << " is not in the contents";
         topics.insert(page.thema);
         listed.insert(page.datei);
-    }
-    for (const QString& file : QDir(Folder).entryList({"*.html"})) EXPECT_TRUE(listed.contains(file)) << file.toStdString();
-}
-
-TEST(HelpPages, EveryLinkAndPictureIsThere) {
-    for (const Hilfeseite& page : hilfeseiten()) {
-        const QString text = pageText(page.datei);
         for (const QString& link : allOf(text, "href=\"([^\"]*)\"")) {
             const QString target = link.section('#', 0, 0), anchor = link.section('#', 1);
-            const QString there = pageText(target.isEmpty() ? QString::fromUtf8(page.datei) : target);
-            EXPECT_FALSE(there.isEmpty()) << page.datei << " -> " << link.toStdString();
-            if (!anchor.isEmpty()) {
-                EXPECT_TRUE(there.contains("name=\"" + anchor + '"')) << page.datei << " -> " << link.toStdString();
-            }
+            const QString there = target.isEmpty() ? text : pageText(target);
+            EXPECT_TRUE(!there.isEmpty() && (anchor.isEmpty() || there.contains("name=\"" + anchor + '"'))) << page.datei << " -> " << link.toStdString();
         }
-        for (const QString& icon : allOf(text, "src=\"icon:([^\"]*)\""))
-            EXPECT_TRUE(QFile::exists(QStringLiteral(BRENVIK_SOURCE_DIR "/data/icons/%1.svg").arg(icon))) << page.datei << ": " << icon.toStdString();
-        EXPECT_EQ(allOf(text, "src=\"icon:([^\"]*)\"").size(), allOf(text, "(<img)").size()) << page.datei;
+        const QStringList icons = allOf(text, "src=\"icon:([^\"]*)\"");
+        for (const QString& icon : icons) EXPECT_TRUE(QFile::exists(QStringLiteral(BRENVIK_SOURCE_DIR "/data/icons/%1.svg").arg(icon))) << page.datei << ": " << icon.toStdString();
+        EXPECT_EQ(icons.size(), allOf(text, "(<img)").size()) << page.datei;
         EXPECT_FALSE(text.contains(QRegularExpression("color|style="))) << page.datei << " has looks of its own, which dark palettes do not know";
     }
-}
-
-TEST(HelpPages, TheContentsLeadToAll) {
-    const QStringList links = allOf(pageText("inhalt.html"), "href=\"([^\"]*)\"");
-    for (const Hilfeseite& page : hilfeseiten())
-        if (page.thema != hilfethema::Inhalt) {
-            EXPECT_TRUE(links.contains(page.datei)) << page.datei;
-        }
+    for (const QString& file : QDir(Folder).entryList({"*.html"})) EXPECT_TRUE(listed.contains(file)) << file.toStdString();
 }
 
 TEST(HelpTopics, PanelKindsAndNumbersFindTheirPages) {
@@ -179,65 +161,41 @@ TEST_F(HelpWindow, SearchLeavesThePagesThatHoldAllWords) {
     EXPECT_EQ(note(), "");
 }
 
-// The program as it is shipped, with the help hooked in.
-class HelpInProgram : public testing::Test {
+class HelpInProgram : public Programmprobe {
 protected:
-    HelpInProgram()
-        : program(port, platform, {home.path(), BRENVIK_PROGRAMM_DIR}, observer, recorders), window(program.context().frmBVK_Prog, program.context().einstellungen, displayOrder) {
-        program.loadSettings();
-        program.context().einstellungen.SoundOn = false;
-        program.maschine().FrameStartEinstellungen();
-        program.detectSystem();
-        EXPECT_TRUE(program.loadDatabase());
-        verbindeHilfe(parts);
-        window.attach(events);
-        program.maschine().TreeEinlesen();
-        window.show();
-    }
+    HelpInProgram() { EXPECT_TRUE(start()); }
     frmBVK_Hilfe* help() {
         for (QWidget* top : QApplication::topLevelWidgets())
             if (auto* found = dynamic_cast<frmBVK_Hilfe*>(top); found && found->isVisible()) return found;
         return nullptr;
     }
     QString page() { return help() ? help()->presentPage() : QString(); }
-    void choose(const char* entry) { window.menues().action(QLatin1String(entry))->trigger(); }
     // Runs act in the modal window that opens next.
     void inNext(std::function<void(QDialog&)> act) {
-        QTimer::singleShot(0, &window, [act = std::move(act)] { act(dynamic_cast<QDialog&>(*QApplication::activeModalWidget())); });
+        QTimer::singleShot(0, &window(), [act = std::move(act)] { act(dynamic_cast<QDialog&>(*QApplication::activeModalWidget())); });
     }
-
-    TempDir home;
-    QtPort port;
-    TestPlatform platform;
-    WindowObserver observer;
-    Aufzeichnungen recorders;
-    Programm program;
-    frmBVK_Prog window;
-    EventLog events;
-    Ladeschritte steps;
-    Fensterteile parts{*qApp, port, program, window, steps, recorders};
 };
 
 TEST_F(HelpInProgram, TheMenuLeadsToItsPages) {
-    choose("mnuBVKInfo");
+    menu("mnuBVKInfo");
     EXPECT_EQ(page(), "info.html");
-    choose("mnuBVKInhalt");
+    menu("mnuBVKInhalt");
     EXPECT_EQ(page(), "inhalt.html");
-    choose("mnuOSTInfo");
+    menu("mnuOSTInfo");
     EXPECT_EQ(page(), "tipps.html");
-    program.context().einstellungen.Ostrana_Name = produkt::OstranaChm;
-    choose("mnuOSTInhalt");
+    ctx().einstellungen.Ostrana_Name = produkt::OstranaChm;
+    menu("mnuOSTInhalt");
     EXPECT_EQ(page(), "inhalt.html");
 }
 
 TEST_F(HelpInProgram, F1AndTheButtonKnowWhatIsOnScreen) {
-    QTest::keyClick(window.findChild<QTreeView*>("tvBVKDB"), Qt::Key_F1);
+    QTest::keyClick(&control<TippTree>("tvBVKDB"), Qt::Key_F1);
     EXPECT_EQ(page(), "tipps.html");
     QSet<QString> seen;
-    for (const auto& row : program.context().udtTippListe) {
-        program.maschine().showTippByNumber(row.Index);
-        window.findChild<QPushButton*>("cmdHilfe")->click();
-        const std::int16_t kind = program.context().aktuellerTipp.Eintrag[1].Ausgabeart;
+    for (const auto& row : ctx().udtTippListe) {
+        engine().showTippByNumber(row.Index);
+        control<QPushButton>("cmdHilfe").click();
+        const std::int16_t kind = ctx().aktuellerTipp.Eintrag[1].Ausgabeart;
         EXPECT_EQ(page(), hilfeseite(hilfethema::Panelart + kind)->datei) << row.Überschrift;
         seen.insert(page());
         if (seen.size() == 11) break;
@@ -246,13 +204,8 @@ TEST_F(HelpInProgram, F1AndTheButtonKnowWhatIsOnScreen) {
 }
 
 TEST_F(HelpInProgram, AnUnknownHelpFileIsTold) {
-    QString told;
-    inNext([&](QDialog& box) {
-        told = dynamic_cast<QMessageBox&>(box).text();
-        box.accept();
-    });
+    port.expect("fremd.hlp");
     port.showHelp("fremd.hlp", 3);
-    EXPECT_TRUE(told.contains("fremd.hlp"));
     EXPECT_EQ(help(), nullptr);
 }
 
@@ -270,7 +223,6 @@ TEST_F(HelpInProgram, AModalWindowOwnsTheHelpWhileItIsOpen) {
     EXPECT_EQ(help()->parentWidget(), nullptr);
     EXPECT_EQ(page(), "datentypen.html");
 
-    std::string where = "Irgendwo";
     inNext([&](QDialog& box) {
         for (QAbstractButton* button : dynamic_cast<QMessageBox&>(box).buttons())
             if (button->text() == "&Hilfe") button->click();
@@ -279,7 +231,7 @@ TEST_F(HelpInProgram, AModalWindowOwnsTheHelpWhileItIsOpen) {
         EXPECT_EQ(help()->parentWidget(), &box);
         dynamic_cast<QMessageBox&>(box).buttons().first()->click();
     });
-    FehlerMeldung(program.context(), where, "5");
+    port.QtPort::messageBox({"Es ist ein Fehler aufgetreten", box::OK + box::Help, "", std::string(produkt::HilfeDatei), hilfethema::DebugModus});
     EXPECT_EQ(help()->parentWidget(), nullptr);
 }
 
@@ -289,7 +241,7 @@ TEST_F(HelpInProgram, F1InADialogOpensItsPage) {
         EXPECT_EQ(page(), "infofenster.html");
         dialog.reject();
     });
-    choose("mnuSystemInfo");
+    menu("mnuSystemInfo");
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 // The windows of history and favourites, on real lists.
-#include <QElapsedTimer>
 #include <QListWidget>
 #include <QTreeWidget>
 
@@ -63,7 +62,8 @@ TEST(HistoryWindows, AChangeIsShownTakenBackAndBroughtAgain) {
         EXPECT_EQ(list.model()->rowCount(), 1);
         EXPECT_EQ(p.values(), "1:neu 4:26 1:c");
         p.port.expectBox("gelöscht werden?", Answer::Yes);
-        click(window, "cmdHisDel");
+        QTest::keyClick(&list, Qt::Key_Delete);
+        EXPECT_EQ(list.model()->rowCount(), 0);
         QTest::keyClick(&window, Qt::Key_Escape);          // writes nothing
         EXPECT_FALSE(window.isVisible());
     });
@@ -78,24 +78,6 @@ TEST(HistoryWindows, AChangeIsShownTakenBackAndBroughtAgain) {
     p.lists->historyFenster().oeffnen();
 }
 
-TEST(HistoryWindows, AHundredThousandRowsOpenAtOnce) {
-    Listenprobe p;
-    std::string lines;
-    for (int k = 0; k < 100'000; ++k) lines += "09.11.2002#12:30:00#PROBE-PC#1#alt" + std::to_string(k) + "#\r\n";
-    p.dir.put("History.txt", lines);
-    p.start();
-    QElapsedTimer timer;
-    drive<frmBVK_HistoryListe, HistoryListeAnfrage>(p, "frmBVK_HistoryListe", [&](frmBVK_HistoryListe& window) {
-        EXPECT_EQ(window.findChild<QTreeView*>("lvHistory")->model()->rowCount(), 100'000);
-        window.grab();
-        RecordProperty("opened_ms", static_cast<int>(timer.elapsed()));
-        std::printf("list window with 100,000 rows: %d ms\n", static_cast<int>(timer.elapsed()));
-        EXPECT_LT(timer.elapsed(), 3000);                  // without optimisation and beside other work
-    });
-    timer.start();
-    p.lists->historyFenster().oeffnen();
-}
-
 TEST(FavouriteWindow, RowsGoAndOkWrites) {
     Listenprobe p;
     p.dir.put(FavoritenDatei, "eins\r\nzwei\r\ndrei\r\n");
@@ -107,7 +89,8 @@ TEST(FavouriteWindow, RowsGoAndOkWrites) {
         ASSERT_EQ(list.count(), 3);
         list.setCurrentRow(1);
         p.port.expectBox("Achtung: Soll der Eintrag: zwei gelöscht werden?", Answer::Yes);
-        click(window, "cmdLöschen");
+        if (round == 0) QTest::keyClick(&list, Qt::Key_Delete);
+        else click(window, "cmdLöschen");
         EXPECT_EQ(list.count(), 2);
         if (round++ == 0) QTest::keyClick(&window, Qt::Key_Escape);
         else click(window, "cmdOK");

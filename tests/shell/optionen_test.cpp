@@ -3,14 +3,11 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QTabWidget>
-#include <QTemporaryDir>
 
 #include "Dialogprobe.h"
 #include "frame/Startpasswort.h"
 #include "registry/Einstellungen.h"
 #include "shell/Farben.h"
-#include "shell/Screenshots.h"
 #include "shell/VerbindeSucheOptionenBrowser.h"
 #include "shell/frmBVK_Optionen.h"
 #include "shell/frmBVK_PWAbfrage.h"
@@ -158,27 +155,6 @@ TEST_F(OptionenFenster, StartPasswordFromItsSettingToTheQuestion) {
     probe.port.onWindow("frmBVK_PWAbfrage", driving<frmBVK_PWAbfrage, PWAbfrageAnfrage>(
                                                 probe.port, [](frmBVK_PWAbfrage& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
     EXPECT_FALSE(StartPasswort(ctx));
-}
-
-// With BRENVIK_PICTURES the pictures are kept there to be looked at.
-TEST_F(OptionenFenster, NoTextIsCut) {
-    QTemporaryDir own;
-    const QString folder = qEnvironmentVariable("BRENVIK_PICTURES", own.path());
-    for (const bool dark : {false, true}) {
-        setColourMode(*qApp, dark ? ColourMode::Dark : ColourMode::Light);
-        options([&](frmBVK_Optionen& dialog) {
-            auto& tabs = named<QTabWidget>(dialog, "tabOption");
-            for (int page = 0; page < tabs.count(); ++page) {
-                tabs.setCurrentIndex(page);
-                EXPECT_TRUE(saveScreenshot(dialog, QStringLiteral("%1/%2-%3.png").arg(folder, tabs.widget(page)->objectName(), dark ? "dunkel" : "hell")));
-                for (const QLabel* text : tabs.widget(page)->findChildren<QLabel*>())
-                    EXPECT_GE(text->height(), text->heightForWidth(text->width())) << text->text().toStdString();
-                for (const QAbstractButton* box : tabs.widget(page)->findChildren<QAbstractButton*>())
-                    EXPECT_GE(box->height(), box->hasHeightForWidth() ? box->heightForWidth(box->width()) : box->minimumSizeHint().height())
-                        << box->text().toStdString();
-            }
-        });
-    }
 }
 
 TEST_F(OptionenFenster, WithoutRightsThePasswordIsOutOfReach) {

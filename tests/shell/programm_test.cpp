@@ -4,9 +4,12 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTreeView>
+#include <set>
 #include <thread>
 
 #include "Programmprobe.h"
+#include "shell/frmBVK_Bearbeiten.h"
+#include "shell/frmBVK_Optionen.h"
 #include "tipengine/Fensteranfragen.h"
 
 namespace brenvik::test {
@@ -41,13 +44,15 @@ protected:
     // All that the Tip can change: the values and sub keys of its keys, and the boot file.
     std::string stand() {
         std::string all;
+        std::set<std::string> lines;          // what is deleted and comes back stands last
         for (std::size_t i = 1; i <= tipp.letzterEintrag(); ++i) {
             const TippEintrag& e = tipp.Eintrag[i];
             if (e.Hauptschlüssel.empty()) continue;
             ctx().objBVKReg.SetPath("", e.Hauptschlüssel + "\\" + e.Schlüssel + "\\");
-            for (const NamedValue& v : ctx().objBVKReg.ListRaw()) all += v.name.text() + "=" + std::to_string(v.value.type) + ":" + toText(v.value) + "\n";
-            for (const std::string& key : ctx().objBVKReg.EnumSubKeys()) all += "[" + key + "]\n";
+            for (const NamedValue& v : ctx().objBVKReg.ListRaw()) lines.insert(e.Schlüssel + v.name.text() + "=" + std::to_string(v.value.type) + ":" + toText(v.value) + "\n");
+            for (const std::string& key : ctx().objBVKReg.EnumSubKeys()) lines.insert(e.Schlüssel + "[" + key + "]\n");
         }
+        for (const std::string& line : lines) all += line;
         return all + bytesOf(home / "drive_c/boot.ini");
     }
 
@@ -131,9 +136,111 @@ TEST_P(JedeArt, IsChangedLeftSavedAndReset) {
     QTest::keySequence(&window(), QKeySequence(Qt::CTRL | Qt::Key_S));
     EXPECT_NE(stand(), after) << heading;
     EXPECT_TRUE(port.answers.empty());
+    takeBack();
+    EXPECT_EQ(stand(), after);
+    clickNode("Brenvik");            // the panels followed: no question
+    pick();
+    if (!ctx().frmBVK_Prog.KeyDel) return;
+    port.expect("gelöscht", Answer::Yes);
+    press("cmdRegDel");
+    EXPECT_NE(stand(), after);
+    takeBack();
+    EXPECT_EQ(stand(), after);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, JedeArt, testing::Values(1, 2, 3, 4, 5, 6, 7, 8, 9, 11));
+
+// Lists of keys: what is ticked is deleted, what is new or changed is saved at once.
+class Schluessellisten : public Programmprobe {
+protected:
+    bool find(int kind) {
+        for (const TippListenEintrag& row : ctx().udtTippListe) {
+            engine().showTippByNumber(row.Index);
+            const auto& panels = ctx().frmBVK_Prog.panels;
+            if (panels.empty() || panels[0].Ausgabeart != kind || panels[0].nurLesen || !ctx().frmBVK_Prog.KeyDel || (kind == art::Liste && !ctx().aktuellerTipp.Eintrag[1].Wertname.empty())) continue;
+            key = ctx().aktuellerTipp.Eintrag[1].Hauptschlüssel + "\\" + ctx().aktuellerTipp.Eintrag[1].Schlüssel + "\\";
+            return true;
+        }
+        return false;
+    }
+    std::string value(const std::string& below) { return ReadRegistryKey(ctx(), key + below, "fehlt"); }
+    QModelIndex row(const char* text) {
+        const auto* model = control<QTreeView>("lvListe").model();
+        const auto hits = model->match(model->index(0, 0), Qt::DisplayRole, QString::fromUtf8(text), 1, Qt::MatchExactly);
+        return hits.isEmpty() ? QModelIndex() : hits[0];
+    }
+    void deleteTicked(const char* text) {
+        ASSERT_TRUE(row(text).isValid());
+        control<QTreeView>("lvListe").model()->setData(row(text), Qt::Checked, Qt::CheckStateRole);
+        port.expect("Alle markierten Einträge werden gelöscht..Sind Sie sicher?", Answer::Yes);
+        press("cmdRegDel");
+        EXPECT_FALSE(row(text).isValid());
+    }
+    std::string key;
+};
+
+TEST_F(Schluessellisten, ContextMenuEntriesAreMadeChangedDeletedAndTakenBack) {
+    ASSERT_TRUE(start());
+    ctx().einstellungen.LöschenAktiv = true;
+    ASSERT_TRUE(find(art::Kontext));
+    const auto edit = [this](const char* name, const char* command) {
+        inWindow<frmBVK_Bearbeiten, BearbeitenAnfrage>("frmBVK_Bearbeiten", [=](frmBVK_Bearbeiten& dialog) {
+            if (name) dialog.findChild<QLineEdit*>("txtKeyName")->setText(name);
+            dialog.findChild<QLineEdit*>("txtBefehl")->setText(command);
+            pressIn(dialog, "cmdSave");
+        });
+        port.expect("Änderungen wurde in der Registry gespeichert !!!");
+    };
+    edit("pruefen", "notepad.exe \"%1\"");
+    press("cmdRegSave");
+    EXPECT_EQ(value("pruefen\\Command\\"), "notepad.exe \"%1\"");
+    ASSERT_TRUE(row("pruefen").isValid());
+    control<QTreeView>("lvListe").setCurrentIndex(row("pruefen"));
+    edit(nullptr, "write.exe");
+    press("cmdDefault");
+    EXPECT_EQ(value("pruefen\\Command\\"), "write.exe");
+    deleteTicked("pruefen");
+    EXPECT_EQ(value("pruefen\\Command\\"), "fehlt");
+    takeBack();
+    EXPECT_EQ(value("pruefen\\Command\\"), "write.exe");
+    EXPECT_TRUE(row("pruefen").isValid()) << "the panel shows it again";
+    takeBack();
+    EXPECT_EQ(value("pruefen\\Command\\"), "notepad.exe \"%1\"");
+    clickNode("Brenvik");
+}
+
+TEST_F(Schluessellisten, KeysAreDeletedWithAllBelowAndTakenBack) {
+    ASSERT_TRUE(start());
+    ctx().einstellungen.LöschenAktiv = true;
+    ASSERT_TRUE(find(art::Liste));
+    SaveRegistryKey(ctx(), key + "Probe\\Tief\\Wert", "x", 1);
+    engine().reloadTipp();
+    deleteTicked("Probe");
+    EXPECT_EQ(value("Probe\\Tief\\Wert"), "fehlt");
+    takeBack();
+    EXPECT_EQ(value("Probe\\Tief\\Wert"), "x");
+    EXPECT_TRUE(row("Probe").isValid());
+}
+
+TEST_F(Programmprobe, AListThatWasOffComesBackWithItsNewFolder) {
+    for (const char* folder : {"zu/History.txt", "neu"}) std::filesystem::create_directories(home / folder);
+    ASSERT_TRUE(start());
+    SaveRegistryKey(ctx(), "HKCU\\Software\\Brenvik\\Pfade\\History", (home / "zu/").string(), 1);
+    end();
+    port.expect("Auf die Datei: History.txt kann nicht zugegriffen werden !", Answer::Cancel).expect("Die History Liste wurde deaktiviert");
+    ASSERT_TRUE(start());
+    EXPECT_FALSE(window().coolBar().button("tbrHistory")->isVisible());
+    EXPECT_TRUE(window().menues().action("mnuFav")->isVisible()) << "the other list goes on";
+    port.folder = (home / "neu").string();
+    inWindow<frmBVK_Optionen, OptionenAnfrage>("frmBVK_Optionen", [](frmBVK_Optionen& dialog) {
+        dialog.findChild<QPushButton*>("cmdHisBrowse")->click();
+        pressIn(dialog, "cmdOptOK");
+    });
+    menu("mnuOptionen");
+    EXPECT_TRUE(window().coolBar().button("tbrHistory")->isVisible());
+    EXPECT_TRUE(ctx().blnHistoryAktiv);
+    EXPECT_TRUE(std::filesystem::is_regular_file(home / "neu/History.txt"));
+}
 
 TEST_F(Programmprobe, DefaultDeleteAndClosingWithAnUnsavedChange) {
     ASSERT_TRUE(start());
@@ -201,9 +308,18 @@ TEST_F(Programmprobe, TheNextStartFindsWhatTheLastOneLeft) {
 
 TEST_F(Programmprobe, NonsenseInTheSettingsLeavesAUsableWindow) {
     ASSERT_TRUE(start());
-    for (const char* name : {"MainLeft", "MainTop", "MainWidth", "MainHeight", "SplitterVLeft", "SplitterHTop", "ShowNavText", "SoundOn", "TreeAktiv", "Toolbar\\Band1_Visible",
-                             "Toolbar\\Band3_MinWidth", "Toolbar\\tbrBVKNav", "Farbschema"})
-        SaveRegistryKey(ctx(), std::string(EinstellungenPfad) + name, "-1e9 Unsinn", 1);
+    const char* names[] = {"MainLeft", "MainTop", "MainWidth", "MainHeight", "SplitterVLeft", "SplitterHTop", "ShowNavText", "SoundOn", "TreeAktiv", "Toolbar\\Band1_Visible",
+                           "Toolbar\\Band3_MinWidth", "Toolbar\\Band1_MinHeight", "Toolbar\\tbrBVKNav", "Farbschema"};
+    for (const char* name : names) SaveRegistryKey(ctx(), std::string(EinstellungenPfad) + name, "999999", 1);      // measures that nobody means
+    end();
+    ASSERT_TRUE(start());
+    EXPECT_LT(window().coolBar().height(), window().height() / 2);
+    EXPECT_EQ(window().coolBar().band(0).MinWidth, 2505) << "kept for the next start";
+    for (const char* name : names) SaveRegistryKey(ctx(), std::string(EinstellungenPfad) + name, "-1e9 Unsinn", 1);
+    for (const char* name : {"MainWidth", "ShowNavText"}) {                                                        // and of a type that is no text
+        ctx().objBVKReg.SetPath("", std::string(EinstellungenPfad) + name);
+        ctx().objBVKReg.WriteRaw({regtype::Binary, {0xFF, 0x00, 0x81}});
+    }
     end();
     ASSERT_TRUE(start());
     EXPECT_TRUE(QGuiApplication::primaryScreen()->geometry().intersects(window().geometry()));
@@ -258,7 +374,6 @@ TEST_F(Programmprobe, AMachineThatDoesNotAnswerLeavesTheProgramUsable) {
     port.expect("Grund: Der Rechner wurde nicht gefunden");
     ASSERT_TRUE(start("/PC:Test01"));
     EXPECT_TRUE(window().isVisible());
-    clickNode("Brenvik");
     EXPECT_EQ(control<QLabel>("sbrBVK(1)").text(), qt("PC: " + ctx().strLokalerRechner));
 }
 

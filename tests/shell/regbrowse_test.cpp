@@ -1,11 +1,8 @@
 // The registry browser through its windows, down to the registry.
 #include <QAction>
 #include <QLineEdit>
-#include <QTemporaryDir>
 
 #include "Dialogprobe.h"
-#include "shell/Farben.h"
-#include "shell/Screenshots.h"
 #include "shell/VerbindeSucheOptionenBrowser.h"
 #include "shell/frmBVK_REGEdit.h"
 #include "shell/frmBVK_RegBrowse.h"
@@ -247,26 +244,6 @@ TEST_F(BrowserFenster, FindAndPath) {
     path.setText("hkcu\\gibt\\es\\nicht");
     probe.port.expectBox("gibt es nicht");
     QTest::keyClick(&path, Qt::Key_Return);
-}
-
-// With BRENVIK_PICTURES the pictures are kept there to be looked at.
-TEST_F(BrowserFenster, Pictures) {
-    QTemporaryDir own;
-    const QString folder = qEnvironmentVariable("BRENVIK_PICTURES", own.path());
-    ASSERT_TRUE(window->goTo(Key, "Zahl"));
-    keys().expand(keys().currentIndex());
-    choose("mnuFind");
-    named<QLineEdit>("txtRegSuche").setText("e");
-    clickOn(*window, "cmdRegSuchen");
-    for (const bool dark : {false, true}) {
-        setColourMode(*qApp, dark ? ColourMode::Dark : ColourMode::Light);
-        const auto save = [&](QWidget& shown, const std::string& name) {
-            EXPECT_TRUE(saveScreenshot(shown, folder + '/' + qt(name) + (dark ? "-dunkel.png" : "-hell.png")));
-        };
-        save(*window, "regbrowse");
-        for (const char* name : {"Text", "Zahl", "Liste", "Daten"}) edit(name, [&](frmBVK_REGEdit& dialog) { save(dialog, std::string("wert") + name); });
-    }
-    setColourMode(*qApp, ColourMode::Light);
 }
 
 TEST_F(BrowserFenster, TheTipOnScreenShowsWhatTheBrowserWrote) {

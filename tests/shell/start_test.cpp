@@ -2,12 +2,9 @@
 #include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QProgressBar>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include "Fensterprobe.h"
-#include "shell/Farben.h"
-#include "shell/Screenshots.h"
 #include "shell/frmBVK_Info.h"
 #include "shell/frmBVK_OSErkennung.h"
 #include "shell/frmBVK_Parameter.h"
@@ -144,32 +141,6 @@ TEST_F(Fensterprobe, AToolbarIsArrangedInItsWindow) {
     EXPECT_EQ(window.coolBar().arrangement("tbrFavoriten"), "-FavDel,FavAdd");
     EXPECT_EQ(bar.actions().size(), 1);
     EXPECT_EQ(bar.widgetForAction(bar.actions().first())->objectName(), "FavAdd");
-}
-
-// With BRENVIK_PICTURES the pictures are kept there to be looked at.
-TEST_F(StartWindow, PicturesAreWritten) {
-    QTemporaryDir own;
-    const QString folder = qEnvironmentVariable("BRENVIK_PICTURES", own.path());
-    ParameterAnfrage parameters;
-    OSErkennungAnfrage system;
-    for (const bool dark : {false, true}) {
-        setColourMode(*qApp, dark ? ColourMode::Dark : ColourMode::Light);
-        frmBVK_Info info(ctx, false);
-        info.Update(60);
-        frmBVK_Parameter help(parameters, nullptr);
-        frmBVK_OSErkennung unknown(system, nullptr);
-        Hauptfenster record;
-        addNode(record, -1, "Brenvik", TreeNode::Art::Wurzel);
-        frmBVK_Prog main(record, ctx.einstellungen, sortedOrder);
-        QHash<QString, QAction*> actions;
-        Knopfordnung order{{"tbrExit"}, {"|"}, {"tbrSuchen"}, {"tbrNetz", false}};
-        for (const KnopfPlatz& place : order)
-            if (!place.isSeparator()) actions.insert(qt(place.key), main.coolBar().button(qt(place.key)));
-        frmBVK_Symbolleiste arrange(order, order, actions, nullptr);
-        for (QWidget* window : std::initializer_list<QWidget*>{&info, &help, &unknown, &arrange})
-            EXPECT_TRUE(saveScreenshot(*window, folder + '/' + window->objectName() + (dark ? "-dunkel.png" : "-hell.png")));
-    }
-    setColourMode(*qApp, ColourMode::Light);
 }
 
 }  // namespace brenvik::test

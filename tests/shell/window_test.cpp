@@ -1,6 +1,7 @@
 // Commands, tree, layout of the main window.
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolButton>
 #include <set>
@@ -215,6 +216,36 @@ TEST_F(Fensterprobe, SplittersKeepTheirLimits) {
     EXPECT_EQ((SplitterLimits{226, 100}.bounded(150)), 226) << "the lower limit is tested first";
 }
 
+// What the inner frames leave of the right region's width, which begins 140 behind the splitter.
+TEST_F(Fensterprobe, TheRightRegionKeepsItsMargins) {
+    const auto check = [this](const char* name, double twips, bool fromItsLeft = false) {
+        QCoreApplication::sendPostedEvents();
+        auto& widget = control<QWidget>(name);
+        const int region = window.centralWidget()->width() - control<SplitterBar>("imgSplitterV").x() - toPixels(140);
+        const int left = fromItsLeft ? window.centralWidget()->width() - widget.mapTo(window.centralWidget(), QPoint()).x() : region - widget.width();
+        EXPECT_NEAR(left, twips / TwipsPerPixel, 1) << name << " at " << window.width();
+    };
+    record.lblDBTippU = "Überschrift";
+    for (const int width : {700, 900}) {
+        window.resize(width, 700);
+        record.fraBVKLogo = true;
+        window.windowChanged();
+        check("fraBVKLogo", 60);
+        showPanels({panelOfKind(art::CheckBox)});
+        check("fraEinstellungen", 500);
+        check("lblDBTippU", 170);
+        check("txtInfo", 250);
+        showPanels(std::vector<Panel>(20, panelOfKind(art::OptionsAuswahl)));
+        check("fraEinstellungen", 500);
+        ASSERT_TRUE(control<QScrollBar>("sbvBVKAusgabe").isVisible());
+        check("sbvBVKAusgabe", 280, true);
+        showPanels({panelOfKind(art::Liste)});
+        check("fraListe", 220);
+        check("lvListe", 370);
+        EXPECT_NEAR(control<QWidget>("tvBVKDB").mapTo(&window, QPoint()).x() + control<QWidget>("tvBVKDB").width(), control<SplitterBar>("imgSplitterV").x(), 1);
+    }
+}
+
 TEST_F(Fensterprobe, PlaceAndBandsSurviveARestart) {
     FensterEinstellungen stored;
     stored.MainLeft = 300;
@@ -222,19 +253,15 @@ TEST_F(Fensterprobe, PlaceAndBandsSurviveARestart) {
     stored.MainWidth = 12000;
     stored.MainHeight = 10500;
     stored.SplitterVLeft = 4500;
-    stored.SplitterHTop = 6000;
     stored.Band[2].Visible = false;
     stored.Band[1].NewRow = true;
     window.applySettings(stored);
     const FensterEinstellungen present = window.presentSettings();
-    EXPECT_EQ(present.MainLeft, 300);
-    EXPECT_EQ(present.MainTop, 450);
-    EXPECT_EQ(present.MainWidth, 12000);
-    EXPECT_EQ(present.MainHeight, 10500);
-    EXPECT_EQ(present.SplitterVLeft, 4500);
-    EXPECT_EQ(present.SplitterHTop, 6000);
+    EXPECT_EQ((std::array{present.MainLeft, present.MainTop, present.MainWidth, present.MainHeight, present.SplitterVLeft, present.SplitterHTop}),
+              (std::array{300.0, 450.0, 12000.0, 10500.0, 4500.0, 6000.0}));
     EXPECT_FALSE(present.Band[2].Visible);
     EXPECT_TRUE(present.Band[1].NewRow);
+    EXPECT_EQ(present.Band[3].MinWidth, 900);
     EXPECT_FALSE(window.menues().action("mnuFavShow")->isChecked());
     window.menues().action("mnuFavShow")->trigger();
     EXPECT_TRUE(window.presentSettings().Band[2].Visible);

@@ -45,6 +45,7 @@ void PanelHeader::arrange() {
     layout_->setStretch(1, beside ? oneLine(status_) : 0);
     status_->setAlignment(beside ? Qt::AlignRight | Qt::AlignTop : Qt::AlignLeft | Qt::AlignTop);
     caption_->setVisible(!caption_->text().isEmpty());
+    if (QWidget* panel = parentWidget(); panel && panel->layout()) panel->layout()->invalidate();      // the height may be another one now
 }
 
 }  // namespace brenvik

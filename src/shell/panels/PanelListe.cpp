@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include "frame/Texte.h"
+#include "shell/RightRegion.h"
 
 namespace brenvik {
 namespace {
@@ -83,6 +84,8 @@ PanelListe::PanelListe(PanelHost& host, std::size_t place, QWidget* parent)
         lvListe_->header()->setResizeContentsPrecision(200);
         lvListe_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     }
+    const int sides = rightregion::within(rightregion::fraListe, rightregion::lvListe) / 2;
+    body_->setContentsMargins(sides, 7, sides, sides);
     body_->addWidget(lvListe_, 1);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 

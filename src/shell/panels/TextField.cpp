@@ -24,14 +24,12 @@ TextField::TextField(const QString& objectName, bool severalLines, QWidget* pare
         lines_->setMaximumHeight(lines_->minimumHeight());
         box->addWidget(lines_);
         connect(lines_, &QPlainTextEdit::textChanged, this, [this] { emit edited(lines_->toPlainText()); });
-        setFocusProxy(lines_);
     } else {
         line_ = new QLineEdit(this);
         line_->setObjectName(objectName);
         line_->setMaxLength(FieldLimit);
         box->addWidget(line_);
         connect(line_, &QLineEdit::textChanged, this, [this](const QString& text) { emit edited(text); });
-        setFocusProxy(line_);
     }
     note_->setWordWrap(true);
     note_->hide();
