@@ -1,5 +1,9 @@
 #include "cli/Aufruffehler.h"
 
+#include <algorithm>
+#include <memory>
+#include <sstream>
+
 namespace brenvik::cli {
 namespace {
 
@@ -12,18 +16,32 @@ std::string joined(const std::vector<std::string>& words) {
 // The piece of the library's message that names what is meant.
 std::string before(const std::string& text, std::string_view mark) { return text.substr(0, text.find(mark)); }
 
+// The library pads by bytes, and an umlaut has two.
+class GermanFormatter final : public CLI::Formatter {
+public:
+    std::string make_option(const CLI::Option* option, bool positional) const override {
+        const std::string name = make_option_name(option, positional) + make_option_opts(option);
+        const auto further = std::count_if(name.begin(), name.end(), [](unsigned char c) { return (c & 0xC0) == 0x80; });
+        std::ostringstream line;
+        CLI::detail::format_help(line, name, make_option_desc(option), get_column_width() + static_cast<std::size_t>(further));
+        return line.str();
+    }
+};
+
 template <class Kind> bool is(const CLI::ParseError& error) { return dynamic_cast<const Kind*>(&error) != nullptr; }
 
 }  // namespace
 
 void germanHelp(CLI::App& app) {
-    const auto formatter = app.get_formatter();
+    const auto formatter = std::make_shared<GermanFormatter>();
+    app.formatter(formatter);
     formatter->label("Usage", "Aufruf");
     formatter->label("OPTIONS", "OPTIONEN");
     formatter->label("SUBCOMMAND", "BEFEHL");
     formatter->label("SUBCOMMANDS", "BEFEHLE");
     formatter->label("Positionals", "Angaben");
     formatter->label("REQUIRED", "nötig");
+    formatter->label("INT", "ZAHL");
     formatter->label("Excludes", "nicht mit");
     formatter->label("Needs", "nur mit");
     for (CLI::Option* option : app.get_options()) {
