@@ -1,6 +1,8 @@
 #include "shell/FensterEinstellungen.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string>
 
 #include "frame/Konvertierung.h"
@@ -13,6 +15,8 @@ namespace {
 constexpr double LargestMeasure = 1'000'000;    // twips, about 66,000 pixels: beyond that no value is meant seriously
 constexpr double WidestMinimum = 6000, HighestMinimum = 900;    // of a band: beyond them it would cover the window
 constexpr std::int16_t RegSz = 1;
+constexpr const char* NichtsGespeichert =
+    "Die Einstellungen des Programms konnten nicht gespeichert werden, weil diese Registry nur gelesen werden darf. Beim nächsten Start gelten die bisherigen.";
 
 struct Grenzen {
     double smallest = 0, largest = LargestMeasure;
@@ -67,11 +71,29 @@ struct Reader {
     }
 };
 
+bool anyKeyIsWritable(RegistryContext& ctx) {
+    const std::string keys[] = {EinstellungenPfad, std::string(EinstellungenPfad) + "Toolbar\\", PfadePfad, MaschinenEinstellungenPfad};
+    return std::any_of(std::begin(keys), std::end(keys), [&](const std::string& key) {
+        ctx.objBVKReg.SetPath(ctx.strLokalerRechner, key);
+        return ctx.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK);
+    });
+}
+
+// Each value that cannot be written is reported, and the next one follows. In a registry that takes nothing at all one report
+// serves for the fifty.
 struct Writer {
     RegistryContext& ctx;
-    void measure(const std::string& path, double& twips, const Grenzen& = {}) { SaveRegistryKey(ctx, path, numberText(twips), RegSz); }
-    void text(const std::string& path, std::string& value) { SaveRegistryKey(ctx, path, value, RegSz); }
-    void flag(const std::string& path, bool& value) { SaveRegistryKey(ctx, path, boolText(value), RegSz); }
+    bool begun = false, inVain = false;
+
+    void measure(const std::string& path, double& twips, const Grenzen& = {}) { put(path, numberText(twips)); }
+    void text(const std::string& path, std::string& value) { put(path, value); }
+    void flag(const std::string& path, bool& value) { put(path, boolText(value)); }
+    void put(const std::string& path, const std::string& text) {
+        if (inVain) return;
+        const bool saved = SaveRegistryKey(ctx, path, text, RegSz);
+        inVain = !begun && !saved && !anyKeyIsWritable(ctx);
+        begun = true;
+    }
 };
 
 }  // namespace
@@ -90,16 +112,19 @@ FensterEinstellungen loadWindowPlace(RegistryContext& ctx) {
     return window;
 }
 
-void saveWindowSettings(RegistryContext& ctx, const FensterEinstellungen& window) {
+bool saveWindowSettings(RegistryContext& ctx, const FensterEinstellungen& window) {
     FensterEinstellungen copy = window;
     Writer writer{ctx};
     walk(writer, copy);
+    return !writer.inVain;
 }
 
 void Save_BVKEinstellungen(RegistryContext& ctx, const FensterEinstellungen& window) {
     const ProcTrace trace(ctx.trace, "Save_BVKEinstellungen");
-    saveWindowSettings(ctx, window);
-    saveCoreSettings(ctx);
+    if (saveWindowSettings(ctx, window))
+        saveCoreSettings(ctx);
+    else
+        ctx.port.tell(NichtsGespeichert, box::Exclamation);
 }
 
 }  // namespace brenvik

@@ -26,7 +26,7 @@ struct FensterEinstellungen {
 
 FensterEinstellungen loadWindowSettings(RegistryContext& ctx);
 FensterEinstellungen loadWindowPlace(RegistryContext& ctx);     // MainLeft to MainHeight only
-void saveWindowSettings(RegistryContext& ctx, const FensterEinstellungen& window);
+bool saveWindowSettings(RegistryContext& ctx, const FensterEinstellungen& window);      // false: the registry takes nothing at all
 
 // The whole of Save_BVKEinstellungen: the window's settings and the core's.
 void Save_BVKEinstellungen(RegistryContext& ctx, const FensterEinstellungen& window);

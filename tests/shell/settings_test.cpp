@@ -57,6 +57,17 @@ TEST_F(WindowSettings, ComeBackAsTheyWereSaved) {
     EXPECT_NE(written.find("Band2_Visible=1:False Band2_Width=1:2000 "), std::string::npos);
 }
 
+TEST_F(WindowSettings, ARegistryThatTakesNothingIsReportedOnce) {
+    saveWindowSettings(ctx, {});
+    store.setReadOnly(Root::Users, "S-1-5-21-1-2-3-1003\\Software\\Brenvik\\Einstellungen", true);
+    for (int i = 0; i < 6; ++i) port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden");     // the tool bars have a key of their own
+    EXPECT_TRUE(saveWindowSettings(ctx, {}));
+    store.setReadOnly(Root::Users, "S-1-5-21-1-2-3-1003\\Software\\Brenvik\\Einstellungen\\Toolbar", true);
+    port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden").expectBox("Die Einstellungen des Programms konnten nicht gespeichert werden");
+    Save_BVKEinstellungen(ctx, {});
+    EXPECT_TRUE(port.done());
+}
+
 TEST_F(WindowSettings, NonsenseCountsAsMissing) {
     for (const char* nonsense : {"abc", "1e9", "-5", "", "nan", "12 34"}) {
         SaveRegistryKey(ctx, std::string(Base) + "MainWidth", nonsense, 1);
