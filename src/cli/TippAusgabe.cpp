@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/RegistryAusgabe.h"
+#include "frame/Konvertierung.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
 
@@ -157,8 +158,9 @@ int printTip(Programm& programm, std::int32_t number, bool json) {
         std::cout << fmt::format("\n{}. {}\n   {}\n", e["entry"].get<int>(), e["caption"].get<std::string>(), place);
         if (e.contains("rows"))
             for (const auto& row : e["rows"])
-                std::cout << fmt::format("   {}  \"{}\"  {}\n", oneLine(row["name"].get<std::string>()), oneLine(row["text"].get<std::string>()),
-                                         oneLine(row.value("command", std::string())));
+                std::cout << RTrim(fmt::format("   {}  \"{}\"  {}", oneLine(row["name"].get<std::string>()), oneLine(row["text"].get<std::string>()),
+                                               oneLine(row.value("command", std::string()))))
+                          << "\n";
         else
             std::cout << "   Anzeige: " << e["shown"].get<std::string>() << "\n";
         if (e.contains("choices")) {
