@@ -25,6 +25,10 @@ std::u16string cachePath(std::int64_t base, std::string_view path) {
     return folded;
 }
 
+// A cache path begins with one unit for its base, which no backslash follows.
+std::size_t endOfNext(std::u16string_view path, std::size_t end) { return std::min(path.find(u'\\', end == 1 ? 1 : end + 1), path.size()); }
+std::u16string_view lastName(std::u16string_view path) { return path.substr(std::max<std::size_t>(path.rfind(u'\\') + 1, 1)); }
+
 std::string foldedName(const ValueName& name) { return foldedBytesOf(name.text()); }
 
 void requireWritableKey(const KeyRef& key) {
@@ -73,6 +77,7 @@ void SqliteStore::transaction(const std::function<void()>& changes) {
         if (outer) {
             tables_.beginWriting();
             refresh(StoreTables::Snapshot(tables_).dataVersion());
+            newAreKnown_ = true;
         } else {
             tables_.savepoint();
         }
@@ -81,11 +86,13 @@ void SqliteStore::transaction(const std::function<void()>& changes) {
             changes();
             if (outer) flushTouched();
             outer ? tables_.commit() : tables_.release();
+            if (outer) firstNew_ = 0;
         } catch (...) {
             forget();
             if (outer) {
                 tables_.rollback();
                 touched_.clear();
+                firstNew_ = 0;
             } else if (tables_.inTransaction()) {
                 tables_.rollbackToSavepoint();
                 tables_.release();
@@ -113,6 +120,7 @@ void SqliteStore::refresh(std::int64_t version) {
 
 void SqliteStore::forget() {
     keys_.clear();
+    newAreKnown_ = false;
     forgetLinks();
 }
 
@@ -161,31 +169,34 @@ std::string SqliteStore::currentUserSid() {
 }
 
 // From the longest part of the path that is known, one step for each name.
-std::optional<KeyRef> SqliteStore::find(const Place& place) {
-    if (place.base == 0) return std::nullopt;
-    const std::u16string path = cachePath(place.base, place.path);
+SqliteStore::Reached SqliteStore::reach(std::int64_t base, std::u16string_view path) {
     std::u16string_view known = path;
     std::optional<KeyRef> key;
     while (!key) {
         if (known.size() == 1) {
-            key = KeyRef{place.base, false};
+            key = KeyRef{base, false};
         } else if (const auto entry = keys_.find(known); entry != keys_.end()) {
             key = entry->second;
         } else {
             known = known.substr(0, std::max<std::size_t>(known.rfind(u'\\') + 1, 2) - 1);
         }
     }
-    std::size_t steps = 0;
-    while (key && known.size() < path.size()) {
-        const std::size_t start = known.size() == 1 ? 1 : known.size() + 1;
-        const std::size_t end = std::min(path.find(u'\\', start), path.size());
-        if (end == start || ++steps > MaxKeyDepth) return std::nullopt;
-        key = tables_.child(key->id, foldedBytes(std::u16string_view(path).substr(start, end - start)));
-        known = std::u16string_view(path).substr(0, end);
-        if (!key) break;
+    while (known.size() < path.size() && !(isNew(*key) && newAreKnown_)) {
+        const auto next = path.substr(0, endOfNext(path, known.size()));
+        const auto child = tables_.child(key->id, foldedBytes(lastName(next)));
+        if (!child) break;
+        key = child;
+        known = next;
         remember(known, *key);
     }
-    return key;
+    return {*key, known.size()};
+}
+
+std::optional<KeyRef> SqliteStore::find(const Place& place) {
+    if (place.base == 0) return std::nullopt;
+    const std::u16string path = cachePath(place.base, place.path);
+    const Reached reached = reach(place.base, path);
+    return reached.units == path.size() ? std::optional(reached.key) : std::nullopt;
 }
 
 std::optional<KeyRef> SqliteStore::findClasses(bool user, std::string_view key) {
@@ -218,20 +229,33 @@ SqliteStore::Place SqliteStore::writePlace(Root root, std::string_view key) {
 
 KeyRef SqliteStore::obtain(const Place& place) {
     if (place.base == 0) throw RegError(regerr::NoAccess, "HKEY_DYN_DATA kann nicht geändert werden.");
-    if (const auto known = find(place)) return *known;
+    const std::u16string path = cachePath(place.base, place.path);
+    auto [key, units] = reach(place.base, path);
+    if (units == path.size()) return key;
     checkKeyPath(place.path);   // bounds the depth
-    const KeyRef parent = obtain({place.base, std::string(parentKey(place.path))});
-    requireWritableKey(parent);
-    touch(parent);
-    if (parent.id == UsersKeyId) forgetLinks();
-    const std::string_view name = lastKeyName(place.path);
-    const KeyRef key = tables_.insertKey(parent.id, foldedBytesOf(name), name, fileTimeNow());
-    remember(cachePath(place.base, place.path), key);
+    std::string_view names = place.path;
+    for (auto there = units == 1 ? 0 : 1 + std::count(path.begin(), path.begin() + static_cast<std::ptrdiff_t>(units), u'\\'); there > 0; --there)
+        names.remove_prefix(names.find('\\') + 1);
+    while (units < path.size()) {
+        requireWritableKey(key);
+        touch(key);
+        if (key.id == UsersKeyId) forgetLinks();
+        const std::string_view name = names.substr(0, names.find('\\'));
+        names.remove_prefix(std::min(name.size() + 1, names.size()));
+        units = endOfNext(path, units);
+        const std::u16string_view made = std::u16string_view(path).substr(0, units);
+        key = tables_.insertKey(key.id, foldedBytes(lastName(made)), name, fileTimeNow());
+        if (firstNew_ == 0) firstNew_ = key.id;
+        remember(made, key);
+    }
     return key;
 }
 
 void SqliteStore::remember(std::u16string_view path, const KeyRef& key) {
-    if (keys_.size() >= MaxCachedKeys) keys_.clear();
+    if (keys_.size() >= MaxCachedKeys) {
+        keys_.clear();
+        newAreKnown_ = false;
+    }
     keys_.emplace(path, key);
 }
 
@@ -392,6 +416,7 @@ void SqliteStore::setDetails(Root root, std::string_view key, const KeyDetails& 
         if (!found) throw RegError(regerr::NoAccess, "Der Schlüssel ist nicht vorhanden.");
         tables_.setDetails(found->id, details);
         touched_.erase(found->id);
+        firstNew_ = NoneIsNew;   // what is written from here on moves its time again
         forget();
     });
 }
@@ -415,6 +440,7 @@ void SqliteStore::fill(Root root, std::string_view key, const std::function<void
         SqliteTreeSink sink(tables_, target, fileTimeNow());
         source(sink);
         for (const std::int64_t kept : sink.told()) touched_.erase(kept);   // their times came with them
+        firstNew_ = NoneIsNew;
         forget();
     });
 }

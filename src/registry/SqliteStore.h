@@ -5,6 +5,7 @@
 // Several processes may use the file. Errors are RegError: NoKey (a name that is no key name), NoAccess (no right to
 // write), NoAssignment (value refused or not written), KeyNotRead (the file cannot be read).
 #include <filesystem>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -66,6 +67,11 @@ private:
     const std::string& controlSet();
     const std::string& userSid();
 
+    struct Reached {
+        KeyRef key;
+        std::size_t units = 0;   // so much of the path leads to it
+    };
+    Reached reach(std::int64_t base, std::u16string_view cachePath);
     std::optional<KeyRef> find(const Place& place);
     std::optional<KeyRef> find(Root root, std::string_view key) { return find(place(root, key)); }
     std::optional<KeyRef> findClasses(bool user, std::string_view key);
@@ -75,7 +81,10 @@ private:
     KeyRef obtain(const Place& place);
     void remember(std::u16string_view path, const KeyRef& key);
     KeyRef obtainAgain(Root root, std::string_view key);
-    void touch(const KeyRef& key) { touched_.insert(key.id); }
+    bool isNew(const KeyRef& key) const { return firstNew_ != 0 && key.id >= firstNew_; }
+    void touch(const KeyRef& key) {
+        if (!isNew(key)) touched_.insert(key.id);
+    }
     void flushTouched();
 
     std::filesystem::path file_;
@@ -85,6 +94,9 @@ private:
     std::int64_t dataVersion_ = 0;
     std::unordered_map<std::u16string, KeyRef, Hash, std::equal_to<>> keys_;   // base and folded path to key
     std::unordered_set<std::int64_t> touched_;
+    static constexpr std::int64_t NoneIsNew = std::numeric_limits<std::int64_t>::max();
+    std::int64_t firstNew_ = 0;          // keys from this number on were made in the transaction under way; 0: none yet
+    bool newAreKnown_ = false;           // keys_ holds every key that is new
     struct Written {
         Root root;
         std::string key;

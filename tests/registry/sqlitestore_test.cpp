@@ -5,6 +5,7 @@
 #include <random>
 
 #include "TempStore.h"
+#include "registry/MemoryStore.h"
 
 using namespace brenvik;
 using namespace brenvik::test;
@@ -313,38 +314,56 @@ TEST(SqliteStore, DetailsOfKeys) {
     EXPECT_EQ(file.number("SELECT count(*) FROM descriptor"), 1);
 }
 
-// A tree that grew here and there, so that nothing lies in the order in which it is told.
-TEST(SqliteStore, AWalkTellsWhatSingleQuestionsAnswer) {
+// Trees that grow here and there, with changes that are taken back, in two stores that share no code.
+TEST(SqliteStore, GrowsLikeAnotherStoreAndIsWalkedAsItIs) {
     struct Writing final : TreeSink {
         void enter(std::string_view name, const KeyDetails& details) override {
-            text.append("[").append(name).append(std::to_string(details.descriptor.size() + details.className.size())).append(details.readOnly ? "!" : "");
+            text.append("[").append(name);
+            if (withDetails) text.append(std::to_string(details.descriptor.size() + details.className.size()));
         }
         void value(std::string_view name, const RawValue& value) override { text.append(name).append("=").append(bytesText(value.bytes)).append(";"); }
         void leave() override { text += "]"; }
         std::string text;
+        bool withDetails = true;
     };
     TempStore t;
+    MemoryStore other;
     std::mt19937 random(3);
-    const auto path = [&] {
+    const auto change = [&](std::uint32_t i) {
         std::string key = "T";
         for (std::uint32_t depth = random() % 5; depth > 0; --depth) key += "\\" + std::to_string(random() % 4);
-        return key;
-    };
-    t.store.transaction([&] {
-        for (std::uint32_t i = 0; i < 3000; ++i) {
-            const std::string key = path();
-            const auto name = ValueName::named(std::to_string(random() % 6));
-            if (i % 7 == 0) t.store.deleteValue(Root::LocalMachine, key, name);
-            else if (i % 11 == 0) t.store.deleteKey(Root::LocalMachine, key);
-            else if (i % 97 == 0 && t.store.keyExists(Root::LocalMachine, key)) t.store.setDetails(Root::LocalMachine, key, {{'C', 0}, i, Bytes(i % 5, 1), false});
-            else t.store.setValue(Root::LocalMachine, key, name, dword(i));
+        const auto name = ValueName::named(std::to_string(random() % 6));
+        for (RegStore* const store : {static_cast<RegStore*>(&t.store), static_cast<RegStore*>(&other)}) {
+            if (i % 7 == 0) store->deleteValue(Root::LocalMachine, key, name);
+            else if (i % 11 == 0) store->deleteKey(Root::LocalMachine, key);
+            else if (i % 13 == 0) store->createKey(Root::LocalMachine, key);
+            else if (i % 97 == 0 && store->keyExists(Root::LocalMachine, key)) store->setDetails(Root::LocalMachine, key, {{'C', 0}, i, Bytes(i % 5, 1), false});
+            else store->setValue(Root::LocalMachine, key, name, dword(i));
         }
-    });
+    };
+    const auto together = [&](const std::function<void()>& work) { t.store.transaction([&] { other.transaction(work); }); };
+    for (std::uint32_t i = 0; i < 3000; ++i) {
+        together([&] {
+            for (const std::uint32_t end = i + random() % 40; i < end; ++i) change(i);
+            const auto takenBack = [&] {
+                for (int more = 0; more < 10; ++more) change(i + 1);
+                throw NumberedError(42, "stop");
+            };
+            if (i % 2 == 0) {
+                EXPECT_EQ(errorOf([&] { together(takenBack); }), 42u);
+            }
+            change(i);
+        });
+    }
     for (const char* top : {"T", "T\\2", "", "none"}) {
-        Writing walk, single;
+        Writing walk, single, same, bare;
         t.store.walk(Root::LocalMachine, top, walk);
         t.store.RegStore::walk(Root::LocalMachine, top, single);
         EXPECT_EQ(walk.text, single.text) << top;
         EXPECT_EQ(walk.text.empty(), top == std::string("none"));
+        same.withDetails = bare.withDetails = false;
+        t.store.walk(Root::LocalMachine, top, bare);
+        other.walk(Root::LocalMachine, top, same);
+        EXPECT_EQ(bare.text, same.text) << top;
     }
 }
