@@ -14,16 +14,25 @@ using nlohmann::ordered_json;
 constexpr std::uintmax_t MaxRegFile = std::uintmax_t{1} << 30;
 constexpr const char* NotThere = "(nicht vorhanden)";
 
+struct Verzichtet {};
+
 int exportKey(Programm& programm, Orte& places, const std::string& text, const std::string& file, bool regedit4) {
     const Ort place = places.resolve(text);
     if (place.whole) return failed(KeyNeeded, 2);
     if (!place.store->keyExists(place.path.root, place.key())) return failed("Der Schlüssel ist nicht vorhanden: " + text);
-    RegTextWriter writer(regedit4 ? RegTextWriter::Format::Regedit4 : RegTextWriter::Format::Version5);
-    writer.tree(*place.store, place.path.root, place.key());
-    if (writer.lost() > 0 &&
-        !programm.context().port.ask(std::to_string(writer.lost()) + " Einträge lassen sich in diesem Format nicht darstellen und gingen verloren. Soll die Datei trotzdem geschrieben werden?"))
+    const auto format = regedit4 ? RegTextWriter::Format::Regedit4 : RegTextWriter::Format::Version5;
+    try {
+        writeFileAtomic(pathFromUtf8(file), [&](const Ausgabestueck& put) {
+            RegTextWriter writer(format, put);
+            writer.tree(*place.store, place.path.root, place.key());
+            writer.end();
+            if (writer.lost() > 0 &&
+                !programm.context().port.ask(std::to_string(writer.lost()) + " Einträge lassen sich in diesem Format nicht darstellen und gingen verloren. Soll die Datei trotzdem geschrieben werden?"))
+                throw Verzichtet{};
+        });
+    } catch (const Verzichtet&) {
         return 1;
-    writeFileAtomic(pathFromUtf8(file), writer.bytes());
+    }
     return 0;
 }
 

@@ -77,6 +77,29 @@ void copyOne(const fs::path& source, const fs::path& target) {
     writeFileAtomic(file, readFile(source, std::numeric_limits<std::uintmax_t>::max()));
 }
 
+// Where a link leads, if that can be written.
+fs::path writableTarget(const fs::path& file) {
+    std::error_code error;
+    fs::path target = file;
+    if (fs::is_symlink(file, error)) {
+        target = fs::weakly_canonical(file, error);
+        if (error) fail(error, file);
+    }
+    if (host::isReadOnly(target)) throw NumberedError(errnum::PathFileAccess, fmt::format("Die Datei \"{}\" ist schreibgeschützt.", utf8FromPath(file)));
+    if (fs::exists(target, error) && !fs::is_regular_file(target, error)) fail(std::make_error_code(std::errc::permission_denied), file);
+    return target;
+}
+
+void fillFile(const fs::path& fresh, const fs::path& named, const std::function<void(const Ausgabestueck&)>& fill) {
+    std::unique_ptr<std::FILE, CloseFile> out(host::openFile(fresh, "ab"));
+    if (out == nullptr) fail(std::error_code(errno, std::generic_category()), named);
+    fill([&](std::string_view piece) {
+        if (std::fwrite(piece.data(), 1, piece.size(), out.get()) != piece.size()) fail(std::error_code(errno, std::generic_category()), named);
+    });
+    if (const std::error_code error = host::flushToDisk(out.get())) fail(error, named);
+    if (std::fclose(out.release()) != 0) fail(std::error_code(errno, std::generic_category()), named);
+}
+
 }  // namespace
 
 std::string readFile(const fs::path& file, std::uintmax_t limit) {
@@ -87,6 +110,7 @@ std::string readFile(const fs::path& file, std::uintmax_t limit) {
     const std::unique_ptr<std::FILE, CloseFile> in(host::openFile(file, "rb"));
     if (in == nullptr) fail(std::error_code(errno, std::generic_category()), file);
     std::string bytes;
+    if (const std::uintmax_t size = fs::file_size(file, error); !error) bytes.reserve(static_cast<std::size_t>(std::min(size, limit)));
     char buffer[65536];
     for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, in.get())) > 0;) {
         if (bytes.size() + count > limit)
@@ -98,20 +122,26 @@ std::string readFile(const fs::path& file, std::uintmax_t limit) {
 }
 
 void writeFileAtomic(const fs::path& file, std::string_view bytes) {
-    std::error_code error;
-    fs::path target = file;
-    if (fs::is_symlink(file, error)) {
-        target = fs::weakly_canonical(file, error);
-        if (error) fail(error, file);
-    }
-    if (host::isReadOnly(target)) throw NumberedError(errnum::PathFileAccess, fmt::format("Die Datei \"{}\" ist schreibgeschützt.", utf8FromPath(file)));
-    if (fs::exists(target, error) && !fs::is_regular_file(target, error)) fail(std::make_error_code(std::errc::permission_denied), file);
-    const fs::path fresh = newNameBeside(target);
-    if (!(error = host::writeNewFile(fresh, bytes, target))) error = host::replaceFile(fresh, target);
+    const fs::path target = writableTarget(file), fresh = newNameBeside(target);
+    std::error_code error = host::writeNewFile(fresh, bytes, target);
+    if (!error) error = host::replaceFile(fresh, target);
     if (error) {
         std::error_code ignored;
         fs::remove(fresh, ignored);
         fail(error, file);
+    }
+}
+
+void writeFileAtomic(const fs::path& file, const std::function<void(const Ausgabestueck&)>& fill) {
+    const fs::path target = writableTarget(file), fresh = newNameBeside(target);
+    if (const std::error_code error = host::writeNewFile(fresh, {}, target)) fail(error, file);
+    try {
+        fillFile(fresh, file, fill);
+        if (const std::error_code error = host::replaceFile(fresh, target)) fail(error, file);
+    } catch (...) {
+        std::error_code ignored;
+        fs::remove(fresh, ignored);
+        throw;
     }
 }
 

@@ -4,6 +4,7 @@
 // Failing operations throw NumberedError 53 (not there), 70 or 75 (no access), 61 (disk full), 76 (no such folder).
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,9 @@ std::string readFile(const std::filesystem::path& file, std::uintmax_t limit = D
 // A new file beside the old one is filled, brought to the disk and renamed over it; a failure leaves the old
 // file as it was. Error 75 if the file is marked read-only. A link is followed, the rights of an old file are kept.
 void writeFileAtomic(const std::filesystem::path& file, std::string_view bytes);
+// The same for what is not in memory as a whole: fill hands over one piece after the other. If it throws, nothing is left.
+using Ausgabestueck = std::function<void(std::string_view piece)>;
+void writeFileAtomic(const std::filesystem::path& file, const std::function<void(const Ausgabestueck& put)>& fill);
 
 bool isReadOnly(const std::filesystem::path& file);          // the read-only attribute; false if it isn't there
 void setReadOnly(const std::filesystem::path& file, bool on);

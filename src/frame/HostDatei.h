@@ -17,6 +17,7 @@ std::tm localTime(std::time_t time);
 // Makes a new file (never an existing one) with these bytes and brings them to the disk. The file takes over the
 // rights of model, if that exists.
 std::error_code writeNewFile(const std::filesystem::path& file, std::string_view bytes, const std::filesystem::path& model);
+std::error_code flushToDisk(std::FILE* file);   // of an open file what has been written so far
 // Puts one file in the place of another, in one step that survives a power failure.
 std::error_code replaceFile(const std::filesystem::path& source, const std::filesystem::path& target);
 

@@ -55,6 +55,8 @@ std::error_code writeNewFile(const std::filesystem::path& file, std::string_view
     return writeAll(out.get(), bytes);
 }
 
+std::error_code flushToDisk(std::FILE* file) { return std::fflush(file) != 0 || ::fsync(::fileno(file)) != 0 ? lastError() : std::error_code(); }
+
 std::error_code replaceFile(const std::filesystem::path& source, const std::filesystem::path& target) {
     if (::rename(source.c_str(), target.c_str()) != 0) return lastError();
     const auto parent = target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");

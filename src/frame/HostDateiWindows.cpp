@@ -1,5 +1,8 @@
 #ifdef _WIN32
+#include <cerrno>
 #include <string>
+
+#include <io.h>
 
 #define WIN32_LEAN_AND_MEAN
 #ifndef NOMINMAX
@@ -50,6 +53,10 @@ std::error_code writeNewFile(const std::filesystem::path& file, std::string_view
         bytes.remove_prefix(written);
     }
     return ::FlushFileBuffers(out.get()) != 0 ? std::error_code() : lastError();
+}
+
+std::error_code flushToDisk(std::FILE* file) {
+    return std::fflush(file) != 0 || ::_commit(::_fileno(file)) != 0 ? std::error_code(errno, std::generic_category()) : std::error_code();
 }
 
 std::error_code replaceFile(const std::filesystem::path& source, const std::filesystem::path& target) {

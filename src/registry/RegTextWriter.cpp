@@ -1,5 +1,8 @@
 #include "registry/RegTextWriter.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "frame/Codepage.h"
 #include "frame/Errors.h"
 #include "registry/RegPath.h"
@@ -13,22 +16,16 @@ constexpr std::size_t LongestLine = 78;   // without the backslash that wraps it
 constexpr const char* LineEnd = "\r\n";
 constexpr char hexDigits[] = "0123456789abcdef";
 
-std::string escaped(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        if (c == '\\' || c == '"') quoted += '\\';
-        quoted += c;
-    }
-    return quoted + '"';
-}
-
 bool isString(std::uint32_t type) { return type == regtype::Sz || type == regtype::ExpandSz || type == regtype::MultiSz; }
 
 // A string goes as text only if it comes back as it was and other readers understand it too.
-bool isPlainText(const RawValue& value) {
-    if (value.type != regtype::Sz) return false;
-    const std::string text = toText(value);
-    return text.find_first_of("\r\n") == std::string::npos && fromText(text, regtype::Sz) == value;
+std::optional<std::string> plainText(const RawValue& value) {
+    const Bytes& bytes = value.bytes;
+    const bool ended = bytes.size() >= 2 && bytes.size() % 2 == 0 && bytes.back() == 0 && bytes[bytes.size() - 2] == 0;
+    if (value.type != regtype::Sz || !ended) return std::nullopt;
+    std::string text = toText(value);
+    if (text.find_first_of("\r\n") != std::string::npos || !(fromText(text, regtype::Sz) == value)) return std::nullopt;
+    return text;
 }
 
 std::string hexNumber(std::uint32_t number, int digits) {
@@ -42,44 +39,108 @@ std::string hexNumber(std::uint32_t number, int digits) {
 
 }  // namespace
 
-RegTextWriter::RegTextWriter(Format format)
-    : format_(format), text_(std::string(format == Format::Regedit4 ? RegHeader4 : RegHeader5) + LineEnd) {}
+RegTextWriter::RegTextWriter(Format format, Drain drain) : format_(format), drain_(std::move(drain)) {
+    if (format == Format::Version5) text_ = "\xFF\xFE";
+    put(format == Format::Regedit4 ? RegHeader4 : RegHeader5);
+    putAscii(LineEnd);
+}
 
-void RegTextWriter::comment(std::string_view line) { text_.append(line).append(LineEnd); }
+void RegTextWriter::putAscii(std::string_view text) {
+    if (format_ == Format::Regedit4) {
+        text_ += text;
+        return;
+    }
+    const std::size_t at = text_.size();
+    text_.resize(at + 2 * text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) text_[at + 2 * i] = text[i];
+}
+
+void RegTextWriter::put(std::string_view text) {
+    if (std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
+        putAscii(text);
+    } else {
+        text_ += format_ == Format::Regedit4 ? ansiFromUtf8(text) : utf16LeFromUtf8(text);
+    }
+}
+
+void RegTextWriter::putQuoted(std::string_view text) {
+    putAscii("\"");
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t special = std::min(text.find_first_of("\\\"", at), text.size());
+        put(text.substr(at, special - at));
+        if (special < text.size()) {
+            putAscii("\\");
+            putAscii(text.substr(special, 1));
+        }
+        at = special + 1;
+    }
+    putAscii("\"");
+}
+
+void RegTextWriter::newEntry() {
+    constexpr std::size_t piece = 1u << 20;
+    if (drain_ && text_.size() > piece) {
+        drain_(text_);
+        text_.clear();
+    }
+    lineStart_ = text_.size();
+}
+
+void RegTextWriter::comment(std::string_view line) {
+    newEntry();
+    put(line);
+    putAscii(LineEnd);
+}
 
 void RegTextWriter::noteFit(std::string_view text) {
     if (format_ == Format::Regedit4 && !fitsAnsi(text)) ++lost_;
 }
 
 void RegTextWriter::header(std::string_view prefix, Root root, std::string_view key) {
+    newEntry();
     if (key.find_first_of("\r\n") != std::string_view::npos) ++lost_;
     noteFit(key);
-    text_.append(LineEnd).append("[").append(prefix).append(longRootName(root));
-    if (!key.empty()) text_.append("\\").append(key);
-    text_.append("]").append(LineEnd);
+    putAscii(LineEnd);
+    putAscii("[");
+    putAscii(prefix);
+    putAscii(longRootName(root));
+    if (!key.empty()) putAscii("\\");
+    put(key);
+    putAscii("]");
+    putAscii(LineEnd);
 }
 
 void RegTextWriter::key(Root root, std::string_view key) { header("", root, key); }
 void RegTextWriter::deleteKey(Root root, std::string_view key) { header("-", root, key); }
 
-void RegTextWriter::name(const ValueName& name) {
-    noteFit(name.text());
-    text_ += (name.isUnnamed() ? std::string("@") : escaped(name.text())) + "=";
+void RegTextWriter::name(std::string_view name) {
+    newEntry();
+    noteFit(name);
+    if (name.empty()) {
+        putAscii("@=");
+    } else {
+        putQuoted(name);
+        putAscii("=");
+    }
 }
 
 void RegTextWriter::deleteValue(const ValueName& valueName) {
-    name(valueName);
-    text_.append("-").append(LineEnd);
+    name(valueName.text());
+    putAscii("-");
+    putAscii(LineEnd);
 }
 
-void RegTextWriter::value(const ValueName& valueName, const RawValue& value) {
+void RegTextWriter::value(const ValueName& valueName, const RawValue& value) { this->value(valueName.text(), value); }
+
+void RegTextWriter::value(std::string_view valueName, const RawValue& value) {
     name(valueName);
-    if (isPlainText(value)) {
-        noteFit(toText(value));
-        text_ += escaped(toText(value));
+    if (const auto text = plainText(value)) {
+        noteFit(*text);
+        putQuoted(*text);
     } else if (value.type == regtype::Dword && value.bytes.size() == 4) {
         const auto& b = value.bytes;
-        text_ += "dword:" + hexNumber(b[0] | b[1] << 8 | b[2] << 16 | static_cast<std::uint32_t>(b[3]) << 24, 8);
+        putAscii("dword:");
+        putAscii(hexNumber(b[0] | b[1] << 8 | b[2] << 16 | static_cast<std::uint32_t>(b[3]) << 24, 8));
     } else if (format_ == Format::Regedit4 && isString(value.type)) {
         const std::string ansi = ansiFromUtf8(utf8FromUtf16Le({reinterpret_cast<const char*>(value.bytes.data()), value.bytes.size()}));
         const RawValue narrow{value.type, {ansi.begin(), ansi.end()}};
@@ -88,24 +149,27 @@ void RegTextWriter::value(const ValueName& valueName, const RawValue& value) {
     } else {
         hex(value);
     }
-    text_ += LineEnd;
+    putAscii(LineEnd);
 }
 
 void RegTextWriter::hex(const RawValue& value) {
-    text_ += value.type == regtype::Binary ? std::string("hex:") : "hex(" + hexNumber(value.type, 1) + "):";
-    std::size_t column = text_.size() - (text_.rfind('\n') + 1);
+    putAscii(value.type == regtype::Binary ? std::string("hex:") : "hex(" + hexNumber(value.type, 1) + "):");
+    std::size_t width = column();
+    std::string line;
     for (std::size_t i = 0; i < value.bytes.size(); ++i) {
-        const bool last = i + 1 == value.bytes.size();
-        text_ += hexDigits[value.bytes[i] >> 4];
-        text_ += hexDigits[value.bytes[i] & 15];
-        if (last) break;
-        text_ += ',';
-        column += 3;
-        if (column + 3 > LongestLine) {
-            text_.append("\\").append(LineEnd).append("  ");
-            column = 2;
+        line += hexDigits[value.bytes[i] >> 4];
+        line += hexDigits[value.bytes[i] & 15];
+        if (i + 1 == value.bytes.size()) break;
+        line += ',';
+        width += 3;
+        if (width + 3 > LongestLine) {
+            line.append("\\").append(LineEnd).append("  ");
+            putAscii(line);
+            line.clear();
+            width = 2;
         }
     }
+    putAscii(line);
 }
 
 namespace {
@@ -121,7 +185,7 @@ public:
         }
         writer_.key(root_, path_);
     }
-    void value(std::string_view name, const RawValue& value) override { writer_.value(ValueName::named(std::string(name)), value); }
+    void value(std::string_view name, const RawValue& value) override { writer_.value(name, value); }
     void leave() override {
         path_.resize(lengths_.back());
         lengths_.pop_back();
@@ -142,8 +206,15 @@ void RegTextWriter::tree(RegStore& store, Root root, std::string_view path) {
 }
 
 std::string RegTextWriter::bytes() const {
-    const std::string whole = text_ + LineEnd;
-    return format_ == Format::Regedit4 ? ansiFromUtf8(whole) : "\xFF\xFE" + utf16LeFromUtf8(whole);
+    RegTextWriter whole = *this;
+    whole.putAscii(LineEnd);
+    return std::move(whole.text_);
+}
+
+void RegTextWriter::end() {
+    putAscii(LineEnd);
+    drain_(text_);
+    text_.clear();
 }
 
 }  // namespace brenvik
