@@ -1,6 +1,7 @@
 #include "registry/RegTextWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 #include "frame/Codepage.h"
@@ -14,6 +15,7 @@ namespace {
 
 constexpr std::size_t LongestLine = 78;   // without the backslash that wraps it
 constexpr const char* LineEnd = "\r\n";
+constexpr const char* WrappedLine = "\\\r\n  ";
 constexpr char hexDigits[] = "0123456789abcdef";
 
 bool isString(std::uint32_t type) { return type == regtype::Sz || type == regtype::ExpandSz || type == regtype::MultiSz; }
@@ -66,7 +68,8 @@ void RegTextWriter::put(std::string_view text) {
 void RegTextWriter::putQuoted(std::string_view text) {
     putAscii("\"");
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t special = std::min(text.find_first_of("\\\"", at), text.size());
+        std::size_t special = at;
+        while (special < text.size() && text[special] != '\\' && text[special] != '"') ++special;
         put(text.substr(at, special - at));
         if (special < text.size()) {
             putAscii("\\");
@@ -154,22 +157,22 @@ void RegTextWriter::value(std::string_view valueName, const RawValue& value) {
 
 void RegTextWriter::hex(const RawValue& value) {
     putAscii(value.type == regtype::Binary ? std::string("hex:") : "hex(" + hexNumber(value.type, 1) + "):");
-    std::size_t width = column();
-    std::string line;
+    std::array<char, LongestLine + 3> line{};
+    std::size_t width = column(), length = 0;
     for (std::size_t i = 0; i < value.bytes.size(); ++i) {
-        line += hexDigits[value.bytes[i] >> 4];
-        line += hexDigits[value.bytes[i] & 15];
+        line[length++] = hexDigits[value.bytes[i] >> 4];
+        line[length++] = hexDigits[value.bytes[i] & 15];
         if (i + 1 == value.bytes.size()) break;
-        line += ',';
+        line[length++] = ',';
         width += 3;
         if (width + 3 > LongestLine) {
-            line.append("\\").append(LineEnd).append("  ");
-            putAscii(line);
-            line.clear();
+            putAscii({line.data(), length});
+            putAscii(WrappedLine);
+            length = 0;
             width = 2;
         }
     }
-    putAscii(line);
+    putAscii({line.data(), length});
 }
 
 namespace {

@@ -107,7 +107,7 @@ TEST_F(Registry, ExportUndImportGebenDasselbe) {
 
     const Ergebnis lossy = cli({"registry", "export", "HKCU\\Software\\Bunt", path("alt.reg"), "--regedit4"});
     EXPECT_EQ(lossy.code, 1);   // Greek
-    EXPECT_FALSE(std::filesystem::exists(dir / "alt.reg"));
+    for (const std::string& name : dir.names()) EXPECT_NE(name.substr(0, 7), "alt.reg");   // nor what was written so far
     out({"registry", "export", "HKCU\\Software\\Bunt\\Ünter", path("alt.reg"), "--regedit4"});
     EXPECT_EQ(utf8FromAnsi(bytesOf(dir / "alt.reg")), "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Bunt\\Ünter]\r\n\"x\"=\"1\"\r\n\r\n[HKEY_CURRENT_USER\\Software\\Bunt\\Ünter\\leer]\r\n\r\n");
 }

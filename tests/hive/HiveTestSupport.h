@@ -12,6 +12,7 @@
 #include "registry/hive/HiveChecker.h"
 #include "registry/hive/HiveReader.h"
 #include "registry/hive/HiveWriter.h"
+#include "support/TempDir.h"
 
 namespace brenvik::hivetest {
 
@@ -128,20 +129,5 @@ inline std::string othersView(const std::string& command, const std::filesystem:
 }
 
 inline bool installed(const std::string& tool) { return std::system(("command -v " + tool + " >/dev/null 2>&1").c_str()) == 0; }
-
-class TempFolder {
-public:
-    TempFolder() : path_(std::filesystem::temp_directory_path() / ("bvk_hive_" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) + "_" + std::to_string(std::rand()))) {
-        std::filesystem::create_directories(path_);
-    }
-    ~TempFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
-};
 
 }  // namespace brenvik::hivetest

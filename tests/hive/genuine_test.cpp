@@ -65,7 +65,7 @@ std::string withoutPlaces(const std::string& text) {
 void sameForOthers(const std::string& tool, const std::string& command) {
     NEED_GENUINE();
     if (!installed(tool)) GTEST_SKIP() << tool << " is not installed";
-    const TempFolder folder;
+    const test::TempDir folder;
     for (const Clean& clean : cleanFiles) {
         SCOPED_TRACE(clean.file);
         save(folder / "a", load(genuineFolder() / clean.file));

@@ -111,10 +111,12 @@ TEST_F(HiveFilesTest, TheServiceSavesAndRestores) {
     LocalMachines machines(local.store);
     TraceLog trace;
     BVKRegistry registry(trace, machines);
-    registry.setHiveFiles(&files);
     local.store.setValue(Root::LocalMachine, key, ValueName::unnamed(), sz("Wert"));
     const fs::path file = local.folder / "BVK.bin";
-    registry.SetPath("", "HKLM\\" + key);
+    registry.SetPath("", "HKLM\\" + key + "\\");
+    EXPECT_FALSE(registry.SaveKey(utf8FromPath(file)));   // nobody here knows hive files
+    EXPECT_FALSE(registry.RestoreKey(utf8FromPath(local.folder.path()), "registry.db"));
+    registry.setHiveFiles(&files);
     EXPECT_TRUE(registry.SaveKey(utf8FromPath(file)));
     const Bytes bytes = load(file);
     EXPECT_FALSE(registry.SaveKey(utf8FromPath(file)));
@@ -123,6 +125,7 @@ TEST_F(HiveFilesTest, TheServiceSavesAndRestores) {
     EXPECT_FALSE(registry.SaveKey(utf8FromPath(local.folder / "fehlt.bin")));
     local.store.setValue(Root::LocalMachine, key, ValueName::unnamed(), sz("anders"));
     registry.SetPath("", "HKLM\\" + key);
+    EXPECT_FALSE(registry.RestoreKey(utf8FromPath(local.folder.path()), "keine.bin"));
     EXPECT_TRUE(registry.RestoreKey(utf8FromPath(local.folder.path()), "BVK.bin"));
     EXPECT_EQ(textOf(local.store, Root::LocalMachine, key, ""), "Wert");
     const Lines names = local.folder.names();

@@ -24,18 +24,6 @@ struct Service {
     }
 };
 
-struct FakeHives : HiveFiles {
-    std::string calls;
-    bool save(RegStore&, Root root, const std::string& key, const std::filesystem::path& file) override {
-        calls += std::string("save ") + shortRootName(root) + "|" + key + "|" + file.filename().string() + ";";
-        return true;
-    }
-    bool restore(RegStore&, Root root, const std::string& key, const std::filesystem::path& file) override {
-        calls += std::string("restore ") + shortRootName(root) + "|" + key + "|" + file.filename().string() + ";";
-        return true;
-    }
-};
-
 }  // namespace
 
 TEST(RegPath, Forms) {
@@ -206,19 +194,3 @@ TEST(Service, Machines) {
     EXPECT_EQ(storedUserName(s.t.store, "S-1-5-21-8"), "");
 }
 
-TEST(Service, HiveFiles) {
-    Service s;
-    FakeHives hives;
-    s.at("HKU\\.Default\\Software\\").WriteValue("", 0);
-    const std::string file = (s.t.folder / "BVK.bin").string(), existing = (s.t.folder / "alt.bin").string();
-    writeFile(existing, "x");
-    EXPECT_FALSE(s.at("HKU\\.Default").SaveKey(file));
-    s.reg.setHiveFiles(&hives);
-    EXPECT_TRUE(s.at("HKU\\.Default").SaveKey(file));
-    EXPECT_TRUE(s.at("HKU\\.Default\\Software\\").SaveKey(file));
-    EXPECT_FALSE(s.at("HKU\\.Default").SaveKey(existing));
-    EXPECT_FALSE(s.at("HKU\\.Absent").SaveKey(file));
-    EXPECT_TRUE(s.at("HKLM\\SAM").RestoreKey(s.t.folder.path().string(), "alt.bin"));
-    EXPECT_FALSE(s.at("HKLM\\SAM").RestoreKey(s.t.folder.path().string(), "neu.bin"));
-    EXPECT_EQ(hives.calls, "save HKU|.Default|BVK.bin;save HKU|.Default\\Software|BVK.bin;restore HKLM|SAM|alt.bin;");
-}

@@ -120,20 +120,8 @@ TEST(RegText, Refused) {
     for (const Case& c : cases) EXPECT_EQ(told(parseRegText(c.text)), c.told) << c.what;
 }
 
-// Every place where a file can be cut off or spoiled ends in operations or problems, never in a crash; and reading never takes time
-// that grows faster than the text.
-TEST(RegText, CutAndSpoiled) {
-    const std::string good = V5 + "[HKCU\\A]\r\n\"a\\\\\"=\"b\\\"\"\r\n@=hex(7):61,00,\\\r\n  00,00 ; c\r\n[-HKLM\\B]\r\n\"v\"=dword:00000001\r\n\"x\"=-\r\n";
-    for (const std::string& text : {good, wide(good)}) {
-        for (std::size_t cut = 0; cut <= text.size(); ++cut) parseRegText(text.substr(0, cut));
-        for (std::size_t place = 0; place < text.size(); ++place) {
-            for (const char wrong : {'\0', '"', '\\', '[', ']', '\n', ',', '\xFF'}) {
-                std::string spoiled = text;
-                spoiled[place] = wrong;
-                parseRegText(spoiled);
-            }
-        }
-    }
+// Reading never takes time that grows faster than the text.
+TEST(RegText, LongNonsense) {
     for (const std::string& unit : {"\""s, "[\n"s, "\"\\\n"s, "\"a\"=\"\n"s, "@=hex:\\\n"s, "\\\n"s, "x\\\n"s, "[HKCU\\"s}) {
         std::string text = V5 + "[HKCU\\A]\n";
         while (text.size() < 2000000) text += unit;

@@ -91,29 +91,3 @@ TEST(StoreKill, AcknowledgedWritesAreThere) {
     EXPECT_EQ(database.text("PRAGMA integrity_check"), "ok");
 }
 
-TEST(StoreKill, ProcessesSeeEachOthersWrites) {
-    TempDir folder;
-    SqliteStore store(folder / "registry.db");
-    store.setValue(Root::LocalMachine, "S\\K", ValueName::named("v"), sz("parent"));
-    EXPECT_EQ(textOf(store, Root::LocalMachine, "S\\K", "v"), "parent");
-    int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        // A store is never used across a fork; the child opens its own.
-        try {
-            SqliteStore own(folder / "registry.db");
-            const bool seen = textOf(own, Root::LocalMachine, "S\\K", "v") == "parent";
-            own.deleteKey(Root::LocalMachine, "S\\K");
-            own.setValue(Root::LocalMachine, "S\\K", ValueName::named("w"), sz("child"));
-            _exit(seen ? 0 : 1);
-        } catch (...) {
-            _exit(2);
-        }
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(WEXITSTATUS(status), 0);
-    EXPECT_EQ(textOf(store, Root::LocalMachine, "S\\K", "v"), "<none>");
-    EXPECT_EQ(textOf(store, Root::LocalMachine, "S\\K", "w"), "child");
-}
