@@ -169,6 +169,7 @@ bool BVKRegistry::RestoreKey(const std::string& directory, const std::string& fi
         trace_.write("--- Schlüssel nicht wiederhergestellt: " + path_);
         return false;
     }
+    if (path.wholeKey().empty()) throw RegError(regerr::NoKey, "Ein Hauptschlüssel kann nicht ersetzt werden.");
     return hiveFiles_->restore(store, path.root, path.wholeKey(), source);
 }
 

@@ -126,6 +126,11 @@ TEST_F(HiveFilesTest, TheServiceSavesAndRestores) {
     local.store.setValue(Root::LocalMachine, key, ValueName::unnamed(), sz("anders"));
     registry.SetPath("", "HKLM\\" + key);
     EXPECT_FALSE(registry.RestoreKey(utf8FromPath(local.folder.path()), "keine.bin"));
+    for (const char* root : {"HKLM", "HKLM\\"}) {   // never all there is
+        registry.SetPath("", root);
+        EXPECT_EQ(errorOf([&] { registry.RestoreKey(utf8FromPath(local.folder.path()), "BVK.bin"); }), 0x80040202u);
+    }
+    registry.SetPath("", "HKLM\\" + key);
     EXPECT_TRUE(registry.RestoreKey(utf8FromPath(local.folder.path()), "BVK.bin"));
     EXPECT_EQ(textOf(local.store, Root::LocalMachine, key, ""), "Wert");
     const Lines names = local.folder.names();
