@@ -83,7 +83,9 @@ TEST_F(Commands, PlayTheClickBeforeTheirHandler) {
     EXPECT_EQ(order, "klick handlerklick handler");
 }
 
-TEST_F(Commands, ControlSSavesThroughTheButton) {
+TEST_F(Commands, ControlSSavesThroughTheButtonAndControlFSearches) {
+    int searches = 0;
+    window.setCommand(Befehl::Suchen, [&] { ++searches; });
     record.fraSteuerung = true;
     window.windowChanged();
     window.activateWindow();
@@ -95,6 +97,8 @@ TEST_F(Commands, ControlSSavesThroughTheButton) {
     QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
     QTest::qWait(150);
     EXPECT_EQ(log.take(), Lines{"save &Speichern"});
+    QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(searches, 1);
 }
 
 TEST_F(Commands, WhatTheSystemHidesIsHidden) {
