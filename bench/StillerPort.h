@@ -1,5 +1,7 @@
 #pragma once
 // A user and a host that answer nothing and show nothing, for measuring.
+#include <functional>
+
 #include "frame/Platform.h"
 #include "frame/UserPort.h"
 
@@ -11,7 +13,7 @@ public:
     std::optional<std::string> chooseFile(const FileChoice&) override { return std::nullopt; }
     std::optional<std::string> chooseFolder(std::string_view, std::string_view) override { return std::nullopt; }
     std::optional<Rgb> chooseColour(Rgb) override { return std::nullopt; }
-    void showWindow(WindowRequest&) override {}
+    void showWindow(WindowRequest& request) override { if (onWindow) onWindow(request); }
     void setClipboard(std::string_view) override {}
     DateTime now() override { return {}; }
     void sleepMs(int) override {}
@@ -21,6 +23,7 @@ public:
     bool startProgram(const std::string&, const std::vector<std::string>&) override { return false; }
     bool openAddress(const std::string&) override { return false; }
     void showHelp(const std::string&, int) override {}
+    std::function<void(WindowRequest&)> onWindow;
     int boxes = 0;  // a measurement with boxes measures the wrong thing
 };
 

@@ -56,6 +56,21 @@ void LoadHistory100000(benchmark::State& state) {
 }
 BENCHMARK(LoadHistory100000)->Unit(benchmark::kMillisecond);
 
+// The list window up to the rows that one sees; the window itself draws only these.
+void OpenHistoryWindow100000(benchmark::State& state) {
+    Welt w;
+    w.lists->LoadFHListe();
+    std::size_t rows = 0;
+    w.port.onWindow = [&](WindowRequest& request) {
+        auto& list = dynamic_cast<HistoryListeAnfrage&>(request);
+        rows = list.zeilen.size();
+        for (std::size_t row = rows - 30; row < rows; ++row) benchmark::DoNotOptimize(list.zeile(row));
+    };
+    for (auto _ : state) w.lists->historyFenster().oeffnen();
+    if (rows != Zeilen) state.SkipWithError("not all rows");
+}
+BENCHMARK(OpenHistoryWindow100000)->Unit(benchmark::kMillisecond);
+
 // One save with two values: the line before the first write, the journal with both values, marked one by one.
 void OneMoreSave(benchmark::State& state) {
     Welt w;

@@ -23,8 +23,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// What users meet is said in their language, the rest in the system's.
+std::string reasonOf(const std::error_code& code) {
+    if (code == std::errc::no_such_file_or_directory) return "Die Datei oder ihr Ordner ist nicht vorhanden.";
+    if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted) return "Der Zugriff wurde verweigert.";
+    if (code == std::errc::no_space_on_device || code == std::errc::file_too_large) return "Der Datenträger ist voll.";
+    if (code == std::errc::read_only_file_system) return "Der Datenträger ist schreibgeschützt.";
+    if (code == std::errc::not_a_directory) return "Der Pfad führt durch eine Datei.";
+    return code.message();
+}
+
 [[noreturn]] void fail(const std::error_code& code, const fs::path& file) {
-    throw NumberedError(errorNumberOf(std::system_error(code)), fmt::format("Auf die Datei \"{}\" kann nicht zugegriffen werden: {}", utf8FromPath(file), code.message()));
+    throw NumberedError(errorNumberOf(std::system_error(code)), fmt::format("Auf die Datei \"{}\" kann nicht zugegriffen werden: {}", utf8FromPath(file), reasonOf(code)));
 }
 
 struct CloseFile {

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::int64_t ApplicationId = 0x42564B4A;   // "BVKJ"
 constexpr std::int64_t FormatVersion = 1;
+constexpr std::uintmax_t LeastSpace = 64 << 10;
 constexpr int WaitMs = 5000;                         // for another process of ours
 
 // Numbers of changes are never used twice: users name a change by its number.
@@ -47,6 +48,13 @@ PRAGMA user_version = 1;
     throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::JournalFehler, utf8FromPath(file), why));
 }
 
+// Its companion files cannot even be made then, which looks like lacking rights.
+bool isFull(const std::filesystem::path& file) {
+    std::error_code error;
+    const auto space = std::filesystem::space(file.parent_path(), error);
+    return !error && space.available < LeastSpace;
+}
+
 void makeTables(sqlite::Database& database) {
     database.execute("BEGIN IMMEDIATE");
     try {
@@ -65,7 +73,7 @@ std::string journalFailure(const std::filesystem::path& file, const sqlite::Erro
     switch (error.code) {
         case SQLITE_NOTADB: case SQLITE_CORRUPT: why = meldung::JournalKeines; break;
         case SQLITE_FULL: why = meldung::JournalVoll; break;
-        case SQLITE_PERM: case SQLITE_AUTH: case SQLITE_CANTOPEN: case SQLITE_READONLY: case SQLITE_IOERR: why = meldung::JournalRechte; break;
+        case SQLITE_PERM: case SQLITE_AUTH: case SQLITE_CANTOPEN: case SQLITE_READONLY: case SQLITE_IOERR: why = isFull(file) ? meldung::JournalVoll : meldung::JournalRechte; break;
         case SQLITE_BUSY: case SQLITE_LOCKED: why = meldung::JournalGesperrt; break;
         default: why = fmt::format(meldung::JournalSonst, error.what());
     }

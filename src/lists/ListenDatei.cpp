@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstring>
 #include <unordered_map>
 
 #include "frame/Codepage.h"
@@ -15,8 +16,16 @@ namespace {
 constexpr std::string_view Utf8Marke = "\xEF\xBB\xBF", Utf16Marke = "\xFF\xFE";
 constexpr std::string_view Zeilenende = "\r\n";
 
+// Every line of every save passes here, so that it takes eight characters at a time.
 bool isAscii(std::string_view text) {
-    return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    std::uint64_t seen = 0, word = 0;
+    for (; text.size() >= sizeof word; text.remove_prefix(sizeof word)) {
+        std::memcpy(&word, text.data(), sizeof word);
+        seen |= word;
+    }
+    word = 0;
+    if (!text.empty()) std::memcpy(&word, text.data(), text.size());
+    return ((seen | word) & 0x8080808080808080u) == 0;
 }
 
 }  // namespace

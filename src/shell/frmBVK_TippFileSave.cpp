@@ -25,8 +25,8 @@ frmBVK_TippFileSave::frmBVK_TippFileSave(TippFileSaveAnfrage& request, QWidget* 
     cmdSave_ = command("cmdSave", qt(strBVKButtons(ButtonSave)), [this] { request_.cmdSave(); });
     cmdDel_ = command("cmdDel", qt(strBVKButtons(ButtonDelete)), [this] { request_.cmdDel(static_cast<std::size_t>(std::max(0, lvRegList_->currentRow()))); });
     cmdDelAll_ = command("cmdDelAll", qt(strBVKButtons(ButtonDeleteAll)), [this] { request_.cmdDelAll(); });
-    QPushButton* saveList = command("cmdListeSpeichern", QStringLiteral("Liste speichern…"), [this] { request_.cmdListeSpeichern(); });
-    QPushButton* loadList = command("cmdListeLaden", QStringLiteral("Liste laden…"), [this] { request_.cmdListeLaden(); });
+    QPushButton* saveList = command("cmdListeSpeichern", QStringLiteral("Liste s&peichern…"), [this] { request_.cmdListeSpeichern(); });
+    QPushButton* loadList = command("cmdListeLaden", QStringLiteral("Liste la&den…"), [this] { request_.cmdListeLaden(); });
     QPushButton* cmdExit = button("cmdExit", qt(strBVKButtons(ButtonBack)));
     connect(cmdExit, &QPushButton::clicked, this, [this] {
         request_.cmdExit();

@@ -86,7 +86,7 @@ private:
 };
 
 // What an element may hold, named with its parent. Attributes are "name:kind", optional ones end in "?"; content is the
-// order of its children, each followed by a blank; text is free, or nothing but blanks.
+// order of its children, each followed by a blank; text is free, or nothing but blanks. Only what our templates use.
 struct XmlRegel {
     const char *element, *attributes, *content;
     bool text = false;
@@ -116,16 +116,10 @@ inline const XmlRegel AdmxRegeln[] = {
     {"disabledValue/decimal", "value:number", ""},
     {"enabledValue/string", "", "", true},
     {"disabledValue/string", "", "", true},
-    {"policy/elements", "", "(text |decimal |multiText |enum )+"},
+    {"policy/elements", "", "(text |decimal |multiText )+"},
     {"elements/text", "id:id valueName:value required:bool? maxLength:number? expandable:bool?", ""},
     {"elements/multiText", "id:id valueName:value required:bool? maxLength:number? maxStrings:number?", ""},
     {"elements/decimal", "id:id valueName:value required:bool? minValue:number? maxValue:number? storeAsText:bool?", ""},
-    {"elements/enum", "id:id valueName:value required:bool?", "(item )+"},
-    {"enum/item", "displayName:string", "value "},
-    {"item/value", "", "(delete |decimal |string )"},
-    {"value/delete", "", ""},
-    {"value/decimal", "value:number", ""},
-    {"value/string", "", "", true},
     {"/policyDefinitionResources", "xmlns:schema revision:version schemaVersion:version", "displayName description resources "},
     {"policyDefinitionResources/displayName", "", "", true},
     {"policyDefinitionResources/description", "", "", true},
@@ -133,11 +127,10 @@ inline const XmlRegel AdmxRegeln[] = {
     {"resources/stringTable", "", "(string )+"},
     {"stringTable/string", "id:id", "", true},
     {"resources/presentationTable", "", "(presentation )+"},
-    {"presentationTable/presentation", "id:id", "(text |textBox |decimalTextBox |multiTextBox |dropdownList )*"},
+    {"presentationTable/presentation", "id:id", "(text |textBox |decimalTextBox |multiTextBox )*"},
     {"presentation/text", "", "", true},
     {"presentation/decimalTextBox", "refId:id defaultValue:number?", "", true},
     {"presentation/multiTextBox", "refId:id", ""},
-    {"presentation/dropdownList", "refId:id defaultItem:number?", "", true},
     {"presentation/textBox", "refId:id", "label (defaultValue )?"},
     {"textBox/label", "", "", true},
     {"textBox/defaultValue", "", "", true},
@@ -258,7 +251,7 @@ private:
             if (!field.at("refId").empty() && !fields.emplace(field.at("refId"), &field).second) complain(name + " field twice: " + field.at("refId"));
         const auto inside = childrenOf(e, "elements");
         namesOf(inside, "id");
-        static const std::map<std::string, std::string> kinds{{"text", "textBox"}, {"multiText", "multiTextBox"}, {"decimal", "decimalTextBox"}, {"enum", "dropdownList"}};
+        static const std::map<std::string, std::string> kinds{{"text", "textBox"}, {"multiText", "multiTextBox"}, {"decimal", "decimalTextBox"}};
         for (const XmlElement& each : inside) {
             const auto field = fields.find(each.at("id"));
             if (field == fields.end() || field->second->name != kinds.at(each.name)) {
@@ -272,12 +265,10 @@ private:
     }
 
     void range(const XmlElement& e, const XmlElement& field) {
-        if (e.name == "decimal") {
-            const auto number = [](const std::string& text, unsigned long long missing) { return text.empty() ? missing : std::stoull(text); };
-            const auto least = number(e.at("minValue"), 0), most = number(e.at("maxValue"), 9999), standard = number(field.at("defaultValue"), 1);
-            if (least > most || standard < least || standard > most) complain(e.at("id") + " begins outside its range");
-        }
-        if (e.name == "enum" && !field.at("defaultItem").empty() && std::stoull(field.at("defaultItem")) >= e.children.size()) complain(e.at("id") + " begins with no item");
+        if (e.name != "decimal") return;
+        const auto number = [](const std::string& text, unsigned long long missing) { return text.empty() ? missing : std::stoull(text); };
+        const auto least = number(e.at("minValue"), 0), most = number(e.at("maxValue"), 9999), standard = number(field.at("defaultValue"), 1);
+        if (least > most || standard < least || standard > most) complain(e.at("id") + " begins outside its range");
     }
 
     std::vector<std::string> fehler_;
