@@ -123,13 +123,15 @@ std::optional<std::string> History::append(const std::vector<HistoryPaar>& pairs
     std::vector<HistorySatz> before;
     try {
         if (!filled) before = std::exchange(udtHistory_, {});   // all of them deleted: the list starts anew
-        prepareWriting();
-        line = datei_->afterReading(line);
-        std::vector<std::string_view> lines;
-        lines.reserve(udtHistory_.size() + 1);
-        for (const HistorySatz& entry : udtHistory_) lines.push_back(entry.Zeile);   // deleted ones too: HistorySave drops them
-        lines.push_back(line);
-        datei_->write(lines);
+        allein_([&] {
+            prepareWriting();
+            line = datei_->afterReading(line);
+            std::vector<std::string_view> lines;
+            lines.reserve(udtHistory_.size() + 1);
+            for (const HistorySatz& entry : udtHistory_) lines.push_back(entry.Zeile);   // deleted ones too: HistorySave drops them
+            lines.push_back(line);
+            datei_->write(lines);
+        });
     } catch (const std::exception& error) {
         if (!wasFilled && !filled) udtHistory_ = std::move(before);
         tellFailure(line, pairs, error);
@@ -157,11 +159,13 @@ bool History::HistorySave() {
     ctx_.trace.write("History speichern");
     return reportAndGoOn(ctx_, "HistorySave", [&] {
         if (!ctx_.blnHistoryAktiv) return;
-        prepareWriting();
-        std::vector<std::string_view> lines;
-        for (const HistorySatz& entry : udtHistory_)
-            if (!entry.Geloescht) lines.push_back(entry.Zeile);
-        datei_->write(lines);
+        allein_([&] {
+            prepareWriting();
+            std::vector<std::string_view> lines;
+            for (const HistorySatz& entry : udtHistory_)
+                if (!entry.Geloescht) lines.push_back(entry.Zeile);
+            datei_->write(lines);
+        });
         std::erase_if(udtHistory_, [](const HistorySatz& entry) { return entry.Geloescht; });
     });
 }

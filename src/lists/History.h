@@ -3,6 +3,7 @@
 // from it, and what other programs did to the file meanwhile is joined first.
 //   date#time#computer#number#old value#number#old value#
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,7 +30,10 @@ std::vector<HistoryPaar> historyPairs(const std::string& line);
 
 class History {
 public:
-    explicit History(Context& ctx) : ctx_(ctx) {}
+    // Runs its argument while no other process of ours reads or writes the file.
+    using Allein = std::function<void(const std::function<void()>&)>;
+
+    History(Context& ctx, Allein allein) : ctx_(ctx), allein_(std::move(allein)) {}
     History(const History&) = delete;
     History& operator=(const History&) = delete;
 
@@ -55,6 +59,7 @@ private:
     bool tellFailure(const std::string& record, const std::vector<HistoryPaar>& pairs, const std::exception& error);
 
     Context& ctx_;
+    Allein allein_;
     std::vector<HistorySatz> udtHistory_;
     std::optional<ListenDatei> datei_;                 // the file that the table belongs to
 };

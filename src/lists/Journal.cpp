@@ -108,6 +108,19 @@ void Journal::transaction(const std::function<void()>& changes) {
     });
 }
 
+void Journal::alone(const std::function<void()>& work) {
+    bool begun = false;
+    try {
+        transaction([&] {
+            begun = true;
+            work();
+        });
+    } catch (const NumberedError&) {
+        if (begun) throw;
+        work();
+    }
+}
+
 std::int64_t Journal::add(const JournalEintrag& entry) {
     std::int64_t id = 0;
     transaction([&] {

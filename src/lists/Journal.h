@@ -74,6 +74,8 @@ public:
     // Every file that was written, oldest first; of the change only number, Tip and heading.
     void eachWrittenFile(const std::function<void(const JournalKopf&, const DateiBild&)>& take);
     void transaction(const std::function<void()>& changes);
+    // Runs the work while no other process may write here; without that if the journal cannot be used.
+    void alone(const std::function<void()>& work);
 
 private:
     struct Tables;

@@ -46,7 +46,7 @@ struct Listen::Liste {
 };
 
 Listen::Listen(TippMaschine& engine)
-    : engine_(engine), ctx_(engine.context()), history_(ctx_), journal_(ctx_.heimPfad / JournalDatei), favoriten_(engine),
+    : engine_(engine), ctx_(engine.context()), history_(ctx_, [this](const std::function<void()>& work) { journal_.alone(work); }), journal_(ctx_.heimPfad / JournalDatei), favoriten_(engine),
       fenster_(engine, journal_, history_, [this] { if (changed_) changed_(); }) {}
 
 void Listen::onChange(std::function<void()> changed) {

@@ -1,3 +1,6 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include "frame/DateiSystem.h"
 #include "lists/Listenprobe.h"
 #include "lists/Meldungen.h"
@@ -107,6 +110,39 @@ TEST(History, EinAndererOrdnerWirdGeladenUndVereint) {
     EXPECT_TRUE(p.fenster().historySichtbar && p.fenster().tbrHistory);
     p.change("4", "5", "6");
     EXPECT_TRUE(p.file().starts_with("1#a#PC#1#x#\r\n09.11.2002#")) << p.file();
+}
+
+// Several processes append at the same time; no line is lost.
+TEST(History, ZweiProgrammeSchreibenZugleich) {
+    constexpr int Each = 25, Before = 5000;
+    TempDir shared;
+    std::string lines;
+    for (int k = 0; k < Before; ++k) lines += "1#a#PC#1#" + std::to_string(k) + "#\r\n";
+    shared.put(HistoryDatei, lines);
+    const auto append = [&](const std::string& name) {
+        Listenprobe p;
+        p.ctx->heimPfad = shared.path();
+        p.ctx->einstellungen.strHistoryPfad = shared.path().string() + "/";
+        p.start();
+        Aenderung change;
+        int written = 0;
+        for (int k = 0; k < Each; ++k) {
+            change.werte = {{"", "HKCU\\x", 1, fromText(name + std::to_string(k), 1), fromText("neu", 1), false}};
+            std::vector<HistoryPaar> pairs;
+            written += p.lists->history().eintragAus(change, pairs).has_value();
+        }
+        return written == Each ? 0 : 1;
+    };
+    std::vector<pid_t> children;
+    for (const char* name : {"eins", "zwei"})
+        if (children.push_back(::fork()); children.back() == 0) ::_exit(append(name));
+    for (const pid_t child : children) {
+        int status = 1;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    const std::string content = bytesOf(shared / HistoryDatei);
+    EXPECT_EQ(std::count(content.begin(), content.end(), '\n'), Before + 2 * Each);
 }
 
 TEST(History, WasNichtGeschriebenWerdenKannHaeltNichtsAuf) {
