@@ -144,7 +144,7 @@ void Favoriten::FavDel() {
     blnFavoritenLaedt_ = false;
     if (strFavoriten_.empty()) return ctx_.port.tell(strBVKTexte(TextKeine));
     const std::string text = chosenText();
-    if (!ctx_.port.ask(strBVKTexte(TextLoeschen1) + text + strBVKTexte(TextLoeschen2))) return void(LoadFavorite());
+    if (!ctx_.port.ask(strBVKTexte(TextLoeschen1) + text + strBVKTexte(TextLoeschen2))) return void(vereinen());
     reportAndGoOn(ctx_, "FavDel", [&] {
         preparedFile();
         removeOne(strFavoriten_, text);

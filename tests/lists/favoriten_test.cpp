@@ -95,6 +95,8 @@ TEST(Favoriten, AndererOrdnerUndWiederEingeschaltet) {
     p.ctx->einstellungen.strFavoritenPfad = (p.dir / "anders").string();   // without separator
     p.lists->ordnerNeu();
     EXPECT_EQ(f.mnuFavPopA(), (Texte{"", "Alpha", "beta"}));
+    p.port.expectBox("gelöscht werden?", Answer::No);
+    f.FavDel();                                                            // forgets none of them
     p.show("Äpfel & Birnen");
     f.FavAdd();
     EXPECT_EQ(p.file("anders/Favoriten.txt") + "|" + p.file(FavoritenDatei), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n|Alpha\r\n");
