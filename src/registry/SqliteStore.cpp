@@ -31,6 +31,26 @@ std::u16string_view lastName(std::u16string_view path) { return path.substr(std:
 
 std::string foldedName(const ValueName& name) { return foldedBytesOf(name.text()); }
 
+// A walk reads each page once, and would only fill the memory with what the usual cache may hold.
+class CacheOfAWalk {
+public:
+    explicit CacheOfAWalk(sqlite::Database& database) : database_(database), usual_(database.number("PRAGMA cache_size")) { set(-4096); }
+    ~CacheOfAWalk() {
+        try {
+            set(usual_);
+        } catch (const sqlite::Error&) {
+            // The small one serves as well, only slower.
+        }
+    }
+    CacheOfAWalk(const CacheOfAWalk&) = delete;
+    CacheOfAWalk& operator=(const CacheOfAWalk&) = delete;
+
+private:
+    void set(std::int64_t size) { database_.execute(("PRAGMA cache_size = " + std::to_string(size)).c_str()); }
+    sqlite::Database& database_;
+    std::int64_t usual_;
+};
+
 void requireWritableKey(const KeyRef& key) {
     if (key.readOnly) throw RegError(regerr::NoAccess, "Der Schlüssel darf nur gelesen werden.");
 }
@@ -429,6 +449,8 @@ void SqliteStore::walk(Root root, std::string_view key, TreeSink& sink) {
         const auto found = find(root, key);
         if (!found) return;
         sink.enter(lastKeyName(key), tables_.details(found->id));
+        std::optional<CacheOfAWalk> cache;
+        if (depth_ == 0) cache.emplace(*opened_.database);   // else it holds changes that are not on the disk yet
         StoreWalk(*opened_.database, tables_).below(found->id, sink);
         sink.leave();
     });
