@@ -17,7 +17,11 @@ struct LineError {
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
-bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
+int hexDigit(char c) {   // -1: it is none
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
 
 // Walks over the text and counts its lines.
 class Cursor {
@@ -54,14 +58,15 @@ public:
         }
     }
     std::string_view restOfLine() const {
-        const std::string_view rest = text_.substr(std::min(at_, text_.size()));
+        const std::string_view text = rest();
         std::size_t length = 0;
-        while (length < rest.size() && !isLineEnd(rest[length])) ++length;
-        return rest.substr(0, length);
+        while (length < text.size() && !isLineEnd(text[length])) ++length;
+        return text.substr(0, length);
     }
+    std::string_view rest() const { return text_.substr(std::min(at_, text_.size())); }
     std::string_view nextHexDigits() const {
         std::size_t end = at_;
-        while (end < text_.size() && isHexDigit(text_[end])) ++end;
+        while (end < text_.size() && hexDigit(text_[end]) >= 0) ++end;
         return text_.substr(at_, end - at_);
     }
     void skip(std::size_t count) {   // within one line
@@ -164,13 +169,13 @@ private:
         cursor_.skipBlanks();
         if (!cursor_.takeIf('=')) throw LineError{"Hinter dem Wertnamen fehlt das Gleichheitszeichen."};
         cursor_.skipBlanks();
-        const std::optional<RawValue> value = parseData();
+        std::optional<RawValue> value = parseData();
         endLine();
         if (state_ == State::BrokenKey) return;   // its header has been reported
         if (state_ == State::NoKey) throw LineError{"Der Wert gehört zu keinem Schlüssel."};
         RegOperation& operation = add(line, value ? RegOperation::Kind::SetValue : RegOperation::Kind::DeleteValue);
         operation.name = std::move(name);
-        if (value) operation.value = *value;
+        if (value) operation.value = std::move(*value);
     }
 
     std::string parseQuoted() {
@@ -253,6 +258,10 @@ private:
             skipWrapped();
             if (cursor_.atLineEnd() || cursor_.peek() == ';') break;
             if (!bytes.empty() && !wantsByte) throw LineError{"Zwischen zwei Bytes fehlt das Komma."};
+            if (takePlainBytes(bytes)) {
+                wantsByte = true;
+                continue;
+            }
             constexpr const char* BadByte = "Ein Byte besteht aus ein oder zwei hexadezimalen Ziffern.";
             const std::string_view digits = cursor_.nextHexDigits();
             bytes.push_back(static_cast<std::uint8_t>(hexNumber(digits, 2, BadByte)));
@@ -262,6 +271,19 @@ private:
             wantsByte = cursor_.takeIf(',');
         }
         return bytes;
+    }
+
+    // Two digits and a comma, as far as they go on: what exporters write, and most of the text of a large file.
+    bool takePlainBytes(Bytes& bytes) {
+        const std::string_view text = cursor_.rest();
+        std::size_t at = 0;
+        for (; at + 2 < text.size() && text[at + 2] == ','; at += 3) {
+            const int high = hexDigit(text[at]), low = hexDigit(text[at + 1]);
+            if (high < 0 || low < 0) break;
+            bytes.push_back(static_cast<std::uint8_t>(high << 4 | low));
+        }
+        cursor_.skip(at);
+        return at > 0;
     }
 
     void skipWrapped() {

@@ -56,6 +56,7 @@ TEST(RegText, Meaning) {
         {"text over lines", V5 + "[HKCU\\A]\r\n\"v\"=\"a\r\nb\"\r\n\"w\"=dword:1\r\n", "2 key HKCU|A\n3 set HKCU|A|v 1:61 00 0D 00 0A 00 62 00 00 00\n5 set HKCU|A|w 4:01 00 00 00\n"},
         {"dword", V5 + "[HKCU\\A]\n\"v\" = dword:FFfffff0 ; c\n", "2 key HKCU|A\n3 set HKCU|A|v 4:F0 FF FF FF\n"},
         {"hex", V5 + "[HKCU\\A]\n\"v\"=hex:01,a,FF,\n", "2 key HKCU|A\n3 set HKCU|A|v 3:01 0A FF\n"},
+        {"hex with blanks", V5 + "[HKCU\\A]\n\"v\"=hex: 01,02 ,3, Ab,\\ \n 05,06,\n", "2 key HKCU|A\n3 set HKCU|A|v 3:01 02 03 AB 05 06\n"},
         {"hex empty", V5 + "[HKCU\\A]\n\"v\"=hex:\n\"w\"=hex(0):\n", "2 key HKCU|A\n3 set HKCU|A|v 3:\n4 set HKCU|A|w 0:\n"},
         {"hex wrapped", V5 + "[HKCU\\A]\r\n\"v\"=hex(b):01,02,\\\r\n  03,04,05,06,\\\r\n  07,08\r\n\"w\"=dword:2\r\n",
          "2 key HKCU|A\n3 set HKCU|A|v 11:01 02 03 04 05 06 07 08\n6 set HKCU|A|w 4:02 00 00 00\n"},
