@@ -4,8 +4,9 @@
 
 #include "frame/DateiSystem.h"
 #include "frame/HostDatei.h"
-#include "registry/HiveFileBytes.h"
+#include "registry/HiveInPlace.h"
 #include "registry/RegLinks.h"
+#include "registry/RegTree.h"
 #include "registry/hive/HiveLog.h"
 #include "registry/hive/HiveWriter.h"
 
@@ -64,25 +65,52 @@ std::vector<HiveFile::Stamp> HiveFile::stamps(bool withLogs) const {
     return found;
 }
 
-HiveFile::Loaded& HiveFile::loaded() {
-    if (loaded_) return *loaded_;
+void HiveFile::load(bool asTree) {
     auto fresh = std::make_unique<Loaded>();
     const std::vector<Stamp> before = stamps(true);
-    const HiveFileBytes bytes = readHiveFile(file_);
-    fresh->reading = readHiveFrom(bytes, file_, mode_);
-    fresh->dirty = isDirty(bytes.span());
-    fresh->base = bytes.hive.substr(0, hivefmt::headerSize);
+    const auto bytes = std::make_shared<const HiveFileBytes>(readHiveFile(file_));
+    fresh->dirty = isDirty(bytes->span());
+    if (asTree || fresh->dirty || mode_ == HiveMode::Salvage) {
+        fresh->reading = readHiveFrom(*bytes, file_, mode_);
+    } else {
+        requireSoundHiveOf(file_, bytes->span());
+        fresh->bytes = bytes;
+    }
+    fresh->base = bytes->hive.substr(0, hivefmt::headerSize);
     if (stamps(true) != before || baseBlock(file_) != fresh->base) {
         throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(file_) + " wird gerade von einem anderen Programm geändert.");
     }
     fresh->stamps = stamps(fresh->dirty);
     loaded_ = std::move(fresh);
+}
+
+void HiveFile::open() {
+    if (!loaded_) load(false);
+}
+
+HiveFile::Loaded& HiveFile::loaded() {
+    if (!loaded_) load(true);
+    if (!loaded_->reading) {
+        loaded_->reading = readHiveFrom(*loaded_->bytes, file_, mode_);
+        loaded_->bytes.reset();
+    }
     return *loaded_;
 }
 
-Hive& HiveFile::hive() { return loaded().reading.hive; }
+Hive& HiveFile::hive() { return loaded().reading->hive; }
 
-const std::vector<HiveFinding>& HiveFile::findings() { return loaded().reading.findings; }
+const std::vector<HiveFinding>& HiveFile::findings() {
+    static const std::vector<HiveFinding> none;
+    open();
+    return loaded_->reading ? loaded_->reading->findings : none;
+}
+
+void HiveFile::walk(std::string_view path, TreeSink& sink) {
+    if (path.empty()) open();
+    // Held here too: whoever listens may ask for something that needs the tree.
+    if (const auto bytes = loaded_ ? loaded_->bytes : nullptr; bytes && path.empty()) return tellHive(bytes->span(), sink);
+    if (const HiveKey* const found = hive().findPath(path)) walkHiveKey(hive(), *found, sink);
+}
 
 // Opening for writing is what a medium that can only be read refuses, whatever the marks of the file say.
 bool HiveFile::writable() {
@@ -122,12 +150,12 @@ void HiveFile::prepare() {
     options.lastWritten = fileTimeNow();
     Bytes bytes;
     try {
-        bytes = writeHive(now.reading.hive, options);
+        bytes = writeHive(now.reading->hive, options);
     } catch (const HiveError& error) {
         throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(file_) + " kann diesen Inhalt nicht aufnehmen. " + error.what());
     }
     fresh_ = writeBeside(file_, bytes);
-    now.reading.hive.header.assign(bytes.begin(), bytes.begin() + hivefmt::headerSize);
+    now.reading->hive.header.assign(bytes.begin(), bytes.begin() + hivefmt::headerSize);
 }
 
 void HiveFile::commit() {
@@ -137,7 +165,7 @@ void HiveFile::commit() {
         throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(file_) + " kann nicht geschrieben werden: " + error.message());
     }
     fresh_.clear();
-    Hive& hive = loaded_->reading.hive;
+    Hive& hive = loaded_->reading->hive;
     hive.sequence += 1;
     hive.lastWritten = hivefmt::get64(hive.header.data() + hivefmt::header::LastWritten);
     loaded_->base.assign(hive.header.begin(), hive.header.end());

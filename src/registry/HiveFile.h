@@ -1,8 +1,9 @@
 #pragma once
 // One hive file that is worked on: read whole at the first use, changed in memory, written as a whole new file beside and
-// then put in its place. Before the first writing a copy of the file is kept as <name>.bvk; of a dirty hive, whose logs
-// belong to it, the logs too. The file of another program's hand is never overwritten: what has changed since it was
-// read is refused. Failures are RegError: KeyNotRead, NoAssignment (not written), NoAccess (may not be written).
+// then put in its place. A walk through all of it goes over the bytes; the tree is built for whatever else is asked. Before
+// the first writing a copy of the file is kept as <name>.bvk; of a dirty hive, whose logs belong to it, the logs too. The
+// file of another program's hand is never overwritten: what has changed since it was read is refused. Failures are
+// RegError: KeyNotRead, NoAssignment (not written), NoAccess (may not be written).
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -10,7 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "registry/hive/HiveReader.h"
+#include "registry/HiveFileBytes.h"
+#include "registry/RegStore.h"
 
 namespace brenvik {
 
@@ -22,7 +24,9 @@ public:
     HiveFile(const HiveFile&) = delete;
     HiveFile& operator=(const HiveFile&) = delete;
 
+    void open();                                  // reads and checks the file, unless that has been done
     Hive& hive();
+    void walk(std::string_view path, TreeSink& sink);   // tells nothing if the key is not there
     const std::vector<HiveFinding>& findings();   // what was wrong: replaying logs, salvaging
     bool writable();                              // asked of the file system each time
     void forget() { loaded_.reset(); }            // the next use reads the file again
@@ -40,7 +44,8 @@ private:
         bool operator==(const Stamp&) const = default;
     };
     struct Loaded {
-        HiveReading reading;
+        std::shared_ptr<const HiveFileBytes> bytes;   // checked; until somebody wants the tree
+        std::optional<HiveReading> reading;
         std::vector<Stamp> stamps;   // of the file and, if it was dirty, its logs
         std::string base;            // the file's first block as it was read
         bool dirty = false;
@@ -48,7 +53,8 @@ private:
     std::vector<Stamp> stamps(bool withLogs) const;
     void requireUnchanged();
     void keepFirstState();
-    Loaded& loaded();
+    void load(bool asTree);
+    Loaded& loaded();   // with its tree
     std::filesystem::path file_;
     HiveMode mode_;
     std::unique_ptr<Loaded> loaded_;

@@ -5,6 +5,7 @@
 
 #include "frame/DateiSystem.h"
 #include "frame/HostDatei.h"
+#include "registry/HiveInPlace.h"
 #include "registry/RegLinks.h"
 #include "registry/hive/HiveLog.h"
 
@@ -57,12 +58,24 @@ HiveReading HiveFileBytes::read(HiveMode mode) const {
     return readHive(span(), spans, mode);
 }
 
-HiveReading readHiveFrom(const HiveFileBytes& bytes, const fs::path& file, HiveMode mode) {
+namespace {
+
+template <class Work> auto namingTheFile(const fs::path& file, const Work& work) {
     try {
-        return bytes.read(mode);
+        return work();
     } catch (const HiveError& error) {
         throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(file) + " kann nicht gelesen werden. " + error.what());
     }
+}
+
+}  // namespace
+
+HiveReading readHiveFrom(const HiveFileBytes& bytes, const fs::path& file, HiveMode mode) {
+    return namingTheFile(file, [&] { return bytes.read(mode); });
+}
+
+void requireSoundHiveOf(const fs::path& file, hivefmt::ByteSpan bytes) {
+    namingTheFile(file, [&] { requireSoundHive(bytes); });
 }
 
 fs::path writeBeside(const fs::path& file, hivefmt::ByteSpan bytes) {

@@ -23,6 +23,7 @@ struct HiveFileBytes {
 // Throws RegError KeyNotRead whose message names the file.
 HiveFileBytes readHiveFile(const std::filesystem::path& file);
 HiveReading readHiveFrom(const HiveFileBytes& bytes, const std::filesystem::path& file, HiveMode mode);
+void requireSoundHiveOf(const std::filesystem::path& file, hivefmt::ByteSpan bytes);
 
 // A new file beside with the given bytes, on the disk; its name. The file takes over the rights of model, if that
 // exists. Throws RegError NoAssignment, and leaves nothing behind.

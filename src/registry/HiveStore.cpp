@@ -196,7 +196,7 @@ std::optional<KeyDetails> HiveStore::details(Root root, std::string_view key) {
 void HiveStore::walk(Root root, std::string_view key, TreeSink& sink) {
     const Place at = place(root, key);
     if (at.file == nullptr) return RegStore::walk(root, key, sink);
-    if (const HiveKey* const found = find(at)) walkHiveKey(at.file->hive(), *found, sink);
+    at.file->walk(at.path, sink);
 }
 
 // ---- Changes ----
@@ -393,7 +393,7 @@ void HiveStore::clear(Root root, std::string_view key) {
 
 std::unique_ptr<RegStore> openHiveFile(const std::filesystem::path& file, const HiveOpenOptions& options) {
     auto hive = std::make_shared<HiveFile>(file, options.salvage ? HiveMode::Salvage : HiveMode::Strict);
-    hive->hive();
+    hive->open();
     if (options.tell) {
         for (const HiveFinding& finding : hive->findings()) options.tell(finding);
     }

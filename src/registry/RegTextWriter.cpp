@@ -18,6 +18,9 @@ constexpr const char* LineEnd = "\r\n";
 constexpr const char* WrappedLine = "\\\r\n  ";
 constexpr char hexDigits[] = "0123456789abcdef";
 
+// Looks for each of them alone, which goes by many characters at a time.
+bool hasLineEnd(std::string_view text) { return text.find('\r') != std::string_view::npos || text.find('\n') != std::string_view::npos; }
+
 bool isString(std::uint32_t type) { return type == regtype::Sz || type == regtype::ExpandSz || type == regtype::MultiSz; }
 
 // A string goes as text only if it comes back as it was and other readers understand it too.
@@ -26,7 +29,7 @@ std::optional<std::string> plainText(const RawValue& value) {
     const bool ended = bytes.size() >= 2 && bytes.size() % 2 == 0 && bytes.back() == 0 && bytes[bytes.size() - 2] == 0;
     if (value.type != regtype::Sz || !ended) return std::nullopt;
     std::string text = toText(value);
-    if (text.find_first_of("\r\n") != std::string::npos || !(fromText(text, regtype::Sz) == value)) return std::nullopt;
+    if (hasLineEnd(text) || !(fromText(text, regtype::Sz) == value)) return std::nullopt;
     return text;
 }
 
@@ -54,7 +57,8 @@ void RegTextWriter::putAscii(std::string_view text) {
     }
     const std::size_t at = text_.size();
     text_.resize(at + 2 * text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) text_[at + 2 * i] = text[i];
+    char* const units = text_.data() + at;
+    for (std::size_t i = 0; i < text.size(); ++i) units[2 * i] = text[i];
 }
 
 void RegTextWriter::put(std::string_view text) {
@@ -101,7 +105,7 @@ void RegTextWriter::noteFit(std::string_view text) {
 
 void RegTextWriter::header(std::string_view prefix, Root root, std::string_view key) {
     newEntry();
-    if (key.find_first_of("\r\n") != std::string_view::npos) ++lost_;
+    if (hasLineEnd(key)) ++lost_;
     noteFit(key);
     putAscii(LineEnd);
     putAscii("[");

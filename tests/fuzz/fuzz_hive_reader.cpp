@@ -1,8 +1,10 @@
-// Whatever a hive file holds: it is read or refused, what is read can be written, and what is written is good.
+// Whatever a hive file holds: it is read or refused, in place as well as into a tree, what is read can be written, and what is
+// written is good.
 #include <algorithm>
 #include <cstdlib>
 
 #include "HiveSeed.h"
+#include "registry/HiveInPlace.h"
 #include "registry/hive/HiveChecker.h"
 #include "registry/hive/HiveReader.h"
 
@@ -21,15 +23,26 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     return size;
 }
 
+static bool isSound(hivefmt::ByteSpan file) {
+    try {
+        requireSoundHive(file);
+        return true;
+    } catch (const HiveError&) {
+        return false;
+    }
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const hivefmt::ByteSpan file{data, size};
     checkHive(file);
     for (const HiveMode mode : {HiveMode::Strict, HiveMode::Salvage}) {
         try {
             const Hive hive = readHive(file, mode).hive;
+            if (mode == HiveMode::Strict && !isSound(file)) std::abort();
             if (hive.minorVersion < 3 || hive.minorVersion > 6) continue;
             if (!checkHive(writeHive(hive)).empty()) std::abort();
         } catch (const HiveError&) {
+            if (mode == HiveMode::Strict && isSound(file)) std::abort();
             if (mode == HiveMode::Salvage && size >= hivefmt::headerSize && std::memcmp(data, "regf", 4) == 0) std::abort();
         }
     }

@@ -1,11 +1,14 @@
 // Keys saved as hive files and brought back, and hive files as stores of their own.
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "TempStore.h"
 #include "frame/DateiSystem.h"
 #include "hive/HiveTestSupport.h"
 #include "registry/BVKRegistry.h"
 #include "registry/HiveFilesImpl.h"
+#include "registry/HiveInPlace.h"
 #include "registry/HiveStore.h"
 #include "registry/LocalMachines.h"
 #include "registry/RegTree.h"
@@ -149,6 +152,77 @@ TEST_F(HiveFilesTest, GenuineHivesComeBackWhole) {
     }
     ASSERT_TRUE(files.restore(local.store, Root::LocalMachine, key, hivetest::genuineFolder() / "schmutzig" / "NewDirtyHive"));
     EXPECT_EQ(told(local.store, Root::LocalMachine, key), carried(readHive(load(hivetest::genuineFolder() / "schmutzig" / "RecoveredHive_Windows10")).hive));
+}
+
+// A sound file is told alike, and a damaged one refused with the same words.
+TEST(HiveInPlace, TellsWhatTheTreeTells) {
+    const auto outcome = [](const std::function<void(TreeSink&)>& tell) -> Lines {
+        Hive hive;
+        HiveTreeSink sink(hive, hive.root, 0);
+        try {
+            tell(sink);
+        } catch (const HiveError& error) {
+            return {error.what()};
+        }
+        return carried(hive);
+    };
+    std::size_t damaged = 0;
+    const auto compare = [&](const Bytes& bytes, const std::string& what) {
+        const Lines tree = outcome([&](TreeSink& sink) {
+            const Hive hive = readHive(bytes).hive;
+            walkHiveKey(hive, hive.root, sink);
+        });
+        const Lines inPlace = outcome([&](TreeSink& sink) {
+            requireSoundHive(bytes);
+            tellHive(bytes, sink);
+        });
+        EXPECT_EQ(inPlace, tree) << what;
+        damaged += tree.size() == 1;
+    };
+    Hive pair = sampleHive(3, 5);
+    pair.root.values = {{"Zwilling 1", {4, {1, 2, 3, 4}}}, {"Zwilling 2", {4, {5, 6, 7, 8}}}};
+    Bytes twins = writeHive(pair);
+    const std::string_view second = "Zwilling 2", same = "ZWILLING 1";
+    std::copy(same.begin(), same.end(), std::search(twins.begin(), twins.end(), second.begin(), second.end()));
+    compare(twins, "twins");
+    EXPECT_EQ(damaged, 1u);
+    Hive small = sampleHive(5, 5);
+    compare(writeHive(small), "sample");
+    EXPECT_EQ(damaged, 1u);
+    small.root.erase("Gro\xC3\x9F");
+    small.root.find("Texte")->values.pop_back();   // its name is long
+    const Bytes sample = writeHive(small);
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        Bytes changed = sample;
+        const std::size_t at = 4096 + random() % (sample.size() - 4096);
+        changed[at] ^= static_cast<std::uint8_t>(1 + random() % 255);
+        compare(changed, "byte " + std::to_string(at));
+    }
+    EXPECT_GT(damaged, 50u);
+    if (hivetest::genuineFolder().empty()) GTEST_SKIP() << "BRENVIK_TESTDATA is not set";
+    for (const auto& file : fs::recursive_directory_iterator(hivetest::genuineFolder())) {
+        if (const Bytes bytes = file.is_regular_file() ? load(file) : Bytes(); bytes.size() > 4 && bytes[0] == 'r' && bytes[1] == 'e') compare(bytes, file.path().filename().string());
+    }
+}
+
+// Who listens to a walk may look into the same store, which builds the tree under it.
+TEST_F(HiveFilesTest, AWalkOutlivesQuestionsToItsStore) {
+    hivetest::save(local.folder / "a.hiv", writeHive(sampleHive(3)));
+    const auto store = openHiveFile(local.folder / "a.hiv");
+    struct Fragend final : TreeSink {
+        explicit Fragend(RegStore& asked) : store(asked) {}
+        void enter(std::string_view, const KeyDetails&) override { ++keys; }
+        void value(std::string_view name, const RawValue&) override { found += name == "leer" && store.hasValue(Root::LocalMachine, "Texte", ValueName::named("leer")); }
+        void leave() override {}
+        RegStore& store;
+        std::size_t keys = 0;
+        int found = 0;
+    } listener(*store);
+    store->walk(Root::LocalMachine, "", listener);
+    EXPECT_EQ(listener.keys, count(sampleHive(3).root).keys);
+    EXPECT_EQ(listener.found, 1);
+    EXPECT_EQ(told(*store, Root::LocalMachine, ""), carried(sampleHive(3)));   // by the tree now
 }
 
 TEST_F(HiveFilesTest, TreesAreJoinedAndCopiedWithinOneStore) {

@@ -54,7 +54,7 @@ public:
     void leave() override {
         const Open& key = open_.back();
         const std::uint32_t at = key.record.offset;
-        if (secondOfSameName(key.names) != noTwin) findings_.fault(place(at), "Zwei Werte des Schlüssels haben denselben Namen.");
+        if (secondOfSameName(key.names) != noTwin) findings_.fault(place(at), twinMessage);
         const std::uint8_t* const c = view_.cells().cell(at).data();
         greatest(at, nk::MaxName, get16(c + nk::MaxName), key.found.keyName);
         greatest(at, nk::MaxClass, get32(c + nk::MaxClass), key.found.className);

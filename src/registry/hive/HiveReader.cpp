@@ -51,7 +51,7 @@ public:
 
     void leave() override {
         if (const std::size_t twin = secondOfSameName(open_.back()->values); twin != noTwin) {
-            view_.findings().fault(std::uint64_t{headerSize} + offsets_.back(), "Zwei Werte des Schlüssels haben denselben Namen.");
+            view_.findings().fault(std::uint64_t{headerSize} + offsets_.back(), twinMessage);
             dropTwins(open_.back()->values);
         }
         if (view_.findings().salvaging()) keepOrder(open_.back()->subKeys);
