@@ -27,14 +27,16 @@ template <class UnitAt> std::string fromUnits(std::size_t count, UnitAt unitAt) 
     std::string text;
     text.reserve(count);
     for (std::size_t k = 0; k < count; ++k) {
-        std::size_t end = k;
-        while (end < count && unitAt(end) < 0x80) ++end;
-        if (end > k) {
-            const std::size_t at = text.size();
-            text.resize(at + end - k);
-            for (std::size_t i = 0; k < end; ++i, ++k) text[at + i] = static_cast<char>(unitAt(k));
-            if (k == count) break;
+        char plain[64];   // most texts are ASCII; loops of a fixed length take many units at a time
+        while (count - k >= sizeof plain) {
+            char32_t all = 0;
+            for (std::size_t i = 0; i < sizeof plain; ++i) all |= unitAt(k + i);
+            if (all >= 0x80) break;
+            for (std::size_t i = 0; i < sizeof plain; ++i) plain[i] = static_cast<char>(unitAt(k + i));
+            text.append(plain, sizeof plain);
+            k += sizeof plain;
         }
+        if (k == count) break;
         char32_t c = unitAt(k);
         if (isHigh(c) && k + 1 < count && isLow(unitAt(k + 1))) c = 0x10000 + ((c - 0xD800) << 10) + (unitAt(++k) - 0xDC00);
         zeichen::append(text, c);

@@ -1,5 +1,6 @@
 #include "registry/RegText.h"
 
+#include <array>
 #include <charconv>
 #include <optional>
 
@@ -64,6 +65,11 @@ public:
         return text.substr(0, length);
     }
     std::string_view rest() const { return text_.substr(std::min(at_, text_.size())); }
+    std::string_view takePlain() {   // up to the end of a quoted text or what is special in it
+        const std::size_t start = at_;
+        while (!atLineEnd() && text_[at_] != '"' && text_[at_] != '\\') ++at_;
+        return text_.substr(start, at_ - start);
+    }
     std::string_view nextHexDigits() const {
         std::size_t end = at_;
         while (end < text_.size() && hexDigit(text_[end]) >= 0) ++end;
@@ -180,7 +186,7 @@ private:
 
     std::string parseQuoted() {
         cursor_.take();
-        std::string text;
+        std::string text(cursor_.takePlain());
         while (!cursor_.atEnd()) {
             const char c = cursor_.take();
             if (c == '"') return text;
@@ -277,11 +283,14 @@ private:
     bool takePlainBytes(Bytes& bytes) {
         const std::string_view text = cursor_.rest();
         std::size_t at = 0;
-        for (; at + 2 < text.size() && text[at + 2] == ','; at += 3) {
+        std::array<std::uint8_t, 64> run;   // a line holds about two dozen
+        std::size_t count = 0;
+        for (; count < run.size() && at + 2 < text.size() && text[at + 2] == ','; at += 3) {
             const int high = hexDigit(text[at]), low = hexDigit(text[at + 1]);
             if (high < 0 || low < 0) break;
-            bytes.push_back(static_cast<std::uint8_t>(high << 4 | low));
+            run[count++] = static_cast<std::uint8_t>(high << 4 | low);
         }
+        bytes.insert(bytes.end(), run.begin(), run.begin() + count);
         cursor_.skip(at);
         return at > 0;
     }

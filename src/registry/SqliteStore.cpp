@@ -368,7 +368,11 @@ void SqliteStore::setValue(Root root, std::string_view key, const ValueName& nam
     writing([&] {
         const KeyRef target = obtainAgain(root, key);
         requireWritableKey(target);
-        tables_.putValue(target.id, foldedName(name), name.text(), value);
+        if (isNew(target)) {
+            tables_.putFirstValue(target.id, foldedName(name), name.text(), value);
+        } else {
+            tables_.putValue(target.id, foldedName(name), name.text(), value);
+        }
         touch(target);
         if (sameAscii(name.text(), "current")) forgetLinks();
     });

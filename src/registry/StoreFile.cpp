@@ -112,7 +112,7 @@ void prepareConnection(sqlite::Database& database, const StoreOptions& options) 
     sqlite3_busy_timeout(database.handle(), options.busyTimeoutMs);
     database.execute("PRAGMA synchronous = NORMAL");
     database.execute("PRAGMA cache_size = -65536");
-    database.execute("PRAGMA wal_autocheckpoint = 4000");   // pages; each checkpoint waits for the disk
+    database.execute("PRAGMA wal_autocheckpoint = 16000");   // pages, 64 MB; each checkpoint waits for the disk, and closing makes one
     database.execute("PRAGMA trusted_schema = OFF");
     database.execute("PRAGMA cell_size_check = ON");
 }

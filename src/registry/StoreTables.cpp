@@ -222,6 +222,15 @@ void StoreTables::insertValue(std::int64_t key, std::string_view folded, std::st
     row.bind(5, name).step();
 }
 
+void StoreTables::putFirstValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value) {
+    try {
+        insertValue(key, folded, name, value);
+    } catch (const sqlite::Error& error) {
+        if (error.extended != SQLITE_CONSTRAINT_UNIQUE) throw;
+        putValue(key, folded, name, value);
+    }
+}
+
 bool StoreTables::eraseValue(std::int64_t key, std::string_view folded) {
     statement(Query::EraseValue).run().bind(1, key).bindBytes(2, folded.data(), folded.size()).step();
     return sqlite3_changes(database_.handle()) > 0;

@@ -81,6 +81,7 @@ public:
     std::optional<RawValue> value(std::int64_t key, std::string_view folded);
     std::vector<StoredValue> values(std::int64_t key);         // in the order they were made
     void putValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value);
+    void putFirstValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value);   // quicker where it is mostly new
     bool eraseValue(std::int64_t key, std::string_view folded);
 
 private:

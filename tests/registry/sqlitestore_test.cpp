@@ -65,6 +65,24 @@ TEST(SqliteStore, RootsLeadToTheirPlaces) {
     EXPECT_EQ(errorOf([&] { t.store.setValue(Root::DynData, "", Unnamed, sz("x")); }), 0x80040204u);
 }
 
+TEST(SqliteStore, AValueGivenTwiceKeepsItsPlaceAndFirstName) {
+    TempStore t;
+    const auto give = [&] {
+        const auto set = [&](const char* name, std::uint32_t number) { t.store.setValue(Root::LocalMachine, "Software\\Neu", ValueName::named(name), dword(number)); };
+        set("Wert", 1);
+        set("Zweiter", 2);
+        set("WERT", 3);
+        set("", 4);
+        set("", 5);
+    };
+    for (const bool keyIsThere : {false, true}) {
+        t.store.transaction(give);
+        std::string values;
+        for (const NamedValue& v : t.store.values(Root::LocalMachine, "Software\\Neu")) values += "[" + v.name.text() + "]" + toText(v.value);
+        EXPECT_EQ(values, "[Wert]3[Zweiter]2[]5") << keyIsThere;
+    }
+}
+
 TEST(SqliteStore, TheProfileThatIsThereIsTheUser) {
     TempStore t;
     t.store.createKey(Root::Users, ".DEFAULT");
