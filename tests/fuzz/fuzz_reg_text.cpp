@@ -11,6 +11,8 @@ namespace {
 std::string written(const std::vector<RegOperation>& operations, std::size_t& lost) {
     RegTextWriter writer(RegTextWriter::Format::Version5);
     for (const RegOperation& operation : operations) {
+        // Nothing makes a root, so that its header stands for no operation.
+        if (operation.key.empty()) writer.key(operation.root, "");
         switch (operation.kind) {
             case RegOperation::Kind::CreateKey: writer.key(operation.root, operation.key); break;
             case RegOperation::Kind::DeleteKey: writer.deleteKey(operation.root, operation.key); break;
