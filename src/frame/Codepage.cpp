@@ -26,20 +26,25 @@ bool isLow(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 template <class UnitAt> std::string fromUnits(std::size_t count, UnitAt unitAt) {
     std::string text;
     text.reserve(count);
-    for (std::size_t k = 0; k < count; ++k) {
-        char plain[64];   // most texts are ASCII; loops of a fixed length take many units at a time
-        while (count - k >= sizeof plain) {
-            char32_t all = 0;
-            for (std::size_t i = 0; i < sizeof plain; ++i) all |= unitAt(k + i);
-            if (all >= 0x80) break;
-            for (std::size_t i = 0; i < sizeof plain; ++i) plain[i] = static_cast<char>(unitAt(k + i));
-            text.append(plain, sizeof plain);
-            k += sizeof plain;
+    for (std::size_t k = 0; k < count;) {
+        char plain[64];   // most texts are ASCII; loops without an early end take many units at a time
+        const std::size_t piece = std::min(count - k, sizeof plain), end = k + piece;
+        char32_t all = 0;
+        for (std::size_t i = 0; i < piece; ++i) all |= unitAt(k + i);
+        if (all < 0x80) {
+            for (std::size_t i = 0; i < piece; ++i) plain[i] = static_cast<char>(unitAt(k + i));
+            text.append(plain, piece);
+            k = end;
         }
-        if (k == count) break;
-        char32_t c = unitAt(k);
-        if (isHigh(c) && k + 1 < count && isLow(unitAt(k + 1))) c = 0x10000 + ((c - 0xD800) << 10) + (unitAt(++k) - 0xDC00);
-        zeichen::append(text, c);
+        for (; k < end; ++k) {
+            char32_t c = unitAt(k);
+            if (isHigh(c) && k + 1 < count && isLow(unitAt(k + 1))) c = 0x10000 + ((c - 0xD800) << 10) + (unitAt(++k) - 0xDC00);
+            if (c < 0x80) {
+                text += static_cast<char>(c);
+            } else {
+                zeichen::append(text, c);
+            }
+        }
     }
     return text;
 }
