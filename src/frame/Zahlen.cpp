@@ -9,19 +9,13 @@
 
 #include "frame/Errors.h"
 #include "frame/Konvertierung.h"
+#include "frame/Hexziffer.h"
 #include "frame/Reports.h"
 
 namespace brenvik {
 namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-int hexDigit(char c) {
-    if (isDigit(c)) return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
 
 [[noreturn]] void overflow() { throw NumberedError(errnum::Overflow, "Überlauf"); }
 [[noreturn]] void mismatch() { throw NumberedError(errnum::TypeMismatch, "Typen unverträglich"); }

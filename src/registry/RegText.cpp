@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "frame/Errors.h"
+#include "frame/Hexziffer.h"
 #include "registry/RegPath.h"
 #include "registry/RegTextSource.h"
 
@@ -18,11 +19,6 @@ struct LineError {
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
-int hexDigit(char c) {   // -1: it is none
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
 
 // Walks over the text and counts its lines.
 class Cursor {

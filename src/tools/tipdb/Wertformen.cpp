@@ -4,13 +4,14 @@
 #include <charconv>
 
 #include "Modell.h"
+#include "frame/Hexziffer.h"
 #include "frame/Konvertierung.h"
 
 namespace brenvik::tipbau {
 
 namespace {
 
-bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f'); }
+bool isHexDigit(char c) { return hexDigit(c) >= 0; }
 
 }  // namespace
 
