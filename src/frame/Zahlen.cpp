@@ -8,8 +8,8 @@
 #include <fmt/format.h>
 
 #include "frame/Errors.h"
-#include "frame/Konvertierung.h"
 #include "frame/Hexziffer.h"
+#include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 
 namespace brenvik {
