@@ -4,6 +4,7 @@
 #include <ctime>
 #include <iostream>
 
+#include "cli/RegistryAusgabe.h"
 #include "frame/Erkennung.h"
 #include "frame/Texte.h"
 
@@ -42,7 +43,18 @@ void CliPort::answer(BootINIAnfrage& question) {
     if (yes_) question.antwort = BootINIAnfrage::Antwort::Ueberschreiben;
 }
 
+void CliPort::answer(UndoConflictsRequest& question) {
+    std::cerr << "Seit der Änderung noch einmal geändert:\n";
+    for (auto& row : question.rows) {
+        std::cerr << cli::oneLine(row.place) << "\n   vorher: " << row.before << "\n   nach der Änderung: " << row.after << "\n   jetzt: " << row.now << "  (" << row.by << ")\n";
+        row.restore = yes_ && !keep_;
+    }
+    question.proceed = yes_ || keep_;
+    std::cerr << (keep_ ? "Das bleibt so." : yes_ ? "Das wird überschrieben." : "Es wurde nichts zurückgesetzt; --keep lässt das so und setzt das Übrige zurück, --yes überschreibt es.") << "\n";
+}
+
 void CliPort::showWindow(WindowRequest& request) {
+    if (auto* conflicts = dynamic_cast<UndoConflictsRequest*>(&request)) return answer(*conflicts);
     if (auto* types = dynamic_cast<DatentypAnfrage*>(&request)) return answer(*types);
     if (auto* boot = dynamic_cast<BootINIAnfrage*>(&request)) return answer(*boot);
     if (const auto* system = dynamic_cast<const OSErkennungAnfrage*>(&request)) {

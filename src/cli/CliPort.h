@@ -2,6 +2,7 @@
 // The command line's side of the port to the user: every message goes to stderr, Yes/No is No unless --yes was given,
 // Retry/Cancel is Cancel, choices of files, folders and colours are cancelled.
 #include "frame/UserPort.h"
+#include "lists/Listenfenster.h"
 #include "tipengine/Fensteranfragen.h"
 
 namespace brenvik {
@@ -9,7 +10,8 @@ namespace brenvik {
 class CliPort : public UserPort {
 public:
     // bootName: what a new entry of the boot menu is to be called; empty: the entry is overwritten.
-    explicit CliPort(bool yes, std::string bootName = {}) : yes_(yes), bootName_(std::move(bootName)) {}
+    // keep: what was changed again since a change stays when that is taken back.
+    explicit CliPort(bool yes, std::string bootName = {}, bool keep = false) : yes_(yes), keep_(keep), bootName_(std::move(bootName)) {}
     Answer messageBox(const MessageBox& request) override;
     std::optional<std::string> chooseFile(const FileChoice&) override { return std::nullopt; }
     std::optional<std::string> chooseFolder(std::string_view, std::string_view) override { return std::nullopt; }
@@ -28,8 +30,9 @@ public:
 private:
     void answer(DatentypAnfrage& question);
     void answer(BootINIAnfrage& question);
+    void answer(UndoConflictsRequest& question);
     void sayAnswer() const;
-    bool yes_;
+    bool yes_, keep_;
     std::string bootName_;
 };
 

@@ -33,12 +33,11 @@ int exportReg(Programm& programm, const Wahl& wahl) {
     if (!list) return 1;
     const Exportdatei file = regDatei(ctx, *list, list->size() > 1, form);
     if (!file.hindernis.empty()) return failed(file.hindernis);
-    if (form == RegForm::GeprueftRegedit4 && file.fehlendeZeichen > 0 &&
-        !ctx.port.ask(std::to_string(file.fehlendeZeichen) + " Einträge lassen sich in diesem Format nicht darstellen und gingen verloren. Soll die Datei trotzdem geschrieben werden?"))
-        return 1;
+    for (const std::string& path : file.weggelassen) std::cerr << "Läßt sich in diesem Format nicht darstellen: " << oneLine(path) << "\n";
+    if (!file.weggelassen.empty() && !ctx.port.ask("Diese Werte fehlen dann in der Datei. Soll sie trotzdem geschrieben werden?")) return 1;
     const int code = ausgeben(programm, wahl.ausgabe, file.bytes, strBVKTexte(TextRegSaved1), strBVKTexte(TextSaved2));
     if (code == 0)
-        if (const std::string more = hinweis(file, meldung::WegBefehlszeile); !more.empty()) ctx.port.tell(more);
+        if (const std::string more = hinweis(file, meldung::WegBefehlszeile, std::string::npos); !more.empty()) ctx.port.tell(more);
     return code;
 }
 
@@ -46,9 +45,10 @@ int exportAdm(Programm& programm, const Wahl& wahl) {
     const auto list = sammle(programm, wahl, Bedarf::Vorlage);
     if (!list) return 1;
     const Exportdatei file = admDatei(programm.context(), *list);
+    if (!file.hindernis.empty()) return failed(file.hindernis);
     const int code = ausgeben(programm, wahl.ausgabe, file.bytes, meldung::AdmErstellt1, meldung::AdmErstellt2);
     if (code == 0)
-        if (const std::string more = hinweis(file, ""); !more.empty()) programm.context().port.tell(more);
+        if (const std::string more = hinweis(file, nullptr, std::string::npos); !more.empty()) programm.context().port.tell(more);
     return code;
 }
 
@@ -63,7 +63,7 @@ int exportAdmx(Programm& programm, const Wahl& wahl) {
         const auto file = folder / name;
         std::error_code error;
         std::filesystem::create_directories(file.parent_path(), error);
-        if (error) return failed("Der Ordner " + utf8FromPath(file.parent_path()) + " kann nicht angelegt werden");
+        if (error) return failed("Der Ordner " + utf8FromPath(file.parent_path()) + " kann nicht angelegt werden. " + fileErrorText(error));
         if (const int code = ausgeben(programm, utf8FromPath(file), *content, Geschrieben1, Geschrieben2); code != 0) return code;
     }
     return 0;
@@ -94,7 +94,7 @@ int exportPolfile(Programm& programm, const Wahl& wahl) {
     if ((forUser ? user : machine) == 0) return failed("Keiner der Werte liegt unter dem Hauptschlüssel, für den die Datei gilt");
     const Richtliniendatei file = richtliniendatei(satz, forUser ? Root::CurrentUser : Root::LocalMachine);
     if (!file.hindernisse.empty()) return hindernisse(file.hindernisse, "Diese Werte lassen sich in Registry.pol nicht schreiben");
-    if (file.andere > 0) std::cerr << "Werte unter anderen Hauptschlüsseln, die nicht in der Datei stehen: " << file.andere << "\n";
+    for (const std::string& path : file.andere) std::cerr << "Liegt unter einem anderen Hauptschlüssel und steht nicht in der Datei: " << oneLine(path) << "\n";
     return ausgeben(programm, wahl.ausgabe, file.bytes, Geschrieben1, Geschrieben2);
 }
 

@@ -5,6 +5,8 @@
 
 #include "cli/ExportTipps.h"
 #include "cli/RegistryAusgabe.h"
+#include "cli/TippAusgabe.h"
+#include "cli/TipSystem.h"
 #include "export/Meldungen.h"
 #include "export/Preset.h"
 #include "frame/DateiSystem.h"
@@ -42,7 +44,7 @@ int showList(Programm& programm, const std::string& file, bool json) {
         if (!json) std::cout << fmt::format("{:>5}  {}\n", entry.TippNr, oneLine(entry.Titel));
         for (const TippListWert& value : entry.Werte) {
             if (!value.gesammelt.beruehrt) continue;
-            tip["values"].push_back({{"path", value.Hauptschluessel + "\\" + value.Unterschluessel + "\\" + value.Wertname},
+            tip["values"].push_back({{"path", value.pfad()},
                                      {"deleted", value.gesammelt.geloescht},
                                      {"data", value.gesammelt.wert ? dataJson(programm.context(), *value.gesammelt.wert) : ordered_json(nullptr)}});
             if (!json) std::cout << "       " << valueLabel(ValueName::named(value.Wertname)) << ": " << oneLine(value.gesammelt.text) << "\n";
@@ -76,6 +78,8 @@ int apply(Programm& programm, const std::string& file, bool dryRun, bool json) {
     if (!list) return 1;
     Anwendung plan = anwendung(programm.maschine(), *list);
     if (!plan.probleme.empty()) return hindernisse(plan.probleme, "Die Liste wurde nicht angewendet, nichts wurde geändert.");
+    for (const Aenderung& change : plan.changes)
+        if (const auto tipp = programm.maschine().lookUpTipp(change.tippIndex)) warnIfNotMeant(programm.context(), change.tippIndex, *tipp);
     printChanges(programm.context(), plan.changes, json);
     if (plan.changes.empty()) std::cerr << "Es ist nichts zu ändern, alle Werte stehen schon so da.\n";
     if (dryRun || plan.changes.empty()) return 0;
@@ -83,7 +87,7 @@ int apply(Programm& programm, const std::string& file, bool dryRun, bool json) {
     if (const std::string reason = programm.maschine().writeTogether(plan.changes); !reason.empty())
         return failed("Die Liste wurde nicht angewendet, nichts wurde geändert: " + reason);
     programm.maschine().BroadCast();
-    if (plan.neustart) std::cerr << "Die Änderungen wirken nach einem Neustart\n";
+    if (const std::string when = effectText(plan.wirkung); !when.empty()) std::cerr << when << "\n";
     return 0;
 }
 

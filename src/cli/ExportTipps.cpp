@@ -1,19 +1,22 @@
 #include "cli/ExportTipps.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <iostream>
 
+#include "cli/NumberOption.h"
 #include "cli/RegistryAusgabe.h"
 #include "export/Exportwerte.h"
 #include "frame/DateiSystem.h"
+#include "frame/ShownOutput.h"
 
 namespace brenvik::cli {
 namespace {
 
 struct Setzung {
     std::int32_t tipp = 0;
-    std::int16_t eintrag = 1;
+    std::int32_t eintrag = 1;
     std::string text;
 };
 
@@ -32,18 +35,31 @@ std::optional<Setzung> parseSetzung(const std::string& argument) {
 std::string einwand(const Tipp& tipp, const TippListEintrag& entry, Bedarf bedarf) {
     if (tipp.INITipp) return "Die Werte stehen in einer Datei, nicht in der Registry";
     if (bedarf == Bedarf::Vorlage) return tipp.ADMExport ? std::string() : "Er ist nicht für Vorlagen freigegeben";
-    for (const TippListWert& value : entry.Werte)
-        if (value.gesammelt.beruehrt && !value.gesammelt.unpassend.empty()) return value.gesammelt.unpassend;
+    for (std::size_t i = 0; i < entry.Werte.size(); ++i) {
+        const GesammelterWert& value = entry.Werte[i].gesammelt;
+        if (value.beruehrt && !value.unpassend.empty()) return value.unpassend;
+        if (value.beruehrt && value.text.empty()) return emptyTextRefused(static_cast<std::int32_t>(i) + 1);
+    }
     return exportwerte({entry}).anzahl() > 0 ? std::string() : "In der Registry steht kein Wert, und es wurde keiner gesetzt";
 }
 
 }  // namespace
 
 void Tippauswahl::addTo(CLI::App& command, bool withOutput) {
-    command.add_option("TIP", tipps, "Nummern der Tipps")->required();
-    command.add_option("--set", gesetzt, "NUMBER=TEXT oder NUMBER:ENTRY=TEXT: den Wert für die Datei so wählen; die Registry bleibt, wie sie ist")
+    command.add_option("TIP", tipps, "Nummern der Tipps")->transform(wholeNumber<std::int32_t>())->required();
+    command.add_option("--set", gesetzt, "NUMBER=TEXT oder NUMBER:ENTRY=TEXT: den Wert für die Datei so wählen, <delkey>: ihn löschen; die Registry bleibt, wie sie ist")
         ->allow_extra_args(false)->take_all();
     if (withOutput) command.add_option("-o,--output", ausgabe, "Datei; eine vorhandene wird ersetzt. Ohne sie geht der Inhalt auf die Standardausgabe");
+}
+
+std::string setEntry(TippMaschine& maschine, std::int32_t entry, const std::string& text) {
+    if (std::string refusal = maschine.setEntryFromText(entry, text); !refusal.empty()) return refusal;
+    if (!text.empty() || !maschine.shownText(static_cast<std::int16_t>(entry)).empty()) return {};
+    return emptyTextRefused(entry);
+}
+
+std::string emptyTextRefused(std::int32_t entry) {
+    return "Ein leerer Text wird nicht gespeichert (Eintrag " + std::to_string(entry) + "): der Wert bliebe, wie er ist. In Textfeldern löscht ihn der Text \"<delkey>\".";
 }
 
 std::optional<TippListe> sammle(Programm& programm, const Tippauswahl& wahl, Bedarf bedarf) {
@@ -69,9 +85,13 @@ std::optional<TippListe> sammle(Programm& programm, const Tippauswahl& wahl, Bed
             continue;
         }
         maschine.inspectTipp(number);
+        std::string refusal;
         for (const Setzung& set : sets)
-            if (set.tipp == number)
-                if (const std::string refusal = maschine.setEntryFromText(set.eintrag, set.text); !refusal.empty()) complain(number, refusal);
+            if (set.tipp == number && refusal.empty()) refusal = setEntry(maschine, set.eintrag, set.text);
+        if (!refusal.empty()) {
+            complain(number, refusal);
+            continue;
+        }
         if (!maschine.collectForExport()) return std::nullopt;
         TippListEintrag entry = listeneintrag(ctx.aktuellerTipp, maschine.collectedValues());
         if (const std::string reason = einwand(ctx.aktuellerTipp, entry, bedarf); !reason.empty()) complain(number, reason);
@@ -83,8 +103,10 @@ std::optional<TippListe> sammle(Programm& programm, const Tippauswahl& wahl, Bed
 
 int ausgeben(Programm& programm, const std::string& file, const std::string& bytes, const std::string& fertig1, const std::string& fertig2) {
     if (file.empty()) {
-        std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        return 0;   // what became of it is looked at when the command is done
+        errno = 0;
+        ShownOutput::putRaw(std::cout, bytes);
+        if (std::cout.flush()) return 0;
+        return failed("Die Ausgabe konnte nicht geschrieben werden. " + fileErrorText(std::error_code(errno, std::generic_category())));
     }
     writeFileAtomic(pathFromUtf8(file), bytes);
     programm.context().port.tell(fertig1 + file + fertig2);

@@ -14,6 +14,10 @@ struct Tippauswahl {
     void addTo(CLI::App& command, bool withOutput);
 };
 
+// A text into the panel of an entry of the Tip on screen. German: why it cannot be, or that saving would pass it over.
+std::string setEntry(TippMaschine& maschine, std::int32_t entry, const std::string& text);
+std::string emptyTextRefused(std::int32_t entry);
+
 enum class Bedarf { Werte, Vorlage };   // each Tip must have values to export; must be released for templates
 
 // The Tips collected, texts filled. Nothing: the user was told why not.

@@ -11,7 +11,6 @@ using nlohmann::ordered_json;
 namespace {
 
 constexpr const char* ArtNamen[] = {"speichern", "standard", "löschen", "datentyp", "kontextmenü", "schlüssel", "ini-datei", "boot-datei", "zurücksetzen", "wiederherstellen"};
-constexpr std::uint32_t LocalMachineRoot = 0x80000002;
 
 std::string artName(Aenderung::Art kind) {
     const auto index = static_cast<std::size_t>(kind);
@@ -22,7 +21,7 @@ std::string artName(Aenderung::Art kind) {
 
 std::string changeLine(const JournalKopf& change) {
     const char* state = change.aufgehobenDurch != 0 ? "  (zurückgesetzt)" : change.nurZeile ? "  (nur in der History)" : "";
-    return fmt::format("{:>5}  {}  {}  {:<12}  Tipp {:<5} {}{}", change.nummer, change.zeit, machineOf(change), artName(change.art), change.tipp,
+    return fmt::format("{:>5}  {}  {}  {:<12}  Tipp {:<5} {}{}", change.nummer, oneLine(change.zeit), oneLine(machineOf(change)), artName(change.art), change.tipp,
                        oneLine(change.überschrift), state);
 }
 
@@ -34,11 +33,10 @@ ordered_json changeJson(const JournalKopf& change) {
 
 ordered_json rawJson(Context& ctx, const std::optional<RawValue>& value) { return value ? dataJson(ctx, *value) : ordered_json(nullptr); }
 
-Jetzt valueNow(Context& ctx, const JournalKopf& change, const std::string& path) {
-    const Fundort place = placeNow(ctx, change, path);
-    if (!place.machine.empty() && ctx.objBVKReg.ConnectRemote(place.machine, LocalMachineRoot) != 0) return {false, std::nullopt};
-    ctx.objBVKReg.SetPath(place.machine, place.path);
-    return {true, ctx.objBVKReg.ReadRaw()};
+// Nothing is connected to for a look.
+Jetzt valueNow(Context& ctx, const RegAddress& place) {
+    if (!atHand(ctx, place.machine)) return {false, std::nullopt};
+    return {true, storeOf(ctx, place.machine).value(place.root, place.key, *place.name)};
 }
 
 int printChange(Programm& programm, const JournalEintrag& change, bool json) {
@@ -47,20 +45,23 @@ int printChange(Programm& programm, const JournalEintrag& change, bool json) {
     out["values"] = out["keys"] = out["files"] = ordered_json::array();
     if (!json) std::cout << changeLine(change) << "\n";
     for (const WertAenderung& value : change.aenderung.werte) {
-        const Jetzt now = valueNow(ctx, change, value.path);
-        out["values"].push_back({{"path", value.path}, {"old", rawJson(ctx, value.alt)}, {"new", rawJson(ctx, value.neu)}, {"written", value.geschrieben}, {"reachable", now.erreichbar}, {"now", rawJson(ctx, now.wert)}});
+        const RegAddress place = addressOf(ctx, change, value);
+        const Jetzt now = valueNow(ctx, place);
+        const std::string path = shownPath(ctx, place);
+        out["values"].push_back({{"path", path}, {"old", rawJson(ctx, value.alt)}, {"new", rawJson(ctx, value.neu)}, {"written", value.geschrieben}, {"reachable", now.erreichbar}, {"now", rawJson(ctx, now.wert)}});
         if (!json)
-            std::cout << fmt::format("{}{}\n   vorher: {}\n   danach: {}\n   jetzt:  {}\n", value.path, value.geschrieben ? "" : "  (nicht geschrieben)", shownRaw(value.alt),
-                                     shownRaw(value.neu), now.erreichbar ? shownRaw(now.wert) : "Rechner nicht erreichbar");
+            std::cout << fmt::format("{}{}\n   vorher: {}\n   danach: {}\n   jetzt:  {}\n", oneLine(path), value.geschrieben ? "" : "  (nicht geschrieben)", shownRaw(value.alt),
+                                     shownRaw(value.neu), now.erreichbar ? shownRaw(now.wert) : "Rechner wird gerade nicht bearbeitet");
     }
     for (const SchluesselBild& key : change.aenderung.schluessel) {
         const char* what = key.geloescht ? "gelöscht" : key.angelegt ? "angelegt" : "geändert";
-        out["keys"].push_back({{"path", key.path}, {"what", what}, {"keys", key.unterschluessel.size()}, {"values", key.werte.size()}});
-        if (!json) std::cout << fmt::format("{}\n   {}; vorher {} Schlüssel, {} Werte\n", key.path, what, key.angelegt ? 0 : key.unterschluessel.size(), key.werte.size());
+        const std::string path = shownPath(ctx, addressOf(ctx, change, key.path));
+        out["keys"].push_back({{"path", path}, {"what", what}, {"keys", key.unterschluessel.size()}, {"values", key.werte.size()}});
+        if (!json) std::cout << fmt::format("{}\n   {}; vorher {} Schlüssel, {} Werte\n", oneLine(path), what, key.angelegt ? 0 : key.unterschluessel.size(), key.werte.size());
     }
     for (const DateiBild& file : change.aenderung.dateien) {
         out["files"].push_back({{"file", file.datei}, {"existed", file.vorhanden}, {"before", file.inhalt.size()}, {"after", file.neu.size()}, {"written", file.geschrieben}});
-        if (!json) std::cout << fmt::format("{}\n   vorher {} Bytes, danach {} Bytes\n", file.datei, file.inhalt.size(), file.neu.size());
+        if (!json) std::cout << fmt::format("{}\n   vorher {} Bytes, danach {} Bytes\n", oneLine(file.datei), file.inhalt.size(), file.neu.size());
     }
     if (json) std::cout << jsonText(out) << "\n";
     else if (change.nurZeile && change.zeile) std::cout << oneLine(*change.zeile) << "\n";

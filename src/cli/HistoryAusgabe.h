@@ -4,6 +4,7 @@
 
 #include "cli/RegistryAusgabe.h"
 #include "lists/Listen.h"
+#include "lists/RegAddress.h"
 
 namespace brenvik::cli {
 
@@ -11,12 +12,12 @@ namespace brenvik::cli {
 std::string changeLine(const JournalKopf& change);
 nlohmann::ordered_json changeJson(const JournalKopf& change);
 int printChange(Programm& programm, const JournalEintrag& change, bool json);
-// The value where a path of the change lies now; none if its machine does not answer.
+// What stands there now; not reached where nobody works on the machine.
 struct Jetzt {
     bool erreichbar = true;
     std::optional<RawValue> wert;
 };
-Jetzt valueNow(Context& ctx, const JournalKopf& change, const std::string& path);
+Jetzt valueNow(Context& ctx, const RegAddress& place);
 nlohmann::ordered_json rawJson(Context& ctx, const std::optional<RawValue>& value);
 
 }  // namespace brenvik::cli

@@ -1,4 +1,4 @@
-// history list | show | undo | redo, drift
+// history list | show | undo | redo | forget
 #include <fmt/format.h>
 
 #include <iostream>
@@ -6,15 +6,13 @@
 
 #include "cli/Befehle.h"
 #include "cli/HistoryAusgabe.h"
-#include "lists/INIStand.h"
+#include "cli/NumberOption.h"
 #include "lists/Meldungen.h"
 
 namespace brenvik::cli {
 namespace {
 
 using nlohmann::ordered_json;
-
-bool isUndo(const JournalKopf& change) { return change.art == Aenderung::Art::Zuruecksetzen || change.art == Aenderung::Art::Wiederherstellen; }
 
 // Lines of History.txt that the journal does not know get a number too, so that every change has one that stays.
 void adoptLines(Programm& programm, Listen& lists) {
@@ -44,7 +42,7 @@ void adoptLines(Programm& programm, Listen& lists) {
 int list(Programm&, Listen& lists, bool json) {
     ordered_json out = ordered_json::array();
     for (const JournalKopf& change : lists.journal().heads()) {
-        if (isUndo(change)) continue;
+        if (isUndo(change) || (change.nurZeile && change.ausgeblendet)) continue;
         if (json) out.push_back(changeJson(change));
         else std::cout << changeLine(change) << "\n";
     }
@@ -55,6 +53,17 @@ int list(Programm&, Listen& lists, bool json) {
 int show(Programm& programm, Listen& lists, std::int64_t number, bool json) {
     const auto change = lists.journal().entry(number);
     return change ? printChange(programm, *change, json) : failed(fmt::format(meldung::KeinSolcherEintrag, number));
+}
+
+bool isDay(const std::string& text) {
+    static constexpr std::string_view Form = "0000-00-00";
+    return text.size() == Form.size() && std::equal(text.begin(), text.end(), Form.begin(), [](char c, char form) { return form == '0' ? c >= '0' && c <= '9' : c == form; });
+}
+
+// Lines that were found in History.txt bring their own form of the date, "09.11.2002 12:30:00".
+std::string isoTime(const JournalKopf& change) {
+    const std::string& t = change.zeit;
+    return t.size() > 10 && t[2] == '.' && t[5] == '.' ? t.substr(6, 4) + "-" + t.substr(3, 2) + "-" + t.substr(0, 2) + t.substr(10) : t;
 }
 
 int result(bool done, std::int64_t number, const char* what, bool json) {
@@ -89,58 +98,18 @@ int redo(Programm& programm, Listen& lists, std::int64_t number, bool json) {
     return result(done, number, "redone", json);
 }
 
-// Values that the program once set and that stand differently now, in the registry and in files, by Tip.
-class Drift {
-public:
-    Drift(Context& ctx, bool json) : ctx_(ctx), json_(json) {}
-
-    void value(const GesetzterWert& value) {
-        JournalKopf change;
-        change.rechner = value.rechner, change.lokalerRechner = value.lokalerRechner, change.sid = value.sid;
-        const Jetzt now = valueNow(ctx_, change, value.path);
-        if (!now.erreichbar) {
-            std::cerr << value.path << ": der Rechner \"" << machineOf(change) << "\" ist nicht erreichbar\n";
-        } else if (now.wert != value.wert) {
-            line(value.tipp, value.überschrift, value.path, shownRaw(value.wert), shownRaw(now.wert),
-                 {{"machine", machineOf(change)}, {"change", value.nummer}, {"set", rawJson(ctx_, value.wert)}, {"now", rawJson(ctx_, now.wert)}});
-        }
-    }
-    void file(const INIAbweichung& value) {
-        const auto shown = [](const std::optional<std::string>& text) { return text ? "\"" + oneLine(*text) + "\"" : std::string(meldung::NichtVorhanden); };
-        const auto data = [](const std::optional<std::string>& text) { return text ? ordered_json(*text) : ordered_json(nullptr); };
-        line(value.tipp, value.überschrift, fmt::format("{} [{}] {}", value.datei, value.sektion, value.schluessel), shown(value.gesetzt), shown(value.jetzt),
-             {{"change", value.nummer}, {"set", data(value.gesetzt)}, {"now", data(value.jetzt)}});
-    }
-    int print() const {
-        if (json_) std::cout << jsonText(tips_) << "\n";
-        else if (tips_.empty()) std::cout << "Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n";
-        return 0;
-    }
-
-private:
-    void line(std::int32_t tip, const std::string& heading, const std::string& path, const std::string& set, const std::string& now, ordered_json facts) {
-        if (tips_.empty() || tips_.back()["tip"] != tip) {
-            tips_.push_back({{"tip", tip}, {"heading", heading}, {"values", ordered_json::array()}});
-            if (!json_) std::cout << (tip > 0 ? fmt::format("Tipp {}  ", tip) : std::string()) << heading << "\n";
-        }
-        ordered_json value{{"path", path}};
-        value.update(facts);
-        tips_.back()["values"].push_back(std::move(value));
-        if (!json_) std::cout << fmt::format("   {}\n      gesetzt: {}\n      jetzt:   {}\n", path, set, now);
-    }
-
-    Context& ctx_;
-    bool json_;
-    ordered_json tips_ = ordered_json::array();
-};
-
-int drift(Programm& programm, Listen& lists, bool json) {
-    Drift found(programm.context(), json);
-    for (const GesetzterWert& value : lists.journal().lastWritten()) found.value(value);
-    std::vector<std::string> unreadable;
-    for (const INIAbweichung& value : iniAbweichungen(lists.journal(), unreadable)) found.file(value);
-    for (const std::string& name : unreadable) std::cerr << name << "\n";
-    return found.print();
+// Which changes: one, those before a day, or all.
+int forget(Programm& programm, Listen& lists, std::int64_t number, const std::string& before, bool json) {
+    if (!before.empty() && !isDay(before)) return failed("Kein Datum der Form 2002-11-09: " + before, 2);
+    std::vector<std::int64_t> numbers;
+    for (const JournalKopf& change : lists.journal().heads())
+        if (!isUndo(change) && (number != 0 ? change.nummer == number : before.empty() || isoTime(change) < before)) numbers.push_back(change.nummer);
+    if (numbers.empty()) return number != 0 ? failed(fmt::format(meldung::KeinSolcherEintrag, number)) : 0;
+    if (!programm.context().port.ask(fmt::format(meldung::VergessenAnzahl, numbers.size()), box::Exclamation + box::DefaultNo)) return 1;
+    for (const std::string& line : lists.journal().forget(numbers)) lists.history().deleteLine(line);
+    lists.history().HistorySave(false);
+    if (json) std::cout << jsonText({{"forgotten", numbers}}) << "\n";
+    return 0;
 }
 
 }  // namespace
@@ -155,6 +124,7 @@ void addHistoryBefehle(CLI::App& app, Aufruf& call) {
             call.needsDatabase = true;
             call.run = reported([&call, work](Programm& programm) {
                 call.listen->loadHistory();
+                for (const std::string& note : call.listen->notes()) std::cerr << note << "\n";
                 adoptLines(programm, *call.listen);
                 return work(programm, *call.listen);
             });
@@ -162,16 +132,22 @@ void addHistoryBefehle(CLI::App& app, Aufruf& call) {
     };
     const auto withNumber = [&](const char* name, const char* text) {
         auto* command = group->add_subcommand(name, text);
-        command->add_option("NUMBER", *number, "Nummer der Änderung, wie list sie nennt")->required();
+        command->add_option("NUMBER", *number, "Nummer der Änderung, wie list sie nennt")->transform(wholeNumber<std::int64_t>())->required();
         return command;
     };
     on(group->add_subcommand("list", "Alle Änderungen mit ihren Nummern"), [&call](Programm& p, Listen& l) { return list(p, l, call.json); });
     on(withNumber("show", "Die Werte einer Änderung: vorher, danach, jetzt"), [&call, number](Programm& p, Listen& l) { return show(p, l, *number, call.json); });
     auto* back = withNumber("undo", "Eine Änderung zurücksetzen");
+    back->add_flag("--keep", call.keep, "Was inzwischen noch einmal geändert wurde, so lassen und das Übrige zurücksetzen (mit --exact)");
     back->add_flag("--exact", *exact, "Genau: Typ und Bytes, auf dem Rechner der Änderung, alles oder nichts");
     on(back, [&call, number, exact](Programm& p, Listen& l) { return undo(p, l, *number, *exact, call.json); });
     on(withNumber("redo", "Eine zurückgesetzte Änderung wiederherstellen"), [&call, number](Programm& p, Listen& l) { return redo(p, l, *number, call.json); });
-    on(app.add_subcommand("drift", "Werte, die das Programm gesetzt hat und die jetzt anders dastehen"), [&call](Programm& p, Listen& l) { return drift(p, l, call.json); });
+    const auto day = std::make_shared<std::string>();
+    auto* forgetter = group->add_subcommand("forget", "Änderungen mit ihren Werten endgültig aus History und Journal entfernen: eine, die vor einem Tag oder alle (fragt nach)");
+    auto* one = forgetter->add_option("NUMBER", *number, "Nummer der Änderung, wie list sie nennt");
+    forgetter->add_option("--before", *day, "Alle Änderungen vor diesem Tag, 2002-11-09")->excludes(one);
+    on(forgetter, [&call, number, day](Programm& p, Listen& l) { return forget(p, l, *number, *day, call.json); });
+    addDriftCommand(app, call);
 }
 
 }  // namespace brenvik::cli

@@ -3,6 +3,7 @@
 #include "cli/Befehle.h"
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
+#include "tipengine/System.h"
 
 namespace brenvik::cli {
 namespace {
@@ -10,11 +11,9 @@ namespace {
 constexpr std::uint32_t LocalMachineRoot = 0x80000002;
 constexpr std::int32_t AccessDenied = 5, NotFound = 53;
 
-// A folder is told from a name by its separators.
+// A folder is told from a name by a separator in it.
 std::string machineName(const std::string& text) {
-    std::error_code error;
-    const auto folder = pathFromUtf8(text);
-    return std::filesystem::is_directory(folder, error) ? utf8FromPath(std::filesystem::absolute(folder)) : text;
+    return text.find('/') == std::string::npos ? text : utf8FromPath(std::filesystem::absolute(pathFromUtf8(text)));
 }
 
 }  // namespace
@@ -33,6 +32,11 @@ bool selectMachine(Programm& programm, const std::string& text) {
     }
     ctx.strRechnername = machine;
     ctx.blnLokal = equalText(machine, ctx.strLokalerRechner);
+    if (!ctx.strParamProfil.empty() && !ctx.target().chooseProfile(ctx.strParamProfil)) {
+        std::cerr << profileUnknown(ctx) << "\n";
+        return false;
+    }
+    tellTargetNotes(ctx);
     programm.takeProfile();
     return true;
 }

@@ -5,9 +5,10 @@
 
 #include "frame/DateiSystem.h"
 #include "frame/HostDatei.h"
+#include "registry/HiveFileBytes.h"
 #include "registry/HiveStore.h"
 #include "registry/MemoryStore.h"
-#include "registry/RegText.h"
+#include "registry/RegImport.h"
 #include "registry/SqliteStore.h"
 
 namespace brenvik::cli {
@@ -20,11 +21,14 @@ constexpr Root HiveRoot = Root::LocalMachine;   // under which a hive's own root
 constexpr std::size_t ShownProblems = 20;
 constexpr std::string_view StoreStart("SQLite format 3\0", 16);
 
-// A folder is told from a key by its separators.
-bool isPlace(const std::string& name) {
+bool isFile(const std::string& name) {
     std::error_code error;
-    const fs::path path = pathFromUtf8(name);
-    return fs::is_regular_file(path, error) || (name.find('/') != std::string::npos && fs::is_directory(path, error));
+    return fs::is_regular_file(pathFromUtf8(name), error);
+}
+
+bool isFolder(const std::string& name) {
+    std::error_code error;
+    return fs::is_directory(pathFromUtf8(name), error);
 }
 
 bool looksLikeFile(const std::string& text) { return text.find_first_of("/.:") < text.find('\\') || text.find(":\\") != std::string::npos; }
@@ -68,12 +72,14 @@ Ort Orte::resolve(const std::string& text) {
     return {Ort::Art::Registry, &machine(), parseRegPath(text), false, {}};   // says what is wrong with it
 }
 
-// The file ends at the first ":\" or final ":" in front of which there is one; "C:\" of a drive is none.
+// The file or folder ends at the first ":\" or final ":" in front of which there is one; "C:\" of a drive is none. A folder
+// alone is told from a key by its separators.
 std::optional<Ort> Orte::fileOf(const std::string& text) {
-    if (isPlace(text)) return open(text, {});
+    if (isFile(text) || (text.find('/') != std::string::npos && isFolder(text))) return open(text, {});
     for (std::size_t colon = text.find(':'); colon != std::string::npos; colon = text.find(':', colon + 1)) {
         const bool ends = colon + 1 == text.size() || text[colon + 1] == '\\';
-        if (ends && isPlace(text.substr(0, colon))) return open(text.substr(0, colon), text.substr(colon + 1));
+        const std::string place = text.substr(0, colon);
+        if (ends && (isFile(place) || (colon > 1 && isFolder(place)))) return open(place, text.substr(colon + 1));
     }
     return std::nullopt;
 }
@@ -99,7 +105,7 @@ Ort Orte::open(const std::string& file, const std::string& inside) {
 Orte::Geoeffnet Orte::openFile(const fs::path& file) {
     if (fs::is_directory(file)) return {Ort::Art::Speicher, &programm_.machines().store(utf8FromPath(file)), nullptr};
     const std::string start = startOf(file);
-    if (start.compare(0, 4, "regf") == 0) return openHive(file);
+    if (isHiveFile(file)) return openHive(file);
     if (start != StoreStart) return openRegFile(file);
     auto store = std::make_unique<SqliteStore>(file, StoreOptions{.create = false});
     return {Ort::Art::Speicher, store.get(), std::move(store)};
@@ -108,7 +114,7 @@ Orte::Geoeffnet Orte::openFile(const fs::path& file) {
 Orte::Geoeffnet Orte::openHive(const fs::path& file) {
     const auto tell = [&](const HiveFinding& finding) { std::cerr << utf8FromPath(file) << ", " << finding.line() << "\n"; };
     try {
-        auto store = openHiveFile(file, {salvage_, tell});
+        auto store = openHiveFile(file, {salvage_, tell, [&port = programm_.context().port](const std::string& question) { return port.ask(question, box::Exclamation); }});
         return {Ort::Art::Hive, store.get(), std::move(store)};
     } catch (const RegError& error) {
         if (salvage_) throw;
@@ -117,20 +123,19 @@ Orte::Geoeffnet Orte::openHive(const fs::path& file) {
 }
 
 Orte::Geoeffnet Orte::openRegFile(const fs::path& file) {
-    const RegText text = parseRegText(readFile(file, MaxFile));
-    if (!text.ok()) {
+    const RegTextFile text(readFile(file, MaxFile));
+    auto store = std::make_unique<MemoryStore>();
+    if (const auto problems = einspielen(*store, text); !problems.empty()) {
         std::string message = "Die Datei " + utf8FromPath(file.filename()) + " kann nicht gelesen werden:";
-        for (std::size_t i = 0; i < text.problems.size() && i < ShownProblems; ++i) {
-            message += "\nZeile " + std::to_string(text.problems[i].line) + ": " + text.problems[i].message;
+        for (std::size_t i = 0; i < problems.size() && i < ShownProblems; ++i) {
+            message += "\nZeile " + std::to_string(problems[i].line) + ": " + problems[i].message;
         }
         throw NumberedError(errnum::InvalidCall, message);
     }
-    auto store = std::make_unique<MemoryStore>();
-    applyOperations(*store, text.operations);
     store->setWritable(false);
-    for (const RegOperation& operation : text.operations) {
+    text.each([&](const RegOperation& operation) {
         if (operation.kind == RegOperation::Kind::DeleteKey || operation.kind == RegOperation::Kind::DeleteValue) ++deletions_;
-    }
+    });
     return {Ort::Art::RegDatei, store.get(), std::move(store)};
 }
 

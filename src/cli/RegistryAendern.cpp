@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "cli/RegistryGruppe.h"
+#include "cli/ValueInput.h"
 #include "frame/DateiSystem.h"
 #include "registry/RegOperations.h"
 #include "registry/RegTree.h"
@@ -13,6 +14,7 @@ namespace {
 struct Schreibauftrag {
     std::string path, type, data, dataFile;
     std::optional<std::string> name;
+    int descriptor = 0;
 };
 
 constexpr std::uintmax_t MaxDataFile = 64u << 20;   // more than any value holds, so that the store says what it takes
@@ -27,7 +29,7 @@ std::string decimal(const std::string& text) {
 
 RawValue valueOf(const Schreibauftrag& order, std::uint32_t type) {
     const bool isString = type == regtype::Sz || type == regtype::ExpandSz || type == regtype::MultiSz;
-    std::string data = order.dataFile.empty() ? order.data : readFile(pathFromUtf8(order.dataFile), MaxDataFile);
+    std::string data = order.data == FromInput ? readValue(order.descriptor) : order.dataFile.empty() ? order.data : readFile(pathFromUtf8(order.dataFile), MaxDataFile);
     if (!order.dataFile.empty() && !isString && type != regtype::Dword) return {type, {data.begin(), data.end()}};
     if (type == regtype::MultiSz) std::replace(data.begin(), data.end(), '\n', '\0');
     if (type == regtype::Dword) data = decimal(data);
@@ -94,7 +96,8 @@ void addAenderungsbefehle(const RegistryGruppe& group) {
     auto* write = group.add("write", "Einen Wert schreiben; Schlüssel auf dem Weg werden angelegt");
     write->add_option("PATH", order->path, "Pfad des Wertes; mit \\ am Ende ist der Wert ohne Namen gemeint, mit Typ 0 und leeren Daten wird nur der Schlüssel angelegt")->required();
     write->add_option("TYPE", order->type, "REG_SZ, REG_EXPAND_SZ, REG_BINARY, REG_DWORD, REG_MULTI_SZ, ein anderer Name oder die Nummer")->required();
-    auto* data = write->add_option("DATA", order->data, "Daten als Text; bei REG_MULTI_SZ ein Element je Zeile, bei REG_BINARY Bytes wie 0A FF");
+    auto* data = write->add_option("DATA", order->data, std::string("Daten als Text; bei REG_MULTI_SZ ein Element je Zeile, bei REG_BINARY Bytes wie 0A FF") + FromInputHelp);
+    write->add_option("--value-fd", order->descriptor, "Deskriptor, von dem die Daten \"-\" gelesen werden");
     auto* file = write->add_option("--data-file", order->dataFile, "Daten aus dieser Datei: Text in UTF-8, bei anderen Typen die Bytes selbst");
     data->excludes(file);
     write->add_option("--value", order->name, valueHelp);

@@ -1,9 +1,15 @@
 #include "cli/RegistryAusgabe.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <charconv>
 #include <iostream>
 
+#include "frame/Codepage.h"
+#include "frame/ShownText.h"
 #include "frame/Texte.h"
+#include "frame/Zeichen.h"
 #include "registry/Suche.h"
 #include "registry/ValueOperations.h"
 
@@ -54,15 +60,9 @@ std::optional<std::uint32_t> typeNumber(Context& ctx, const std::string& text) {
 }
 
 std::string oneLine(std::string_view text) {
-    std::string line;
-    line.reserve(text.size());
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte == 0) line += '|';
-        else if (byte < 0x20 || byte == 0x7F) line += {'\xE2', '\x90', static_cast<char>(byte == 0x7F ? 0xA1 : 0x80 + byte)};
-        else line += c;
-    }
-    return line;
+    std::string line(text);
+    std::replace(line.begin(), line.end(), '\0', '|');
+    return shownLine(line);
 }
 
 std::string shownData(const RawValue& value, std::size_t most) {
@@ -81,7 +81,7 @@ ordered_json dataJson(Context& ctx, const RawValue& value) {
     const std::string text = dataText(value);
     ordered_json json{{"type", typeName(ctx, value.type)}};
     json["data"] = value.type == regtype::MultiSz ? elements(text) : ordered_json(text);
-    if (!isWhole(value, text)) json["raw"] = bytesText(value.bytes);
+    if (!isWhole(value, text) || !isUtf8(text)) json["raw"] = bytesText(value.bytes);
     return json;
 }
 
@@ -91,7 +91,65 @@ ordered_json valueJson(Context& ctx, std::string_view name, const RawValue& valu
     return json;
 }
 
-std::string jsonText(const ordered_json& json, int indent) { return json.dump(indent, ' ', false, ordered_json::error_handler_t::replace); }
+namespace {
+
+// A text that JSON cannot hold as it is, or a list with such a text in it.
+bool isReplaced(const ordered_json& json) {
+    if (json.is_string()) return !isUtf8(json.get_ref<const std::string&>());
+    return json.is_array() && std::any_of(json.begin(), json.end(), isReplaced);
+}
+
+bool holdsReplaced(const ordered_json& json) {
+    return json.is_structured() ? std::any_of(json.begin(), json.end(), holdsReplaced) : isReplaced(json);
+}
+
+// One U+FFFD for each half of a character and for each byte that is none.
+std::string replaced(std::string_view text) {
+    constexpr char32_t Replacement = 0xFFFD;
+    std::string whole;
+    for (std::size_t place = 0; place < text.size();) {
+        const std::size_t start = place;
+        const char32_t c = zeichen::next(text, place);
+        if (isUtf8(text.substr(start, place - start))) zeichen::append(whole, c);
+        else zeichen::append(whole, Replacement);
+    }
+    return whole;
+}
+
+void markReplaced(ordered_json& json) {
+    if (json.is_string() && isReplaced(json)) json = replaced(json.get_ref<const std::string&>());
+    ordered_json names = ordered_json::array();
+    if (json.is_object())
+        for (const auto& [name, member] : json.items())
+            if (isReplaced(member)) names.push_back(name);
+    if (json.is_structured())
+        for (ordered_json& member : json) markReplaced(member);
+    if (!names.empty()) json["replaced"] = std::move(names);
+}
+
+// What the library leaves as it is, though nobody can see it or a terminal obeys it. Outside of texts it does not occur.
+std::string unseenEscaped(const std::string& dump) {
+    constexpr char32_t Delete = 0x7F, Beyond = 0x10000;
+    std::string text;
+    text.reserve(dump.size());
+    for (std::size_t place = 0; place < dump.size();) {
+        const std::size_t start = place;
+        const char32_t c = zeichen::next(dump, place);
+        if (c != Delete && !isUnseen(c)) text.append(dump, start, place - start);
+        else if (c < Beyond) text += fmt::format("\\u{:04x}", static_cast<std::uint32_t>(c));
+        else text += fmt::format("\\u{:04x}\\u{:04x}", 0xD800 + ((static_cast<std::uint32_t>(c) - Beyond) >> 10), 0xDC00 + (c & 0x3FF));
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string jsonText(const ordered_json& json, int indent) {
+    if (!holdsReplaced(json)) return unseenEscaped(json.dump(indent));
+    ordered_json marked = json;
+    markReplaced(marked);
+    return unseenEscaped(marked.dump(indent));
+}
 
 void printProblems(const std::string& file, const std::vector<RegTextProblem>& problems) {
     for (const RegTextProblem& problem : problems) std::cerr << file << ", Zeile " << problem.line << ": " << problem.message << "\n";
@@ -106,7 +164,7 @@ std::function<int(Programm&)> reported(std::function<int(Programm&)> work, int f
     return [work = std::move(work), failureCode](Programm& programm) {
         try {
             const int code = work(programm);
-            if (!std::cout.flush()) return failed("Die Ausgabe konnte nicht geschrieben werden.", failureCode);
+            if (!std::cout.flush() && code == 0) return failed("Die Ausgabe konnte nicht geschrieben werden.", failureCode);
             return code;
         } catch (const NumberedError& error) {
             return failed(error.number == regerr::NoRoot ? strBVKFehler(TextNoRoot) : std::string(error.what()), failureCode);

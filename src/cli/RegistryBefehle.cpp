@@ -11,6 +11,7 @@ void addRegistryBefehle(CLI::App& app, Aufruf& call) {
     addAenderungsbefehle(commands);
     addTextbefehle(commands);
     addHivebefehle(commands);
+    addHiveCheckCommands(commands);
     addVergleichsbefehl(commands);
 }
 

@@ -16,6 +16,7 @@ struct RegistryGruppe {
     }
     void on(CLI::App* command, std::function<int(Programm&, Orte&)> work, int failureCode = 1) const {
         command->callback([&target = call, salvaging = salvage, work = std::move(work), failureCode] {
+            target.ownPlaces = true;
             target.run = reported(
                 [work, salvaging](Programm& programm) {
                     Orte places(programm, *salvaging);
@@ -37,6 +38,7 @@ void addSuchbefehl(const RegistryGruppe& group);        // find
 void addAenderungsbefehle(const RegistryGruppe& group); // write, delete, copy
 void addTextbefehle(const RegistryGruppe& group);       // export, import
 void addHivebefehle(const RegistryGruppe& group);       // save, restore
+void addHiveCheckCommands(const RegistryGruppe& group); // check, recover
 void addVergleichsbefehl(const RegistryGruppe& group);  // diff
 
 }  // namespace brenvik::cli

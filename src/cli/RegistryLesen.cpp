@@ -1,8 +1,11 @@
 // registry list | read
 #include <algorithm>
+#include <cstdio>
 #include <iostream>
 
 #include "cli/RegistryGruppe.h"
+#include "frame/HostTerminal.h"
+#include "frame/ShownOutput.h"
 
 namespace brenvik::cli {
 namespace {
@@ -19,7 +22,8 @@ int readValue(Programm& programm, Orte& places, const std::string& text, const s
     } else {
         std::string data = toText(*value);
         std::replace(data.begin(), data.end(), '\0', '\n');   // elements of a REG_MULTI_SZ stand one in a line
-        std::cout << data << "\n";
+        if (host::isTerminal(stdout)) std::cout << data << "\n";
+        else ShownOutput::putRaw(std::cout, data + "\n");   // scripts want the value, whatever it holds
     }
     return 0;
 }

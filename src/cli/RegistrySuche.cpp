@@ -1,10 +1,13 @@
 // registry find
+#include <fmt/format.h>
+
 #include <chrono>
 #include <cstdio>
 #include <iostream>
 
 #include "cli/RegistryGruppe.h"
 #include "frame/HostTerminal.h"
+#include "frame/ShownOutput.h"
 #include "registry/Suche.h"
 
 namespace brenvik::cli {
@@ -55,8 +58,12 @@ public:
         if (!pending_.empty() && now - flushed_ > LongestWait) flush();
         if (progress_ && now - told_ > ProgressEvery) {
             told_ = now;
-            std::cerr << "\r" << keys_ << " Schlüssel durchsucht, " << hits_ << " Treffer" << std::flush;
+            tellProgress("");
         }
+    }
+    void passOver(const std::string& key, const RegError& why) {
+        flush();
+        std::cerr << (progress_ ? "\r" : "") << "Nicht lesbar: " << oneLine(key) << "\\\t" << oneLine(why.what()) << "\n";
     }
     void flush() {
         std::cout << pending_ << std::flush;
@@ -64,10 +71,15 @@ public:
         flushed_ = Clock::now();
     }
     void endProgress() {
-        if (progress_) std::cerr << "\r" << keys_ << " Schlüssel durchsucht, " << hits_ << " Treffer\n";
+        if (progress_) tellProgress("\n");
     }
 
 private:
+    void tellProgress(const char* end) {    // over and over in one line
+        ShownOutput::putRaw(std::cerr, fmt::format("\r{} Schlüssel durchsucht, {} Treffer{}", keys_, hits_, end));
+        std::cerr.flush();
+    }
+
     Context& ctx_;
     bool json_, progress_;
     std::string pending_;
@@ -120,12 +132,16 @@ int find(Programm& programm, Orte& places, const Suchauftrag& order, bool json) 
     }
     const host::InterruptWatch watch;
     Trefferliste list(programm, json, order.progress || host::isTerminal(stderr));
-    bool done = true;
+    bool done = true, whole = true;
     try {
         for (const Suchort& at : placesOf(programm, places, order.path)) {
             options.skipKey = at.skip;
             const Suchziel ziel{[&](const Treffer& hit) { list.hit(at.place, hit); },
-                                [&](std::string_view) { list.pass(); }, [&] { return watch.interrupted() || !std::cout.good(); }};
+                                [&](std::string_view) { list.pass(); }, [&] { return watch.interrupted() || !std::cout.good(); },
+                                [&](std::string_view key, const RegError& why) {
+                                    whole = false;
+                                    list.passOver(at.place.shown(key), why);
+                                }};
             done = done && suchen(*at.place.store, at.place.path.root, at.place.key(), *pattern, options, ziel);
         }
     } catch (const SuchmusterFehler& error) {
@@ -134,7 +150,8 @@ int find(Programm& programm, Orte& places, const Suchauftrag& order, bool json) 
     }
     list.flush();
     list.endProgress();
-    return watch.interrupted() ? failed("Die Suche wurde abgebrochen.", host::InterruptedExitCode) : 0;
+    if (watch.interrupted()) return failed("Die Suche wurde abgebrochen.", host::InterruptedExitCode);
+    return whole ? 0 : failed("Es wurde nicht alles durchsucht.");
 }
 
 }  // namespace

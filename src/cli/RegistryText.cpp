@@ -16,24 +16,36 @@ constexpr const char* NotThere = "(nicht vorhanden)";
 
 struct Verzichtet {};
 
+void printOmissions(const Ort& place, const RegTextWriter& writer) {
+    for (const RegTextWriter::Omission& entry : writer.omitted()) {
+        const std::string key = oneLine(place.shown(entry.root, entry.key)) + "\\";
+        if (!entry.why.empty()) std::cerr << "Nicht lesbar: " << key << "\t" << oneLine(entry.why) << "\n";
+        else std::cerr << "Ausgelassen: " << key << (entry.value ? "\t" + valueLabel(*entry.value) : std::string()) << "\n";
+    }
+    if (writer.lost() + writer.unreadable() > writer.omitted().size()) std::cerr << "Weitere werden nicht aufgezählt.\n";
+}
+
 int exportKey(Programm& programm, Orte& places, const std::string& text, const std::string& file, bool regedit4) {
     const Ort place = places.resolve(text);
     if (place.whole) return failed(KeyNeeded, 2);
     if (!place.store->keyExists(place.path.root, place.key())) return failed("Der Schlüssel ist nicht vorhanden: " + text);
     const auto format = regedit4 ? RegTextWriter::Format::Regedit4 : RegTextWriter::Format::Version5;
+    std::size_t unreadable = 0;
     try {
         writeFileAtomic(pathFromUtf8(file), [&](const Ausgabestueck& put) {
             RegTextWriter writer(format, put);
             writer.tree(*place.store, place.path.root, place.key());
             writer.end();
+            printOmissions(place, writer);
             if (writer.lost() > 0 &&
-                !programm.context().port.ask(std::to_string(writer.lost()) + " Einträge lassen sich in diesem Format nicht darstellen und gingen verloren. Soll die Datei trotzdem geschrieben werden?"))
+                !programm.context().port.ask("Einträge, die sich in diesem Format nicht darstellen lassen und in der Datei fehlen: " + std::to_string(writer.lost()) + ". Soll sie trotzdem geschrieben werden?"))
                 throw Verzichtet{};
+            unreadable = writer.unreadable();
         });
     } catch (const Verzichtet&) {
         return 1;
     }
-    return 0;
+    return unreadable > 0 ? failed("Die Datei wurde geschrieben, enthält aber nicht alles.") : 0;
 }
 
 std::string stateText(Context& ctx, const std::optional<RawValue>& value) {
@@ -80,14 +92,13 @@ int refused(const std::string& file, const std::vector<RegTextProblem>& problems
 }
 
 int importFile(Programm& programm, Orte& places, const std::string& file, bool dryRun, bool json) {
-    const RegText text = parseRegText(readFile(pathFromUtf8(file), MaxRegFile));
-    if (!text.ok()) return refused(file, text.problems);
+    const RegTextFile text(readFile(pathFromUtf8(file), MaxRegFile));
     RegStore& store = places.machine();
     if (!dryRun) {
-        const auto problems = einspielen(store, text.operations);
+        const auto problems = einspielen(store, text);
         return problems.empty() ? 0 : refused(file, problems);
     }
-    const Vorschau preview = vorschau(store, text.operations);
+    const Vorschau preview = vorschau(store, text);
     if (!preview.problems.empty()) return refused(file, preview.problems);
     json ? printChangesJson(programm.context(), preview.changes) : printChanges(programm.context(), preview.changes);
     return 0;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <map>
 #include <nlohmann/json.hpp>
 
 #include "cli/RegistryAusgabe.h"
@@ -17,18 +16,16 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// Lines and the parts of a REG_MULTI_SZ value beside each other.
-std::string inOneLine(std::string text) {
-    std::replace(text.begin(), text.end(), '\n', '\0');
+// Lines and the parts of a REG_MULTI_SZ value beside each other, all else as it is.
+std::string beside(std::string text) {
+    std::replace_if(text.begin(), text.end(), [](char c) { return c == '\n' || c == '\0'; }, '|');
     std::erase(text, '\r');
-    return oneLine(text);
+    return text;
 }
 
 class Liste {
 public:
-    Liste(Programm& programm, bool json, bool values) : programm_(programm), json_(json), values_(values) {
-        for (const auto& tipp : programm.context().udtTippListe) numbers_.emplace(tipp.Überschrift, tipp.Index);
-    }
+    Liste(Programm& programm, bool json, bool values) : programm_(programm), json_(json), values_(values) {}
 
     int print() {
         const ordered_json root = node(0, 0);
@@ -41,13 +38,13 @@ private:
         const TreeNode n = programm_.context().frmBVK_Prog.tvBVKDB.at(static_cast<std::size_t>(index));
         ordered_json out{{"text", n.text}};
         if (n.art == TreeNode::Art::Tipp) {
-            const std::int32_t number = numbers_[n.text];
+            const std::int32_t number = n.nummer;
             out["number"] = number;
-            if (!json_) std::cout << std::string(static_cast<std::size_t>(depth - 1) * 2, ' ') << fmt::format("{:>5}  {}\n", number, n.text);
+            if (!json_) std::cout << std::string(static_cast<std::size_t>(depth - 1) * 2, ' ') << fmt::format("{:>5}  {}\n", number, oneLine(n.text));
             if (values_) printValues(number, depth);
             return out;
         }
-        if (depth > 0 && !json_) std::cout << std::string(static_cast<std::size_t>(depth - 1) * 2, ' ') << n.text << "\n";
+        if (depth > 0 && !json_) std::cout << std::string(static_cast<std::size_t>(depth - 1) * 2, ' ') << oneLine(n.text) << "\n";
         out["children"] = ordered_json::array();
         for (int child : displayOrder(programm_.context().frmBVK_Prog, index)) out["children"].push_back(node(child, depth + 1));
         return out;
@@ -61,22 +58,13 @@ private:
         for (std::int16_t i = 1; i <= last; ++i) {
             const TippEintrag& entry = programm_.context().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
             const std::string name = entry.Wertname.empty() ? std::string("(Standard)") : entry.Wertname;
-            std::cout << indent << name << ": " << inOneLine(maschine.shownText(i)) << "  " << maschine.statusOf(i).text << "\n";
+            std::cout << indent << oneLine(name) << ": " << oneLine(beside(maschine.shownText(i))) << "  " << oneLine(maschine.statusOf(i).text) << "\n";
         }
     }
 
     Programm& programm_;
     bool json_, values_;
-    std::map<std::string, std::int32_t> numbers_;
 };
-
-std::vector<std::string> systems(const Tipp& t) {
-    std::vector<std::string> names;
-    const std::pair<bool, int> flags[] = {{t.Win95, 0}, {t.Win98, 1}, {t.WinME, 2}, {t.WinNT, 3}, {t.Win2000, 4}, {t.WinXP, 5}};
-    for (const auto& [flag, index] : flags)
-        if (flag) names.push_back(strBVKBS(index));
-    return names;
-}
 
 // Where the display text is a list of choices, the value's name stands for the entry.
 std::string captionOf(const TippEintrag& e) {
@@ -120,8 +108,8 @@ ordered_json entryJson(Programm& programm, std::int16_t i) {
                      {"name", e.Wertname},
                      {"type", DatenTypText(ctx, e.Datentyp)},
                      {"caption", captionOf(e)},
-                     {"current", inOneLine(w.strAktuellerWert)},
-                     {"shown", inOneLine(programm.maschine().shownText(i))},
+                     {"current", beside(w.strAktuellerWert)},
+                     {"shown", beside(programm.maschine().shownText(i))},
                      {"found", ctx.aktuellerTipp.INITipp ? w.blnWertGelesen : w.gefunden},
                      {"status", programm.maschine().statusOf(i).text}};
     if (const Panel* panel = keyListOf(programm); panel != nullptr && i == 1) out["rows"] = rowsJson(programm.maschine(), *panel);
@@ -130,6 +118,16 @@ ordered_json entryJson(Programm& programm, std::int16_t i) {
 }
 
 }  // namespace
+
+std::string effectText(TipEffect effect) {
+    switch (effect) {
+        case TipEffect::AtOnce: return {};
+        case TipEffect::DesktopReloaded: return "Lädt den Desktop neu";
+        case TipEffect::NewLogon: return "Wirkt nach einer neuen Anmeldung";
+        case TipEffect::LogonOrRestart: return "Wirkt nach einer neuen Anmeldung, spätestens nach einem Neustart";
+    }
+    return {};
+}
 
 const Panel* keyListOf(Programm& programm) {
     for (const Panel& panel : programm.context().frmBVK_Prog.panels)
@@ -141,34 +139,34 @@ int printTip(Programm& programm, std::int32_t number, bool json) {
     programm.maschine().inspectTipp(number);
     const Tipp& tipp = programm.context().aktuellerTipp;
     ordered_json out{{"number", number},           {"heading", tipp.Überschrift}, {"description", tipp.Beschreibung},
-                     {"systems", systems(tipp)},   {"restart", tipp.Neustart},    {"entries", ordered_json::array()}};
+                     {"systems", systemsOf(tipp)},   {"restart", tipp.Neustart},    {"entries", ordered_json::array()}};
     for (std::int16_t i = 1; i <= static_cast<std::int16_t>(tipp.letzterEintrag()); ++i) out["entries"].push_back(entryJson(programm, i));
     if (json) {
         std::cout << jsonText(out) << "\n";
         return 0;
     }
     std::string names;
-    for (const std::string& s : systems(tipp)) names += (names.empty() ? "" : ", ") + s;
-    std::cout << tipp.Überschrift << "\n" << std::string(60, '-') << "\n" << tipp.Beschreibung << "\n\nGeeignet für: " << names << "\n";
-    if (tipp.Neustart != 0) std::cout << (tipp.Neustart == 1 ? "Wirkt nach einem Neustart\n" : "Lädt den Desktop neu\n");
+    for (const std::string& s : systemsOf(tipp)) names += (names.empty() ? "" : ", ") + s;
+    std::cout << oneLine(tipp.Überschrift) << "\n" << std::string(60, '-') << "\n" << tipp.Beschreibung << "\n\nGeeignet für: " << names << "\n";
+    if (const std::string when = effectText(effectOf(tipp)); !when.empty()) std::cout << when << "\n";
     for (const auto& e : out["entries"]) {
         const std::string root = e["root"], key = e["key"], name = e["name"], type = e["type"];
         const std::string place = tipp.INITipp ? fmt::format("{} [{}] {}", tipp.Eintrag[e["entry"].get<std::size_t>()].SchlüsselNT, key, name)
                                                : fmt::format("{}\\{}\\{}  ({})", root, key, name, type);
-        std::cout << fmt::format("\n{}. {}\n   {}\n", e["entry"].get<int>(), e["caption"].get<std::string>(), place);
+        std::cout << fmt::format("\n{}. {}\n   {}\n", e["entry"].get<int>(), oneLine(e["caption"].get<std::string>()), oneLine(place));
         if (e.contains("rows"))
             for (const auto& row : e["rows"])
                 std::cout << RTrim(fmt::format("   {}  \"{}\"  {}", oneLine(row["name"].get<std::string>()), oneLine(row["text"].get<std::string>()),
                                                oneLine(row.value("command", std::string()))))
                           << "\n";
         else
-            std::cout << "   Anzeige: " << e["shown"].get<std::string>() << "\n";
+            std::cout << "   Anzeige: " << oneLine(e["shown"].get<std::string>()) << "\n";
         if (e.contains("choices")) {
             std::string choices;
             for (const auto& choice : e["choices"]) choices += (choices.empty() ? "" : " | ") + choice.get<std::string>();
-            std::cout << "   Auswahl: " << choices << "\n";
+            std::cout << "   Auswahl: " << oneLine(choices) << "\n";
         }
-        std::cout << "   " << e["status"].get<std::string>() << "\n";
+        std::cout << "   " << oneLine(e["status"].get<std::string>()) << "\n";
     }
     return 0;
 }

@@ -5,9 +5,13 @@
 #include <map>
 
 #include "cli/Befehle.h"
+#include "cli/ExportTipps.h"
+#include "cli/NumberOption.h"
 #include "cli/RegistryAusgabe.h"
 #include "cli/TippAusgabe.h"
 #include "cli/TippProbe.h"
+#include "cli/TipSystem.h"
+#include "cli/ValueInput.h"
 #include "frame/Konvertierung.h"
 #include "frame/Texte.h"
 
@@ -30,9 +34,12 @@ bool exists(Programm& programm, std::int32_t number) {
 bool open(Programm& programm, std::int32_t number) {
     if (!exists(programm, number)) return false;
     const auto& f = programm.context().frmBVK_Prog;
-    if (programm.maschine().showTippByNumber(number) && !f.panels.empty()) return true;
-    failed(f.txtInfo);
-    return false;
+    if (!programm.maschine().showTippByNumber(number) || f.panels.empty()) {
+        failed(f.txtInfo);
+        return false;
+    }
+    warnIfNotMeant(programm.context(), number, programm.context().aktuellerTipp);
+    return true;
 }
 
 // Shows the Tip for a look that changes nothing; false, with the reason told, if it is not shown here.
@@ -50,7 +57,8 @@ struct Angaben {
     std::string view = "alle", key;
     bool values = false, dryRun = false;
     std::vector<std::string> texts, rows;
-    std::vector<int> entries;
+    int descriptor = 0;
+    std::vector<std::int32_t> entries;
     std::optional<std::string> text, command;
 };
 
@@ -58,14 +66,21 @@ struct Angaben {
 std::string fillPanels(TippMaschine& maschine, const Angaben& given) {
     std::string refusal;
     for (std::size_t k = 0; k < given.texts.size() && refusal.empty(); ++k)
-        refusal = maschine.setEntryFromText(static_cast<std::int16_t>(given.entries.empty() ? 1 : given.entries[k]), given.texts[k]);
+        refusal = setEntry(maschine, given.entries.empty() ? 1 : given.entries[k], given.texts[k]);
     return refusal;
 }
 
-int set(Programm& programm, const Angaben& given, bool json) {
+// Saving passes empty texts over; what a boot menu holds is no text of an entry.
+bool savesNothing(const Context& ctx, std::int32_t entry) {
+    const auto place = static_cast<std::size_t>(entry);
+    return ctx.werte.at(place).strAnzeigeWert.empty() && ctx.aktuellerTipp.Eintrag.at(place).Ausgabeart != art::BootINI;
+}
+
+int set(Programm& programm, Angaben given, bool json) {
     if (given.entries.empty() ? given.texts.size() != 1 : given.entries.size() != given.texts.size())
         return failed("Zu jedem --entry gehört genau ein TEXT", 2);
     TippMaschine& maschine = programm.maschine();
+    fillFromInput(given.texts, given.descriptor);
     if (!inspect(programm, given.number)) return 1;
     if (const std::string refusal = fillPanels(maschine, given); !refusal.empty()) return failed(refusal);
     if (!given.dryRun) {   // what the Tip asks as it opens is asked only for texts that fit
@@ -75,7 +90,12 @@ int set(Programm& programm, const Angaben& given, bool json) {
     }
     if (!programm.context().frmBVK_Prog.KeySave) return failed("Der Tipp kann nicht gespeichert werden: " + maschine.statusOf(1).text);
     if (!maschine.DatenRead()) return 1;
-    if (given.dryRun) return printPlan(programm, json);
+    for (const std::int32_t entry : given.entries.empty() ? std::vector<std::int32_t>{1} : given.entries)
+        if (savesNothing(programm.context(), entry)) return failed(emptyTextRefused(entry));
+    if (given.dryRun) {
+        warnIfNotMeant(programm.context(), given.number, programm.context().aktuellerTipp);
+        return printPlan(programm, json);
+    }
     const bool saved = programm.context().aktuellerTipp.INITipp ? maschine.SaveINITipp(false) : maschine.RegWerteSchreiben();
     return saved ? 0 : 1;
 }
@@ -100,7 +120,7 @@ int remove(Programm& programm, const Angaben& given) {
     TippMaschine& maschine = programm.maschine();
     if (ctx.frmBVK_Prog.panels.front().Ausgabeart == art::BootINI) return failed("Einträge des Bootmenüs werden hier nicht gelöscht");
     if (!ctx.frmBVK_Prog.KeyDel && !ctx.einstellungen.LöschenAktiv) return failed("Das Löschen von Registrywerten ist in den Einstellungen nicht erlaubt");
-    if (!ctx.frmBVK_Prog.KeyDel) return failed("Der Tipp kann nicht gelöscht werden: " + maschine.statusOf(1).text);
+    if (!ctx.frmBVK_Prog.KeyDel) return failed("Der Tipp kann nicht gelöscht werden. " + maschine.deleteBlocker());
     const Panel* keys = keyListOf(programm);
     if ((keys != nullptr) == given.rows.empty())
         return failed(keys != nullptr ? "Mit --row gehört der Name jeder Zeile dazu, die gelöscht werden soll" : "--row gibt es nur für Listen von Schlüsseln", 2);
@@ -125,7 +145,7 @@ int saveEntry(Programm& programm, const Angaben& given, bool neu) {
     if (neu) entry.txtKeyName = given.key;
     entry.txtBeschreibung = given.text.value_or(entry.txtBeschreibung);
     entry.txtBefehl = given.command.value_or(entry.txtBefehl);
-    if (entry.txtKeyName.empty() || entry.txtBefehl.empty()) return failed("Der Eintrag braucht einen Schlüsselnamen und einen Befehl");
+    if (Trim(entry.txtBefehl).empty()) return failed("Der Eintrag braucht einen Schlüsselnamen und einen Befehl");
     return entry.speichern(entry) ? 0 : 1;
 }
 
@@ -144,7 +164,7 @@ void addTippBefehle(CLI::App& app, Aufruf& call) {
     };
     const auto command = [&](const char* name, const char* text, std::function<int(Programm&)> work) {
         auto* c = on(group->add_subcommand(name, text), std::move(work));
-        c->add_option("NUMBER", given->number, "Nummer des Tipps")->required();
+        c->add_option("NUMBER", given->number, "Nummer des Tipps")->transform(wholeNumber<std::int32_t>())->required();
         return c;
     };
 
@@ -158,8 +178,9 @@ void addTippBefehle(CLI::App& app, Aufruf& call) {
             [&call, given](Programm& p) { return exists(p, given->number) ? printTip(p, given->number, call.json) : 1; });
 
     auto* setter = command("set", "Werte eines Tipps setzen und speichern", [&call, given](Programm& p) { return set(p, *given, call.json); });
-    setter->add_option("--entry", given->entries, "Nummer des Eintrags; je TEXT einmal")->allow_extra_args(false)->take_all();
-    setter->add_option("TEXT", given->texts, "Wert, wie ihn das Eingabefeld zeigt; on oder off für Kästchen")->required();
+    setter->add_option("--entry", given->entries, "Nummer des Eintrags; je TEXT einmal")->transform(wholeNumber<std::int32_t>())->allow_extra_args(false)->take_all();
+    setter->add_option("TEXT", given->texts, std::string("Wert, wie ihn das Eingabefeld zeigt; on oder off für Kästchen; in Textfeldern löscht <delkey> den Wert, ein leerer Text wird nicht gespeichert") + FromInputHelp)->required();
+    setter->add_option("--value-fd", given->descriptor, "Deskriptor, von dem der Wert \"-\" gelesen wird")->transform(wholeNumber<int>());
     setter->add_flag("--dry-run", given->dryRun, "Nur zeigen, was geschrieben würde, Wert für Wert; nichts schreiben");
     setter->add_option("--name", call.bootName, "Bootmenü: unter diesem Namen einen neuen Eintrag anlegen, statt ihn zu überschreiben");
     command("default", "Einen Tipp auf den Windows-Standard setzen", [given](Programm& p) { return setDefault(p, given->number); });

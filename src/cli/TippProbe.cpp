@@ -18,15 +18,16 @@ int printPlan(Programm& programm, bool json) {
     if (!refusal.empty()) return failed(refusal);
     ordered_json out{{"tip", plan.tippIndex}, {"heading", plan.tippÜberschrift}, {"values", ordered_json::array()}, {"files", ordered_json::array()}};
     for (const WertAenderung& value : plan.werte) {
-        out["values"].push_back({{"path", value.path}, {"old", rawJson(ctx, value.alt)}, {"new", rawJson(ctx, value.neu)}, {"changes", value.alt != value.neu}});
+        const std::string path = value.name ? value.path + "\\" + *value.name : value.path;
+        out["values"].push_back({{"path", path}, {"old", rawJson(ctx, value.alt)}, {"new", rawJson(ctx, value.neu)}, {"changes", value.alt != value.neu}});
         if (!json)
-            std::cout << value.path << (value.alt == value.neu ? "  (bleibt)" : "") << "\n   alt: " << shownRaw(value.alt) << "\n   neu: " << shownRaw(value.neu) << "\n";
+            std::cout << oneLine(path) << (value.alt == value.neu ? "  (bleibt)" : "") << "\n   alt: " << shownRaw(value.alt) << "\n   neu: " << shownRaw(value.neu) << "\n";
     }
     for (const DateiBild& file : plan.dateien) {
         const auto lines = [](const std::string& bytes) { return Split(Replace(utf8FromAnsi(bytes), "\r\n", "\n"), "\n"); };
         const auto before = lines(file.inhalt), after = lines(file.neu);
         ordered_json changes = ordered_json::array();
-        if (!json) std::cout << file.datei << (file.vorhanden ? "" : "  (wird angelegt)") << "\n";
+        if (!json) std::cout << oneLine(file.datei) << (file.vorhanden ? "" : "  (wird angelegt)") << "\n";
         for (const LineChange& run : lineChanges({before.begin(), before.end()}, after)) {
             for (std::size_t k = run.oldFirst; k < run.oldLast; ++k) changes.push_back("-" + before[k]);
             for (std::size_t k = run.newFirst; k < run.newLast; ++k) changes.push_back("+" + after[k]);

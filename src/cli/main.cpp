@@ -1,23 +1,64 @@
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 
 #include "cli/Aufruffehler.h"
 #include "cli/Befehle.h"
 #include "cli/CliPort.h"
+#include "frame/DateiSystem.h"
+#include "frame/HostTerminal.h"
+#include "frame/Produkt.h"
+#include "frame/ShownOutput.h"
 #include "frame/Version.h"
+#include "registry/FirstStart.h"
 #include "tipengine/Aufzeichnungen.h"
 
 using namespace brenvik;
 
+namespace {
+
+// Commands that only print may end when nobody reads on; all others do their work to the end.
+bool onlyPrints(const CLI::App& app) {
+    const CLI::App* command = &app;
+    while (!command->get_subcommands().empty()) command = command->get_subcommands().front();
+    constexpr std::string_view Printing[] = {"list", "show", "read", "find", "export", "diff", "drift", "load"};
+    return std::find(std::begin(Printing), std::end(Printing), command->get_name()) != std::end(Printing);
+}
+
+// The same trace as the window's, from the beginning.
+void startTrace(Programm& programm) {
+    Context& ctx = programm.context();
+    if (const std::string problem = privateHome(ctx.heimPfad); !problem.empty()) throw NumberedError(errnum::PathFileAccess, problem);
+    ctx.trace.setDebug(true);
+    ctx.trace.write(produkt::Titel);
+    ctx.trace.write("Version: " + ctx.strProgVersion);
+    ctx.trace.write("Programmverzeichnis: " + utf8FromPath(ctx.programmPfad));
+}
+
+bool loadTips(Programm& programm) {
+    programm.offerMissingFiles(false);
+    if (!programm.loadDatabase()) return false;
+    programm.maschine().FrameStartEinstellungen();
+    programm.maschine().TreeEinlesen();
+    return true;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+    const ShownOutput out(std::cout), err(std::cerr);
     CLI::App app{"Brenvik: Einstellungen einer Windows-Installation ansehen und ändern", "brenvik-cli"};
-    std::string home, machine;
+    std::string home, machine, profile;
+    bool debug = false;
     cli::Aufruf call;
     app.set_version_flag("--version", std::string("brenvik-cli ") + BRENVIK_VERSION, "Version ausgeben");
     app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");
     app.add_option("--home", home, "Verzeichnis, in dem Brenvik seine Daten hält")->type_name("DIR");
     app.add_option("--machine", machine, "Rechner, dessen Registry gemeint ist: ein Name oder der Ordner, in dem ein Windows liegt")->type_name("NAME");
+    app.add_option("--user", profile, "Benutzer des Rechners, dessen HKEY_CURRENT_USER gemeint ist: Name oder SID")->type_name("NAME")->needs("--machine");
     app.add_flag("--json", call.json, "Ausgabe als JSON");
     app.add_flag("--yes", call.yes, "Fragen mit Ja beantworten");
+    app.add_flag("--debug", debug, "Das Protokoll brenvik.log im Heim führen");
     app.require_subcommand(1);
     app.fallthrough();
     cli::addTippBefehle(app, call);
@@ -33,24 +74,29 @@ int main(int argc, char** argv) {
         std::cerr << cli::usageProblem(app, error) << "\nbrenvik-cli --help nennt, was möglich ist.\n";
         return 2;
     }
+    if (!onlyPrints(app)) host::surviveBrokenPipes();
     try {
-        CliPort port(call.yes, call.bootName);
+        CliPort port(call.yes, call.bootName, call.keep);
         const auto platform = makeNativePlatform();
         WindowObserver observer;
         Aufzeichnungen recorders;
-        Programm programm(port, *platform, {home, std::nullopt}, observer, recorders);
+        Programm programm(port, *platform, {home, std::nullopt, {}, profile}, observer, recorders);
         Listen listen(programm.maschine());
         recorders.add(listen);
         call.listen = &listen;
-        programm.loadSettings();
-        programm.detectSystem();
+        if (debug) startTrace(programm);
+        programm.whenOpened([&] {
+            programm.loadSettings();
+            programm.detectSystem();
+        });
+        if (!call.ownPlaces || !machine.empty()) programm.openHome();
         if (!machine.empty() && !cli::selectMachine(programm, machine)) return 1;
-        if (call.needsDatabase) {
-            if (!programm.loadDatabase()) return 1;
-            programm.maschine().FrameStartEinstellungen();
-            programm.maschine().TreeEinlesen();
-        }
-        return call.run(programm);
+        if (call.needsDatabase && !loadTips(programm)) return 1;
+        const int code = call.run(programm);
+        // Of a home that can only be read nothing need be said as long as nothing was to be written. The registry says it itself.
+        const bool said = call.ownPlaces && code != 0;
+        if (!said && (code != 0 || programm.heimFehlt()) && !programm.schreibhindernis().empty()) port.tell(programm.schreibhindernis());
+        return code;
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";
         return 1;

@@ -1,7 +1,9 @@
 #include "export/AdmDatei.h"
 
 #include <fmt/format.h>
+#include <set>
 
+#include "export/LineText.h"
 #include "frame/Konvertierung.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
@@ -11,6 +13,7 @@ namespace {
 
 constexpr std::size_t ColGroup = 5, ColTipp = 10, ColPolicy = 15, ColPart = 20, ColDetail = 21, ColName = 25, ColExpandable = 26;
 constexpr std::size_t HelpWidth = 78;
+constexpr const char* ListTicked = "no";       // what the engine writes for a ticked row
 constexpr double LargestBoxNumber = 29000;   // number boxes hold less, text boxes more; the number itself gets neither
 
 constexpr std::int32_t TypeOf(std::uint32_t type) { return static_cast<std::int32_t>(type); }
@@ -30,9 +33,21 @@ void ADMHilfeTextSchreiben(AnsiText& out, const std::string& text) {
     }
 }
 
+// A quotation mark goes into the file as it is and ends the text there; a "?" stands for what the code page lacks.
+bool isPlain(const std::string& text) { return text.find('"') == std::string::npos && fitsAnsi(text); }
+
+// What a policy sets lies below the key of the entry's first value, whatever the value's own; the file's numbers are stored
+// as they are, without the factor of the panel.
+bool canBeSaid(const TippListEintrag& entry, const TippListWert& value) {
+    const TippListWert& first = entry.Werte.front();
+    return value.Hauptschluessel == first.Hauptschluessel && equalText(value.Unterschluessel, first.Unterschluessel) && !value.Wertname.empty() &&
+           isPlain(value.Wertname) && isPlain(value.Unterschluessel) && isPlain(value.WertEin) && isPlain(value.WertAus) && isPlain(value.Standardwert);
+}
+
 bool hasDefault(const TippListWert& value) { return !value.Standardwert.empty() && value.Standardwert != DelKey; }
 
-void twoStates(AnsiText& out, const TippListEintrag& entry, const TippListWert& value, std::int16_t ersteArt) {
+// Each of these writes a policy and answers whether it sets the type and the data that the Tip would.
+bool twoStates(AnsiText& out, const TippListEintrag& entry, const TippListWert& value, std::int16_t ersteArt) {
     out.line(ColPolicy, "POLICY \"" + value.Wertname + "\"");
     out.line(ColPart, "VALUENAME \"" + value.Wertname + "\"");
     if (value.Datentyp == Sz || value.Datentyp == Dword) {
@@ -42,9 +57,11 @@ void twoStates(AnsiText& out, const TippListEintrag& entry, const TippListWert& 
     }
     ADMHilfeTextSchreiben(out, ersteArt == art::Liste ? value.WertInfo + " ausblenden. Info: " + entry.Beschreibung : entry.Beschreibung);
     out.line(ColPolicy, "END POLICY");
+    const bool ticked = value.PanelArt != art::Liste || value.WertEin == ListTicked;
+    return ticked && value.WertEin != DelKey && (value.Datentyp == Sz || value.Datentyp == Dword);
 }
 
-void textOrPath(AnsiText& out, const TippListWert& value) {
+bool textOrPath(AnsiText& out, const TippListWert& value) {
     out.line(ColPolicy, "POLICY \"" + value.Wertname + "\"");
     if (value.Datentyp == Sz || value.Datentyp == Dword) {
         const std::string numeric = value.Datentyp == Dword ? " NUMERIC" : "";
@@ -61,9 +78,10 @@ void textOrPath(AnsiText& out, const TippListWert& value) {
     }
     out.line(ColPart, "END PART");
     out.line(ColPolicy, "END POLICY");
+    return value.Datentyp == Sz || value.Datentyp == ExpandSz;
 }
 
-void numberBox(AnsiText& out, const TippListWert& value) {
+bool numberBox(AnsiText& out, const TippListWert& value) {
     out.line(ColPolicy, "POLICY \"Wert: " + value.Wertname + "\"");
     out.line(ColPart, "Part \"" + ADMTextBereinigen(value.WertInfo) + "\" Numeric Required ");
     out.line(ColName, "Min " + value.WertAus + " Max " + value.WertEin);
@@ -71,9 +89,10 @@ void numberBox(AnsiText& out, const TippListWert& value) {
     if (hasDefault(value)) out.line(ColName, "Default \"" + value.Standardwert + "\"");
     out.line(ColPart, "End Part");
     out.line(ColPolicy, "END POLICY");
+    return value.Werteliste.empty() && Val(value.WertAus) >= 0;
 }
 
-void numberAsText(AnsiText& out, const TippListWert& value) {
+bool numberAsText(AnsiText& out, const TippListWert& value) {
     out.line(ColPolicy, "POLICY \"Wert: " + value.Wertname + "\"");
     if (value.Datentyp == Dword) {
         out.line(ColPart, "ValueON NUMERIC \"\"");
@@ -85,37 +104,38 @@ void numberAsText(AnsiText& out, const TippListWert& value) {
     out.line(ColName, "REQUIRED");
     out.line(ColPart, "End Part");
     out.line(ColPolicy, "END POLICY");
+    return value.Datentyp == Sz && value.Werteliste.empty();
 }
 
-void formA(AnsiText& out, const TippListEintrag& entry, const TippListWert& value, std::int16_t ersteArt) {
-    if (value.PanelArt == art::CheckBox || value.PanelArt == art::Liste) twoStates(out, entry, value, ersteArt);
-    if (value.PanelArt == art::TextWerte || value.PanelArt == art::Drive) textOrPath(out, value);
+bool formA(AnsiText& out, const TippListEintrag& entry, const TippListWert& value, std::int16_t ersteArt) {
+    if (value.PanelArt == art::CheckBox || value.PanelArt == art::Liste) return twoStates(out, entry, value, ersteArt);
+    if (value.PanelArt == art::TextWerte || value.PanelArt == art::Drive) return textOrPath(out, value);
+    return false;
 }
 
-void formB(AnsiText& out, const TippListWert& value) {
+bool formB(AnsiText& out, const TippListWert& value) {
     const double largest = Val(value.WertEin);
-    if (value.Datentyp == Dword && largest < LargestBoxNumber) numberBox(out, value);
-    if (value.Datentyp == Sz || (value.Datentyp == Dword && largest > LargestBoxNumber)) numberAsText(out, value);
+    if (value.Datentyp == Dword && largest < LargestBoxNumber) return numberBox(out, value);
+    if (value.Datentyp == Sz || (value.Datentyp == Dword && largest > LargestBoxNumber)) return numberAsText(out, value);
+    return false;
 }
 
-void tippBlock(AnsiText& out, const TippListEintrag& entry, std::int16_t ersteArt) {
-    out.line(ColTipp, fmt::format("; [{}] - {}", entry.TippNr, ADMTextBereinigen(entry.Titel)));
+using Gesagt = std::set<const TippListWert*>;   // the values that a policy sets
+
+void tippBlock(AnsiText& out, const TippListEintrag& entry, std::int16_t ersteArt, Gesagt& said) {
+    out.line(ColTipp, fmt::format("; [{}] - {}", entry.TippNr, commentText(ADMTextBereinigen(entry.Titel))));
     const std::int16_t kind = entry.Werte.front().PanelArt;
     const bool isA = kind == art::CheckBox || kind == art::TextWerte || kind == art::Drive || kind == art::Liste;
     if (!isA && kind != art::ZahlenWerte) return;
     out.line(ColTipp, "CATEGORY \"" + ADMTextBereinigen(entry.Titel) + "\"");
     out.line(ColPolicy, "KEYNAME \"" + entry.Werte.front().Unterschluessel + "\"");
-    for (const TippListWert& value : entry.Werte) {
-        if (isA)
-            formA(out, entry, value, ersteArt);
-        else
-            formB(out, value);
-    }
+    for (const TippListWert& value : entry.Werte)
+        if ((isA ? formA(out, entry, value, ersteArt) : formB(out, value)) && canBeSaid(entry, value)) said.insert(&value);
     out.line(ColTipp, "END CATEGORY");
     out.line();
 }
 
-void groupBlock(AnsiText& out, const TippListe& liste, const Gruppe& group, const std::string& root, std::int16_t ersteArt) {
+void groupBlock(AnsiText& out, const TippListe& liste, const Gruppe& group, const std::string& root, std::int16_t ersteArt, Gesagt& said) {
     bool opened = false;
     for (const TippListEintrag& entry : liste) {
         if (entry.Werte.empty() || Val(Left(entry.Baumpfad, 1)) != group.Nummer || entry.Werte.front().Hauptschluessel != root) continue;
@@ -124,7 +144,7 @@ void groupBlock(AnsiText& out, const TippListe& liste, const Gruppe& group, cons
             out.line(ColGroup, "CATEGORY \"" + ADMTextBereinigen(group.Name) + "\"");
             opened = true;
         }
-        tippBlock(out, entry, ersteArt);
+        tippBlock(out, entry, ersteArt, said);
     }
     if (!opened) return;
     out.line(ColGroup, "END CATEGORY");
@@ -139,17 +159,23 @@ std::string ADMTextBereinigen(std::string_view strText) {
     return clean;
 }
 
-void ADMDateiSchreiben(AnsiText& out, const TippListe& liste, const std::vector<Gruppe>& gruppen, std::int16_t ersteArt) {
+std::vector<std::string> ADMDateiSchreiben(AnsiText& out, const TippListe& liste, const std::vector<Gruppe>& gruppen, std::int16_t ersteArt) {
+    Gesagt said;
     for (const int index : {0, 1}) {
         out.line(index == 0 ? "Class User" : "CLASS MACHINE");
         out.line("; ------ Anfang ------");
         out.line();
         out.line("CATEGORY \"BVK-ADM-Datei\"");
-        for (const Gruppe& group : gruppen) groupBlock(out, liste, group, strRootKeys(index), ersteArt);
+        for (const Gruppe& group : gruppen) groupBlock(out, liste, group, strRootKeys(index), ersteArt, said);
         out.line("END CATEGORY");
         out.line();
         out.line("; ------ Ende ------");
     }
+    std::vector<std::string> rest;
+    for (const TippListEintrag& entry : liste)
+        for (const TippListWert& value : entry.Werte)
+            if (!entry.Geloescht && said.count(&value) == 0) rest.push_back(value.pfad());
+    return rest;
 }
 
 }  // namespace brenvik

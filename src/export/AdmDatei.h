@@ -13,7 +13,8 @@ namespace brenvik {
 std::string ADMTextBereinigen(std::string_view strText);
 
 // The part of the file below its header. gruppen is the table of groups; ersteArt the panel kind of the first value of the
-// Tip on screen, which decides the wording of help texts. Deleted entries are written too.
-void ADMDateiSchreiben(AnsiText& out, const TippListe& liste, const std::vector<Gruppe>& gruppen, std::int16_t ersteArt);
+// Tip on screen, which decides the wording of help texts. Deleted entries are written too. Answers the paths of the values
+// that no policy of the file sets as their Tip does.
+std::vector<std::string> ADMDateiSchreiben(AnsiText& out, const TippListe& liste, const std::vector<Gruppe>& gruppen, std::int16_t ersteArt);
 
 }  // namespace brenvik

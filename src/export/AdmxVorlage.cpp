@@ -5,8 +5,10 @@
 #include <optional>
 #include <set>
 
+#include "export/LineText.h"
 #include "frame/Konvertierung.h"
 #include "frame/Produkt.h"
+#include "frame/Zeichen.h"
 #include "registry/RegPath.h"
 #include "registry/ValueOperations.h"
 
@@ -14,24 +16,45 @@ namespace brenvik {
 namespace {
 
 constexpr double LargestNumber = 4294967295.0;
-constexpr std::size_t LongestString = 255;      // of a state's value
+constexpr std::size_t LongestString = 255;      // of a state's value, a key or a name
 constexpr const char* Wurzel = "Brenvik";
 constexpr const char* Geeignet = "Windows";
 constexpr const char* Schema = "http://schemas.microsoft.com/GroupPolicy/2006/07/PolicyDefinitions";
 
-// For element content and attributes in double quotes; control characters have no place in XML.
+bool isNoXml(char32_t c) { return (c & zeichen::BadByte) != 0 || (c >= 0xD800 && c <= 0xDFFF) || c == 0xFFFE || c == 0xFFFF; }
+
+// Whether XML gives the text back as it was; it has no place for most control characters, and makes blanks of the others.
+bool xmlHolds(std::string_view text) {
+    if (hasControls(text)) return false;
+    for (std::size_t at = 0; at < text.size();)
+        if (isNoXml(zeichen::next(text, at))) return false;
+    return true;
+}
+
+// For element content and attributes in double quotes. In texts for people a blank stands for each character that XML lacks.
 std::string xml(std::string_view text) {
     std::string out;
-    for (const char c : text) switch (c) {
-            case '&': out += "&amp;"; break;
-            case '<': out += "&lt;"; break;
-            case '>': out += "&gt;"; break;
-            case '"': out += "&quot;"; break;
-            case '\n': case '\t': out += c; break;
+    for (std::size_t at = 0; at < text.size();) {
+        const char32_t c = zeichen::next(text, at);
+        switch (c) {
+            case U'&': out += "&amp;"; break;
+            case U'<': out += "&lt;"; break;
+            case U'>': out += "&gt;"; break;
+            case U'"': out += "&quot;"; break;
+            case U'\n': out += '\n'; break;
             default:
-                if (static_cast<unsigned char>(c) >= ' ') out += c;
+                zeichen::append(out, isControl(c) || isNoXml(c) ? U' ' : c);
         }
+    }
     return out;
+}
+
+// A name that begins so is a command in Registry.pol, where policies end up.
+constexpr std::string_view Command = "**";
+
+bool fitsTemplate(const std::string& key, const std::string& name) {
+    return xmlHolds(key) && xmlHolds(name) && textLength(key) <= LongestString && textLength(name) <= LongestString &&
+           name.find('\\') == std::string::npos && !name.starts_with(Command);
 }
 
 std::optional<std::string> unsignedNumber(const std::string& text) {
@@ -52,7 +75,7 @@ std::optional<std::string> state(const std::string& text, std::int32_t type) {
         const auto number = unsignedNumber(text);
         return number ? std::optional("<decimal value=\"" + *number + "\" />") : std::nullopt;
     }
-    if (type != static_cast<std::int32_t>(regtype::Sz) || textLength(text) > LongestString) return std::nullopt;
+    if (type != static_cast<std::int32_t>(regtype::Sz) || textLength(text) > LongestString || !xmlHolds(text)) return std::nullopt;
     return "<string>" + xml(text) + "</string>";
 }
 
@@ -78,7 +101,7 @@ std::string numberField(const std::string& id, const std::string& label, const s
 }
 
 Inhalt textField(const std::string& id, const std::string& label, const TippListWert& value) {
-    const std::string standard = value.Standardwert == DelKey ? std::string() : value.Standardwert;
+    const std::string standard = value.Standardwert == DelKey || !xmlHolds(value.Standardwert) ? std::string() : value.Standardwert;
     switch (static_cast<std::uint32_t>(value.Datentyp)) {
         case regtype::Sz: case regtype::ExpandSz: {
             const bool expand = value.Datentyp == static_cast<std::int32_t>(regtype::ExpandSz);
@@ -126,7 +149,7 @@ public:
     void add(const TippListEintrag& entry) {
         for (std::size_t i = 0; i < entry.Werte.size(); ++i) {
             const TippListWert& value = entry.Werte[i];
-            const std::string where = value.Hauptschluessel + "\\" + value.Unterschluessel + "\\" + value.Wertname;
+            const std::string where = value.pfad();
             const auto root = rootByName(value.Hauptschluessel);
             const bool user = root == Root::CurrentUser;
             const std::string key = root ? parseRegPath(value.Hauptschluessel + "\\" + value.Unterschluessel + "\\").key : std::string();
@@ -138,6 +161,8 @@ public:
                 leaveOut(where, "Richtlinien gibt es nur unter HKEY_CURRENT_USER und HKEY_LOCAL_MACHINE");
             else if (value.Wertname.empty() || key.empty())
                 leaveOut(where, "ein Wert ohne Namen läßt sich nicht angeben");
+            else if (!fitsTemplate(key, value.Wertname))
+                leaveOut(where, "dieser Name läßt sich in einer Vorlage nicht angeben");
             else if (content = inhaltOf(id, label, value); !content.ok())
                 leaveOut(where, "diese Art von Wert kann eine Richtlinie nicht setzen");
             else
@@ -193,7 +218,7 @@ private:
         std::string name = entry.Titel;
         if (entry.Werte.size() > 1) name += ": " + label + (value.PanelArt == art::Liste ? " ausblenden" : "");
         text(id, name);
-        text(id + "_Hilfe", entry.Beschreibung + "\n\n" + value.Hauptschluessel + "\\" + value.Unterschluessel + "\\" + value.Wertname);
+        text(id + "_Hilfe", entry.Beschreibung + "\n\n" + value.pfad());
         policies_ += fmt::format("    <policy name=\"{0}\" class=\"{1}\" displayName=\"$(string.{0})\" explainText=\"$(string.{0}_Hilfe)\"{2} key=\"{3}\"{4}>\n"
                                  "      <parentCategory ref=\"{5}\" />\n      <supportedOn ref=\"{6}\" />\n{7}{8}    </policy>\n",
                                  id, user ? "User" : "Machine", shows ? " presentation=\"$(presentation." + id + ")\"" : "", xml(key),

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <fmt/format.h>
 
 #include "export/Exportwerte.h"
@@ -12,15 +13,7 @@ namespace {
 bool suits(const Context& ctx, const Tipp& tipp) {
     const bool remote = !ctx.strRechnername.empty() && ctx.strRechnername != ctx.strLokalerRechner;
     if (remote || !ctx.einstellungen.BSSystemAktiv) return true;
-    switch (ctx.intBS) {
-        case 1: return tipp.Win95;
-        case 2: return tipp.Win98;
-        case 3: return tipp.WinNT;
-        case 4: return tipp.Win2000;
-        case 5: return tipp.WinME;
-        case 6: return tipp.WinXP;
-        default: return false;
-    }
+    return isMeantFor(tipp, ctx.intBS);
 }
 
 }  // namespace
@@ -40,13 +33,17 @@ Anwendung anwendung(TippMaschine& maschine, const TippListe& liste) {
         for (const Exporttipp& values : exportwerte({entry}).tipps)
             for (const Exportwert& value : values.werte) {
                 const TippListWert& source = entry.Werte[value.quelle];
-                const std::string path = NetzRegPfad(ctx, source.Hauptschluessel) + "\\" + source.Unterschluessel + "\\" + source.Wertname;
-                ctx.objBVKReg.SetPath(ctx.strRechnername, path);
+                const std::string key = NetzRegPfad(ctx, source.Hauptschluessel) + "\\" + source.Unterschluessel;
+                ctx.objBVKReg.SetValuePath(ctx.strRechnername, key, source.Wertname);
                 const auto before = ctx.objBVKReg.ReadRaw();
-                if (before != value.wert) change.werte.push_back({ctx.strRechnername, path, source.TippIndex, before, value.wert, false});
+                if (before == value.wert) continue;
+                change.werte.push_back({ctx.strRechnername, key + "\\" + source.Wertname, source.TippIndex, before, value.wert, false});
+                if (source.Wertname.find('\\') == std::string::npos) continue;
+                change.werte.back().path = key;
+                change.werte.back().name = source.Wertname;
             }
         if (change.werte.empty()) continue;
-        result.neustart = result.neustart || tipp->Neustart == 1;
+        result.wirkung = std::max(result.wirkung, effectOf(*tipp));
         result.changes.push_back(std::move(change));
     }
     if (!result.probleme.empty()) result.changes.clear();

@@ -1,6 +1,7 @@
 #include "export/Export.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 
 #include "export/Meldungen.h"
 #include "frame/DateiSystem.h"
@@ -19,6 +20,7 @@ struct Export::Speicherauftrag {
     const char* proc;
     std::string filter, titel;
     std::string fertig1, fertig2;       // around the file name, once it is written
+    const char* wegZumGeprueften;       // of hinweis
     std::function<Exportdatei()> inhalt;
 };
 
@@ -35,7 +37,7 @@ void Export::save(const Speicherauftrag& order) {
     if (!file.hindernis.empty()) return ctx().port.tell(file.hindernis, box::Exclamation);
     if (!schreibeDatei(ctx(), order.proc, name, file.bytes)) return;
     ctx().port.tell(order.fertig1 + name + order.fertig2);
-    if (const std::string more = hinweis(file, meldung::WegFenster); !more.empty()) ctx().port.tell(more, box::Exclamation);
+    if (const std::string more = hinweis(file, order.wegZumGeprueften); !more.empty()) ctx().port.tell(more, box::Exclamation);
 }
 
 void Export::RegFileSave(bool blnListe) {
@@ -47,7 +49,7 @@ void Export::RegFileSave(bool blnListe) {
         for (TippListEintrag& entry : single) uebernehmeTexte(entry);
     }
     const RegForm form = regForm(ctx().einstellungen);
-    save({"RegFileSave", meldung::RegDateiFilter, strBVKTexte(TextFileName), strBVKTexte(TextRegSaved1), strBVKTexte(TextSaved2),
+    save({"RegFileSave", meldung::RegDateiFilter, strBVKTexte(TextFileName), strBVKTexte(TextRegSaved1), strBVKTexte(TextSaved2), meldung::WegFenster,
           [&] { return regDatei(ctx(), blnListe ? listen_.RegListe : single, blnListe, form); }});
 }
 
@@ -56,7 +58,7 @@ void Export::ADMFileSave(bool blnListe) {
     trace.p(blnListe);
     TippListe single;
     if (!blnListe && !AddTippToList(single, false)) return;
-    save({"ADMFileSave", meldung::AdmDateiFilter, meldung::AdmDateiTitel, meldung::AdmErstellt1, meldung::AdmErstellt2,
+    save({"ADMFileSave", meldung::AdmDateiFilter, meldung::AdmDateiTitel, meldung::AdmErstellt1, meldung::AdmErstellt2, nullptr,
           [&] { return admDatei(ctx(), blnListe ? listen_.ADMListe : single); }});
 }
 
@@ -67,7 +69,10 @@ bool Export::AddTippToList(TippListe& Liste, bool blnLeiste) {
     const auto found = std::find_if(Liste.begin(), Liste.end(), [&](const TippListEintrag& own) { return own.TippNr == entry.TippNr; });
     if (found == Liste.end()) {
         Liste.push_back(std::move(entry));
-        if (blnLeiste) listeAktiv(true);
+        if (blnLeiste) {
+            listeAktiv(true);
+            tellAdded(listen_.blnADMListe ? meldung::ZurAdmListe : meldung::ZurRegListe, Liste, Liste.back());
+        }
         return true;
     }
     for (std::size_t i = 0; i < found->Werte.size() && i < entry.Werte.size(); ++i) {
@@ -75,8 +80,17 @@ bool Export::AddTippToList(TippListe& Liste, bool blnLeiste) {
         if (!listen_.blnADMListe) found->Werte[i].Wert = entry.Werte[i].gesammelt.text;
     }
     found->Geloescht = false;
-    if (blnLeiste) ADMListeAktiv(true);   // of either list
+    if (blnLeiste) {
+        ADMListeAktiv(true);   // of either list
+        tellAdded(listen_.blnADMListe ? meldung::InAdmListeNeu : meldung::InRegListeNeu, Liste, *found);
+    }
     return true;
+}
+
+// In the status bar, beside the Tip's number, until another Tip is shown.
+void Export::tellAdded(const char* what, const TippListe& liste, const TippListEintrag& entry) {
+    const auto count = std::count_if(liste.begin(), liste.end(), [](const TippListEintrag& each) { return !each.Geloescht; });
+    ctx().frmBVK_Prog.sbrBVK[2] = fmt::format(meldung::ListenMeldung, entry.TippNr, what, count);
 }
 
 void Export::addRegListe() {

@@ -24,6 +24,7 @@ public:
     void addADMListe();
     void showRegListe();
     void showADMListe();
+    void loadListe();                                    // a list's file into the REG list, whose window then opens
 
     void RegListeAktiv(bool blnAn) { maschine_.FB_RegListe(blnAn); }
     void ADMListeAktiv(bool blnAn) { maschine_.FB_ADMListe(blnAn); }
@@ -33,6 +34,7 @@ private:
     struct Speicherauftrag;
     void save(const Speicherauftrag& order);
     void showListe();
+    void tellAdded(const char* what, const TippListe& liste, const TippListEintrag& entry);
     Context& ctx() { return maschine_.context(); }
     TippListe& liste() { return listen_.blnADMListe ? listen_.ADMListe : listen_.RegListe; }
     void listeAktiv(bool on) { listen_.blnADMListe ? ADMListeAktiv(on) : RegListeAktiv(on); }

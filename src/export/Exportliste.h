@@ -21,6 +21,8 @@ struct TippListWert {
     std::string Werteliste;          // divisor of a number
     std::int16_t TippIndex = 0;      // number of the value's own row
     GesammelterWert gesammelt;       // what the Tip held when it was added last; all but the classic writers use this alone
+
+    std::string pfad() const { return Hauptschluessel + "\\" + Unterschluessel + "\\" + Wertname; }   // for messages
 };
 
 struct TippListEintrag {

@@ -1,5 +1,6 @@
 #include "export/Exportwerte.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace brenvik {
@@ -24,6 +25,7 @@ std::size_t Exportsatz::anzahl() const {
 
 bool passtZumTyp(std::uint32_t type, std::int32_t datentyp) {
     const auto own = static_cast<std::uint32_t>(datentyp);
+    if (std::find(std::begin(Listentypen), std::end(Listentypen), type) == std::end(Listentypen)) return false;
     const auto isText = [](std::uint32_t t) { return t == regtype::Sz || t == regtype::ExpandSz; };
     return type == own || (isText(type) && isText(own));
 }

@@ -33,7 +33,9 @@ struct Exportsatz {
 // A value has something to export if it stands in the registry, was set by the user, or is to be deleted.
 Exportsatz exportwerte(const TippListe& liste);
 
-// Whether a value of this type is one that a Tip with that data type shows; the two kinds of text pass for each other.
+// The types that lists as files know.
+inline constexpr std::uint32_t Listentypen[] = {regtype::Sz, regtype::ExpandSz, regtype::Binary, regtype::Dword, regtype::MultiSz};
+// Whether a list can hold a value of this type for a Tip with that data type; the two kinds of text pass for each other.
 bool passtZumTyp(std::uint32_t type, std::int32_t datentyp);
 
 }  // namespace brenvik

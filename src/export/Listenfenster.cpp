@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "export/Export.h"
+#include "export/LineText.h"
 #include "export/Meldungen.h"
 #include "export/Preset.h"
 #include "frame/DateiSystem.h"
@@ -30,6 +31,26 @@ public:
         fenster_.cmdListeLaden = [this] { loadList(); };
     }
     void show() { ctx().port.showWindow(fenster_); }
+
+    // False: there is nothing new, and the user knows why.
+    bool loadList() {
+        ctx().klick();
+        const auto name = ctx().port.chooseFile({{}, meldung::ListenFilter, meldung::ListeLadenTitel, false});
+        if (!name || name->empty()) return false;
+        bool taken = false;
+        reportAndGoOn(ctx(), "ListeLaden", [&] {
+            const Presetliste loaded = ladePreset(export_.maschine_, readFile(userPath(ctx(), *name), MaxPreset));
+            if (!loaded.probleme.empty()) return ctx().port.tell(fmt::format(meldung::ListeNichtGeladen, listed(loaded.probleme)), box::Exclamation);
+            for (const TippListEintrag& entry : loaded.liste) take(entry);
+            export_.liste() = kopie_;
+            fillItems();
+            taken = true;
+            if (fenster_.lvRegList.empty()) return;
+            fenster_.aktiv = true;
+            export_.listeAktiv(true);
+        });
+        return taken;
+    }
 
 private:
     Context& ctx() { return export_.ctx(); }
@@ -82,23 +103,7 @@ private:
         if (!file.hindernis.empty()) return ctx().port.tell(file.hindernis, box::Exclamation);
         if (!schreibeDatei(ctx(), "ListeSpeichern", *name, file.text)) return;
         ctx().port.tell(meldung::ListeGespeichert1 + *name + strBVKTexte(TextSaved2));
-        if (!file.ohneWert.empty()) ctx().port.tell(fmt::format(meldung::OhneWerteGespeichert, file.ohneWert.size()), box::Information);
-    }
-
-    void loadList() {
-        ctx().klick();
-        const auto name = ctx().port.chooseFile({{}, meldung::ListenFilter, meldung::ListeLadenTitel, false});
-        if (!name || name->empty()) return;
-        reportAndGoOn(ctx(), "ListeLaden", [&] {
-            const Presetliste loaded = ladePreset(export_.maschine_, readFile(userPath(ctx(), *name), MaxPreset));
-            if (!loaded.probleme.empty()) return ctx().port.tell(fmt::format(meldung::ListeNichtGeladen, zeilen(loaded.probleme)), box::Exclamation);
-            for (const TippListEintrag& entry : loaded.liste) take(entry);
-            export_.liste() = kopie_;
-            fillItems();
-            if (fenster_.lvRegList.empty()) return;
-            fenster_.aktiv = true;
-            export_.listeAktiv(true);
-        });
+        if (!file.ohneWert.empty()) ctx().port.tell(fmt::format(meldung::OhneWerteGespeichert, file.ohneWert.size(), listed(file.ohneWert)), box::Information);
     }
 
     // In the place of an entry of the same Tip, or behind the last.
@@ -110,18 +115,16 @@ private:
             *found = entry;
     }
 
-    static std::string zeilen(const std::vector<std::string>& problems) {
-        constexpr std::size_t Most = 12;
-        std::string text;
-        for (std::size_t i = 0; i < problems.size() && i < Most; ++i) text += problems[i] + "\r\n";
-        return problems.size() > Most ? text + fmt::format(meldung::UndWeitere, problems.size() - Most) : text;
-    }
-
     Export& export_;
     TippListe kopie_;
     TippFileSaveAnfrage fenster_;
 };
 
 void Export::showListe() { Listenfenster(*this).show(); }
+
+void Export::loadListe() {
+    listen_.blnADMListe = false;
+    if (Listenfenster window(*this); window.loadList()) window.show();
+}
 
 }  // namespace brenvik

@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "export/Exportliste.h"
+#include "frame/toml/TomlLimits.h"
+#include "tipengine/TipSystems.h"
 
 namespace brenvik {
 
-inline constexpr std::uintmax_t MaxPreset = 4u << 20;   // bytes
+inline constexpr std::uintmax_t MaxPreset = MaxTomlBytes;   // bytes
 
 struct Presetdatei {
     std::string text;                    // UTF-8
@@ -28,7 +30,7 @@ Presetliste ladePreset(TippMaschine& maschine, std::string_view text);
 struct Anwendung {
     std::vector<Aenderung> changes;
     std::vector<std::string> probleme;   // German; then nothing should be changed
-    bool neustart = false;
+    TipEffect wirkung = TipEffect::AtOnce;   // of all changes together
 };
 Anwendung anwendung(TippMaschine& maschine, const TippListe& liste);
 

@@ -1,13 +1,12 @@
 #include <fmt/format.h>
 #include <limits>
 #include <set>
-#define TOML_EXCEPTIONS 1
-#include <toml++/toml.h>
 
 #include "export/Exportwerte.h"
 #include "export/Meldungen.h"
 #include "export/Preset.h"
 #include "frame/Konvertierung.h"
+#include "frame/toml/TomlText.h"
 #include "registry/ValueOperations.h"
 
 namespace brenvik {
@@ -17,7 +16,7 @@ std::int64_t lineOf(const toml::node& node) { return static_cast<std::int64_t>(n
 
 // The type numbers that a Tip's values can have, by name.
 std::optional<std::uint32_t> typeNumber(Context& ctx, const std::string& name) {
-    for (const std::uint32_t type : {regtype::Sz, regtype::ExpandSz, regtype::Binary, regtype::Dword, regtype::MultiSz})
+    for (const std::uint32_t type : Listentypen)
         if (DatenTypText(ctx, static_cast<std::int32_t>(type)) == name) return type;
     return std::nullopt;
 }
@@ -163,9 +162,9 @@ private:
 Presetliste ladePreset(TippMaschine& maschine, std::string_view text) {
     Presetliste result;
     try {
-        Leser(maschine, result).file(toml::parse(text));
-    } catch (const toml::parse_error& error) {
-        result.probleme.push_back(fmt::format(meldung::KeinTOML, error.source().begin.line, std::string(error.description())));
+        Leser(maschine, result).file(parseToml(text));
+    } catch (const TomlError& error) {
+        result.probleme.push_back(fmt::format(meldung::KeinTOML, error.line, error.what()));
     }
     if (!result.probleme.empty()) result.liste.clear();
     return result;

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include "export/Exportwerte.h"
+#include "export/LineText.h"
 #include "export/Preset.h"
 #include "frame/Codepage.h"
 #include "frame/Konvertierung.h"
@@ -28,11 +29,8 @@ std::string tomlText(std::string_view text) {
     return out + '"';
 }
 
-// For a comment.
-std::string oneLine(std::string text) {
-    std::erase_if(text, [](char c) { return (static_cast<unsigned char>(c) < ' ') || c == 0x7F; });
-    return text;
-}
+// A file with anything but UTF-8 in it is no TOML any more.
+std::string forPeople(const std::string& text) { return isUtf8(text) ? commentText(text) : std::string(); }
 
 std::string valueLine(const RawValue& value) {
     const std::string bytes = "bytes = '" + bytesText(value.bytes) + "'";
@@ -60,17 +58,17 @@ Presetdatei presetDatei(Context& ctx, const TippListe& liste) {
     auto tipp = satz.tipps.begin();
     for (const TippListEintrag& entry : liste) {
         if (entry.Geloescht) continue;
-        file.text += fmt::format("\n[[tipp]]\nnummer = {}\ntitel = {}\n", entry.TippNr, tomlText(entry.Titel));
+        file.text += fmt::format("\n[[tipp]]\nnummer = {}\ntitel = {}\n", entry.TippNr, tomlText(forPeople(entry.Titel)));
         auto next = tipp->werte.begin();
         for (std::size_t i = 0; i < entry.Werte.size(); ++i) {
             const TippListWert& value = entry.Werte[i];
             const bool has = next != tipp->werte.end() && next->quelle == i;
-            if (!has || (next->wert && !passtZumTyp(next->wert->type, value.Datentyp))) {
-                file.ohneWert.push_back(value.Hauptschluessel + "\\" + value.Unterschluessel + "\\" + value.Wertname);
+            if (!has || !isUtf8(value.Wertname) || (next->wert && !passtZumTyp(next->wert->type, value.Datentyp))) {
+                file.ohneWert.push_back(value.pfad());
                 next += has;
                 continue;
             }
-            file.text += fmt::format("\n  [[tipp.wert]]   # {}\n  nummer = {}\n  name = {}\n", oneLine(value.Hauptschluessel + "\\" + value.Unterschluessel),
+            file.text += fmt::format("\n  [[tipp.wert]]   # {}\n  nummer = {}\n  name = {}\n", forPeople(value.Hauptschluessel + "\\" + value.Unterschluessel),
                                      value.TippIndex, tomlText(value.Wertname));
             if (next->wert)
                 file.text += "  typ = " + tomlText(DatenTypText(ctx, static_cast<std::int32_t>(next->wert->type))) + "\n  " + valueLine(*next->wert) + "\n";

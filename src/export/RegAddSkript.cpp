@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 
+#include "export/LineText.h"
 #include "frame/Codepage.h"
 #include "frame/Konvertierung.h"
 
@@ -11,6 +12,7 @@ namespace {
 
 constexpr std::size_t LongestLine = 8191;   // of the command processor, in UTF-16 units
 constexpr const char* LineEnd = "\r\n";
+constexpr const char* Copy = "\"HKCU\\Software\\Brenvik-Kopie\"";   // a key of the script's own, which is gone when it ends
 
 // What the program's own start code makes one argument of.
 std::string programArgument(std::string_view text) {
@@ -70,8 +72,9 @@ std::optional<Daten> dataOf(const RawValue& value) {
     }
 }
 
-std::string withoutMeaning(std::string comment) {
-    std::replace_if(comment.begin(), comment.end(), [](char c) { return std::string_view("<>|&^%").find(c) != std::string_view::npos || (c > 0 && c < ' '); }, ' ');
+std::string withoutMeaning(std::string_view text) {
+    std::string comment = commentText(text);
+    std::replace_if(comment.begin(), comment.end(), [](char c) { return std::string_view("<>|&^%").find(c) != std::string_view::npos; }, ' ');
     return comment;
 }
 
@@ -108,8 +111,9 @@ private:
     }
     bool add(const Exportwert& value) {
         if (value.root == Root::DynData || !fitsLine(value.key) || !fitsLine(value.name.text()) || !isUtf8(value.key + value.name.text())) return false;
-        const std::string place = cmdArgument(std::string(shortRootName(value.root)) + "\\" + value.key) +
-                                  (value.name.isUnnamed() ? std::string(" /ve") : " /v " + cmdArgument(value.name.text()));
+        const std::string key = cmdArgument(std::string(shortRootName(value.root)) + "\\" + value.key);
+        if (!value.wert && value.name.isUnnamed()) return deleteUnnamed(key);
+        const std::string place = key + (value.name.isUnnamed() ? std::string(" /ve") : " /v " + cmdArgument(value.name.text()));
         if (!value.wert)   // deleting what is not there is no failure, a value that is still there afterwards is one
             return put("reg delete " + place + " /f >nul 2>nul") && put("reg query " + place + " >nul 2>nul") && put("if not errorlevel 1 set \"BVK_FEHLER=1\"");
         const auto data = dataOf(*value.wert);
@@ -117,6 +121,14 @@ private:
         return put("reg add " + place + " /t " + data->type + (data->separator.empty() ? "" : " /s " + cmdArgument(data->separator)) + " /d " +
                    cmdArgument(data->text) + " /f >nul") &&
                put("if errorlevel 1 set \"BVK_FEHLER=1\"");
+    }
+    // A query for the unnamed value succeeds as soon as its key is there. Deleting it succeeds only where it is, so that a copy
+    // of the key tells whether it is still there.
+    bool deleteUnnamed(const std::string& key) {
+        const std::string removeCopy = "reg delete " + std::string(Copy) + " /f >nul 2>nul";
+        return put(removeCopy) && put("reg delete " + key + " /ve /f >nul 2>nul") &&
+               put("if errorlevel 1 reg copy " + key + " " + Copy + " /f >nul 2>nul") && put("reg delete " + std::string(Copy) + " /ve /f >nul 2>nul") &&
+               put("if not errorlevel 1 set \"BVK_FEHLER=1\"") && put(removeCopy);
     }
 
     std::string lines_;

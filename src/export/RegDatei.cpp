@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 
+#include "export/LineText.h"
 #include "frame/Konvertierung.h"
 #include "frame/Produkt.h"
 #include "registry/RegTextSource.h"
@@ -42,7 +43,7 @@ void begin(AnsiText& out, const std::string& mark, const TippListEintrag& tipp) 
     out.line();
     out.line("; ------ Anfang " + mark + "------");
     out.line();
-    out.line(fmt::format("; [{}] - {}", tipp.TippNr, tipp.Titel));
+    out.line(fmt::format("; [{}] - {}", tipp.TippNr, commentText(tipp.Titel)));
     if (!tipp.Werte.empty()) keyLine(out, tipp.Werte.front());
 }
 
@@ -57,7 +58,7 @@ void end(AnsiText& out, const std::string& mark) {
 std::array<std::string, 6> RegFileKopf(const TipdbContext& ctx, bool RegFileClasic) {
     return {std::string(RegFileClasic ? RegHeader4 : RegHeader5),
             "; Info:     RegFile erstellt mit dem Brenvik",
-            "; Version: " + ctx.strProgVersion + " ,DB: " + ctx.strDBVersion,
+            "; Version: " + ctx.strProgVersion + " ,DB: " + commentText(ctx.strDBVersion),
             "; " + std::string(produkt::WebAdresse),
             "; " + std::string(produkt::Mail),
             "; " + std::string(produkt::Rechte)};

@@ -1,11 +1,12 @@
 #include "export/Richtliniendatei.h"
 
+#include "export/LineText.h"
 #include "frame/Codepage.h"
 
 namespace brenvik {
 namespace {
 
-constexpr std::size_t LargestData = 65535;
+constexpr std::size_t LargestData = 65535, LongestName = 259;
 constexpr std::string_view Deletion = "**del.";
 constexpr std::string_view Header("PReg\x01\0\0\0", 8);   // signature and version 1
 
@@ -29,7 +30,9 @@ std::string record(const Exportwert& value) {
 
 // Names that begin with "**" are commands there, and the unnamed value cannot be named in the command that deletes.
 bool fits(const Exportwert& value) {
-    if (value.name.text().starts_with("**") || value.key.empty()) return false;
+    const std::string& name = value.name.text();
+    if (name.starts_with("**") || hasControls(name) || utf16FromUtf8(name).size() > LongestName) return false;
+    if (value.key.empty() || hasControls(value.key)) return false;
     return value.wert ? value.wert->bytes.size() <= LargestData : !value.name.isUnnamed();
 }
 
@@ -41,7 +44,7 @@ Richtliniendatei richtliniendatei(const Exportsatz& satz, Root root) {
     for (const Exporttipp& tipp : satz.tipps)
         for (const Exportwert& value : tipp.werte) {
             if (value.root != root)
-                ++file.andere;
+                file.andere.push_back(value.pfad());
             else if (!fits(value))
                 file.hindernisse.push_back(value.pfad());
             else

@@ -10,7 +10,7 @@ namespace brenvik {
 struct Richtliniendatei {
     std::string bytes;
     std::vector<std::string> hindernisse;    // German: values of the root that the format cannot hold; then bytes is empty
-    std::size_t andere = 0;                  // values below other roots, which are not in it
+    std::vector<std::string> andere;         // values below other roots, which are not in it
 };
 
 // root: HKCU or HKLM.

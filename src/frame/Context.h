@@ -31,6 +31,7 @@ struct Settings {
     // The start password of all users, as frame/Startpasswort.h makes and checks it.
     bool blnPasswortAktiv = false;
     std::string strPasswortWert, strPasswortSalz;
+    bool blnPasswortUnklar = false;   // whether it is on cannot be told from what is stored; that stays until a password is set
     bool operator==(const Settings&) const = default;
 };
 
@@ -50,10 +51,12 @@ struct FrameContext {
 
     std::string strProgVersion;
     std::string strParamPC, strParamUser, strParamPasswort;
+    std::string strParamProfil;          // the profile of the machine to work on, by SID or name; empty: the machine's choice
     std::string strLokalerRechner;
     std::string strRechnername;          // empty or equal to strLokalerRechner: the local machine
     bool blnLokal = true;
     std::string strBS = "Unbekanntes Betriebssystem";
+    std::string strBSName;               // what a system is called that strBS does not know; empty otherwise
     std::int16_t intBS = 0;              // 0 unknown, 1 95, 2 98, 3 NT, 4 2000, 5 ME, 6 XP
     OSVERSIONINFO osVersion;             // what the decision was made from
     std::int32_t intIEMajor = 0, intIEMinor = 0, intIEBuild = 0;   // the browser component; 0 where there is none
@@ -72,6 +75,10 @@ struct FrameContext {
     bool blnHistoryAktiv = false;
     bool blnFavoritenAktiv = false;
     bool blnNeustartNoetig = false;
+
+    // As windows show it.
+    std::string systemAnzeige() const { return strBSName.empty() ? strBS : strBS + " (" + strBSName + ")"; }
+    const std::string& rechnerAnzeige() const { return strRechnername.empty() ? strLokalerRechner : strRechnername; }
 
     bool istNT() const { return intBS == 3 || intBS == 4 || intBS == 6; }
 

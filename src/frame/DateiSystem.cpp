@@ -6,10 +6,10 @@
 #include <cstdio>
 #include <limits>
 #include <memory>
-#include <random>
 
 #include <fmt/format.h>
 
+#include "frame/FreshFile.h"
 #include "frame/HostDatei.h"
 #include "frame/Konvertierung.h"
 #include "frame/Meldungen.h"
@@ -21,48 +21,31 @@ namespace brenvik {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-// What users meet is said in their language, the rest in the system's.
-std::string reasonOf(const std::error_code& code) {
+std::string fileErrorText(const std::error_code& code) {
     if (code == std::errc::no_such_file_or_directory) return "Die Datei oder ihr Ordner ist nicht vorhanden.";
     if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted) return "Der Zugriff wurde verweigert.";
-    if (code == std::errc::no_space_on_device || code == std::errc::file_too_large) return "Der Datenträger ist voll.";
+    if (errorNumberOf(std::system_error(code)) == errnum::DiskFull) return "Der Datenträger ist voll.";
     if (code == std::errc::read_only_file_system) return "Der Datenträger ist schreibgeschützt.";
     if (code == std::errc::not_a_directory) return "Der Pfad führt durch eine Datei.";
+    if (code == std::errc::too_many_symbolic_link_levels) return "Die Verknüpfungen führen im Kreis.";
     return code.message();
 }
 
+namespace {
+
 [[noreturn]] void fail(const std::error_code& code, const fs::path& file) {
-    throw NumberedError(errorNumberOf(std::system_error(code)), fmt::format("Auf die Datei \"{}\" kann nicht zugegriffen werden: {}", utf8FromPath(file), reasonOf(code)));
+    throw NumberedError(errorNumberOf(std::system_error(code)), fmt::format("Auf die Datei \"{}\" kann nicht zugegriffen werden: {}", utf8FromPath(file), fileErrorText(code)));
 }
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-fs::path newNameBeside(const fs::path& file) {
-    std::random_device random;
-    fs::path name = file;
-    return name += fmt::format(".{:08x}{:08x}.neu", random(), random());
-}
-
-// Files of one folder that fit the pattern in the path's last part; host names.
-std::vector<fs::path> matches(const FrameContext& ctx, std::string_view pattern) {
-    const std::size_t cut = pattern.find_last_of("\\/");
-    const std::string_view last = cut == std::string_view::npos ? pattern : pattern.substr(cut + 1);
-    std::vector<fs::path> found;
-    if (last.find_first_of("*?") == std::string_view::npos) {
-        const fs::path file = userPath(ctx, pattern);
-        std::error_code ignored;
-        if (fs::exists(file, ignored)) found.push_back(file);
-        return found;
-    }
-    const fs::path folder = cut == std::string_view::npos ? hostPath(ctx, ctx.strWindir) : userPath(ctx, pattern.substr(0, cut + 1));
-    std::error_code error;
-    for (fs::directory_iterator place(folder, error), end; !error && place != end; place.increment(error))
-        if (fitsPattern(utf8FromPath(place->path().filename()), last)) found.push_back(place->path());
-    return found;
+// What the user named, on the host or on the embedded Windows.
+std::vector<fs::path> userMatches(const FrameContext& ctx, std::string_view pattern) {
+    const fs::path host = pathFromUtf8(pattern);
+    if (!host.is_absolute()) return localFiles(ctx).matches(pattern);
+    return filesFitting(host.parent_path(), utf8FromPath(host.filename()));
 }
 
 // False also for names that no file can have.
@@ -87,14 +70,24 @@ void copyOne(const fs::path& source, const fs::path& target) {
     writeFileAtomic(file, readFile(source, std::numeric_limits<std::uintmax_t>::max()));
 }
 
+// The file behind a name, through links also where nothing stands at their end yet.
+fs::path behindLinks(const fs::path& file) {
+    constexpr int MostLinks = 40;
+    fs::path target = file;
+    std::error_code error;
+    for (int links = 0; fs::is_symlink(fs::symlink_status(target, error)); ++links) {
+        if (links == MostLinks) fail(std::make_error_code(std::errc::too_many_symbolic_link_levels), file);
+        const fs::path next = fs::read_symlink(target, error);
+        if (error) fail(error, file);
+        target = target.parent_path() / next;   // an absolute one takes the place of what stands before
+    }
+    return target;
+}
+
 // Where a link leads, if that can be written.
 fs::path writableTarget(const fs::path& file) {
     std::error_code error;
-    fs::path target = file;
-    if (fs::is_symlink(file, error)) {
-        target = fs::weakly_canonical(file, error);
-        if (error) fail(error, file);
-    }
+    const fs::path target = behindLinks(file);
     if (host::isReadOnly(target)) throw NumberedError(errnum::PathFileAccess, fmt::format("Die Datei \"{}\" ist schreibgeschützt.", utf8FromPath(file)));
     if (fs::exists(target, error) && !fs::is_regular_file(target, error)) fail(std::make_error_code(std::errc::permission_denied), file);
     return target;
@@ -119,12 +112,17 @@ std::string readFile(const fs::path& file, std::uintmax_t limit) {
     if (!fs::is_regular_file(status)) fail(std::make_error_code(std::errc::permission_denied), file);
     const std::unique_ptr<std::FILE, CloseFile> in(host::openFile(file, "rb"));
     if (in == nullptr) fail(std::error_code(errno, std::generic_category()), file);
+    const auto requireAtMost = [&](std::uintmax_t size) {
+        if (size > limit) throw NumberedError(errnum::OutOfMemory, fmt::format("Die Datei \"{}\" ist zu groß (mehr als {} Bytes).", utf8FromPath(file), limit));
+    };
     std::string bytes;
-    if (const std::uintmax_t size = fs::file_size(file, error); !error) bytes.reserve(static_cast<std::size_t>(std::min(size, limit)));
+    if (const std::uintmax_t size = fs::file_size(file, error); !error) {
+        requireAtMost(size);
+        bytes.reserve(static_cast<std::size_t>(size));
+    }
     char buffer[65536];
     for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, in.get())) > 0;) {
-        if (bytes.size() + count > limit)
-            throw NumberedError(errnum::OutOfMemory, fmt::format("Die Datei \"{}\" ist zu groß (mehr als {} Bytes).", utf8FromPath(file), limit));
+        requireAtMost(bytes.size() + count);   // it may be growing
         bytes.append(buffer, count);
     }
     if (std::ferror(in.get()) != 0) fail(std::make_error_code(std::errc::io_error), file);
@@ -132,7 +130,8 @@ std::string readFile(const fs::path& file, std::uintmax_t limit) {
 }
 
 void writeFileAtomic(const fs::path& file, std::string_view bytes) {
-    const fs::path target = writableTarget(file), fresh = newNameBeside(target);
+    const fs::path target = writableTarget(file), fresh = freshNameBeside(target);
+    sweepLeftBehind(target);
     std::error_code error = host::writeNewFile(fresh, bytes, target);
     if (!error) error = host::replaceFile(fresh, target);
     if (error) {
@@ -143,7 +142,8 @@ void writeFileAtomic(const fs::path& file, std::string_view bytes) {
 }
 
 void writeFileAtomic(const fs::path& file, const std::function<void(const Ausgabestueck&)>& fill) {
-    const fs::path target = writableTarget(file), fresh = newNameBeside(target);
+    const fs::path target = writableTarget(file), fresh = freshNameBeside(target);
+    sweepLeftBehind(target);
     if (const std::error_code error = host::writeNewFile(fresh, {}, target)) fail(error, file);
     try {
         fillFile(fresh, file, fill);
@@ -196,13 +196,13 @@ bool ExistFileDirDrive(FrameContext& ctx, std::string_view path) {
     return exists;
 }
 
-std::int16_t DirList(FrameContext& ctx, std::string_view pattern, std::vector<std::string>& names) {
+std::int16_t DirList(FrameContext& ctx, const TargetFiles& files, std::string_view pattern, std::vector<std::string>& names) {
     ProcTrace trace(ctx.trace, "DirList");
     trace.p(pattern);
     std::int16_t count = 0;
     reportAndGoOn(ctx, "DirList", [&] {
         std::vector<std::string> found;
-        for (const fs::path& file : matches(ctx, pattern))
+        for (const fs::path& file : files.matches(pattern))
             if (!isFolder(file)) found.push_back(lowerCase(utf8FromPath(file.filename())));
         if (found.empty()) return;
         if (found.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) throw NumberedError(errnum::Overflow, "Überlauf");
@@ -220,7 +220,7 @@ bool DateiDel(FrameContext& ctx, std::string_view path) {
     trace.p(path);
     bool complete = true;
     const bool ran = reportAndGoOn(ctx, "DateiDel", [&] {
-        for (const fs::path& file : matches(ctx, path)) {
+        for (const fs::path& file : userMatches(ctx, path)) {
             std::error_code error;
             if (isFolder(file) || isReadOnly(file) || !fs::remove(file, error) || error) complete = false;
         }
@@ -235,7 +235,7 @@ bool DateiCopy(FrameContext& ctx, std::string_view source, std::string_view targ
     bool complete = false;
     try {
         const fs::path to = userPath(ctx, target);
-        const auto files = matches(ctx, source);
+        const auto files = userMatches(ctx, source);
         complete = !files.empty() && (files.size() == 1 || isFolder(to));
         for (const fs::path& file : files)
             if (complete) copyOne(file, to);

@@ -19,6 +19,20 @@ Betriebssystem bestimmeBS(std::uint32_t platformId, std::uint32_t major, std::ui
     return {0, meldung::UnbekanntesBetriebssystem, platformId != 1 && platformId != 2};
 }
 
+std::string spaeteresWindows(const OSVERSIONINFO& version) {
+    constexpr std::uint32_t NT = 2, FirstBuildOf11 = 22000;
+    struct Name {
+        std::uint32_t major, minor;
+        const char* name;
+    };
+    constexpr Name names[] = {{5, 2, "Windows Server 2003"}, {6, 0, "Windows Vista"}, {6, 1, "Windows 7"}, {6, 2, "Windows 8"}, {6, 3, "Windows 8.1"}};
+    if (version.dwPlatformId != NT) return {};
+    if (version.dwMajorVersion == 10 && version.dwMinorVersion == 0) return version.dwBuildNumber >= FirstBuildOf11 ? "Windows 11" : "Windows 10";
+    for (const Name& n : names)
+        if (n.major == version.dwMajorVersion && n.minor == version.dwMinorVersion) return n.name;
+    return {};
+}
+
 Betriebssystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version) {
     constexpr std::int16_t WindowsXP = 6;
     ProcTrace trace(ctx.trace, "BSErmitteln");
@@ -35,6 +49,7 @@ Betriebssystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version) {
         ctx.port.showWindow(window);
     });
     ctx.strBS = system.strBS;
+    ctx.strBSName = system.intBS == 0 ? spaeteresWindows(version) : std::string();
     ctx.intBS = system.intBS == 0 && ctx.einstellungen.BSErsatz ? WindowsXP : system.intBS;
     trace.r(system.strBS).r(system.intBS);
     return system;

@@ -24,7 +24,10 @@ struct OSErkennungAnfrage : WindowRequest {
 
 Betriebssystem bestimmeBS(std::uint32_t platformId, std::uint32_t major, std::uint32_t minor);
 
-// Decides and traces, and sets strBS and intBS; a system outside of both families opens frmBVK_OSErkennung. With BSErsatz an unrecognised system then counts as Windows XP (strBS keeps
+// What a Windows behind those of the table is called ("Windows 7", "Windows 11"); empty if nobody knows.
+std::string spaeteresWindows(const OSVERSIONINFO& version);
+
+// Decides and traces, and sets strBS, strBSName and intBS; a system outside of both families opens frmBVK_OSErkennung. With BSErsatz an unrecognised system then counts as Windows XP (strBS keeps
 // saying that it is unknown); the answer is the plain decision.
 Betriebssystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version);
 

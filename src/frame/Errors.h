@@ -14,6 +14,12 @@ public:
     std::int32_t number;
 };
 
+// A failure whose description names the place where it lies, which its number alone would not; the reports show it too.
+class LocatedError : public NumberedError {
+public:
+    using NumberedError::NumberedError;
+};
+
 // Numbers of the ordinary run-time errors, as the reports show them.
 namespace errnum {
 inline constexpr std::int32_t InvalidCall = 5, Overflow = 6, OutOfMemory = 7, Subscript = 9, DivisionByZero = 11, TypeMismatch = 13,

@@ -1,6 +1,7 @@
 #ifdef _WIN32
 #include <cerrno>
 #include <string>
+#include <thread>
 
 #include <io.h>
 
@@ -30,7 +31,29 @@ private:
     HANDLE handle_;
 };
 
+std::uint64_t startOf(HANDLE process) {
+    FILETIME made{}, ended{}, kernel{}, user{};
+    if (::GetProcessTimes(process, &made, &ended, &kernel, &user) == 0) return 0;
+    return static_cast<std::uint64_t>(made.dwHighDateTime) << 32 | made.dwLowDateTime;
+}
+
+std::uint32_t hostMark() {
+    wchar_t name[MAX_COMPUTERNAME_LENGTH + 1] = L"";
+    DWORD length = MAX_COMPUTERNAME_LENGTH + 1;
+    ::GetComputerNameW(name, &length);
+    std::uint32_t hash = 2166136261u;
+    for (const wchar_t* c = name; *c != 0; ++c) hash = (hash ^ static_cast<std::uint32_t>(*c)) * 16777619u;
+    return hash;
+}
+
 }  // namespace
+
+std::FILE* openDescriptor(int descriptor) {
+    const int own = ::_dup(descriptor);
+    std::FILE* const file = own < 0 ? nullptr : ::_fdopen(own, "rb");
+    if (own >= 0 && file == nullptr) ::_close(own);
+    return file;
+}
 
 std::FILE* openFile(const std::filesystem::path& file, const char* mode) {
     const std::string text(mode);
@@ -57,6 +80,11 @@ std::error_code writeNewFile(const std::filesystem::path& file, std::string_view
 
 std::error_code flushToDisk(std::FILE* file) {
     return std::fflush(file) != 0 || ::_commit(::_fileno(file)) != 0 ? std::error_code(errno, std::generic_category()) : std::error_code();
+}
+
+bool meansDiskFull(const std::error_code& code) {
+    const bool own = code.category() == std::system_category() && (code.value() == ERROR_HANDLE_DISK_FULL || code.value() == ERROR_DISK_QUOTA_EXCEEDED);
+    return own || code == std::errc::no_space_on_device || code == std::errc::file_too_large;
 }
 
 std::error_code replaceFile(const std::filesystem::path& source, const std::filesystem::path& target) {
@@ -89,6 +117,50 @@ std::error_code makePrivate(const std::filesystem::path& file) {
     if (!error && ::SetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION, ownerOnly) == 0) error = lastError();
     ::LocalFree(ownerOnly);
     return error;
+}
+
+ProcessMark thisProcess() { return {hostMark(), ::GetCurrentProcessId(), startOf(::GetCurrentProcess())}; }
+
+bool isGone(const ProcessMark& mark) {
+    if (mark.process == 0 || mark.host != hostMark()) return false;
+    const HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(mark.process));
+    if (process == nullptr) return ::GetLastError() == ERROR_INVALID_PARAMETER;
+    const Handle opened(process);
+    DWORD code = STILL_ACTIVE;
+    if (::GetExitCodeProcess(process, &code) != 0 && code != STILL_ACTIVE) return true;
+    const std::uint64_t start = startOf(process);
+    return start != 0 && mark.start != 0 && start != mark.start;
+}
+
+FolderLock::FolderLock(const std::filesystem::path& folder, std::chrono::milliseconds wait) : folder_(folder) {
+    constexpr std::chrono::milliseconds between(5);
+    const auto until = std::chrono::steady_clock::now() + wait;
+    while (!tryFile()) {
+        if (std::chrono::steady_clock::now() >= until) {
+            error_ = std::make_error_code(std::errc::timed_out);
+            return;
+        }
+        std::this_thread::sleep_for(between);
+    }
+}
+
+FolderLock::~FolderLock() {
+    if (error_ || handle_ == -1) return;
+    ::CloseHandle(reinterpret_cast<HANDLE>(handle_));
+}
+
+// Folders cannot be locked here; a file that goes with its last handle stands for it.
+bool FolderLock::tryFile() {
+    file_ = folder_ / L".brenvik-lock";
+    const HANDLE file = ::CreateFileW(file_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (file != INVALID_HANDLE_VALUE) {
+        handle_ = reinterpret_cast<std::intptr_t>(file);
+        return true;
+    }
+    const std::error_code reason = lastError();
+    if (reason.value() == ERROR_SHARING_VIOLATION || reason.value() == ERROR_ACCESS_DENIED || reason.value() == ERROR_DELETE_PENDING) return false;
+    error_ = reason;
+    return true;
 }
 
 bool isReadOnly(const std::filesystem::path& file) {

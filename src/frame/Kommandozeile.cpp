@@ -14,6 +14,14 @@ std::string asciiUpper(std::string text) {
 
 }  // namespace
 
+void verbergePasswort(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const std::size_t place = asciiUpper(argv[i]).find(SwitchPassword);
+        if (place == std::string::npos) continue;
+        for (char* letter = argv[i] + place + SwitchPassword.size(); *letter != '\0'; ++letter) *letter = '*';
+    }
+}
+
 std::string Kommandozeile::Param(std::string_view name) {
     ProcTrace trace(ctx_.trace, "Param");
     trace.p(name);

@@ -14,6 +14,10 @@ struct ParameterAnfrage : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_Parameter"; }
 };
 
+// Overwrites what stands behind /PW: in the process's own arguments, where many a host shows it to every user. Called once
+// they have been copied; until then it was to be seen, which only handing the password over another way avoids.
+void verbergePasswort(int argc, char** argv);
+
 class Kommandozeile {
 public:
     Kommandozeile(FrameContext& ctx, std::string line) : ctx_(ctx), line_(std::move(line)) {}

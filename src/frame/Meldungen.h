@@ -11,8 +11,11 @@ inline constexpr char SchluesselZuLang[] = "Die maximale Länge beträgt 16 Zeic
 
 // Start password
 inline constexpr char StartkennwortBeschaedigt[] =
-    "Das gespeicherte Startkennwort ist beschädigt und kann nicht geprüft werden. Das Programm startet ohne Abfrage.\r\n\r\n"
-    "Bitte legen Sie das Kennwort unter Extras, Optionen neu fest.";
+    "Das gespeicherte Startkennwort ist beschädigt: Kein Kennwort kann mehr richtig sein.\r\n\r\n"
+    "Wie die Abfrage zurückgesetzt wird, steht in der Hilfe unter \"Optionen\", \"Kennwort\".";
+inline constexpr char KennwortZeichen[] =
+    "Das Kennwort enthält Zeichen, die hier nicht gespeichert werden können, die Einstellung wurde nicht übernommen.\r\n\r\n"
+    "Möglich sind die Zeichen der westeuropäischen Windows-Zeichentabelle (Windows-1252).";
 
 // Main window at start
 inline constexpr char WeitereInfos[] = "Weitere Infos zum Tipp";
@@ -35,6 +38,14 @@ inline constexpr char ErsteHaengt[] =
     "Brenvik läuft bereits, antwortet aber nicht. Warten Sie einen Augenblick und starten Sie es dann noch einmal, oder beenden Sie das "
     "hängende Programm.";
 
+inline constexpr char NurLesen1[] = "Das Programm kann nicht alles speichern.\r\n\r\n";
+inline constexpr char HeimNurGezeigt[] =
+    "Gezeigt wird, was ein neues Heim enthielte; gespeichert wird nichts. Mit --home geben Sie einen anderen Ordner an.";
+inline constexpr char LaufwerkUnvollstaendig1[] = "Ein unterbrochener erster Start hat dem Laufwerk C: dieses Heims nicht alle Dateien mitgegeben. Es fehlen:\r\n";
+inline constexpr char LaufwerkUnvollstaendig2[] = "\r\n\r\nSollen sie angelegt werden? Vorhandene Dateien bleiben, wie sie sind.";
+inline constexpr char KeinProtokoll[] =
+    "Es gibt noch kein Protokoll. Geführt wird es, wenn das Programm mit dem Parameter /DEBUG gestartet wird.";
+
 // Tools of the system
 inline constexpr char ProgrammStart1[] = "Programm \"";
 inline constexpr char ProgrammStart2[] = "\" konnte nicht gestartet werden!";
@@ -45,6 +56,13 @@ inline constexpr char IniZuLang1[] = "Es können nicht mehr als ";
 inline constexpr char IniZuLang2[] = " zeichen gespeichrt werden.";
 inline constexpr char IniNichtsZuLoeschen[] = "Es ist nichts zum löschen angegeben worden.";
 inline constexpr char IniSchreibgeschuetzt[] = "Eintrag konnte nicht geschrieben werden, die Datei ist schreibgeschützt";
+
+// Files of the machine worked on
+inline constexpr char UngueltigerDateiname[] = "Ungültiger Dateiname";
+inline constexpr char NetzwerkpfadNichtErreichbar[] = "Netzwerkpfade sind hier nicht erreichbar: ";
+inline constexpr char LaufwerkNichtErreichbar[] = "Das Laufwerk {}: des Rechners ist hier nicht erreichbar.";
+inline constexpr char VerknuepfungHinaus[] = "Die Verknüpfung \"{}\" führt aus dem Laufwerk hinaus oder ins Leere; ihr wird nicht gefolgt.";
+inline constexpr char KeineDateien[] = "Die Dateien des Rechners \"{}\" sind von hier aus nicht erreichbar, nur seine Registry.";
 
 // Looking for a file
 inline constexpr char DateiSuchen1[] = "Die Datei ";

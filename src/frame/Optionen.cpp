@@ -1,6 +1,9 @@
 #include "frame/Optionen.h"
 
 #include "frame/DateiSystem.h"
+#include "frame/Konvertierung.h"
+#include "frame/Meldungen.h"
+#include "frame/Standardordner.h"
 #include "frame/Startpasswort.h"
 #include "frame/Texte.h"
 
@@ -48,12 +51,19 @@ bool OptionenAnfrage::cmdOptOK() {
     taken.blnPasswortAktiv = s.blnPasswortAktiv;
     taken.strPasswortWert = s.strPasswortWert;
     taken.strPasswortSalz = s.strPasswortSalz;
+    taken.blnPasswortUnklar = s.blnPasswortUnklar;
+    for (const Ordnereinstellung& entry : Ordnereinstellungen)
+        if (Trim(taken.*entry.field).empty()) taken.*entry.field = standardOrdner(ctx, entry);
     std::string& backup = taken.strBackupPfad;
     if (backup.size() > 1 && (backup.ends_with('\\') || backup.ends_with('/'))) backup.pop_back();
     s = taken;
     if (!passwortGeaendert || !ctx.blnAdmin) return true;
     if (chkPasswort && txtPW1 != txtPW2) {
         ctx.port.tell(strBVKTexte(TextPasswordsDiffer), box::Critical);
+        return false;
+    }
+    if (chkPasswort && !istMoeglichesKennwort(txtPW1)) {
+        ctx.port.tell(meldung::KennwortZeichen, box::Critical);
         return false;
     }
     setzeStartPasswort(s, chkPasswort, txtPW1, now);

@@ -23,7 +23,8 @@ struct OptionenAnfrage : WindowRequest {
     bool waehleHilfedatei(const std::string& file);
     // Asks for a folder; the answer is current if none was chosen. Raises the flags that keep history and favourites going.
     std::string PfadChange(const std::string& current);
-    // Hands the copies to the program. False: the passwords differ, and the dialog stays open.
+    // Hands the copies to the program; an empty folder means the standard one. False: the passwords differ or cannot be
+    // kept; the dialog stays open, and what was handed over before stays.
     bool cmdOptOK();
 };
 

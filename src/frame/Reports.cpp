@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "frame/Hilfethemen.h"
+#include "frame/HostDatei.h"
 #include "frame/Konvertierung.h"
 #include "frame/Meldungen.h"
 #include "frame/Produkt.h"
@@ -33,7 +34,7 @@ std::int32_t fileErrorNumber(const std::error_code& code) {
     if (code == std::errc::no_such_file_or_directory) return errnum::FileNotFound;
     if (code == std::errc::not_a_directory) return errnum::PathNotFound;
     if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted) return errnum::Permission;
-    if (code == std::errc::no_space_on_device) return errnum::DiskFull;
+    if (host::meansDiskFull(code)) return errnum::DiskFull;
     return errnum::PathFileAccess;
 }
 
@@ -44,8 +45,9 @@ std::string databaseEntry(std::int32_t number, const char* gap, const std::strin
 
 }  // namespace
 
-void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& errNumber) {
+void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& errNumber, const std::string& place) {
     procName = strBVKFehler(15) + procName + strBVKFehler(16) + errNumber + strBVKFehler(18);
+    if (!place.empty()) procName += LineEnd + (LineEnd + place);
     ctx.trace.write("Fehler: " + procName);
     ctx.port.messageBox({procName, box::Critical + box::Help, strBVKFehler(17), "\\" + std::string(produkt::HilfeDatei), hilfethema::DebugModus});
 }
@@ -97,7 +99,8 @@ bool reportAndGoOn(FrameContext& ctx, const char* procName, const std::function<
         return true;
     } catch (const std::exception& error) {
         std::string name = procName;
-        FehlerMeldung(ctx, name, numberText(errorNumberOf(error)));
+        const bool located = dynamic_cast<const LocatedError*>(&error) != nullptr;
+        FehlerMeldung(ctx, name, numberText(errorNumberOf(error)), located ? error.what() : std::string());
         return false;
     }
 }

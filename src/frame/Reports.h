@@ -12,8 +12,9 @@
 
 namespace brenvik {
 
-// Shows and traces the common report; procName is overwritten with the finished message.
-void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& errNumber);
+// Shows and traces the common report; procName is overwritten with the finished message. What is known of the place of the
+// failure stands at its end.
+void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& errNumber, const std::string& place = {});
 
 // The report for errors of the registry service.
 void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber);

@@ -1,5 +1,6 @@
 #include "frame/Startpasswort.h"
 
+#include "frame/Codepage.h"
 #include "frame/Konvertierung.h"
 #include "frame/Meldungen.h"
 #include "frame/Verschluesselung.h"
@@ -17,6 +18,17 @@ std::optional<std::string> unscrambled(std::string_view text, std::string_view k
     }
 }
 
+struct Gespeichert {
+    std::string password, salt;   // the password with the salt behind it
+};
+
+// Nothing if what is stored was not made from a password and its salt.
+std::optional<Gespeichert> storedPassword(const Settings& s) {
+    const auto salt = unscrambled(s.strPasswortSalz, PasswortSchluessel), password = unscrambled(s.strPasswortWert, PasswortSchluessel);
+    if (!salt || salt->empty() || !password || !password->ends_with(*salt)) return std::nullopt;
+    return Gespeichert{*password, *salt};
+}
+
 std::string plainForm(std::string_view password) { return upperCase(Trim(password)); }
 
 }  // namespace
@@ -30,26 +42,28 @@ std::optional<bool> passwortSchalter(std::string_view scrambled) {
     return std::nullopt;
 }
 
+bool istMoeglichesKennwort(std::string_view password) { return fitsAnsi(password); }
+
 void setzeStartPasswort(Settings& settings, bool on, std::string_view password, const DateTime& now) {
     const std::string salt = now.dateText() + now.timeText();
     settings.blnPasswortAktiv = on;
+    settings.blnPasswortUnklar = false;
     settings.strPasswortWert = EncryptText(on ? plainForm(password) + salt : std::string(), PasswortSchluessel);
     settings.strPasswortSalz = EncryptText(salt, PasswortSchluessel);
 }
 
 bool istStartPasswort(const Settings& settings, std::string_view answer) {
-    const auto salt = unscrambled(settings.strPasswortSalz, PasswortSchluessel);
-    return salt && EncryptText(plainForm(answer) + *salt, PasswortSchluessel) == settings.strPasswortWert;
+    const auto stored = storedPassword(settings);
+    // Letters that the scrambled form lacks would all count as the same one.
+    return stored && istMoeglichesKennwort(answer) && EncryptText(plainForm(answer) + stored->salt, PasswortSchluessel) == settings.strPasswortWert;
 }
 
 bool StartPasswort(FrameContext& ctx) {
     const Settings& s = ctx.einstellungen;
     if (!s.blnPasswortAktiv) return true;
-    const auto salt = unscrambled(s.strPasswortSalz, PasswortSchluessel), password = unscrambled(s.strPasswortWert, PasswortSchluessel);
-    if (!salt || salt->empty() || !password || !password->ends_with(*salt)) {
+    if (!storedPassword(s)) {
         ctx.trace.write("--- Das gespeicherte Startkennwort ist beschädigt");
         ctx.port.tell(meldung::StartkennwortBeschaedigt, box::Exclamation);
-        return true;
     }
     PWAbfrageAnfrage request;
     request.pruefen = [&s](std::string_view answer) { return istStartPasswort(s, answer); };

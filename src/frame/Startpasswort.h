@@ -14,10 +14,14 @@ namespace brenvik {
 std::string passwortSchalterText(bool on);
 std::optional<bool> passwortSchalter(std::string_view scrambled);
 
+// Whether the scrambled form can hold it: only letters of Windows-1252.
+bool istMoeglichesKennwort(std::string_view password);
+
 // Off: the password becomes the empty text. The salt is the time of the change. Answers nothing; the settings hold it then.
 void setzeStartPasswort(Settings& settings, bool on, std::string_view password, const DateTime& now);
 
-// Ignores case and blanks at the ends. False too if the stored password is damaged.
+// Ignores case and blanks at the ends. False too if the stored password is damaged, whatever the answer, and for answers
+// that no password can be.
 bool istStartPasswort(const Settings& settings, std::string_view answer);
 
 // The question for the password. pruefen tells whether an answer is right.
@@ -28,7 +32,8 @@ struct PWAbfrageAnfrage : WindowRequest {
 };
 
 // The step of the load sequence. True: the password is off or was given; false: the process has to end. What is stored
-// may be damaged so that no answer fits: then the user is told, and the question is left out.
+// may be damaged so that no answer fits: then the user is told before he is asked, and only switching the question off in
+// the registry helps.
 bool StartPasswort(FrameContext& ctx);
 
 }  // namespace brenvik

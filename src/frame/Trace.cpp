@@ -33,6 +33,20 @@ void appendPlain(std::string& out, std::string_view text) {
     }
 }
 
+constexpr std::string_view Hidden = "*****";
+
+// Whoever hands a password over on the command line finds it nowhere in the log: not even where it stuck to another switch.
+void hideSwitch(std::string& line) {
+    constexpr std::string_view Switch = "/pw:";
+    const auto same = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b; };
+    for (auto place = line.begin(); (place = std::search(place, line.end(), Switch.begin(), Switch.end(), same)) != line.end();) {
+        const auto start = place + static_cast<std::ptrdiff_t>(Switch.size()), end = std::find(start, line.end(), ' ');
+        const auto at = start - line.begin();
+        if (start != end) line.replace(start, end, Hidden);
+        place = line.begin() + at;
+    }
+}
+
 }  // namespace
 
 struct TraceLog::File {
@@ -59,6 +73,7 @@ void TraceLog::hide(std::string secret) {
 
 bool TraceLog::open() {
     std::error_code error;
+    host::makePrivate(path_);   // where that is not possible the log is as good as it can be
     file_ = std::make_unique<File>();
     file_->handle = host::openFile(path_, "ab");
     if (file_->handle == nullptr) return file_.reset(), false;
@@ -82,9 +97,10 @@ void TraceLog::rotate() {
 bool TraceLog::put(std::string_view line) {
     if (path_.empty()) return true;
     std::string masked(line);
+    hideSwitch(masked);
     for (const std::string& secret : secrets_)
-        for (std::size_t place = 0; (place = masked.find(secret, place)) != std::string::npos; place += 5)
-            masked.replace(place, secret.size(), "*****");
+        for (std::size_t place = 0; (place = masked.find(secret, place)) != std::string::npos; place += Hidden.size())
+            masked.replace(place, secret.size(), Hidden);
     std::string out = stamp();
     appendPlain(out, masked);
     out += '\n';

@@ -2,7 +2,8 @@
 // The trace log. Lines are kept only while the debug flag is on, one plain line each with a time stamp in front
 // ("2002-11-09 12:30:00.123 "), flushed line by line, in brenvik.log in the program's home (UTF-8, LF). At 4 MiB the
 // file is moved to brenvik.log.1, older ones to .2 and .3. Control characters inside a line are written as their
-// Unicode pictures. Passwords must not reach the log: a secret registered with hide() is written as "*****".
+// Unicode pictures. Passwords must not reach the log: a secret registered with hide() is written as "*****", and so is what stands
+// behind "/PW:". The file is its owner's alone.
 #include <concepts>
 #include <cstdint>
 #include <cstdio>

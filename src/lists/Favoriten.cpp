@@ -42,6 +42,7 @@ bool Favoriten::LoadFavorite() {
     return load([&] {
         ListenDatei file(listFile(ctx_));
         std::vector<std::string> loaded = items(file.read());
+        std::erase_if(loaded, [&](const std::string& item) { return deleted_.contains(item); });
         strFavoriten_ = std::move(loaded);
         datei_ = std::move(file);
     });
@@ -90,11 +91,13 @@ void Favoriten::showNodeOf(const std::string& text) {
 void Favoriten::FavAuswahlAnzeigen() { showNodeOf(chosenText()); }
 
 void Favoriten::choose(int item) {
+    ctx_.klick();
     ListIndex_ = item;
     if (blnFavoritenLaedt_ && item >= 0) FavAuswahlAnzeigen();
 }
 
 void Favoriten::clickMenu(int index) {
+    ctx_.klick();
     if (index < intFavMenuErster_ || index > intFavMenuLetzter_ || index < 1) return ctx_.port.tell(meldung::FavUnbekannt);
     showNodeOf(mnuFavPopA_[static_cast<std::size_t>(index)]);
 }
@@ -107,7 +110,7 @@ ListenDatei& Favoriten::preparedFile() {
     Listenunterschied foreign = same ? file.foreignChanges() : Listenunterschied{file.read(), {}};
     for (const std::string& item : items(foreign.weg)) removeOne(strFavoriten_, item);
     for (const std::string& item : items(foreign.dazu))
-        if (std::find(strFavoriten_.begin(), strFavoriten_.end(), item) == strFavoriten_.end()) strFavoriten_.push_back(item);
+        if (!deleted_.contains(item) && std::find(strFavoriten_.begin(), strFavoriten_.end(), item) == strFavoriten_.end()) strFavoriten_.push_back(item);
     datei_ = std::move(file);
     return *datei_;
 }
@@ -129,6 +132,7 @@ void Favoriten::FavAdd() {
         ListenDatei& file = preparedFile();
         if (file.afterReading(text) != text) throw NumberedError(errnum::InvalidCall, meldung::FavKeinAnsi);
         if (std::find(strFavoriten_.begin(), strFavoriten_.end(), text) == strFavoriten_.end()) strFavoriten_.push_back(text);
+        deleted_.erase(text);
         writeItems("\r\n\r", "\r\n");
     } catch (const std::exception& error) {
         strFavoriten_ = before;
@@ -148,6 +152,7 @@ void Favoriten::FavDel() {
     reportAndGoOn(ctx_, "FavDel", [&] {
         preparedFile();
         removeOne(strFavoriten_, text);
+        deleted_.insert(text);
         writeItems("\r\n\r", "\r\n");
         SortFileLines();
     });
@@ -171,6 +176,7 @@ void Favoriten::verwalten() {
     FavVerwaltenAnfrage window;
     window.lvFav = strFavoriten_;
     window.loeschen = [&](std::size_t row) {
+        ctx_.klick();
         if (row >= window.lvFav.size() || !ctx_.port.ask(strBVKTexte(TextLoeschen1) + window.lvFav[row] + strBVKTexte(TextLoeschen2))) return;
         window.lvFav.erase(window.lvFav.begin() + static_cast<std::ptrdiff_t>(row));
         window.geaendert = true;
@@ -181,7 +187,8 @@ void Favoriten::verwalten() {
         reportAndGoOn(ctx_, "frmBVK_FavVerwalten", [&] {
             const std::vector<std::string> shown = strFavoriten_;
             preparedFile();
-            for (const std::string& item : listDifference(shown, window.lvFav).weg) removeOne(strFavoriten_, item);
+            for (const std::string& item : listDifference(shown, window.lvFav).weg)
+                if (removeOne(strFavoriten_, item)) deleted_.insert(item);
             writeItems("\r", "");
         });
         LoadFavorite();

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,7 @@ private:
     int ListIndex_ = -1;
     bool blnFavoritenLaedt_ = false;         // choosing in the combo acts
     std::optional<ListenDatei> datei_;
+    std::set<std::string> deleted_;          // in this run: an editor that saves its older text does not bring them back
 };
 
 }  // namespace brenvik

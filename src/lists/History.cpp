@@ -9,6 +9,8 @@
 #include "frame/Texte.h"
 #include "lists/ListenOrdner.h"
 #include "lists/Meldungen.h"
+#include "lists/Ruecknahme.h"
+#include "lists/Tippwert.h"
 #include "registry/ValueOperations.h"
 
 namespace brenvik {
@@ -18,6 +20,8 @@ constexpr int FehlerTitel = 9;
 
 // What a line can hold of a value.
 std::string firstLine(const std::string& text) { return text.substr(0, text.find_first_of(std::string_view("\r\n\0", 3))); }
+
+std::string oldText(const std::string& path, const std::string& text) { return isSecret(path) ? Geheim : firstLine(text); }
 
 bool hasText(std::string_view line) { return line.find_first_not_of(' ') != std::string_view::npos; }
 
@@ -33,6 +37,8 @@ std::vector<HistoryPaar> historyPairs(const std::string& line) {
     return pairs;
 }
 
+bool isSecret(const std::string& path) { return traceValue(path, "x") != "x"; }
+
 HistorySatz* History::find(std::int32_t nummer) {
     const auto found = std::lower_bound(udtHistory_.begin(), udtHistory_.end(), nummer, [](const HistorySatz& s, std::int32_t n) { return s.Nummer < n; });
     return found != udtHistory_.end() && found->Nummer == nummer ? &*found : nullptr;
@@ -40,6 +46,53 @@ HistorySatz* History::find(std::int32_t nummer) {
 
 void History::add(std::string line) {
     udtHistory_.push_back({udtHistory_.empty() ? 1 : udtHistory_.back().Nummer + 1, std::move(line), false});
+}
+
+// A journal that cannot be used stops no list.
+void History::quietly(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const NumberedError& error) {
+        ctx_.trace.write(std::string("--- Fehler: ") + error.what());
+    }
+}
+
+// A line that a program brings whose change does not stand any more, while so many of it are here.
+bool History::comesBack(const std::string& line, std::size_t here) {
+    std::optional<std::size_t> standing;
+    quietly([&] { standing = journal_.standing(line); });
+    return standing && here >= *standing;
+}
+
+std::size_t History::takeAwayDead() {
+    std::unordered_map<std::string, std::size_t> standing;
+    quietly([&] {
+        for (auto& [line, count] : journal_.linesThatWent()) standing.emplace(std::move(line), count);
+    });
+    if (standing.empty()) return 0;
+    return std::erase_if(udtHistory_, [&](const HistorySatz& entry) {
+        const auto found = standing.find(entry.Zeile);
+        if (found == standing.end()) return false;
+        if (found->second == 0) return true;
+        --found->second;
+        return false;
+    });
+}
+
+void History::rememberDeleted(const std::vector<std::string>& lines) {
+    if (lines.empty()) return;
+    std::unordered_map<std::string_view, std::size_t> left;
+    for (const HistorySatz& entry : udtHistory_)
+        if (!entry.Geloescht) ++left[entry.Zeile];
+    quietly([&] {
+        journal_.transaction([&] {
+            for (const std::string& line : lines) {
+                JournalKopf head = newHead(ctx_, Aenderung::Art::Speichern);
+                head.zeile = line;
+                if (journal_.standing(line).value_or(left[line] + 1) > left[line]) journal_.lineDeleted(head);
+            }
+        });
+    });
 }
 
 // Lines that another program wrote come in, lines that it took out go; what we deleted ourselves stays deleted.
@@ -55,9 +108,15 @@ void History::join(const Listenunterschied& foreign) {
         }
         udtHistory_.assign(std::make_move_iterator(kept.rbegin()), std::make_move_iterator(kept.rend()));
     }
+    std::unordered_map<std::string, std::size_t> here;
+    for (const std::string& line : foreign.dazu) here.emplace(line, 0);
+    if (!here.empty())
+        for (const HistorySatz& entry : udtHistory_)
+            if (const auto found = here.find(entry.Zeile); found != here.end()) ++found->second;
     for (const std::string& line : foreign.dazu) {
+        if (hasText(line) && comesBack(line, here[line])) continue;
         ctx_.frmBVK_Prog.tbrHistory = true;
-        if (hasText(line)) add(line);
+        if (hasText(line)) add(line), ++here[line];
     }
 }
 
@@ -92,38 +151,42 @@ bool History::vereinen() {
     return reportAndGoOn(ctx_, "LoadHistory", [&] { prepareWriting(); });
 }
 
-std::optional<std::string> History::HistoryEintrag(std::vector<HistoryPaar>& pairs) {
-    const ProcTrace trace(ctx_.trace, "HistoryEintrag");
+void History::screenPairs(std::vector<HistoryPaar>& pairs) {
     for (std::size_t i = 1; i < ctx_.werte.size(); ++i) {
         const Arbeitswert& w = ctx_.werte[i];
         if (w.strAktuellerWert == w.strAnzeigeWert) continue;
         const TippEintrag& e = ctx_.aktuellerTipp.Eintrag[i];
-        pairs.push_back({e.TippIndex, w.strAktuellerWert.empty() ? KeyNichtVorhanden : firstLine(w.strAktuellerWert),
-                         NetzRegPfad(ctx_, e.Hauptschlüssel) + "\\" + e.Schlüssel + "\\" + e.Wertname});
+        std::string path = NetzRegPfad(ctx_, e.Hauptschlüssel) + "\\" + e.Schlüssel + "\\" + e.Wertname;
+        std::string old = w.strAktuellerWert.empty() ? KeyNichtVorhanden : oldText(e.Wertname, w.strAktuellerWert);
+        pairs.push_back({e.TippIndex, std::move(old), std::move(path)});
     }
-    return append(pairs);
 }
 
-std::optional<std::string> History::eintragAus(const Aenderung& change, std::vector<HistoryPaar>& pairs) {
-    const ProcTrace trace(ctx_.trace, "HistoryEintrag");
+void History::recordedPairs(const Aenderung& change, std::vector<HistoryPaar>& pairs) {
+    Tippwerte numbers(ctx_);
     for (const WertAenderung& value : change.werte)
         if (value.TippIndex > 0 && value.alt != value.neu)
-            pairs.push_back({value.TippIndex, value.alt ? firstLine(toText(*value.alt)) : KeyNichtVorhanden, value.path});
-    return append(pairs);
+            pairs.push_back({value.TippIndex, value.alt ? oldText(value.name.value_or(value.path), numbers.shown(value.TippIndex, *value.alt)) : KeyNichtVorhanden, givenPath(value)});
 }
 
-std::optional<std::string> History::append(const std::vector<HistoryPaar>& pairs) {
+std::optional<std::string> History::HistoryEintrag(const Aenderung& change, std::vector<HistoryPaar>& pairs) {
+    const ProcTrace trace(ctx_.trace, "HistoryEintrag");
+    change.amBildschirm ? screenPairs(pairs) : recordedPairs(change, pairs);
     if (pairs.empty()) return std::nullopt;
     const DateTime now = ctx_.port.now();
-    std::string line = now.dateText() + "#" + now.timeText() + "#" + ctx_.strRechnername;
+    std::string line = now.dateText() + "#" + now.timeText() + "#" + Replace(ctx_.strRechnername, "#", "%23");
     for (const HistoryPaar& pair : pairs) line += "#" + std::to_string(pair.tipp) + "#" + pair.alt;
-    line += "#";
+    return line + "#";
+}
+
+bool History::append(std::string& line, const std::vector<HistoryPaar>& pairs, const std::function<void(bool)>& along) {
     bool& filled = ctx_.frmBVK_Prog.tbrHistory;
     const bool wasFilled = filled;
     std::vector<HistorySatz> before;
-    try {
-        if (!filled) before = std::exchange(udtHistory_, {});   // all of them deleted: the list starts anew
-        allein_([&] {
+    if (!filled) before = std::exchange(udtHistory_, {});   // all of them deleted: the list starts anew
+    std::exception_ptr failure;
+    const auto work = [&] {
+        try {
             prepareWriting();
             line = datei_->afterReading(line);
             std::vector<std::string_view> lines;
@@ -131,15 +194,30 @@ std::optional<std::string> History::append(const std::vector<HistoryPaar>& pairs
             for (const HistorySatz& entry : udtHistory_) lines.push_back(entry.Zeile);   // deleted ones too: HistorySave drops them
             lines.push_back(line);
             datei_->write(lines);
-        });
-    } catch (const std::exception& error) {
+            add(line);
+            filled = true;
+        } catch (const std::exception&) {
+            failure = std::current_exception();
+        }
+        along(failure == nullptr);
+    };
+    const auto settle = [&] {
+        if (!failure) return;
         if (!wasFilled && !filled) udtHistory_ = std::move(before);
-        tellFailure(line, pairs, error);
-        return std::nullopt;
+        try {
+            std::rethrow_exception(failure);
+        } catch (const std::exception& error) {
+            tellFailure(line, pairs, error);
+        }
+    };
+    try {
+        journal_.alone(work);
+    } catch (...) {
+        settle();
+        throw;
     }
-    add(line);
-    filled = true;
-    return line;
+    settle();
+    return !failure;
 }
 
 bool History::tellFailure(const std::string& record, const std::vector<HistoryPaar>& pairs, const std::exception& error) {
@@ -155,16 +233,20 @@ bool History::tellFailure(const std::string& record, const std::vector<HistoryPa
     return ctx_.port.ask(text, 0, strBVKFehler(FehlerTitel));
 }
 
-bool History::HistorySave() {
+bool History::HistorySave(bool remember) {
     ctx_.trace.write("History speichern");
     return reportAndGoOn(ctx_, "HistorySave", [&] {
         if (!ctx_.blnHistoryAktiv) return;
-        allein_([&] {
+        std::vector<std::string> deleted;
+        journal_.alone([&] {
             prepareWriting();
             std::vector<std::string_view> lines;
             for (const HistorySatz& entry : udtHistory_)
-                if (!entry.Geloescht) lines.push_back(entry.Zeile);
+                if (entry.Geloescht) deleted.push_back(entry.Zeile);
+                else lines.push_back(entry.Zeile);
             datei_->write(lines);
+            if (remember) rememberDeleted(deleted);
+            quietly([&] { journal_.lineIsThere(); });
         });
         std::erase_if(udtHistory_, [](const HistorySatz& entry) { return entry.Geloescht; });
     });
@@ -175,13 +257,16 @@ void History::deleteLine(const std::string& line) {
     if (found != udtHistory_.rend()) found->Geloescht = true;
 }
 
-void History::putBack(const std::string& line) {
+bool History::putBack(const std::string& line) {
+    const auto stands = [&](const HistorySatz& entry) { return !entry.Geloescht && entry.Zeile == line; };
+    std::optional<std::size_t> wanted;
+    quietly([&] { wanted = journal_.standing(line); });
+    if (static_cast<std::size_t>(std::count_if(udtHistory_.begin(), udtHistory_.end(), stands)) >= wanted.value_or(1)) return false;
     ctx_.frmBVK_Prog.tbrHistory = true;
-    for (auto entry = udtHistory_.rbegin(); entry != udtHistory_.rend(); ++entry)
-        if (entry->Geloescht && entry->Zeile == line) return void(entry->Geloescht = false);
-    for (const HistorySatz& entry : udtHistory_)
-        if (entry.Zeile == line) return;
-    add(line);
+    const auto deleted = std::find_if(udtHistory_.rbegin(), udtHistory_.rend(), [&](const HistorySatz& entry) { return entry.Geloescht && entry.Zeile == line; });
+    if (deleted != udtHistory_.rend()) deleted->Geloescht = false;
+    else add(line);
+    return true;
 }
 
 }  // namespace brenvik

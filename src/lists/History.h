@@ -2,14 +2,16 @@
 // History.txt: a line for each change, with the old values in display form. The list lives in memory; the file is rewritten
 // from it, and what other programs did to the file meanwhile is joined first.
 //   date#time#computer#number#old value#number#old value#
+// What a password was is not written down; a "#" in the computer's name stands as "%23". Lines whose change was taken back or
+// that were deleted here stay away, also when an editor saves the text as it was before.
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "lists/Journal.h"
 #include "lists/ListenDatei.h"
-#include "tipengine/Aenderung.h"
 #include "tipengine/Context.h"
 
 namespace brenvik {
@@ -26,14 +28,13 @@ struct HistoryPaar {
     std::string alt;
     std::string path;             // where the value lies; known only while the line is written
 };
+inline constexpr const char* Geheim = "*****";   // an old value that must not be read here
+bool isSecret(const std::string& path);          // a value whose name says so
 std::vector<HistoryPaar> historyPairs(const std::string& line);
 
 class History {
 public:
-    // Runs its argument while no other process of ours reads or writes the file.
-    using Allein = std::function<void(const std::function<void()>&)>;
-
-    History(Context& ctx, Allein allein) : ctx_(ctx), allein_(std::move(allein)) {}
+    History(Context& ctx, Journal& journal) : ctx_(ctx), journal_(journal) {}
     History(const History&) = delete;
     History& operator=(const History&) = delete;
 
@@ -42,24 +43,30 @@ public:
 
     bool LoadHistory();                                // false, with the reason told: the list is not to be written
     bool vereinen();                                   // the same after the folder was changed: what the table holds is joined with the file
-    // Appends the record of the Tip on screen, and to pairs what it says. The line as it stands in the file; none if
-    // nothing changed or the file cannot be written, which the user has been told then.
-    std::optional<std::string> HistoryEintrag(std::vector<HistoryPaar>& pairs);
-    // The same for a change that was not made on screen, from its raw old values.
-    std::optional<std::string> eintragAus(const Aenderung& change, std::vector<HistoryPaar>& pairs);
-    bool HistorySave();
+    // The line of a change, and in pairs what it says; none if there is nothing to say. Of the Tip on screen the texts that the
+    // user saw; of others the old values in the form in which their Tip would show them.
+    std::optional<std::string> HistoryEintrag(const Aenderung& change, std::vector<HistoryPaar>& pairs);
+    // Writes the line; it then has the wording that will be read again. What belongs with it is done while no other process of
+    // ours writes, whether or not the file could be written. False: it could not, which the user has been told.
+    bool append(std::string& line, const std::vector<HistoryPaar>& pairs, const std::function<void(bool written)>& along);
+    bool HistorySave(bool remember = true);            // that lines went; not of changes that never took place
     void deleteLine(const std::string& line);          // marks the last of these lines
-    void putBack(const std::string& line);             // takes a deletion back; a line that has gone is added
+    bool putBack(const std::string& line);             // of a change that stands again; false: it is there
+    std::size_t takeAwayDead();                        // lines that belong to no change that stands; answers how many
 
 private:
-    std::optional<std::string> append(const std::vector<HistoryPaar>& pairs);
+    void screenPairs(std::vector<HistoryPaar>& pairs);
+    void recordedPairs(const Aenderung& change, std::vector<HistoryPaar>& pairs);
     void prepareWriting();
+    bool comesBack(const std::string& line, std::size_t here);
+    void rememberDeleted(const std::vector<std::string>& lines);
+    void quietly(const std::function<void()>& work);
     void add(std::string line);
     void join(const Listenunterschied& foreign);
     bool tellFailure(const std::string& record, const std::vector<HistoryPaar>& pairs, const std::exception& error);
 
     Context& ctx_;
-    Allein allein_;
+    Journal& journal_;
     std::vector<HistorySatz> udtHistory_;
     std::optional<ListenDatei> datei_;                 // the file that the table belongs to
 };

@@ -33,31 +33,36 @@ HistoryListeAnfrage::Zeile rowOf(const JournalKopf& head) {
 
 }  // namespace
 
-HistoryFenster::HistoryFenster(TippMaschine& engine, Journal& journal, History& history, std::function<void()> changed)
-    : engine_(engine), ctx_(engine.context()), journal_(journal), history_(history), changed_(std::move(changed)), tippwerte_(ctx_),
+HistoryFenster::HistoryFenster(TippMaschine& engine, Journal& journal, History& history, const std::vector<std::string>& notes, std::function<void()> changed)
+    : engine_(engine), ctx_(engine.context()), journal_(journal), history_(history), notes_(notes), changed_(std::move(changed)), tippwerte_(ctx_),
       exact_(ctx_, journal, history), undo_(ctx_, journal, exact_, tippwerte_) {}
 
 void HistoryFenster::oeffnen() {
+    if (!engine_.DatenSichern()) return;   // the registry may change under the Tip on screen
     HistoryListeAnfrage list;
     tippwerte_.forget();   // another database may have been loaded
-    restored_ = false;
+    undoTried_ = false;
     toHide_.clear();
     list.zeile = [this, &list](std::size_t row) { return shown(list.zeilen.at(row)); };
     list.anzeigen = [this, &list](std::size_t row) { anzeigen(list, row); };
     list.loeschen = [this, &list](std::size_t row) { loeschen(list, row); };
     list.allesLoeschen = [this, &list] { allesLoeschen(list); };
     list.wiederherstellen = [this, &list] { wiederherstellen(list); };
+    list.vergessen = [this, &list](std::size_t row) { vergessen(list, row); };
+    for (const std::string& note : notes_) list.hinweis += (list.hinweis.empty() ? "" : "\r\n") + note;
     list.zurueck = [this, &list] {
         ctx_.klick();
         if (!list.blnListeGeaendert) return;
         history_.HistorySave();
         reportAndGoOn(ctx_, "HistorySave", [&] {
-            for (const std::int64_t nummer : toHide_) journal_.hide(nummer);
+            journal_.transaction([&] {
+                for (const std::int64_t nummer : toHide_) journal_.hide(nummer);
+            });
         });
     };
     fill(list);
     ctx_.port.showWindow(list);
-    if (restored_) engine_.reloadTipp();
+    if (undoTried_) engine_.reloadTipp();
 }
 
 void HistoryFenster::fill(HistoryListeAnfrage& list) {
@@ -73,7 +78,7 @@ std::vector<HistoryListeAnfrage::Tag> HistoryFenster::rows() {
     std::unordered_map<std::string, std::vector<std::int64_t>> before;
     reportAndGoOn(ctx_, "frmBVK_HistoryListe", [&] {
         for (const auto& [head, nextLine] : journal_.withoutLine())
-            if (std::find(toHide_.begin(), toHide_.end(), head.nummer) == toHide_.end()) before[nextLine].push_back(head.nummer);
+            if (!toHide_.contains(head.nummer)) before[nextLine].push_back(head.nummer);
     });
     const auto emit = [&](const std::string& line) {
         const auto found = before.find(line);
@@ -96,8 +101,12 @@ std::vector<HistoryListeAnfrage::Tag> HistoryFenster::rows() {
 std::int64_t HistoryFenster::journalOf(const Tag& tag) {
     if (tag.journal != 0) return tag.journal;
     const HistorySatz* entry = history_.find(tag.Nummer);
+    if (entry == nullptr) return 0;
+    const auto younger = std::count_if(history_.udtHistory().begin(), history_.udtHistory().end(), [&](const HistorySatz& other) {
+        return other.Nummer > entry->Nummer && !other.Geloescht && other.Zeile == entry->Zeile;
+    });
     std::int64_t nummer = 0;
-    if (entry != nullptr) reportAndGoOn(ctx_, "frmBVK_HistoryDaten", [&] { nummer = journal_.byLine(entry->Zeile); });
+    reportAndGoOn(ctx_, "frmBVK_HistoryDaten", [&] { nummer = journal_.byLine(entry->Zeile, static_cast<std::size_t>(younger)); });
     return nummer;
 }
 
@@ -128,7 +137,7 @@ HistoryListeAnfrage::Zeile HistoryFenster::shown(const Tag& tag) {
 // --- the list's commands ---
 
 void HistoryFenster::markDeleted(const Tag& tag) {
-    if (tag.journal != 0) toHide_.push_back(tag.journal);
+    if (tag.journal != 0) toHide_.insert(tag.journal);
     else if (HistorySatz* entry = history_.find(tag.Nummer)) entry->Geloescht = true;
 }
 
@@ -171,13 +180,33 @@ void HistoryFenster::wiederherstellen(HistoryListeAnfrage& list) {
         if (!head) return;
         const auto row = rowOf(*head);
         if (!ctx_.port.ask(fmt::format(meldung::RedoFrage, row.datum + " " + row.uhrzeit + "  " + row.überschrift))) return;
-        if (ctx_.blnGeaendert) engine_.DatenSichern();
+        undoTried_ = true;
         if (!exact_.wiederherstellen(nummer)) return;
-        restored_ = true;
         if (head->zeile) list.blnListeGeaendert = true;
         fill(list);
         if (!list.zeilen.empty()) ctx_.frmBVK_Prog.tbrHistory = true;
         changed_();
+    });
+}
+
+// Line and journal, for good. What is shown of the list is all that is left of it.
+void HistoryFenster::vergessen(HistoryListeAnfrage& list, std::size_t row) {
+    ctx_.klick();
+    if (row >= list.zeilen.size()) return;
+    const Tag tag = list.zeilen[row];
+    const auto shownRow = shown(tag);
+    if (!ctx_.port.ask(fmt::format(meldung::VergessenFrage, shownRow.datum + " " + shownRow.uhrzeit + "  " + shownRow.überschrift), box::Exclamation + box::DefaultNo)) return;
+    reportAndGoOn(ctx_, "frmBVK_HistoryListe", [&] {
+        if (const std::int64_t nummer = journalOf(tag); nummer != 0) journal_.forget({nummer});
+        if (HistorySatz* entry = history_.find(tag.Nummer); tag.journal == 0 && entry != nullptr) {
+            entry->Geloescht = true;
+            history_.HistorySave(false);
+        }
+        const bool changedBefore = list.blnListeGeaendert;
+        removeRow(list, row);
+        list.blnListeGeaendert = changedBefore;
+        list.redoMoeglich = journal_.lastTakenBack() != 0;
+        if (list.zeilen.empty()) listEmptied();
     });
 }
 
@@ -193,46 +222,55 @@ std::string HistoryFenster::presentText(const std::string& path) {
     return now;
 }
 
+std::string HistoryFenster::presentText(const RegAddress& place) {
+    std::string now = "?";   // on a machine that nobody works on
+    if (!atHand(ctx_, place.machine)) return now;
+    reportAndGoOn(ctx_, "frmBVK_HistoryDaten", [&] {
+        RegStore& store = storeOf(ctx_, place.machine);
+        if (place.name) now = text(store.value(place.root, place.key, *place.name));
+        else now = store.keyExists(place.root, place.key) ? "Schlüssel vorhanden" : KeyNichtVorhanden;
+    });
+    return now;
+}
+
 std::vector<HistoryDatenAnfrage::Zeile> HistoryFenster::values(const Tag& tag, const std::optional<JournalEintrag>& known) {
     std::vector<HistoryDatenAnfrage::Zeile> rows;
     if (const HistorySatz* entry = history_.find(tag.Nummer); tag.journal == 0 && entry != nullptr) {
         const auto pairs = historyPairs(entry->Zeile);
         for (std::size_t k = 0; k < pairs.size(); ++k) {
             const Tippwert& tipp = tippwerte_.of(pairs[k].tipp);
-            const bool recorded = known && k < known->paare.size();
-            const std::string path = tipp.brauchbar ? tipp.path : recorded ? placeNow(ctx_, *known, known->paare[k]).path : std::string();
-            rows.push_back({path.empty() ? std::string() : nameIn(path), pairs[k].alt, path.empty() ? std::string() : presentText(path)});
+            std::string path = tipp.brauchbar ? tipp.path : std::string();
+            std::string shownAs = path;
+            if (known && k < known->paare.size()) {
+                const RegAddress address = pairAddress(ctx_, *known, k);
+                shownAs = shownPath(ctx_, address);
+                if (path.empty()) path = address.path();
+            }
+            rows.push_back({path.empty() ? std::string() : nameIn(path), pairs[k].alt, path.empty() ? std::string() : presentText(path), shownAs});
         }
         return rows;
     }
     if (!known) return rows;
-    const bool here = madeHere(ctx_, *known);
     for (const WertAenderung& value : known->aenderung.werte) {
-        std::string now = "?";
-        reportAndGoOn(ctx_, "frmBVK_HistoryDaten", [&] {
-            const Fundort place = placeNow(ctx_, *known, value.path);
-            if (!here && ctx_.objBVKReg.ConnectRemote(place.machine, 0x80000002) != 0) return;
-            ctx_.objBVKReg.SetPath(place.machine, place.path);
-            now = text(ctx_.objBVKReg.ReadRaw());
-        });
-        rows.push_back({nameIn(value.path), text(value.alt), now});
+        const RegAddress place = addressOf(ctx_, *known, value);
+        rows.push_back({place.name->isUnnamed() ? std::string(meldung::UnbenannterWert) : place.name->text(), text(value.alt), presentText(place), shownPath(ctx_, place)});
     }
     for (const SchluesselBild& key : known->aenderung.schluessel)
-        if (key.geloescht)
-            rows.push_back({key.path, fmt::format("Schlüssel mit {} Werten", key.werte.size()),
-                            here && [&] { ctx_.objBVKReg.SetPath("", placeNow(ctx_, *known, key.path).path + "\\"); return ctx_.objBVKReg.Exists(KEY_QUERY_VALUE_MASK); }()
-                                ? "Schlüssel vorhanden" : std::string(KeyNichtVorhanden)});
-    for (const DateiBild& file : known->aenderung.dateien) rows.push_back({file.datei, fmt::format("Datei mit {} Bytes", file.inhalt.size()), fmt::format("Datei mit {} Bytes", file.neu.size())});
+        if (key.geloescht) {
+            const RegAddress place = addressOf(ctx_, *known, key.path);
+            rows.push_back({nameIn(key.path), fmt::format("Schlüssel mit {} Werten", key.werte.size()), presentText(place), shownPath(ctx_, place)});
+        }
+    for (const DateiBild& file : known->aenderung.dateien)
+        rows.push_back({nameIn(file.datei), fmt::format("Datei mit {} Bytes", file.inhalt.size()), fmt::format("Datei mit {} Bytes", file.neu.size()), file.datei});
     return rows;
 }
 
-// Unsaved edits are asked about before the registry changes under them. After an undo the record leaves the list; the
-// list stays within reach even when it is empty then, since the undo can be undone there.
+// After an undo the record leaves the list; the list stays within reach even when it is empty then, since the undo can be
+// undone there. One that failed may have written some of the values all the same.
 bool HistoryFenster::takenBack(HistoryListeAnfrage& list, std::size_t row, const std::function<bool()>& undo) {
     ctx_.klick();
-    if (ctx_.blnGeaendert) engine_.DatenSichern();
+    undoTried_ = true;
     if (!undo()) return false;
-    restored_ = true;
     if (list.zeilen[row].journal == 0) markDeleted(list.zeilen[row]);
     removeRow(list, row);
     list.redoMoeglich = true;
@@ -254,7 +292,8 @@ void HistoryFenster::anzeigen(HistoryListeAnfrage& list, std::size_t row) {
     daten.zeilen = values(tag, known);
     daten.undoMoeglich = entry != nullptr;
     daten.genauMoeglich = known && known->aufgehobenDurch == 0;
-    if (const std::string rechner = historyHead(zeile).rechner; entry != nullptr && !rechner.empty() && !equalText(rechner, ctx_.strLokalerRechner))
+    const bool here = known && markOf(ctx_, *known).empty();   // under whatever name
+    if (const std::string rechner = historyHead(zeile).rechner; entry != nullptr && !here && !rechner.empty() && !equalText(rechner, ctx_.strLokalerRechner))
         daten.hinweis = fmt::format(meldung::AnderswoGelesen, rechner, ctx_.strLokalerRechner);
     daten.zuruecksetzen = [&] { return takenBack(list, row, [&] { return undo_.ausfuehren(zeile, nummer); }); };
     daten.genauZuruecksetzen = [&] { return takenBack(list, row, [&] { return exact_.zuruecksetzen(nummer); }); };

@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <unordered_map>
+
 #include "frame/Errors.h"
 #include "lists/JournalTabellen.h"
 #include "lists/Meldungen.h"
@@ -16,25 +19,29 @@ struct Journal::Tables {
     sqlite3* db() { return database->handle(); }
     int depth = 0;
 
-    Statement addChange{db(), "INSERT INTO aenderung(zeit, rechner, lokal, benutzer, sid, art, tipp, ueberschrift, zeile, hebtauf, nurzeile) "
-                              "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) RETURNING nummer"};
-    Statement addValue{db(), "INSERT OR REPLACE INTO wert VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"};
+    Statement addChange{db(), "INSERT INTO aenderung(zeit, rechner, lokal, benutzer, sid, art, tipp, ueberschrift, zeile, hebtauf, nurzeile, fertig) "
+                              "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) RETURNING nummer"};
+    Statement addValue{db(), "INSERT OR REPLACE INTO wert VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"};
     Statement addPair{db(), "INSERT INTO paar VALUES (?, ?, ?)"};
     Statement addNewKey{db(), "INSERT INTO neuerschluessel VALUES (?, ?)"};
-    Statement addKey{db(), "INSERT OR REPLACE INTO schluessel VALUES (?, ?, ?, ?, ?)"};
+    Statement addKey{db(), "INSERT OR REPLACE INTO schluessel VALUES (?, ?, ?, ?, ?, ?)"};
     Statement addSubKey{db(), "INSERT INTO unterschluessel VALUES (?, ?, ?, ?, ?, ?, ?)"};
     Statement addSubValue{db(), "INSERT INTO unterwert VALUES (?, ?, ?, ?, ?, ?, ?)"};
+    Statement dropSubKeys{db(), "DELETE FROM unterschluessel WHERE aenderung = ? AND nr = ?"};
+    Statement dropSubValues{db(), "DELETE FROM unterwert WHERE aenderung = ? AND nr = ?"};
     Statement addFile{db(), "INSERT INTO datei VALUES (?, ?, ?, ?, ?, ?, ?)"};
-    Statement markKey{db(), "UPDATE schluessel SET geloescht = ?3 WHERE aenderung = ?1 AND nr = ?2"};
+    Statement markKey{db(), "UPDATE schluessel SET geloescht = ?3, nachher = ?4 WHERE aenderung = ?1 AND nr = ?2"};
+    Statement markFinished{db(), "UPDATE aenderung SET fertig = 1 WHERE nummer = ?"};
     Statement markFile{db(), "UPDATE datei SET geschrieben = ?3 WHERE aenderung = ?1 AND nr = ?2"};
-    Statement lineOf{db(), "UPDATE aenderung SET zeile = ?2 WHERE nummer = ?1"};
-    Statement markTakenBack{db(), "UPDATE aenderung SET aufgehobendurch = ?2 WHERE nummer = ?1"};
+    Statement markTakenBack{db(), "UPDATE aenderung SET aufgehobendurch = ?2, zeilefehlt = (?2 = 0 AND zeile IS NOT NULL) WHERE nummer = ?1"};
     Statement hideChange{db(), "UPDATE aenderung SET ausgeblendet = 1 WHERE nummer = ?1"};
-    Statement findLine{db(), "SELECT nummer FROM aenderung WHERE zeile = ? ORDER BY aufgehobendurch != 0, nummer DESC LIMIT 1"};
+    Statement findLine{db(), "SELECT nummer FROM aenderung WHERE zeile = ? ORDER BY aufgehobendurch != 0 OR ausgeblendet, nummer DESC LIMIT 1 OFFSET ?"};
+    Statement countLine{db(), "SELECT count(*), coalesce(sum(aufgehobendurch = 0 AND ausgeblendet = 0), 0) FROM aenderung WHERE zeile = ?"};
 };
 
 namespace {
 
+constexpr int FirstUndo = static_cast<int>(Aenderung::Art::Zuruecksetzen);
 constexpr const char* Columns = "SELECT nummer, zeit, rechner, lokal, benutzer, sid, art, tipp, ueberschrift, zeile, hebtauf, aufgehobendurch, ausgeblendet, nurzeile FROM aenderung ";
 
 JournalKopf headFrom(const Statement::Use& row) {
@@ -69,6 +76,33 @@ std::string textBytes(const Statement::Use& row, int column) {
 }
 
 std::int64_t number(std::size_t value) { return static_cast<std::int64_t>(value); }
+std::int64_t afterwards(std::int64_t place) { return -1 - place; }   // where the image of a key as it was left stands
+
+bool knowsAfterwards(const JournalEintrag& entry, std::size_t key) { return key < entry.nachher.size() && entry.nachher[key]; }
+
+constexpr const char* WertSpalten = "pfad, tipp, alttyp, alt, neutyp, neu, geschrieben, name";
+WertAenderung valueFrom(const Statement::Use& row, int column, const std::string& machine) {
+    WertAenderung value{machine, row.text(column), static_cast<std::int16_t>(row.number(column + 1)), rawFrom(row, column + 2), rawFrom(row, column + 4),
+                        row.number(column + 6) != 0, std::nullopt};
+    if (!row.isNull(column + 7)) value.name = row.text(column + 7);
+    return value;
+}
+
+// Goes on only where the row of the change is there.
+class Teilliste {
+public:
+    Teilliste(sqlite3* database, const std::string& sql) : statement_(database, sql.c_str()), row_(statement_.run()) { more_ = row_.step(); }
+    // The rows of one change; changes are asked for in the order of their numbers.
+    template <class Take> void of(std::int64_t change, Take take) {
+        for (; more_ && row_.number(0) <= change; more_ = row_.step())
+            if (row_.number(0) == change) take(row_);
+    }
+
+private:
+    Statement statement_;
+    Statement::Use row_;
+    bool more_ = false;
+};
 
 }  // namespace
 
@@ -130,7 +164,7 @@ std::int64_t Journal::add(const JournalEintrag& entry) {
             use.bind(1, entry.zeit).bind(2, entry.rechner).bind(3, entry.lokalerRechner).bind(4, entry.benutzer).bind(5, entry.sid);
             use.bind(6, static_cast<std::int64_t>(entry.art)).bind(7, std::int64_t{entry.tipp}).bind(8, entry.überschrift);
             entry.zeile ? use.bind(9, *entry.zeile) : use.bindNull(9);
-            use.bind(10, entry.hebtAuf).bind(11, std::int64_t{entry.nurZeile});
+            use.bind(10, entry.hebtAuf).bind(11, std::int64_t{entry.nurZeile}).bind(12, std::int64_t{entry.nurZeile});
             use.step();
             id = use.number(0);
         }
@@ -140,18 +174,9 @@ std::int64_t Journal::add(const JournalEintrag& entry) {
         for (const std::string& path : entry.neueSchluessel) t.addNewKey.run().bind(1, id).bind(2, path).step();
         for (std::size_t k = 0; k < change.schluessel.size(); ++k) {
             const SchluesselBild& key = change.schluessel[k];
-            t.addKey.run().bind(1, id).bind(2, number(k)).bind(3, key.path).bind(4, std::int64_t{key.geloescht}).bind(5, std::int64_t{key.angelegt}).step();
-            for (std::size_t n = 0; n < key.unterschluessel.size(); ++n) {
-                const KeyDetails details = n < key.details.size() ? key.details[n] : KeyDetails{};
-                t.addSubKey.run().bind(1, id).bind(2, number(k)).bind(3, number(n)).bind(4, key.unterschluessel[n])
-                    .bindBytes(5, details.className.data(), details.className.size()).bind(6, static_cast<std::int64_t>(details.written))
-                    .bindBytes(7, details.descriptor.data(), details.descriptor.size()).step();
-            }
-            for (std::size_t n = 0; n < key.werte.size(); ++n) {
-                const auto& [unter, wert] = key.werte[n];
-                t.addSubValue.run().bind(1, id).bind(2, number(k)).bind(3, number(n)).bind(4, unter).bind(5, wert.name.text())
-                    .bind(6, static_cast<std::int64_t>(wert.value.type)).bindBytes(7, wert.value.bytes.data(), wert.value.bytes.size()).step();
-            }
+            t.addKey.run().bind(1, id).bind(2, number(k)).bind(3, key.path).bind(4, std::int64_t{key.geloescht}).bind(5, std::int64_t{key.angelegt}).bind(6, std::int64_t{knowsAfterwards(entry, k)}).step();
+            addImage(id, number(k), key);
+            if (knowsAfterwards(entry, k)) addImage(id, afterwards(number(k)), *entry.nachher[k]);
         }
         for (std::size_t k = 0; k < change.dateien.size(); ++k) {
             const DateiBild& file = change.dateien[k];
@@ -162,25 +187,52 @@ std::int64_t Journal::add(const JournalEintrag& entry) {
     return id;
 }
 
+void Journal::addImage(std::int64_t nummer, std::int64_t place, const SchluesselBild& image) {
+    Tables& t = tables();
+    for (std::size_t n = 0; n < image.unterschluessel.size(); ++n) {
+        const KeyDetails details = n < image.details.size() ? image.details[n] : KeyDetails{};
+        t.addSubKey.run().bind(1, nummer).bind(2, place).bind(3, number(n)).bind(4, image.unterschluessel[n])
+            .bindBytes(5, details.className.data(), details.className.size()).bind(6, static_cast<std::int64_t>(details.written))
+            .bindBytes(7, details.descriptor.data(), details.descriptor.size()).step();
+    }
+    for (std::size_t n = 0; n < image.werte.size(); ++n) {
+        const auto& [unter, wert] = image.werte[n];
+        t.addSubValue.run().bind(1, nummer).bind(2, place).bind(3, number(n)).bind(4, unter).bind(5, wert.name.text())
+            .bind(6, static_cast<std::int64_t>(wert.value.type)).bindBytes(7, wert.value.bytes.data(), wert.value.bytes.size()).step();
+    }
+}
+
 void Journal::written(std::int64_t nummer, std::size_t value, const WertAenderung& content) {
     guarded([&](Tables& t) {
         auto use = t.addValue.run();
         use.bind(1, nummer).bind(2, number(value)).bind(3, content.path).bind(4, std::int64_t{content.TippIndex});
         bindRaw(use, 5, content.alt);
         bindRaw(use, 7, content.neu);
-        use.bind(9, std::int64_t{content.geschrieben}).step();
+        use.bind(9, std::int64_t{content.geschrieben});
+        content.name ? use.bind(10, *content.name) : use.bindNull(10);
+        use.step();
     });
 }
 
-void Journal::finish(std::int64_t nummer, const Aenderung& change) {
+void Journal::finish(std::int64_t nummer, const JournalEintrag& entry) {
     transaction([&] {
         Tables& t = tables();
+        const Aenderung& change = entry.aenderung;
         for (std::size_t k = 0; k < change.werte.size(); ++k) written(nummer, k, change.werte[k]);
-        for (std::size_t k = 0; k < change.schluessel.size(); ++k)
-            t.markKey.run().bind(1, nummer).bind(2, number(k)).bind(3, std::int64_t{change.schluessel[k].geloescht}).step();
+        for (std::size_t k = 0; k < change.schluessel.size(); ++k) {
+            const bool known = knowsAfterwards(entry, k);
+            t.markKey.run().bind(1, nummer).bind(2, number(k)).bind(3, std::int64_t{change.schluessel[k].geloescht}).bind(4, std::int64_t{known}).step();
+            for (Statement* rows : {&t.dropSubKeys, &t.dropSubValues}) rows->run().bind(1, nummer).bind(2, afterwards(number(k))).step();
+            if (known) addImage(nummer, afterwards(number(k)), *entry.nachher[k]);
+        }
         for (std::size_t k = 0; k < change.dateien.size(); ++k)
             t.markFile.run().bind(1, nummer).bind(2, number(k)).bind(3, std::int64_t{change.dateien[k].geschrieben}).step();
+        finished(nummer);
     });
+}
+
+void Journal::finished(std::int64_t nummer) {
+    guarded([&](Tables& t) { t.markFinished.run().bind(1, nummer).step(); });
 }
 
 void Journal::remove(std::int64_t nummer) {
@@ -188,13 +240,6 @@ void Journal::remove(std::int64_t nummer) {
         for (const char* table : {"wert", "paar", "neuerschluessel", "schluessel", "unterschluessel", "unterwert", "datei"})
             Statement(tables().db(), fmt::format("DELETE FROM {} WHERE aenderung = ?", table).c_str()).run().bind(1, nummer).step();
         Statement(tables().db(), "DELETE FROM aenderung WHERE nummer = ?").run().bind(1, nummer).step();
-    });
-}
-
-void Journal::setLine(std::int64_t nummer, const std::string& zeile, const std::vector<std::string>& paare) {
-    transaction([&] {
-        tables().lineOf.run().bind(1, nummer).bind(2, zeile).step();
-        for (std::size_t k = 0; k < paare.size(); ++k) tables().addPair.run().bind(1, nummer).bind(2, number(k)).bind(3, paare[k]).step();
     });
 }
 
@@ -218,15 +263,30 @@ std::vector<JournalKopf> Journal::heads() {
 std::vector<std::pair<JournalKopf, std::string>> Journal::withoutLine() {
     return guarded([&](Tables& t) {
         std::vector<std::pair<JournalKopf, std::string>> found;
-        Statement heads(t.db(), fmt::format("{}WHERE zeile IS NULL AND aufgehobendurch = 0 AND ausgeblendet = 0 AND art < {} ORDER BY nummer", Columns,
-                                            static_cast<int>(Aenderung::Art::Zuruecksetzen)).c_str());
-        Statement next(t.db(), "SELECT zeile FROM aenderung WHERE nummer > ? AND zeile IS NOT NULL AND aufgehobendurch = 0 ORDER BY nummer LIMIT 1");
+        Statement heads(t.db(), fmt::format("{}WHERE aufgehobendurch = 0 AND (zeile IS NOT NULL OR ausgeblendet = 0 AND art < {}) ORDER BY nummer DESC", Columns, FirstUndo).c_str());
+        std::string next;   // line, seen from the change before it
         for (auto row = heads.run(); row.step();) {
             JournalKopf head = headFrom(row);
-            auto line = next.run();
-            line.bind(1, head.nummer);
-            found.emplace_back(std::move(head), line.step() ? line.text(0) : std::string());
+            if (head.zeile) next = *head.zeile;
+            else found.emplace_back(std::move(head), next);
         }
+        std::reverse(found.begin(), found.end());
+        return found;
+    });
+}
+
+bool Journal::hasWithoutLine() {
+    return guarded([&](Tables& t) {
+        static_assert(FirstUndo == 8);
+        return t.database->number("SELECT EXISTS(SELECT 1 FROM aenderung WHERE zeile IS NULL AND aufgehobendurch = 0 AND ausgeblendet = 0 AND art < 8)") != 0;
+    });
+}
+
+std::vector<std::int64_t> Journal::unfinished() {
+    return guarded([&](Tables& t) {
+        std::vector<std::int64_t> found;
+        Statement all(t.db(), "SELECT nummer FROM aenderung WHERE (fertig = 0 OR zeilefehlt != 0) AND fertig = 0 ORDER BY nummer");
+        for (auto row = all.run(); row.step();) found.push_back(row.number(0));
         return found;
     });
 }
@@ -250,22 +310,34 @@ void Journal::readParts(JournalEintrag& entry) {
         while (row.step()) take(row);
     };
     Aenderung& change = entry.aenderung;
-    each("SELECT pfad, tipp, alttyp, alt, neutyp, neu, geschrieben FROM wert WHERE aenderung = ? ORDER BY nr", [&](auto& row) {
-        change.werte.push_back({entry.rechner, row.text(0), static_cast<std::int16_t>(row.number(1)), rawFrom(row, 2), rawFrom(row, 4), row.number(6) != 0});
-    });
+    each(fmt::format("SELECT {} FROM wert WHERE aenderung = ? ORDER BY nr", WertSpalten).c_str(), [&](auto& row) { change.werte.push_back(valueFrom(row, 0, entry.rechner)); });
     each("SELECT pfad FROM paar WHERE aenderung = ? ORDER BY nr", [&](auto& row) { entry.paare.push_back(row.text(0)); });
     each("SELECT pfad FROM neuerschluessel WHERE aenderung = ?", [&](auto& row) { entry.neueSchluessel.push_back(row.text(0)); });
-    each("SELECT pfad, geloescht, angelegt FROM schluessel WHERE aenderung = ? ORDER BY nr", [&](auto& row) {
+    std::vector<std::int64_t> places;
+    each("SELECT pfad, geloescht, angelegt, nachher, nr FROM schluessel WHERE aenderung = ? ORDER BY nr", [&](auto& row) {
         change.schluessel.push_back({entry.rechner, row.text(0), {}, {}, row.number(1) != 0, row.number(2) != 0, {}});
+        entry.nachher.emplace_back();
+        if (row.number(3) != 0) entry.nachher.back() = SchluesselBild{entry.rechner, row.text(0), {}, {}, false, false, {}};
+        places.push_back(row.number(4));
     });
+    std::unordered_map<std::int64_t, SchluesselBild*> images;
+    for (std::size_t k = 0; k < places.size(); ++k) {
+        images[places[k]] = &change.schluessel[k];
+        if (entry.nachher[k]) images[afterwards(places[k])] = &*entry.nachher[k];
+    }
+    const auto imageAt = [&](auto& row) {
+        const auto found = images.find(row.number(0));
+        return found == images.end() ? nullptr : found->second;
+    };
     each("SELECT nr, unter, klasse, geschrieben, rechte FROM unterschluessel WHERE aenderung = ? ORDER BY nr, folge", [&](auto& row) {
-        SchluesselBild& key = change.schluessel.at(static_cast<std::size_t>(row.number(0)));
-        key.unterschluessel.push_back(row.text(1));
-        key.details.push_back({row.bytes(2), static_cast<std::uint64_t>(row.number(3)), row.bytes(4), false});
+        SchluesselBild* const image = imageAt(row);
+        if (image == nullptr) return;
+        image->unterschluessel.push_back(row.text(1));
+        image->details.push_back({row.bytes(2), static_cast<std::uint64_t>(row.number(3)), row.bytes(4), false});
     });
     each("SELECT nr, unter, name, typ, bytes FROM unterwert WHERE aenderung = ? ORDER BY nr, folge", [&](auto& row) {
-        change.schluessel.at(static_cast<std::size_t>(row.number(0))).werte.push_back(
-            {row.text(1), {ValueName::named(row.text(2)), {static_cast<std::uint32_t>(row.number(3)), row.bytes(4)}}});
+        if (SchluesselBild* const image = imageAt(row); image != nullptr)
+            image->werte.push_back({row.text(1), {ValueName::named(row.text(2)), {static_cast<std::uint32_t>(row.number(3)), row.bytes(4)}}});
     });
     each("SELECT datei, inhalt, vorhanden, neu, geschrieben FROM datei WHERE aenderung = ? ORDER BY nr", [&](auto& row) {
         change.dateien.push_back({row.text(0), textBytes(row, 1), row.number(2) != 0, textBytes(row, 3), row.number(4) != 0});
@@ -284,11 +356,14 @@ std::optional<JournalEintrag> Journal::entry(std::int64_t nummer) {
     return entry;
 }
 
-std::int64_t Journal::byLine(const std::string& zeile) {
+std::int64_t Journal::byLine(const std::string& zeile, std::size_t younger) {
     return guarded([&](Tables& t) {
-        auto row = t.findLine.run();
-        row.bind(1, zeile);
-        return row.step() ? row.number(0) : std::int64_t{0};
+        for (const std::size_t skipped : {younger, std::size_t{0}}) {
+            auto row = t.findLine.run();
+            row.bind(1, zeile).bind(2, number(skipped));
+            if (row.step()) return row.number(0);
+        }
+        return std::int64_t{0};
     });
 }
 
@@ -299,34 +374,105 @@ std::int64_t Journal::adoptLine(const JournalKopf& head) {
     return add(entry);
 }
 
+void Journal::lineDeleted(const JournalKopf& unknown) {
+    transaction([&] {
+        const auto stands = standing(*unknown.zeile);
+        if (!stands) hide(adoptLine(unknown));
+        else if (*stands > 0) hide(byLine(*unknown.zeile));
+    });
+}
+
+std::optional<std::size_t> Journal::standing(const std::string& zeile) {
+    return guarded([&](Tables& t) -> std::optional<std::size_t> {
+        auto row = t.countLine.run();
+        row.bind(1, zeile).step();
+        return row.number(0) == 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row.number(1)));
+    });
+}
+
+std::vector<std::pair<std::string, std::size_t>> Journal::linesThatWent() {
+    return guarded([&](Tables& t) {
+        std::vector<std::pair<std::string, std::size_t>> found;
+        Statement all(t.db(), "SELECT DISTINCT zeile FROM aenderung WHERE zeile IS NOT NULL AND (aufgehobendurch != 0 OR ausgeblendet != 0)");
+        for (auto row = all.run(); row.step();) found.emplace_back(row.text(0), 0);
+        for (auto& [line, stands] : found) stands = standing(line).value_or(0);
+        return found;
+    });
+}
+
+std::vector<std::string> Journal::linesToCome() {
+    return guarded([&](Tables& t) {
+        std::vector<std::string> found;
+        Statement all(t.db(), "SELECT zeile FROM aenderung WHERE (fertig = 0 OR zeilefehlt != 0) AND zeilefehlt != 0 AND zeile IS NOT NULL ORDER BY nummer");
+        for (auto row = all.run(); row.step();) found.push_back(row.text(0));
+        return found;
+    });
+}
+
+void Journal::lineIsThere() {
+    guarded([&](Tables& t) { t.database->execute("UPDATE aenderung SET zeilefehlt = 0 WHERE (fertig = 0 OR zeilefehlt != 0) AND zeilefehlt != 0"); });
+}
+
 std::int64_t Journal::lastTakenBack() {
     return guarded([&](Tables& t) { return t.database->number("SELECT nummer FROM aenderung WHERE aufgehobendurch != 0 AND art < 8 ORDER BY aufgehobendurch DESC LIMIT 1"); });
 }
 
-std::vector<GesetzterWert> Journal::lastWritten() {
-    static_assert(static_cast<int>(Aenderung::Art::Zuruecksetzen) == 8);
+bool Journal::someTakenBackSince(std::int64_t nummer) {
     return guarded([&](Tables& t) {
-        std::vector<GesetzterWert> values;
-        // Of several writes to a path the last counts, be it an undo. Only what a Tip set is asked for, not what a deleted key held.
-        Statement all(t.db(), "SELECT a.nummer, w.tipp, a.ueberschrift, a.rechner, a.lokal, a.sid, w.pfad, w.neutyp, w.neu, max(a.nummer * 65536 + w.nr) "
-                              "FROM wert w JOIN aenderung a ON a.nummer = w.aenderung WHERE w.geschrieben "
-                              "GROUP BY CASE a.rechner WHEN '' THEN a.lokal ELSE a.rechner END, lower(w.pfad) ORDER BY w.tipp, a.nummer, w.nr");
-        for (auto row = all.run(); row.step();)
-            values.push_back({row.number(0), static_cast<std::int32_t>(row.number(1)), row.text(2), row.text(3), row.text(4), row.text(5), row.text(6), rawFrom(row, 7)});
-        return values;
+        Statement some(t.db(), "SELECT EXISTS(SELECT 1 FROM aenderung WHERE nummer < ?1 AND aufgehobendurch > ?1)");
+        auto row = some.run();
+        row.bind(1, nummer);
+        return row.step() && row.number(0) != 0;
     });
 }
 
-void Journal::eachWrittenFile(const std::function<void(const JournalKopf&, const DateiBild&)>& take) {
-    guarded([&](Tables& t) {
-        Statement all(t.db(), "SELECT a.nummer, a.tipp, a.ueberschrift, d.datei, d.inhalt, d.vorhanden, d.neu "
-                              "FROM datei d JOIN aenderung a ON a.nummer = d.aenderung WHERE d.geschrieben ORDER BY a.nummer, d.nr");
+std::vector<std::pair<JournalKopf, std::string>> Journal::keysOfUndone() {
+    return guarded([&](Tables& t) {
+        std::vector<std::pair<JournalKopf, std::string>> found;
+        Statement all(t.db(), "SELECT a.rechner, a.lokal, a.sid, n.pfad FROM neuerschluessel n JOIN aenderung a ON a.nummer = n.aenderung WHERE a.aufgehobendurch != 0");
         for (auto row = all.run(); row.step();) {
-            JournalKopf change;
-            change.nummer = row.number(0), change.tipp = static_cast<std::int32_t>(row.number(1)), change.überschrift = row.text(2);
-            take(change, {row.text(3), textBytes(row, 4), row.number(5) != 0, textBytes(row, 6), true});
+            JournalKopf head;
+            head.rechner = row.text(0), head.lokalerRechner = row.text(1), head.sid = row.text(2);
+            found.emplace_back(std::move(head), row.text(3));
+        }
+        return found;
+    });
+}
+
+// All tables are read along in the order of the changes.
+void Journal::eachStep(const std::function<void(JournalSchritt&)>& take) {
+    guarded([&](Tables& t) {
+        Teilliste values(t.db(), fmt::format("SELECT aenderung, {} FROM wert WHERE geschrieben = 1 ORDER BY aenderung, nr", WertSpalten));
+        Teilliste keys(t.db(), fmt::format("SELECT aenderung, nr, pfad FROM schluessel WHERE nachher != 0 OR geloescht OR angelegt OR "
+                                           "aenderung IN (SELECT nummer FROM aenderung WHERE art >= {}) ORDER BY aenderung, nr", FirstUndo));
+        Teilliste files(t.db(), "SELECT aenderung, datei, inhalt, vorhanden, neu FROM datei WHERE geschrieben = 1 ORDER BY aenderung, nr");
+        Statement keyValues(t.db(), "SELECT unter, name, typ, bytes FROM unterwert WHERE aenderung = ? AND nr = ? ORDER BY folge");
+        Statement heads(t.db(), (std::string(Columns) + "ORDER BY nummer").c_str());
+        for (auto row = heads.run(); row.step();) {
+            JournalSchritt step;
+            static_cast<JournalKopf&>(step) = headFrom(row);
+            values.of(step.nummer, [&](auto& value) { step.werte.push_back(valueFrom(value, 1, step.rechner)); });
+            keys.of(step.nummer, [&](auto& key) {
+                SchluesselBild& image = step.schluessel.emplace_back(SchluesselBild{step.rechner, key.text(2), {}, {}, false, false, {}});
+                auto content = keyValues.run();
+                content.bind(1, step.nummer).bind(2, afterwards(key.number(1)));
+                while (content.step())
+                    image.werte.push_back({content.text(0), {ValueName::named(content.text(1)), {static_cast<std::uint32_t>(content.number(2)), content.bytes(3)}}});
+            });
+            files.of(step.nummer, [&](auto& file) { step.dateien.push_back({file.text(1), textBytes(file, 2), file.number(3) != 0, textBytes(file, 4), true}); });
+            if (!step.werte.empty() || !step.schluessel.empty() || !step.dateien.empty()) take(step);
         }
     });
+}
+
+std::vector<std::string> Journal::forget(const std::vector<std::int64_t>& numbers) {
+    std::vector<std::string> lines;
+    transaction([&] { lines = forgetChanges(*tables().database, numbers); });
+    guarded([&](Tables& t) {   // else the contents stay readable in pages that nobody uses
+        t.database->execute("VACUUM");
+        t.database->execute("PRAGMA wal_checkpoint(TRUNCATE)");
+    });
+    return lines;
 }
 
 }  // namespace brenvik

@@ -12,9 +12,10 @@ namespace brenvik {
 namespace {
 
 constexpr std::int64_t ApplicationId = 0x42564B4A;   // "BVKJ"
-constexpr std::int64_t FormatVersion = 1;
+constexpr std::int64_t FormatVersion = 2;
 constexpr std::uintmax_t LeastSpace = 64 << 10;
 constexpr int WaitMs = 5000;                         // for another process of ours
+constexpr int LongestField = 64 << 20;               // more than any value or file that is recorded
 
 // Numbers of changes are never used twice: users name a change by its number.
 constexpr const char* SchemaSql = R"(
@@ -44,6 +45,25 @@ PRAGMA application_id = 0x42564B4A;
 PRAGMA user_version = 1;
 )";
 
+// Of wert, name is apart from its key's path; none: the path holds it, as it was given to the registry service. Images below a
+// number nr stand for the key before the change, those below -1 - nr for what it was afterwards; nachher: that is known.
+// fertig: the change was not interrupted. zeilefehlt: its line belongs into History.txt and is not written yet.
+constexpr const char* SecondSql = R"(
+ALTER TABLE aenderung ADD COLUMN fertig INTEGER NOT NULL DEFAULT 1;
+ALTER TABLE aenderung ADD COLUMN zeilefehlt INTEGER NOT NULL DEFAULT 0;
+ALTER TABLE wert ADD COLUMN name TEXT;
+ALTER TABLE schluessel ADD COLUMN nachher INTEGER NOT NULL DEFAULT 0;
+CREATE INDEX aenderung_ohnezeile ON aenderung(nummer) WHERE zeile IS NULL AND aufgehobendurch = 0 AND ausgeblendet = 0 AND art < 8;
+CREATE INDEX aenderung_tot ON aenderung(zeile) WHERE zeile IS NOT NULL AND (aufgehobendurch != 0 OR ausgeblendet != 0);
+CREATE INDEX aenderung_offen ON aenderung(nummer) WHERE fertig = 0 OR zeilefehlt != 0;
+INSERT INTO unterschluessel SELECT u.nummer, -1 - s.nr, s.folge, s.unter, s.klasse, s.geschrieben, s.rechte
+  FROM aenderung u JOIN schluessel k ON k.aenderung = u.hebtauf AND NOT k.angelegt JOIN unterschluessel s ON s.aenderung = k.aenderung AND s.nr = k.nr;
+INSERT INTO unterwert SELECT u.nummer, -1 - s.nr, s.folge, s.unter, s.name, s.typ, s.bytes
+  FROM aenderung u JOIN schluessel k ON k.aenderung = u.hebtauf AND NOT k.angelegt JOIN unterwert s ON s.aenderung = k.aenderung AND s.nr = k.nr;
+UPDATE schluessel SET nachher = 1 WHERE aenderung IN (SELECT nummer FROM aenderung WHERE hebtauf != 0);
+PRAGMA user_version = 2;
+)";
+
 [[noreturn]] void refuse(const std::filesystem::path& file, const char* why) {
     throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::JournalFehler, utf8FromPath(file), why));
 }
@@ -55,15 +75,62 @@ bool isFull(const std::filesystem::path& file) {
     return !error && space.available < LeastSpace;
 }
 
-void makeTables(sqlite::Database& database) {
+// The folder that stood for a drive, and so the Windows path of what lies below it: "/home/anna/drive_c/windows/win.ini".
+std::string rebased(const std::string& file) {
+    static constexpr std::string_view Drive = "/drive_";
+    for (std::size_t at = file.rfind(Drive); at != std::string::npos && at > 0; at = file.rfind(Drive, at - 1)) {
+        const std::size_t letter = at + Drive.size();
+        if (letter + 1 >= file.size() || file[letter] < 'a' || file[letter] > 'z' || file[letter + 1] != '/') continue;
+        std::string path = {static_cast<char>(file[letter] - 'a' + 'A'), ':'};
+        for (const char c : file.substr(letter + 1)) path += c == '/' ? '\\' : c;
+        return path;
+    }
+    return file;
+}
+
+// Former versions kept the host's path of a file, which is another one once the home was moved or copied.
+void rebaseFiles(sqlite::Database& database) {
+    std::vector<std::string> files;
+    {
+        sqlite::Statement all(database.handle(), "SELECT DISTINCT datei FROM datei");
+        for (auto row = all.run(); row.step();) files.push_back(row.text(0));
+    }
+    sqlite::Statement change(database.handle(), "UPDATE datei SET datei = ?2 WHERE datei = ?1");
+    for (const std::string& file : files)
+        if (const std::string path = rebased(file); path != file) change.run().bind(1, file).bind(2, path).step();
+}
+
+// All steps from the first version on, so that a new journal and one that was brought up to date have the same tables.
+void bringUpToDate(sqlite::Database& database) {
     database.execute("BEGIN IMMEDIATE");
     try {
-        if (database.number("SELECT count(*) FROM sqlite_master") == 0) database.execute(SchemaSql);   // another process may have been quicker
+        const auto isEmpty = [&] { return database.number("SELECT count(*) FROM sqlite_master") == 0; };
+        if (isEmpty()) database.execute(SchemaSql);   // another process may have been quicker
+        if (database.number("PRAGMA user_version") == 1) {
+            rebaseFiles(database);
+            database.execute(SecondSql);
+        }
         database.execute("COMMIT");
     } catch (...) {
         sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
         throw;
     }
+}
+
+std::string schemaOf(sqlite::Database& database) {
+    std::string all;
+    sqlite::Statement entries(database.handle(), "SELECT type || char(10) || name || char(10) || tbl_name || char(10) || ifnull(sql, '') FROM sqlite_master "
+                                                 "WHERE name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY type, name");
+    for (auto row = entries.run(); row.step();) all += row.text(0) + "\n\n";
+    return all;
+}
+
+// A trigger, a view or a computed column could make anything of what is read and written here.
+bool hasOwnTables(sqlite::Database& database, std::int64_t version) {
+    sqlite::Database model(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    model.execute(SchemaSql);
+    if (version > 1) model.execute(SecondSql);
+    return schemaOf(database) == schemaOf(model);
 }
 
 }  // namespace
@@ -81,17 +148,24 @@ std::string journalFailure(const std::filesystem::path& file, const sqlite::Erro
 }
 
 std::unique_ptr<sqlite::Database> openJournal(const std::filesystem::path& file) {
+    std::error_code error;
+    if (const auto kind = std::filesystem::status(file, error); std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind)) refuse(file, meldung::JournalKeines);
     // SQLite gives its companion files the rights of this one.
     if (host::makePrivate(file)) refuse(file, meldung::JournalRechte);
     auto database = std::make_unique<sqlite::Database>(utf8FromPath(file), SQLITE_OPEN_READWRITE);
     sqlite3_busy_timeout(database->handle(), WaitMs);
+    sqlite3_limit(database->handle(), SQLITE_LIMIT_LENGTH, LongestField);
     database->execute("PRAGMA trusted_schema = OFF");
     database->execute("PRAGMA cell_size_check = ON");
+    database->execute("PRAGMA secure_delete = ON");      // what was forgotten is to be gone
+    const bool isNew = database->number("SELECT count(*) FROM sqlite_master") == 0;
+    const std::int64_t version = database->number("PRAGMA user_version");
+    if (!isNew && database->number("PRAGMA application_id") != ApplicationId) refuse(file, meldung::JournalKeines);
+    if (version > FormatVersion) refuse(file, meldung::JournalNeuer);
+    if (!isNew && !hasOwnTables(*database, version)) refuse(file, meldung::JournalKeines);
     database->execute("PRAGMA journal_mode = WAL");
     database->execute("PRAGMA synchronous = NORMAL");
-    if (database->number("SELECT count(*) FROM sqlite_master") == 0) makeTables(*database);
-    if (database->number("PRAGMA application_id") != ApplicationId) refuse(file, meldung::JournalKeines);
-    if (database->number("PRAGMA user_version") > FormatVersion) refuse(file, meldung::JournalNeuer);
+    if (version < FormatVersion) bringUpToDate(*database);
     return database;
 }
 

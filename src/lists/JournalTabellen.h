@@ -1,6 +1,9 @@
 #pragma once
 // The journal's file: opening, its tables, and the statements that are used again and again.
+#include <cstdint>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "registry/Sqlite.h"
 
@@ -8,6 +11,9 @@ namespace brenvik {
 
 // Opens the journal, makes it if it is not there. Throws sqlite::Error, or NumberedError for a file that is none.
 std::unique_ptr<sqlite::Database> openJournal(const std::filesystem::path& file);
+// Takes changes with all that undid or redid them out of the tables, in a transaction of the caller's. Answers the lines of
+// History.txt that were theirs.
+std::vector<std::string> forgetChanges(sqlite::Database& database, const std::vector<std::int64_t>& numbers);
 // What the user is told of a failure.
 std::string journalFailure(const std::filesystem::path& file, const sqlite::Error& error);
 

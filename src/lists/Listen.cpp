@@ -1,15 +1,21 @@
 #include "lists/Listen.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
+#include "lists/ChangedFiles.h"
 #include "lists/ListenOrdner.h"
 #include "lists/Meldungen.h"
-#include "registry/RegPath.h"
+#include "lists/RegAddress.h"
+#include "registry/RegLinks.h"
+#include "tipengine/Schluesselbild.h"
 
 namespace brenvik {
 namespace {
@@ -46,22 +52,36 @@ struct Listen::Liste {
 };
 
 Listen::Listen(TippMaschine& engine)
-    : engine_(engine), ctx_(engine.context()), history_(ctx_, [this](const std::function<void()>& work) { journal_.alone(work); }), journal_(ctx_.heimPfad / JournalDatei), favoriten_(engine),
-      fenster_(engine, journal_, history_, [this] { if (changed_) changed_(); }) {}
+    : engine_(engine), ctx_(engine.context()), journal_(ctx_.heimPfad / JournalDatei), history_(ctx_, journal_), favoriten_(engine),
+      fenster_(engine, journal_, history_, notes_, [this] { if (changed_) changed_(); }) {}
 
 void Listen::onChange(std::function<void()> changed) {
     favoriten_.onChange(changed);
     changed_ = std::move(changed);
 }
 
+bool Listen::opens(const Liste& list) {
+    list.active = FileWrite(ctx_, list.folder + list.file) && list.load();
+    if (list.active) brauchbar_[list.file] = list.folder;
+    return list.active;
+}
+
+// Whoever thinks better of another folder keeps the list in the one where it was a moment ago.
+bool Listen::staysWhereItWas(const Liste& list) {
+    const auto before = brauchbar_.find(list.file);
+    if (before == brauchbar_.end() || before->second == list.folder) return false;
+    list.folder = before->second;
+    if (!opens(list)) return false;
+    ctx_.port.tell(meldung::ListeBleibt + list.folder);
+    return true;
+}
+
 void Listen::loadList(const Liste& list) {
     for (;;) {
-        list.active = FileWrite(ctx_, list.folder + list.file);
-        if (list.active && list.load()) break;
-        list.active = false;
+        if (opens(list)) break;
         const Answer answer = ctx_.port.messageBox({strBVKTexte(TextDatei) + list.file + strBVKTexte(TextKeinZugriff), box::RetryCancel + box::Question, strBVKTexte(TextFehlerTitel)});
         if (answer != Answer::Retry) {
-            ctx_.port.tell(strBVKTexte(list.switchedOff));
+            if (!staysWhereItWas(list)) ctx_.port.tell(strBVKTexte(list.switchedOff));
             break;
         }
         list.folder = browseForListFolder(ctx_, list.folder);
@@ -103,13 +123,14 @@ void Listen::loadHistory() {
 void Listen::loadHistoryFile() {
     historyGeladen_ = true;
     loadList(historyListe([this] { return history_.LoadHistory(); }));
+    journaling([&] { reconcile(); });
     offerHistory();
 }
 
 // Changes without a line are in the list window too.
 void Listen::offerHistory() {
     journaling([&] {
-        if (!journal_.withoutLine().empty()) ctx_.frmBVK_Prog.tbrHistory = true;
+        if (journal_.hasWithoutLine()) ctx_.frmBVK_Prog.tbrHistory = true;
     });
     if (changed_) changed_();
 }
@@ -127,49 +148,80 @@ void Listen::journaling(const std::function<void()>& work) {
     }
 }
 
-// The topmost missing key of each path.
-std::vector<std::string> Listen::keysToBeMade(const Aenderung& change) {
-    std::vector<std::string> keys;
-    for (const WertAenderung& value : change.werte) {
+// The topmost missing key of each place.
+std::vector<std::string> Listen::keysToBeMade(const JournalEintrag& entry) {
+    std::vector<std::string> paths, known;
+    for (const WertAenderung& value : entry.aenderung.werte) {
         if (value.alt) continue;
-        ctx_.objBVKReg.SetPath(value.machine, value.path);
-        const RegPath place = parseRegPath(value.path);
-        RegStore& store = ctx_.objBVKReg.selectedStore();
-        std::string missing, key = place.key;
-        while (!key.empty() && !store.keyExists(place.root, key)) {
-            missing = key;
-            key.resize(key.rfind('\\') == std::string::npos ? 0 : key.rfind('\\'));
-        }
+        RegAddress key = addressOf(ctx_, entry, value);
+        key.name.reset();
+        RegStore& store = storeOf(ctx_, key.machine);
+        std::string missing;
+        for (; !key.key.empty() && !store.keyExists(key.root, key.key); key.key = std::string(parentKey(key.key))) missing = key.key;
         if (missing.empty()) continue;
-        const std::string path = std::string(longRootName(place.root)) + "\\" + missing;
-        const auto same = [&](const std::string& known) { return equalText(known, path); };
-        if (std::none_of(keys.begin(), keys.end(), same)) keys.push_back(path);
+        key.key = missing;
+        if (std::find(known.begin(), known.end(), key.id()) != known.end()) continue;
+        known.push_back(key.id());
+        paths.push_back(key.keyPath());
     }
-    return keys;
+    return paths;
+}
+
+// The change with every place by its real address, and what stood there.
+JournalEintrag Listen::entryOf(const Aenderung& change, const std::vector<HistoryPaar>& pairs) {
+    JournalEintrag entry;
+    static_cast<JournalKopf&>(entry) = newHead(ctx_, change.art);
+    if (!change.werte.empty()) entry.rechner = machineMark(ctx_, change.werte[0].machine);
+    else if (!change.schluessel.empty()) entry.rechner = machineMark(ctx_, change.schluessel[0].machine);
+    entry.tipp = change.tippIndex;
+    entry.überschrift = change.tippÜberschrift;
+    entry.aenderung = change;
+    std::unordered_map<std::string, std::string> paths;   // as they were given, to the real ones
+    for (WertAenderung& value : entry.aenderung.werte) {
+        const std::string given = givenPath(value);
+        const RegPath asked = parseRegPath(given);
+        const RegAddress place = addressForWriting(ctx_, value, !value.neu && change.art != Aenderung::Art::Kontextmenue);
+        // Below HKCR another value may be seen than the one that is written.
+        if (asked.root == Root::ClassesRoot) value.alt = storeOf(ctx_, place.machine).value(place.root, place.key, *place.name);
+        value.machine = place.machine, value.path = place.keyPath(), value.name = place.name->text();
+        paths.emplace(lowerCase(given), place.path());
+    }
+    for (SchluesselBild& image : entry.aenderung.schluessel) image.path = keyAddress(ctx_, image.machine, image.path).keyPath();
+    for (DateiBild& file : entry.aenderung.dateien) file.datei = recordedFile(ctx_, entry.rechner, file.datei);
+    entry.neueSchluessel = keysToBeMade(entry);
+    for (const HistoryPaar& pair : pairs) {
+        const auto known = paths.find(lowerCase(pair.path));
+        WertAenderung place;
+        place.machine = entry.rechner, place.path = pair.path;
+        entry.paare.push_back(known != paths.end() ? known->second : addressForWriting(ctx_, place, false).path());
+    }
+    return entry;
 }
 
 void Listen::record(const Aenderung& change, Laufend& running, const std::vector<HistoryPaar>& pairs) {
-    JournalEintrag entry;
-    static_cast<JournalKopf&>(entry) = newHead(ctx_, change.art);
-    if (!change.werte.empty()) entry.rechner = change.werte[0].machine;
-    else if (!change.schluessel.empty()) entry.rechner = change.schluessel[0].machine;
-    entry.tipp = change.tippIndex;
-    entry.überschrift = change.tippÜberschrift;
-    entry.zeile = running.zeile;
-    entry.aenderung = change;
-    entry.neueSchluessel = keysToBeMade(change);
-    for (const HistoryPaar& pair : pairs) entry.paare.push_back(pair.path);
-    running.nummer = journal_.add(entry);
+    running.eintrag = entryOf(change, pairs);
+    running.eintrag.zeile = running.zeile;
+    running.nummer = journal_.add(running.eintrag);
+    for (SchluesselBild& image : running.eintrag.aenderung.schluessel) image.unterschluessel.clear(), image.werte.clear(), image.details.clear();
 }
 
-// The line is written first: the journal has to know its wording. Both stand before the first write.
+// Line and record are made as one, for other processes too. Both stand before the first write.
 void Listen::begin(const Aenderung& change) {
     if (!historyGeladen_) loadHistory();
     Laufend running;
     std::vector<HistoryPaar> pairs;
-    if (ctx_.blnHistoryAktiv && writesHistory(change.art))
-        reportAndGoOn(ctx_, "HistoryEintrag", [&] { running.zeile = change.amBildschirm ? history_.HistoryEintrag(pairs) : history_.eintragAus(change, pairs); });
-    if (changesSomething(change)) journaling([&] { record(change, running, pairs); });
+    const auto recordAll = [&] {
+        if (changesSomething(change) || running.zeile) record(change, running, pairs);
+    };
+    std::optional<std::string> line;
+    if (ctx_.blnHistoryAktiv && writesHistory(change.art)) reportAndGoOn(ctx_, "HistoryEintrag", [&] { line = history_.HistoryEintrag(change, pairs); });
+    journaling([&] {
+        if (!line) return recordAll();
+        history_.append(*line, pairs, [&](bool written) {
+            if (written) running.zeile = line;
+            recordAll();
+        });
+    });
     if (running.nummer != 0) ctx_.frmBVK_Prog.tbrHistory = true;
     laufend_[&change] = std::move(running);
     if (changed_) changed_();
@@ -177,21 +229,84 @@ void Listen::begin(const Aenderung& change) {
 
 void Listen::written(const Aenderung& change, std::size_t value) {
     const auto running = laufend_.find(&change);
-    if (running != laufend_.end() && running->second.nummer != 0) journaling([&] { journal_.written(running->second.nummer, value, change.werte.at(value)); });
+    if (running == laufend_.end() || running->second.nummer == 0) return;
+    WertAenderung& known = running->second.eintrag.aenderung.werte.at(value);
+    known.neu = change.werte.at(value).neu;
+    known.geschrieben = change.werte[value].geschrieben;
+    journaling([&] { journal_.written(running->second.nummer, value, known); });
+}
+
+// How the change left its keys.
+void Listen::lookAtKeys(JournalEintrag& entry) {
+    entry.nachher.clear();
+    for (const SchluesselBild& image : entry.aenderung.schluessel) {
+        entry.nachher.emplace_back();
+        if (!image.geloescht && !image.angelegt) continue;
+        const RegAddress place = addressOf(ctx_, entry, image.path);
+        entry.nachher.back() = schluesselBild(storeOf(ctx_, place.machine), place.machine, {place.root, place.key});
+    }
 }
 
 void Listen::finished(const Aenderung& change) {
     const auto running = laufend_.find(&change);
     if (running == laufend_.end()) return;
+    Laufend& known = running->second;
     if (withdrawn(change)) {
-        if (running->second.nummer != 0) journaling([&] { journal_.remove(std::exchange(running->second.nummer, 0)); });
-        if (running->second.zeile) takeOut(*running->second.zeile);
-    } else if (running->second.nummer != 0) {
-        journaling([&] { journal_.finish(running->second.nummer, change); });
+        if (known.nummer != 0) journaling([&] { journal_.remove(std::exchange(known.nummer, 0)); });
+        if (known.zeile) takeOut(*known.zeile);
+    } else if (known.nummer != 0) {
+        journaling([&] {
+            Aenderung& recorded = known.eintrag.aenderung;
+            for (std::size_t k = 0; k < recorded.werte.size(); ++k) recorded.werte[k].neu = change.werte[k].neu, recorded.werte[k].geschrieben = change.werte[k].geschrieben;
+            for (std::size_t k = 0; k < recorded.schluessel.size(); ++k) recorded.schluessel[k].geloescht = change.schluessel[k].geloescht;
+            for (std::size_t k = 0; k < recorded.dateien.size(); ++k) recorded.dateien[k].geschrieben = change.dateien[k].geschrieben;
+            lookAtKeys(known.eintrag);
+            journal_.finish(known.nummer, known.eintrag);
+        });
     }
-    letzte_ = std::move(running->second);
+    known.eintrag = {};
+    letzte_ = std::move(known);
     letzteAenderung_ = &change;
     laufend_.erase(running);
+}
+
+// --- after an interruption ---
+
+// True: all it was to do is done. What is asked is how things stand, which is right also while another process is at it.
+bool Listen::endInterrupted(JournalEintrag& entry) {
+    const std::string machine = markOf(ctx_, entry);
+    if (!atHand(ctx_, machine)) return false;
+    if (isUndo(entry) && !Ruecknahme(ctx_, journal_, history_).isDone(entry)) return false;
+    for (WertAenderung& value : entry.aenderung.werte) {
+        const RegAddress place = addressOf(ctx_, entry, value);
+        value.geschrieben = value.geschrieben || storeOf(ctx_, machine).value(place.root, place.key, *place.name) == value.neu;
+    }
+    for (DateiBild& file : entry.aenderung.dateien)
+        file.geschrieben = file.geschrieben || ChangedFile(ctx_, machine, file.datei).read().value_or(std::string()) == file.neu;
+    if (!isUndo(entry)) lookAtKeys(entry);
+    return true;
+}
+
+void Listen::reconcile() {
+    for (const std::int64_t nummer : journal_.unfinished()) {
+        auto entry = journal_.entry(nummer);
+        if (!entry || !endInterrupted(*entry)) continue;
+        const auto undone = isUndo(*entry) ? journal_.head(entry->hebtAuf) : std::nullopt;
+        journal_.transaction([&] {
+            journal_.finish(nummer, *entry);
+            if (!undone || undone->aufgehobenDurch != 0) return;
+            journal_.takenBack(undone->nummer, nummer);
+            if (isUndo(*undone) && undone->hebtAuf != 0) journal_.takenBack(undone->hebtAuf, 0);
+            notes_.push_back(isUndo(*undone) ? fmt::format(meldung::NachgetragenWieder, undone->hebtAuf) : fmt::format(meldung::NachgetragenZurueck, undone->nummer));
+        });
+    }
+    if (!ctx_.blnHistoryAktiv) return;
+    const std::size_t out = history_.takeAwayDead();
+    std::size_t in = 0;
+    for (const std::string& line : journal_.linesToCome()) in += history_.putBack(line) ? 1 : 0;
+    if (out + in == 0) return;
+    history_.HistorySave(false);
+    notes_.push_back(fmt::format(meldung::NachgetragenZeilen, out, in));
 }
 
 bool Listen::offerTakeBack(const Aenderung& change) {
@@ -204,7 +319,7 @@ bool Listen::offerTakeBack(const Aenderung& change) {
 
 void Listen::takeOut(const std::string& zeile) {
     history_.deleteLine(zeile);
-    history_.HistorySave();
+    history_.HistorySave(false);
 }
 
 }  // namespace brenvik

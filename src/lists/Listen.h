@@ -21,6 +21,9 @@ public:
     void loadHistory();                                // the history's half; done before the first change if nobody asked before
     void onChange(std::function<void()> changed);      // what the window shows of lists and their commands is another
 
+    // What was put right at the start, since a change had been interrupted; German, a line each.
+    const std::vector<std::string>& notes() const { return notes_; }
+
     History& history() { return history_; }
     Journal& journal() { return journal_; }
     Favoriten& favoriten() { return favoriten_; }
@@ -36,27 +39,36 @@ private:
     struct Laufend {
         std::int64_t nummer = 0;                       // in the journal; 0: not there
         std::optional<std::string> zeile;              // of History.txt
+        JournalEintrag eintrag;                        // the change by its real places; images without what is in them
     };
+    bool opens(const Liste& list);
+    bool staysWhereItWas(const Liste& list);
     void loadList(const Liste& list);
     Liste favoritenListe(std::function<bool()> load);
     Liste historyListe(std::function<bool()> load);
     void loadHistoryFile();
     void offerHistory();
+    void reconcile();                                  // journal, registry and History.txt after a change that was interrupted
+    bool endInterrupted(JournalEintrag& entry);
     void record(const Aenderung& change, Laufend& running, const std::vector<HistoryPaar>& pairs);
-    std::vector<std::string> keysToBeMade(const Aenderung& change);
+    JournalEintrag entryOf(const Aenderung& change, const std::vector<HistoryPaar>& pairs);
+    void lookAtKeys(JournalEintrag& entry);
+    std::vector<std::string> keysToBeMade(const JournalEintrag& entry);
     void journaling(const std::function<void()>& work);
-    void takeOut(const std::string& zeile);            // of History.txt
+    void takeOut(const std::string& zeile);            // of History.txt, a line of no change
 
     TippMaschine& engine_;
     Context& ctx_;
     std::function<void()> changed_;
-    History history_;
     Journal journal_;
+    History history_;
     Favoriten favoriten_;
     HistoryFenster fenster_;
     std::map<const Aenderung*, Laufend> laufend_;      // several changes may be written as one
     Laufend letzte_;                                   // the one that was finished last
+    std::vector<std::string> notes_;
     const Aenderung* letzteAenderung_ = nullptr;       // to be compared only
+    std::map<std::string, std::string> brauchbar_;     // by file: the folder where it was found usable last
     bool historyGeladen_ = false;
     bool journalGestoert_ = false;                     // the user knows
 };

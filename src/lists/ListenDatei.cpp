@@ -13,7 +13,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view Utf8Marke = "\xEF\xBB\xBF", Utf16Marke = "\xFF\xFE";
+constexpr std::string_view Utf8Marke = "\xEF\xBB\xBF";
 constexpr std::string_view Zeilenende = "\r\n";
 
 // Every line of every save passes here, so that it takes eight characters at a time.
@@ -26,6 +26,13 @@ bool isAscii(std::string_view text) {
     word = 0;
     if (!text.empty()) std::memcpy(&word, text.data(), text.size());
     return ((seen | word) & 0x8080808080808080u) == 0;
+}
+
+// With a mark of either order, or without one: then its line ends and ASCII letters are bytes with a 0 each.
+bool isUtf16(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return true;
+    const auto zeros = static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\0'));
+    return bytes.size() >= 4 && bytes.size() % 2 == 0 && zeros * 3 >= bytes.size();
 }
 
 }  // namespace
@@ -55,7 +62,7 @@ std::string ListenDatei::load() {
         return {};
     }
     std::string bytes = readFile(file_, Grenze);
-    if (bytes.starts_with(Utf16Marke)) throw NumberedError(errnum::TypeMismatch, fmt::format(meldung::ListeKeinText, utf8FromPath(file_)));
+    if (isUtf16(bytes)) throw NumberedError(errnum::TypeMismatch, fmt::format(meldung::ListeKeinText, utf8FromPath(file_)));
     utf8_ = bytes.starts_with(Utf8Marke) && isUtf8(bytes);
     return bytes;
 }

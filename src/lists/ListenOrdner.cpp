@@ -32,7 +32,9 @@ bool FileWrite(FrameContext& ctx, const std::string& path) {
         const std::filesystem::path file = userPath(ctx, path);
         if (isReadOnly(file)) return false;   // a privileged user may open it all the same
         std::error_code error;
-        if (const auto kind = std::filesystem::status(file, error); std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind)) return false;
+        const auto kind = std::filesystem::status(file, error);
+        if (!std::filesystem::exists(kind)) return !host::makePrivate(file);
+        if (!std::filesystem::is_regular_file(kind)) return false;
         std::FILE* opened = host::openFile(file, "ab");
         if (opened == nullptr) return false;
         std::fclose(opened);

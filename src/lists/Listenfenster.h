@@ -25,7 +25,8 @@ struct HistoryListeAnfrage : WindowRequest {
     bool befehleAktiv = false;                        // cmdHisAnzeigen, cmdHisDel, cmdHisAllDel
     bool redoMoeglich = false;                        // cmdHisRedo
     bool blnListeGeaendert = false;
-    std::function<void(std::size_t)> anzeigen, loeschen;
+    std::string hinweis;                              // what was put right at the start; empty: nothing
+    std::function<void(std::size_t)> anzeigen, loeschen, vergessen;
     std::function<void()> allesLoeschen, wiederherstellen, zurueck;
 };
 
@@ -33,6 +34,7 @@ struct HistoryDatenAnfrage : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_HistoryDaten"; }
     struct Zeile {
         std::string wertname, alterWert, aktuellerWert;
+        std::string pfad;                             // in full, of the selected row
     };
     std::vector<Zeile> zeilen;
     std::string hinweis;                              // empty: none
@@ -40,6 +42,18 @@ struct HistoryDatenAnfrage : WindowRequest {
     bool genauMoeglich = false;                       // cmdDatenGenau
     std::function<bool()> zuruecksetzen, genauZuruecksetzen;   // true: done, the window closes
     std::function<void()> zurueck;
+};
+
+// What a change made was changed again since: what of it is to go back too. Nothing is preset.
+struct UndoConflictsRequest : WindowRequest {
+    std::string_view windowName() const override { return "frmBVK_UndoConflicts"; }
+    struct Row {
+        std::string place, before, after, now;
+        std::string by;                               // who changed it since
+        bool restore = false;
+    };
+    std::vector<Row> rows;
+    bool proceed = false;                             // false: nothing is done at all
 };
 
 struct FavVerwaltenAnfrage : WindowRequest {

@@ -1,22 +1,19 @@
 #pragma once
 // Taking a recorded change back exactly: type and bytes of every value, whole keys, whole files, on the machine where the
-// change was made, all of it or nothing. What somebody else changed since is shown and asked about first. Taking back is
-// itself recorded, and so can be taken back in its turn.
+// change was made, all of it or nothing. What was changed since, by others or by later changes, is shown first, and stays
+// unless the user wants it back too. A machine that is not at hand is named and asked about. Taking back is itself
+// recorded, and so can be taken back in its turn.
 #include "lists/History.h"
 #include "lists/Journal.h"
+#include "lists/RegAddress.h"
 
 namespace brenvik {
 
-// Where a path of a recorded change lies now.
-struct Fundort {
-    std::string machine;      // as the service wants it; empty: local
-    std::string path;         // HKEY_CURRENT_USER of another profile or machine stands as HKEY_USERS\SID
-};
-bool madeHere(const FrameContext& ctx, const JournalKopf& change);                 // on the local machine
 std::string machineOf(const JournalKopf& change);                                  // its name, also of the local one
-Fundort placeNow(const FrameContext& ctx, const JournalKopf& change, const std::string& path);
 std::string shownRaw(const std::optional<RawValue>& value);                        // "REG_DWORD 1", one line, cut if long
 JournalKopf newHead(Context& ctx, Aenderung::Art art);                             // with time, user and machine of now
+
+class PriorState;
 
 class Ruecknahme {
 public:
@@ -26,17 +23,24 @@ public:
     bool zuruecksetzen(std::int64_t nummer, bool tell = true);
     bool wiederherstellen(std::int64_t nummer);
 
+    // Keys that the change made on its way to these values, or changes that are taken back by now, go again as far as they
+    // are empty. For whoever takes values back.
+    void removeEmptyKeys(const JournalEintrag& change, const std::vector<RegAddress>& values);
+    // Of a taking back that was interrupted: whether all it was to do stands so now.
+    bool isDone(const JournalEintrag& undo);
+
 private:
     struct Plan;
-    bool restore(const JournalEintrag& change, Aenderung::Art art, std::int64_t& recorded, bool& nothingToDo);
-    void planValues(const JournalEintrag& change, Plan& plan);
-    void planKeys(const JournalEintrag& change, Plan& plan);
-    void planFiles(const JournalEintrag& change, Plan& plan);
-    void perform(const JournalEintrag& change, Plan& plan);
+    enum class Ausgang { Declined, Nothing, Done };
+    Ausgang restore(const JournalEintrag& change, Aenderung::Art art, const std::function<void(std::int64_t recorded)>& mark, std::size_t& kept);
+    bool mayWorkOn(const std::string& machine);
+    void planValues(const JournalEintrag& change, const PriorState& prior, Plan& plan);
+    void planKeys(const JournalEintrag& change, const PriorState& prior, Plan& plan);
+    void planFiles(const JournalEintrag& change, const PriorState& prior, Plan& plan);
+    bool settleConflicts(const JournalEintrag& change, Plan& plan);
+    JournalEintrag recordOf(const JournalEintrag& change, Aenderung::Art art, const Plan& plan);
+    void perform(const JournalEintrag& change, const Plan& plan);
     void writeRegistry(const JournalEintrag& change, const Plan& plan);
-    void removeEmptyKeys(const JournalEintrag& change, const Plan& plan);
-    RegStore& storeAt(const Fundort& place);
-    std::optional<RawValue> readAt(const Fundort& place);
     bool refuse(const char* why);
 
     Context& ctx_;

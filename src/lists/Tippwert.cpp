@@ -3,6 +3,7 @@
 #include "frame/Konvertierung.h"
 #include "registry/RegPath.h"
 #include "tipdb/LoadDB.h"
+#include "tipengine/DisplayForm.h"
 
 namespace brenvik {
 namespace {
@@ -12,6 +13,16 @@ constexpr std::string_view SidMarke = "[SID]", Dateiliste = "<filelist>";
 const Tippwert& Tippwerte::of(std::int32_t number) {
     const auto found = known_.find(number);
     return found != known_.end() ? found->second : known_.emplace(number, read(number)).first->second;
+}
+
+std::string Tippwerte::shown(std::int32_t number, const RawValue& value) {
+    const Tippwert& tipp = of(number);
+    const std::string text = toText(value);
+    try {
+        return tipp.imBestand && value.type == static_cast<std::uint32_t>(tipp.datentyp) ? displayForm(ctx_, tipp.ausgabeart, tipp.datentyp, text) : text;
+    } catch (const NumberedError&) {   // what no panel can show
+        return text;
+    }
 }
 
 Tippwert Tippwerte::read(std::int32_t number) {

@@ -21,6 +21,7 @@ class Tippwerte {
 public:
     explicit Tippwerte(Context& ctx) : ctx_(ctx) {}
     const Tippwert& of(std::int32_t number);
+    std::string shown(std::int32_t number, const RawValue& value);   // as the Tip's panel would show it
     void forget() { known_.clear(); }
 
 private:

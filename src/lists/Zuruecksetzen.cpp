@@ -2,12 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <set>
 
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "lists/Meldungen.h"
+#include "lists/PriorState.h"
 #include "registry/ValueOperations.h"
 
 namespace brenvik {
@@ -15,34 +16,16 @@ namespace {
 
 constexpr int TextGescheitert = 49, TextErfolg = 61;
 
-// What the text would become in the registry; failing is an answer here.
-struct Wirkung {
-    std::optional<RawValue> value;
-    bool possible = true;
-};
-Wirkung effectOf(const std::string& text, std::int16_t type) {
-    if (text == KeyNichtVorhanden) return {std::nullopt, true};
-    try {
-        return {fromText(text, static_cast<std::uint32_t>(type)), true};
-    } catch (const RegError&) {
-        return {std::nullopt, false};
-    }
-}
-
 // Kinds whose display form is another than the registry's text: hexadecimal dwords, sums of bytes, colours.
 bool shownDifferently(const Tippwert& tipp) {
     return (tipp.ausgabeart == art::TextWerte && tipp.datentyp == 4) || (tipp.ausgabeart == art::ZahlenWerte && tipp.datentyp == 3) ||
            (tipp.ausgabeart == art::Farbe && tipp.datentyp == 3);
 }
 
-bool samePlace(const std::string& left, const std::string& right) {
-    const RegPath a = parseRegPath(left), b = parseRegPath(right);
-    return a.root == b.root && equalText(a.key, b.key) && equalText(a.name.text(), b.name.text());
-}
-
-const WertAenderung* changeAt(const JournalEintrag& known, const std::string& path) {
+// The value of the change that a pair of the line tells of.
+const WertAenderung* changeAt(Context& ctx, const JournalEintrag& known, const std::string& id) {
     for (const WertAenderung& value : known.aenderung.werte)
-        if (equalText(value.path, path)) return &value;
+        if (addressOf(ctx, known, value).id() == id) return &value;
     return nullptr;
 }
 
@@ -52,7 +35,7 @@ HistoryKopf historyHead(const std::string& zeile) {
     const auto pieces = Split(zeile, "#");
     const auto piece = [&](std::size_t k) { return k < pieces.size() ? pieces[k] : std::string(); };
     const auto pairs = historyPairs(zeile);
-    return {piece(0), piece(1), piece(2), pairs.empty() ? 0 : pairs[0].tipp};
+    return {piece(0), piece(1), Replace(piece(2), "%23", "#"), pairs.empty() ? 0 : pairs[0].tipp};
 }
 
 bool Zuruecksetzen::fail() {
@@ -61,49 +44,68 @@ bool Zuruecksetzen::fail() {
     return false;
 }
 
+Zuruecksetzen::Wirkung Zuruecksetzen::effectOf(const Schritt& step) const {
+    if (step.text == KeyNichtVorhanden) return {std::nullopt, true};
+    if (step.geheim) return {step.geheim, true};
+    try {
+        return {fromText(step.text, static_cast<std::uint32_t>(step.type)), true};
+    } catch (const RegError&) {
+        return {std::nullopt, false};
+    }
+}
+
 // False: some value has no place to go to.
 bool Zuruecksetzen::plan(const std::string& zeile, const JournalEintrag* known, std::vector<Schritt>& steps) {
     const auto pairs = historyPairs(zeile);
     for (std::size_t k = 0; k < pairs.size(); ++k) {
         const Tippwert& tipp = values_.of(pairs[k].tipp);
-        Schritt step{tipp.path, tipp.wertname, pairs[k].alt, tipp.datentyp};
+        Schritt step{tipp.path, tipp.wertname, pairs[k].alt, tipp.datentyp, static_cast<std::int16_t>(pairs[k].tipp), {}, {}};
+        const WertAenderung* change = nullptr;
+        if (known != nullptr && k < known->paare.size()) {
+            step.known = pairAddress(ctx_, *known, k);
+            change = changeAt(ctx_, *known, step.known->id());
+        }
+        if (step.text == Geheim && change != nullptr && change->alt) step.geheim = change->alt;
         if (!tipp.brauchbar) {
-            if (known == nullptr || k >= known->paare.size()) return false;
-            step.path = placeNow(ctx_, *known, known->paare[k]).path;
-            step.name = step.path.substr(step.path.rfind('\\') + 1);
+            if (!step.known) return false;
+            step.path = step.known->path();
+            step.name = step.known->name->text();
             if (!tipp.imBestand) {
-                const WertAenderung* change = changeAt(*known, known->paare[k]);
                 if (change == nullptr || !(change->alt || change->neu)) return false;
                 step.type = static_cast<std::int16_t>((change->alt ? change->alt : change->neu)->type);
             }
         }
+        if (step.text == Geheim && !step.geheim && isSecret(step.path)) return false;   // nobody knows it any more
         steps.push_back(std::move(step));
     }
     return !steps.empty();
 }
 
-std::string Zuruecksetzen::inexactness(const std::vector<Schritt>& steps, const JournalEintrag* known) const {
+std::string Zuruecksetzen::inexactness(const std::vector<Schritt>& steps, const JournalEintrag* known) {
     std::string lines;
+    std::optional<PriorState> prior;
+    if (known != nullptr) prior.emplace(ctx_, journal_, *known);
     const auto line = [&](const std::string& path, const std::string& old, const Schritt& step, const Wirkung& effect) {
         lines += fmt::format(meldung::UndoZeileUngenau, path, old, effect.possible ? shownRaw(effect.value) : "nichts, \"" + step.text + "\" ist kein solcher Wert");
     };
-    for (std::size_t k = 0; k < steps.size(); ++k) {
-        const Wirkung effect = effectOf(steps[k].text, steps[k].type);
-        if (known == nullptr) {
-            if (!effect.possible) line(steps[k].path, "\"" + steps[k].text + "\"", steps[k], effect);
+    std::set<std::string> named;
+    for (const Schritt& step : steps) {
+        const Wirkung effect = effectOf(step);
+        if (known == nullptr || !step.known) {
+            if (!effect.possible) line(step.path, "\"" + step.text + "\"", step, effect);
             continue;
         }
-        const std::string& path = k < known->paare.size() ? known->paare[k] : steps[k].path;
-        const WertAenderung* change = changeAt(*known, path);
-        if (change != nullptr && change->geschrieben && madeHere(ctx_, *known) && !samePlace(placeNow(ctx_, *known, path).path, steps[k].path))
-            lines += fmt::format(meldung::UndoZeileFehlt, path, shownRaw(change->alt));
-        else if (change != nullptr && change->geschrieben && change->alt != effect.value)
-            line(path, shownRaw(change->alt), steps[k], effect);
+        named.insert(step.known->id());
+        const WertAenderung* change = changeAt(ctx_, *known, step.known->id());
+        if (change == nullptr || !change->geschrieben) continue;
+        const auto old = prior->value(*step.known, change->alt);
+        if (step.known->machine.empty() && placeOf(step).id() != step.known->id()) lines += fmt::format(meldung::UndoZeileFehlt, shownPath(ctx_, *step.known), shownRaw(old));
+        else if (old != effect.value) line(shownPath(ctx_, *step.known), shownRaw(old), step, effect);
     }
     if (known == nullptr) return lines;
     for (const WertAenderung& value : known->aenderung.werte) {
-        const bool named = std::any_of(known->paare.begin(), known->paare.end(), [&](const std::string& path) { return equalText(path, value.path); });
-        if (!named && value.geschrieben && value.alt != value.neu) lines += fmt::format(meldung::UndoZeileFehlt, value.path, shownRaw(value.alt));
+        const RegAddress place = addressOf(ctx_, *known, value);
+        if (!named.contains(place.id()) && value.geschrieben && value.alt != value.neu) lines += fmt::format(meldung::UndoZeileFehlt, shownPath(ctx_, place), shownRaw(value.alt));
     }
     if (!known->aenderung.dateien.empty() || !known->aenderung.schluessel.empty()) lines += meldung::UndoDateien;
     return lines;
@@ -117,15 +119,18 @@ bool Zuruecksetzen::ausfuehren(const std::string& zeile, std::int64_t nummer) {
     if (!plan(zeile, known, steps)) return fail();
 
     const std::string rechner = historyHead(zeile).rechner;
-    if (!rechner.empty() && !equalText(rechner, ctx_.strLokalerRechner) &&
+    const bool here = known != nullptr && markOf(ctx_, *known).empty();   // under whatever name
+    if (!here && !rechner.empty() && !equalText(rechner, ctx_.strLokalerRechner) &&
         !ctx_.port.ask(fmt::format(meldung::UndoAndererRechner, rechner, ctx_.strLokalerRechner), box::Exclamation + box::DefaultNo))
         return false;
 
     std::string inexact = inexactness(steps, known);
     if (known == nullptr)
         for (const HistoryPaar& pair : historyPairs(zeile))
-            if (const Tippwert& tipp = values_.of(pair.tipp); shownDifferently(tipp) && pair.alt != KeyNichtVorhanden && effectOf(pair.alt, tipp.datentyp).possible)
-                inexact += fmt::format(meldung::UndoZeileUngenau, tipp.path, "\"" + pair.alt + "\" in der Form der Anzeige", shownRaw(effectOf(pair.alt, tipp.datentyp).value));
+            if (const Tippwert& tipp = values_.of(pair.tipp); shownDifferently(tipp) && pair.alt != KeyNichtVorhanden) {
+                const Wirkung effect = effectOf({tipp.path, tipp.wertname, pair.alt, tipp.datentyp, 0, {}, {}});
+                if (effect.possible) inexact += fmt::format(meldung::UndoZeileUngenau, tipp.path, "\"" + pair.alt + "\" in der Form der Anzeige", shownRaw(effect.value));
+            }
     if (!inexact.empty()) {
         if (known != nullptr) {
             if (ctx_.port.ask(fmt::format(meldung::UndoUngenau, inexact), box::Exclamation)) return exact_.zuruecksetzen(nummer);
@@ -137,18 +142,35 @@ bool Zuruecksetzen::ausfuehren(const std::string& zeile, std::int64_t nummer) {
     return perform(steps, zeile, nummer);
 }
 
-std::optional<RawValue> Zuruecksetzen::present(const Schritt& step) {
-    ctx_.objBVKReg.SetPath(ctx_.strLokalerRechner, step.path);
-    return ctx_.objBVKReg.ReadRaw();
+// A name that holds a backslash travels apart from its key.
+bool Zuruecksetzen::writeApart(const Schritt& step) {
+    try {
+        ctx_.objBVKReg.SetValuePath(ctx_.strLokalerRechner, step.keyPath(), step.name);
+        if (step.text == KeyNichtVorhanden) ctx_.objBVKReg.DeleteValue();
+        else ctx_.objBVKReg.WriteRaw(step.geheim ? *step.geheim : fromText(step.text, static_cast<std::uint32_t>(step.type)));
+        return true;
+    } catch (const NumberedError& error) {
+        RegFehlermeldungen(ctx_, error.number);
+        return false;
+    }
+}
+
+// Where the step writes: the local machine, whatever machine the change was made on.
+RegAddress Zuruecksetzen::placeOf(const Schritt& step) {
+    WertAenderung value;
+    value.path = step.path;
+    if (step.hasSeparator()) value.path = step.keyPath(), value.name = step.name;
+    return addressForWriting(ctx_, value, step.text == KeyNichtVorhanden);
 }
 
 bool Zuruecksetzen::writeStep(const Schritt& step) {
-    if (step.text != KeyNichtVorhanden) return SaveRegistryKey(ctx_, step.path, step.text, step.type);
-    if (!step.path.ends_with('\\')) return SaveRegistryKey(ctx_, step.path, DelKey, step.type);
+    if (step.hasSeparator()) return writeApart(step);
+    if (step.text != KeyNichtVorhanden && !step.geheim) return SaveRegistryKey(ctx_, step.path, step.text, step.type);
+    if (!step.path.ends_with('\\') && !step.geheim) return SaveRegistryKey(ctx_, step.path, DelKey, step.type);
     // The unnamed value: a deletion by the path's text would take the whole key.
     try {
         ctx_.objBVKReg.SetPath(ctx_.strLokalerRechner, step.path);
-        ctx_.objBVKReg.DeleteValue();
+        step.geheim ? ctx_.objBVKReg.WriteRaw(*step.geheim) : void(ctx_.objBVKReg.DeleteValue());
         return true;
     } catch (const NumberedError& error) {
         RegFehlermeldungen(ctx_, error.number);
@@ -159,12 +181,16 @@ bool Zuruecksetzen::writeStep(const Schritt& step) {
 bool Zuruecksetzen::perform(const std::vector<Schritt>& steps, const std::string& zeile, std::int64_t nummer) {
     JournalEintrag record;
     static_cast<JournalKopf&>(record) = newHead(ctx_, Aenderung::Art::Zuruecksetzen);
-    record.rechner = ctx_.strLokalerRechner;
+    record.rechner.clear();
     record.tipp = historyHead(zeile).tipp;
+    std::vector<RegAddress> places;
+    const auto present = [&](const RegAddress& place) { return storeOf(ctx_, place.machine).value(place.root, place.key, *place.name); };
     std::int64_t recorded = 0;
-    bool journaling = reportAndGoOn(ctx_, "cmdDatenUndo", [&] {
-        for (const Schritt& step : steps)
-            record.aenderung.werte.push_back({record.rechner, step.path, 0, present(step), effectOf(step.text, step.type).value, false});
+    const bool journaling = reportAndGoOn(ctx_, "cmdDatenUndo", [&] {
+        for (const Schritt& step : steps) {
+            const RegAddress& place = places.emplace_back(placeOf(step));
+            record.aenderung.werte.push_back({record.rechner, place.keyPath(), step.tipp, present(place), effectOf(step).value, false, place.name->text()});
+        }
         if (nummer == 0) {   // a line that nobody recorded: now there is something to record about it
             JournalKopf head = newHead(ctx_, Aenderung::Art::Speichern);
             head.tipp = record.tipp, head.zeile = zeile, head.rechner = historyHead(zeile).rechner;
@@ -183,9 +209,12 @@ bool Zuruecksetzen::perform(const std::vector<Schritt>& steps, const std::string
     if (journaling)
         reportAndGoOn(ctx_, "cmdDatenUndo", [&] {
             for (std::size_t k = 0; k < steps.size(); ++k)
-                if (record.aenderung.werte[k].geschrieben) record.aenderung.werte[k].neu = present(steps[k]);
-            journal_.finish(recorded, record.aenderung);
-            if (ok) journal_.takenBack(nummer, recorded);
+                if (record.aenderung.werte[k].geschrieben) record.aenderung.werte[k].neu = present(places[k]);
+            if (const auto change = ok ? journal_.entry(nummer) : std::nullopt; change && markOf(ctx_, *change).empty()) exact_.removeEmptyKeys(*change, places);
+            journal_.transaction([&] {
+                journal_.finish(recorded, record);
+                if (ok) journal_.takenBack(nummer, recorded);
+            });
         });
     if (!ok) return fail();
     ctx_.port.tell(strBVKTexte(TextErfolg));

@@ -7,6 +7,12 @@
 namespace brenvik {
 
 class Zuruecksetzen {
+    // What a text would become in the registry; failing is an answer here.
+    struct Wirkung {
+        std::optional<RawValue> value;
+        bool possible = true;
+    };
+
 public:
     Zuruecksetzen(Context& ctx, Journal& journal, Ruecknahme& exact, Tippwerte& values) : ctx_(ctx), journal_(journal), exact_(exact), values_(values) {}
     // Tells the user how it went. True: done; the line's record is to be deleted then. The line counts as the change's
@@ -17,12 +23,19 @@ private:
     struct Schritt {
         std::string path, name, text;
         std::int16_t type = 0;
+        std::int16_t tipp = 0;
+        std::optional<RegAddress> known;       // where the journal saw the value
+        std::optional<RawValue> geheim;        // what the line must not say; the journal has it
+        bool hasSeparator() const { return name.find('\\') != std::string::npos; }
+        std::string keyPath() const { return path.substr(0, path.size() - name.size() - 1); }
     };
     bool plan(const std::string& zeile, const JournalEintrag* known, std::vector<Schritt>& steps);
-    std::string inexactness(const std::vector<Schritt>& steps, const JournalEintrag* known) const;
+    std::string inexactness(const std::vector<Schritt>& steps, const JournalEintrag* known);
     bool perform(const std::vector<Schritt>& steps, const std::string& zeile, std::int64_t nummer);
     bool writeStep(const Schritt& step);
-    std::optional<RawValue> present(const Schritt& step);
+    bool writeApart(const Schritt& step);
+    RegAddress placeOf(const Schritt& step);
+    Wirkung effectOf(const Schritt& step) const;
     bool fail();
 
     Context& ctx_;

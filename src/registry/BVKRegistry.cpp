@@ -31,8 +31,17 @@ std::string listText(const RawValue& value) {
 
 }  // namespace
 
-RegPath BVKRegistry::target() const {
+RegPath BVKRegistry::selected() const {
     RegPath path = parseRegPath(path_);
+    if (valueName_) {
+        path.isKey = false;
+        path.name = ValueName::named(*valueName_);
+    }
+    return path;
+}
+
+RegPath BVKRegistry::target() const {
+    RegPath path = selected();
     if (path.isBareRoot) throw RegError(regerr::NoKey, "\"" + path_ + "\" nennt nur einen Hauptschlüssel.");
     return path;
 }
@@ -53,7 +62,7 @@ bool BVKRegistry::DeleteValue() {
 }
 
 std::vector<std::string> BVKRegistry::subKeyNames() {
-    const RegPath path = parseRegPath(path_);
+    const RegPath path = selected();
     return selectedStore().subKeys(path.root, path.wholeKey());
 }
 
@@ -65,7 +74,7 @@ std::optional<RawValue> BVKRegistry::ReadRaw() {
 }
 
 std::vector<NamedValue> BVKRegistry::ListRaw() {
-    const RegPath path = parseRegPath(path_);
+    const RegPath path = selected();
     return selectedStore().values(path.root, path.wholeKey());
 }
 
@@ -104,6 +113,13 @@ bool BVKRegistry::CheckAccess(std::uint32_t accessMask) {
 void BVKRegistry::SetPath(const std::string& machine, const std::string& path) {
     machine_ = machine;
     path_ = path;
+    valueName_.reset();
+}
+
+void BVKRegistry::SetValuePath(const std::string& machine, const std::string& keyPath, const std::string& valueName) {
+    const bool apart = valueName.find('\\') != std::string::npos;
+    SetPath(machine, keyPath + "\\" + (apart ? std::string() : valueName));
+    if (apart) valueName_ = valueName;
 }
 
 bool BVKRegistry::Exists(std::uint32_t accessMask) {
@@ -124,7 +140,7 @@ void BVKRegistry::ListSubKeys(std::int16_t& count, std::vector<std::string>& nam
 
 void BVKRegistry::ListValues(std::int16_t& count, std::vector<std::string>& names, std::vector<std::int32_t>& types,
                              std::vector<std::string>& data) {
-    const RegPath path = parseRegPath(path_);
+    const RegPath path = selected();
     const std::vector<NamedValue> found = selectedStore().values(path.root, path.wholeKey());
     count = countOf(found.size());
     names.assign(1, {});
@@ -149,7 +165,7 @@ bool BVKRegistry::EnablePrivileges(const std::string& machine) {
 void BVKRegistry::DisablePrivileges() {}
 
 bool BVKRegistry::SaveKey(const std::string& filePath) {
-    const RegPath path = parseRegPath(path_);
+    const RegPath path = selected();
     RegStore& store = selectedStore();
     const fs::path file = hostPath(filePath);
     std::error_code error;
@@ -161,7 +177,7 @@ bool BVKRegistry::SaveKey(const std::string& filePath) {
 }
 
 bool BVKRegistry::RestoreKey(const std::string& directory, const std::string& file) {
-    const RegPath path = parseRegPath(path_);
+    const RegPath path = selected();
     RegStore& store = selectedStore();
     const fs::path source = hostPath(directory) / hostPath(file);
     std::error_code error;

@@ -45,7 +45,10 @@ public:
     void Debug(bool on) { trace_.setDebug(on); }
     void Trace(std::string_view line) { trace_.write(line); }
 
-    // Beyond the 18: the raw side, for what must go back unchanged and for change records.
+    // Beyond the 18: SetPath(machine, keyPath "\" valueName) for names that may hold a backslash, which belongs to the name
+    // here. An empty name gives a path that ends in "\", with all it means.
+    void SetValuePath(const std::string& machine, const std::string& keyPath, const std::string& valueName);
+    // The raw side, for what must go back unchanged and for change records.
     std::optional<RawValue> ReadRaw();          // value of the path; with a trailing "\" the unnamed value
     void WriteRaw(const RawValue& value);
     bool DeleteValue();                         // never a key, whatever the path looks like
@@ -54,12 +57,14 @@ public:
     void setHiveFiles(HiveFiles* files) { hiveFiles_ = files; }   // not owned; nullptr: SaveKey and RestoreKey answer false
 
 private:
-    RegPath target() const;                     // throws RegError NoRoot, NoKey (also for a root without "\")
+    RegPath selected() const;                   // throws RegError NoRoot, NoKey
+    RegPath target() const;                     // NoKey also for a root without "\"
     std::vector<std::string> subKeyNames();
     TraceLog& trace_;
     Machines& machines_;
     std::string machine_;
-    std::string path_;
+    std::string path_;                      // without the value's name if that is apart
+    std::optional<std::string> valueName_;  // has a backslash
     HiveFiles* hiveFiles_ = nullptr;
 };
 

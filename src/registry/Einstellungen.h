@@ -1,7 +1,8 @@
 #pragma once
 // The settings that the core asks for, between the registry and Settings. All are REG_SZ. A missing value gives its
-// default, and so does one that cannot be read as what it should be; the trace says which. The window's own values
-// (place, splitters, bands) are the shell's business.
+// default, and so does one that cannot be read as what it should be; the trace says which. A folder that lies in the home,
+// or in the program's folder, goes along when that is copied or moved: beside the folders stands where they were saved.
+// The window's own values (place, splitters, bands) are the shell's business.
 #include "registry/RegistryContext.h"
 
 namespace brenvik {

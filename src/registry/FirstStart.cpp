@@ -1,12 +1,18 @@
 #include "registry/FirstStart.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <iterator>
+#include <optional>
+#include <random>
 #include <system_error>
 #include <vector>
 
+#include "frame/DateiSystem.h"
 #include "frame/Errors.h"
+#include "frame/HostDatei.h"
+#include "frame/Konvertierung.h"
 #include "registry/RegText.h"
 #include "registry/SqliteStore.h"
 
@@ -16,10 +22,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string shown(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return "\"" + std::string(text.begin(), text.end()) + "\"";
-}
+std::string shown(const fs::path& path) { return "\"" + utf8FromPath(path) + "\""; }
 
 std::vector<fs::path> regFiles(const fs::path& folder) {
     std::vector<fs::path> files;
@@ -52,6 +55,96 @@ void mergeFile(SqliteStore& store, const fs::path& file) {
     }
 }
 
+// --- drive C: ---
+
+constexpr const char* DriveC = "drive_c";
+constexpr const char* StoreName = "registry.db";
+constexpr const char* JournalName = "journal.db";
+constexpr const char* LogName = "brenvik.log";
+constexpr const char* WholeMark = "drive_c.ganz";     // the home's drive has all its files, or the user wants no more of them
+constexpr fs::perms OwnerOnly = fs::perms::owner_read | fs::perms::owner_write;
+constexpr auto Abandoned = std::chrono::hours(24);    // no start takes that long
+
+// Whether the folder holds nothing but what the program puts into a home, and was not meant to be shared.
+bool isOursAlone(const fs::path& folder) {
+    constexpr std::string_view Ours[] = {StoreName, JournalName, LogName, DriveC, "History.txt", "Favoriten.txt", "instanz.", "Backup", "RegBack.txt"};
+    std::error_code error;
+    if ((fs::status(folder, error).permissions() & (fs::perms::others_write | fs::perms::sticky_bit)) != fs::perms::none) return false;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = utf8FromPath(entry->path().filename());
+        if (std::none_of(std::begin(Ours), std::end(Ours), [&](std::string_view own) { return name.starts_with(own); })) return false;
+    }
+    return !error;
+}
+
+fs::path freshName(const fs::path& target) {
+    std::random_device random;
+    fs::path fresh = target;
+    return fresh += "." + std::to_string(random()) + std::to_string(random()) + ".neu";
+}
+
+// What starts that were killed left behind; another start may be filling one just now.
+void sweepFreshDrives(const fs::path& home) {
+    std::error_code error;
+    std::vector<fs::path> left;
+    for (fs::directory_iterator entry(home, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = utf8FromPath(entry->path().filename());
+        std::error_code unknown;
+        const auto written = fs::last_write_time(entry->path(), unknown);
+        if (name.starts_with("drive_c.") && name.ends_with("neu") && !unknown && fs::file_time_type::clock::now() - written > Abandoned) left.push_back(entry->path());
+    }
+    for (const fs::path& folder : left) fs::remove_all(folder, error);
+}
+
+void makePrivateTree(const fs::path& folder) {
+    fs::permissions(folder, fs::perms::owner_all);
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
+        fs::permissions(entry.path(), entry.is_directory() ? fs::perms::owner_all : OwnerOnly);
+}
+
+// The files of the shipped drive, relative to it.
+std::vector<fs::path> shippedFiles(const fs::path& firstStartFolder) {
+    std::vector<fs::path> files;
+    const fs::path drive = firstStartFolder / DriveC;
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(drive, error), end; !error && entry != end; entry.increment(error))
+        if (entry->is_regular_file()) files.push_back(entry->path().lexically_relative(drive));
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+// Where a file that the drive lacks belongs; nothing if it is there in whatever spelling, or if its place cannot be told
+// because a link or a file stands in the way.
+std::optional<fs::path> placeOf(const fs::path& drive, const fs::path& relative) {
+    fs::path place = drive;
+    bool exists = true;
+    for (const fs::path& part : relative) {
+        std::optional<fs::path> found;
+        std::error_code error;
+        for (fs::directory_iterator entry(place, error), end; exists && !error && entry != end; entry.increment(error))
+            if (equalText(utf8FromPath(entry->path().filename()), utf8FromPath(part))) found = entry->path();
+        if (found && !fs::is_directory(fs::symlink_status(*found, error))) return std::nullopt;
+        exists = found.has_value();
+        place = exists ? *found : place / part;
+    }
+    return exists ? std::nullopt : std::optional(place);
+}
+
+// Linked to its name when it is whole, which no file that came there meanwhile suffers from.
+void addFile(const fs::path& source, const fs::path& target) {
+    std::error_code error, ignored;
+    fs::create_directories(target.parent_path(), error);
+    const fs::path fresh = freshName(target);
+    if (!error) error = host::writeNewFile(fresh, readFile(source), {});
+    if (!error) fs::permissions(fresh, OwnerOnly, ignored);
+    if (!error) fs::create_hard_link(fresh, target, error);
+    const bool there = fs::exists(fs::symlink_status(target, ignored));
+    if (error && !there) fs::rename(fresh, target, error);   // a file system without hard links
+    fs::remove(fresh, ignored);
+    if (error && !there)
+        throw NumberedError(errnum::PathFileAccess, "Die Datei " + shown(target) + " kann nicht angelegt werden: " + fileErrorText(error));
+}
+
 }  // namespace
 
 bool fillEmptyStore(SqliteStore& store, const fs::path& firstStartFolder) {
@@ -66,19 +159,59 @@ bool fillEmptyStore(SqliteStore& store, const fs::path& firstStartFolder) {
     return filled;
 }
 
+std::string privateHome(const fs::path& home) {
+    std::error_code error, ignored;   // ignored: of another owner, or on a drive that knows no rights
+    fs::create_directories(home, error);
+    if (error) return "Der Ordner " + shown(home) + " kann nicht angelegt werden: " + fileErrorText(error);
+    if (isOursAlone(home)) fs::permissions(home, fs::perms::owner_all, fs::perm_options::replace, ignored);
+    return {};
+}
+
+// By their names, not by opening them: closing a file gives up the locks that the process has on it.
+void privateFiles(const fs::path& home) {
+    std::error_code ignored;
+    for (const char* name : {StoreName, "registry.db-wal", "registry.db-shm", JournalName, LogName})
+        if (fs::is_regular_file(fs::symlink_status(home / name, ignored))) fs::permissions(home / name, OwnerOnly, fs::perm_options::replace, ignored);
+}
+
 bool copyDriveC(const fs::path& firstStartFolder, const fs::path& home) {
-    const fs::path source = firstStartFolder / "drive_c", target = home / "drive_c", fresh = home / "drive_c.neu";
-    if (fs::exists(fs::symlink_status(target)) || !fs::is_directory(source)) return false;
+    const fs::path source = firstStartFolder / DriveC, target = home / DriveC;
+    std::error_code error;
+    sweepFreshDrives(home);
+    if (fs::exists(fs::symlink_status(target, error)) || !fs::is_directory(source, error)) return false;
+    // Copied under a name of its own first: an interrupted start leaves no half a drive, and of two starts at a time each
+    // makes its own, of which the first to be ready counts.
+    const fs::path fresh = freshName(target);
     try {
-        // Copied under another name first, so that an interrupted start leaves no half a drive.
         fs::create_directories(home);
-        fs::remove_all(fresh);
         fs::copy(source, fresh, fs::copy_options::recursive);
+        makePrivateTree(fresh);
         fs::rename(fresh, target);
-    } catch (const fs::filesystem_error& error) {
-        throw NumberedError(errnum::PathFileAccess, "Der Ordner " + shown(target) + " kann nicht angelegt werden (" + error.code().message() + ").");
+    } catch (const fs::filesystem_error& problem) {
+        fs::remove_all(fresh, error);
+        if (fs::is_directory(target, error)) return false;   // another start was quicker
+        throw NumberedError(errnum::PathFileAccess, "Der Ordner " + shown(target) + " kann nicht angelegt werden: " + fileErrorText(problem.code()));
     }
+    confirmDriveC(home);
     return true;
 }
+
+std::vector<std::string> missingOnDriveC(const fs::path& firstStartFolder, const fs::path& home) {
+    std::vector<std::string> missing;
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(home / WholeMark, error)) || !fs::is_directory(home / DriveC, error)) return missing;
+    for (const fs::path& file : shippedFiles(firstStartFolder))
+        if (placeOf(home / DriveC, file)) missing.push_back("C:\\" + Replace(utf8FromPath(file), "/", "\\"));
+    if (missing.empty()) confirmDriveC(home);
+    return missing;
+}
+
+void completeDriveC(const fs::path& firstStartFolder, const fs::path& home) {
+    for (const fs::path& file : shippedFiles(firstStartFolder))
+        if (const auto place = placeOf(home / DriveC, file)) addFile(firstStartFolder / DriveC / file, *place);
+    confirmDriveC(home);
+}
+
+void confirmDriveC(const fs::path& home) { host::makePrivate(home / WholeMark); }   // without it the next start looks again
 
 }  // namespace brenvik

@@ -1,8 +1,11 @@
 #include "registry/HiveFile.h"
 
+#include <chrono>
 #include <cstdio>
+#include <thread>
 
 #include "frame/DateiSystem.h"
+#include "frame/FreshFile.h"
 #include "frame/HostDatei.h"
 #include "registry/HiveInPlace.h"
 #include "registry/RegLinks.h"
@@ -24,26 +27,40 @@ fs::path resolved(const fs::path& file) {
     return error ? file : real;
 }
 
-void keepCopy(const fs::path& file, const std::string& bytes) {
+void fillFrom(const fs::path& source, const fs::path& target) {
+    constexpr std::size_t piece = 1 << 16;
+    const auto close = [](std::FILE* file) { std::fclose(file); };
+    const std::unique_ptr<std::FILE, decltype(close)> in(host::openFile(source, "rb")), out(host::openFile(target, "ab"));
+    std::string bytes(piece, '\0');
+    bool done = in != nullptr && out != nullptr;
+    for (std::size_t count; done && (count = std::fread(bytes.data(), 1, piece, in.get())) > 0;) done = std::fwrite(bytes.data(), 1, count, out.get()) == count;
+    if (done && std::ferror(in.get()) == 0 && !host::flushToDisk(out.get())) return;
+    throw RegError(regerr::NoAssignment, std::make_error_code(std::errc::io_error).message());
+}
+
+// The copy is what file is: with its rights, whoever may read it. Not by way of the memory, which has the tree to hold.
+void keepCopy(const fs::path& file) {
     fs::path copy = file;
     copy += CopyEnding;
     std::error_code error;
-    if (fs::exists(fs::symlink_status(copy, error))) return;
-    const fs::path fresh = writeBeside(copy, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
-    if ((error = host::replaceFile(fresh, copy))) {
-        std::error_code ignored;
-        fs::remove(fresh, ignored);
-        throw RegError(regerr::NoAssignment, "Die Sicherungskopie " + shownFile(copy) + " kann nicht angelegt werden: " + error.message());
+    const fs::file_status there = fs::symlink_status(copy, error);
+    if (fs::is_regular_file(there)) return;
+    if (fs::exists(there)) {
+        throw RegError(regerr::NoAssignment, "Die Sicherungskopie " + shownFile(copy) + " kann nicht angelegt werden, weil dort ein Verweis, ein Ordner oder "
+                                                 "etwas anderes steht, das keine Datei ist. Es wurde nichts geschrieben. Benennen Sie es um.");
     }
-}
-
-std::string baseBlock(const fs::path& file) {
-    std::string bytes(hivefmt::headerSize, '\0');
-    std::FILE* const in = host::openFile(file, "rb");
-    if (in == nullptr) return {};
-    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), in));
-    std::fclose(in);
-    return bytes;
+    sweepLeftBehind(copy);
+    const fs::path fresh = writeBeside(copy, {}, file);
+    std::string reason;
+    try {
+        fillFrom(file, fresh);
+        if ((error = host::replaceFile(fresh, copy))) reason = error.message();
+    } catch (const RegError& failure) {
+        reason = failure.what();
+    }
+    if (reason.empty()) return;
+    fs::remove(fresh, error);
+    throw RegError(regerr::NoAssignment, "Die Sicherungskopie " + shownFile(copy) + " kann nicht angelegt werden: " + reason);
 }
 
 }  // namespace
@@ -66,22 +83,31 @@ std::vector<HiveFile::Stamp> HiveFile::stamps(bool withLogs) const {
 }
 
 void HiveFile::load(bool asTree) {
+    constexpr int tries = 40;
+    constexpr std::chrono::milliseconds between(5);
+    if (mode_ == HiveMode::Strict) settleInterrupted(file_);
+    for (int i = 1; !tryLoad(asTree); ++i) {
+        if (i == tries) throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(file_) + " wird gerade von einem anderen Programm geändert.");
+        std::this_thread::sleep_for(between);
+    }
+}
+
+bool HiveFile::tryLoad(bool asTree) {
     auto fresh = std::make_unique<Loaded>();
     const std::vector<Stamp> before = stamps(true);
-    const auto bytes = std::make_shared<const HiveFileBytes>(readHiveFile(file_));
+    auto bytes = std::make_shared<const HiveFileBytes>(readHiveFile(file_));
     fresh->dirty = isDirty(bytes->span());
+    fresh->base = bytes->hive.substr(0, hivefmt::headerSize);
+    if (stamps(true) != before || firstBlock(file_) != fresh->base) return false;
+    fresh->stamps = stamps(fresh->dirty);
     if (asTree || fresh->dirty || mode_ == HiveMode::Salvage) {
         fresh->reading = readHiveFrom(*bytes, file_, mode_);
     } else {
         requireSoundHiveOf(file_, bytes->span());
-        fresh->bytes = bytes;
+        fresh->bytes = std::move(bytes);
     }
-    fresh->base = bytes->hive.substr(0, hivefmt::headerSize);
-    if (stamps(true) != before || baseBlock(file_) != fresh->base) {
-        throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(file_) + " wird gerade von einem anderen Programm geändert.");
-    }
-    fresh->stamps = stamps(fresh->dirty);
     loaded_ = std::move(fresh);
+    return true;
 }
 
 void HiveFile::open() {
@@ -122,7 +148,7 @@ bool HiveFile::writable() {
 }
 
 void HiveFile::requireUnchanged() {
-    if (stamps(loaded_->dirty) == loaded_->stamps && baseBlock(file_) == loaded_->base) return;
+    if (stamps(loaded_->dirty) == loaded_->stamps && firstBlock(file_) == loaded_->base) return;
     forget();
     throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(file_) +
                                              " wurde inzwischen von einem anderen Programm geändert. Es wurde nichts geschrieben; "
@@ -130,10 +156,9 @@ void HiveFile::requireUnchanged() {
 }
 
 void HiveFile::keepFirstState() {
-    const HiveFileBytes bytes = readHiveFile(file_);
-    keepCopy(file_, bytes.hive);
+    keepCopy(file_);
     if (!loaded_->dirty) return;
-    for (const fs::path& log : logsBeside(file_)) keepCopy(log, readFile(log, MaxHiveFile));
+    for (const fs::path& log : logsBeside(file_)) keepCopy(log);
 }
 
 void HiveFile::prepare() {
@@ -141,11 +166,8 @@ void HiveFile::prepare() {
     Loaded& now = loaded();
     requireUnchanged();
     abandon();
-    try {   // before the new file is made, so that only one of them fills the memory
-        keepFirstState();
-    } catch (const NumberedError& error) {
-        throw RegError(regerr::NoAssignment, error.what());
-    }
+    sweepUnfinished(file_);
+    keepFirstState();
     HiveWriteOptions options;
     options.lastWritten = fileTimeNow();
     Bytes bytes;
@@ -154,16 +176,17 @@ void HiveFile::prepare() {
     } catch (const HiveError& error) {
         throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(file_) + " kann diesen Inhalt nicht aufnehmen. " + error.what());
     }
-    fresh_ = writeBeside(file_, bytes);
+    fresh_ = writeBeside(file_, bytes, file_);
     now.reading->hive.header.assign(bytes.begin(), bytes.begin() + hivefmt::headerSize);
 }
 
-void HiveFile::commit() {
-    if (!loaded_ || fresh_.empty()) return;
+HiveSwap HiveFile::swap() {
     requireUnchanged();
-    if (const std::error_code error = host::replaceFile(fresh_, file_)) {
-        throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(file_) + " kann nicht geschrieben werden: " + error.message());
-    }
+    const Bytes& after = loaded_->reading->hive.header;
+    return {file_, fresh_, loaded_->base, {after.begin(), after.end()}};
+}
+
+void HiveFile::tookPlace() {
     fresh_.clear();
     Hive& hive = loaded_->reading->hive;
     hive.sequence += 1;

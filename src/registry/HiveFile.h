@@ -1,7 +1,8 @@
 #pragma once
 // One hive file that is worked on: read whole at the first use, changed in memory, written as a whole new file beside and
 // then put in its place. A walk through all of it goes over the bytes; the tree is built for whatever else is asked. Before
-// the first writing a copy of the file is kept as <name>.bvk; of a dirty hive, whose logs belong to it, the logs too. The
+// the first writing a copy of the file is kept as <name>.bvk, with the rights of the file itself; of a dirty hive, whose logs
+// belong to it, the logs too. Where that name is taken by something that is no file, nothing is written. The
 // file of another program's hand is never overwritten: what has changed since it was read is refused. Failures are
 // RegError: KeyNotRead, NoAssignment (not written), NoAccess (may not be written).
 #include <filesystem>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "registry/HiveFileBytes.h"
+#include "registry/HiveJournal.h"
 #include "registry/RegStore.h"
 
 namespace brenvik {
@@ -32,10 +34,13 @@ public:
     void forget() { loaded_.reset(); }            // the next use reads the file again
     const std::filesystem::path& file() const { return file_; }
 
-    // Writing goes in two steps, so that several files can be made ready before the first takes its place.
+    // Writing goes in two steps, so that several files can be made ready before the first takes its place. Whoever writes holds the
+    // lock of the folder all the time (registry/HiveCommit.h).
     void prepare();            // writes the new file beside
-    void commit();             // puts it in place
+    HiveSwap swap();           // what is to be done then; throws if the file was changed meanwhile
+    void tookPlace();          // it has been done
     void abandon() noexcept;   // takes a prepared file away
+    void letGo() { fresh_.clear(); }   // somebody else will look after the prepared file
 
 private:
     struct Stamp {
@@ -54,6 +59,7 @@ private:
     void requireUnchanged();
     void keepFirstState();
     void load(bool asTree);
+    bool tryLoad(bool asTree);   // false: the file was changed while it was read
     Loaded& loaded();   // with its tree
     std::filesystem::path file_;
     HiveMode mode_;

@@ -1,9 +1,10 @@
 #include "registry/HiveFileBytes.h"
 
 #include <algorithm>
-#include <random>
+#include <cstdio>
 
 #include "frame/DateiSystem.h"
+#include "frame/FreshFile.h"
 #include "frame/HostDatei.h"
 #include "registry/HiveInPlace.h"
 #include "registry/RegLinks.h"
@@ -18,7 +19,9 @@ std::string shownFile(const fs::path& file) {
     return text.append(utf8FromPath(file)).append(1, '"');
 }
 
-std::vector<fs::path> logsBeside(const fs::path& hive) {
+namespace {
+
+std::vector<fs::path> logsOf(const fs::path& hive, bool links) {
     std::vector<fs::path> logs;
     std::error_code error;
     const std::string name = utf8FromPath(hive.filename());
@@ -31,10 +34,30 @@ std::vector<fs::path> logsBeside(const fs::path& hive) {
         std::string folded = name;
         for (char& c : folded) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
         std::error_code ignored;
-        if (sameAscii(std::string_view(other).substr(0, name.size()), folded) && fs::is_regular_file(place->path(), ignored)) logs.push_back(place->path());
+        const fs::file_status kind = place->symlink_status(ignored);
+        if (sameAscii(std::string_view(other).substr(0, name.size()), folded) && (links ? fs::is_symlink(kind) : fs::is_regular_file(kind))) logs.push_back(place->path());
     }
     std::sort(logs.begin(), logs.end());
     return logs;
+}
+
+}  // namespace
+
+std::vector<fs::path> logsBeside(const fs::path& hive) { return logsOf(hive, false); }
+
+std::vector<hivefmt::ByteSpan> HiveFileBytes::logSpans() const {
+    std::vector<hivefmt::ByteSpan> spans;
+    for (const Log& log : logs) spans.emplace_back(reinterpret_cast<const std::uint8_t*>(log.bytes.data()), log.bytes.size());
+    return spans;
+}
+
+bool isHiveFile(const fs::path& file) {
+    Bytes start(HiveStartSize);
+    std::FILE* const in = host::openFile(file, "rb");
+    if (in == nullptr) return false;
+    start.resize(std::fread(start.data(), 1, start.size(), in));
+    std::fclose(in);
+    return looksLikeHive(start);
 }
 
 HiveFileBytes readHiveFile(const fs::path& file) {
@@ -42,7 +65,8 @@ HiveFileBytes readHiveFile(const fs::path& file) {
         HiveFileBytes bytes;
         bytes.hive = readFile(file, MaxHiveFile);
         if (isDirty(bytes.span())) {
-            for (const fs::path& log : logsBeside(file)) bytes.logs.push_back(readFile(log, MaxHiveFile));
+            for (const fs::path& log : logsBeside(file)) bytes.logs.push_back({log, readFile(log, MaxHiveFile)});
+            bytes.linkedLogs = logsOf(file, true);
         }
         return bytes;
     } catch (const RegError&) {
@@ -50,12 +74,6 @@ HiveFileBytes readHiveFile(const fs::path& file) {
     } catch (const NumberedError& error) {
         throw RegError(regerr::KeyNotRead, error.what());
     }
-}
-
-HiveReading HiveFileBytes::read(HiveMode mode) const {
-    std::vector<hivefmt::ByteSpan> spans;
-    for (const std::string& log : logs) spans.emplace_back(reinterpret_cast<const std::uint8_t*>(log.data()), log.size());
-    return readHive(span(), spans, mode);
 }
 
 namespace {
@@ -71,22 +89,44 @@ template <class Work> auto namingTheFile(const fs::path& file, const Work& work)
 }  // namespace
 
 HiveReading readHiveFrom(const HiveFileBytes& bytes, const fs::path& file, HiveMode mode) {
-    return namingTheFile(file, [&] { return bytes.read(mode); });
+    if (mode == HiveMode::Strict && !bytes.linkedLogs.empty()) {
+        throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(file) + " wurde nicht ordentlich geschlossen, und ihre Protokolldatei " +
+                                               shownFile(bytes.linkedLogs.front()) + " ist ein Verweis, der nicht gelesen wird.");
+    }
+    return namingTheFile(file, [&] { return readHive(bytes.span(), bytes.logSpans(), mode); });
 }
 
 void requireSoundHiveOf(const fs::path& file, hivefmt::ByteSpan bytes) {
     namingTheFile(file, [&] { requireSoundHive(bytes); });
 }
 
-fs::path writeBeside(const fs::path& file, hivefmt::ByteSpan bytes) {
-    std::random_device random;
-    fs::path fresh = file;
-    fresh += "." + std::to_string(random()) + ".neu";
-    const std::error_code error = host::writeNewFile(fresh, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, file);
+fs::path writeBeside(const fs::path& file, hivefmt::ByteSpan bytes, const fs::path& model) {
+    const fs::path fresh = freshNameBeside(file);
+    const std::error_code error = host::writeNewFile(fresh, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, model);
     if (!error) return fresh;
     std::error_code ignored;
     if (error != std::errc::file_exists) fs::remove(fresh, ignored);
     throw RegError(regerr::NoAssignment, "Die Datei " + shownFile(file) + " kann nicht geschrieben werden: " + error.message());
+}
+
+bool writeNewHiveFile(const fs::path& file, hivefmt::ByteSpan bytes, const fs::path& model) {
+    const auto isThere = [&] {
+        std::error_code error;
+        return fs::exists(fs::symlink_status(file, error));
+    };
+    if (isThere()) return false;
+    sweepLeftBehind(file);
+    const fs::path fresh = writeBeside(file, bytes, model);
+    std::error_code error, ignored;
+    fs::create_hard_link(fresh, file, error);   // never over a file that somebody else has made meanwhile
+    const bool taken = error && isThere();
+    if (error && !taken) {   // a file system without hard links
+        error = host::replaceFile(fresh, file);
+        if (!error) return true;
+    }
+    fs::remove(fresh, ignored);
+    if (error && !taken) throw RegError(regerr::NoAssignment, "Die Datei " + shownFile(file) + " kann nicht geschrieben werden: " + error.message());
+    return !taken;
 }
 
 }  // namespace brenvik

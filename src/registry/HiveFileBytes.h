@@ -11,23 +11,34 @@ namespace brenvik {
 
 inline constexpr std::uintmax_t MaxHiveFile = std::uintmax_t{1} << 30;
 
-std::vector<std::filesystem::path> logsBeside(const std::filesystem::path& hive);   // .LOG, .LOG1, .LOG2 in any case
+// .LOG, .LOG1, .LOG2 in any case. A log that is a link is none: what it leads to may be any file of the host.
+std::vector<std::filesystem::path> logsBeside(const std::filesystem::path& hive);
 
 struct HiveFileBytes {
     std::string hive;
-    std::vector<std::string> logs;   // only of a dirty hive
+    struct Log {
+        std::filesystem::path file;
+        std::string bytes;
+    };
+    std::vector<Log> logs;                            // only of a dirty hive
+    std::vector<std::filesystem::path> linkedLogs;    // of a dirty hive, not read
     hivefmt::ByteSpan span() const { return {reinterpret_cast<const std::uint8_t*>(hive.data()), hive.size()}; }
-    HiveReading read(HiveMode mode) const;
+    std::vector<hivefmt::ByteSpan> logSpans() const;
 };
 
-// Throws RegError KeyNotRead whose message names the file.
+bool isHiveFile(const std::filesystem::path& file);   // by its start; also one whose first block is lost
+
+// Throw RegError KeyNotRead whose message names the file.
 HiveFileBytes readHiveFile(const std::filesystem::path& file);
+// Strict: also for a dirty hive with a log that is a link.
 HiveReading readHiveFrom(const HiveFileBytes& bytes, const std::filesystem::path& file, HiveMode mode);
 void requireSoundHiveOf(const std::filesystem::path& file, hivefmt::ByteSpan bytes);
 
-// A new file beside with the given bytes, on the disk; its name. The file takes over the rights of model, if that
+// A new file beside with the given bytes, on the disk; its name. The file takes over rights and owner of model, if that
 // exists. Throws RegError NoAssignment, and leaves nothing behind.
-std::filesystem::path writeBeside(const std::filesystem::path& file, hivefmt::ByteSpan bytes);
+std::filesystem::path writeBeside(const std::filesystem::path& file, hivefmt::ByteSpan bytes, const std::filesystem::path& model);
+// Written under another name first. False: there is something of that name, which stays. Throws RegError NoAssignment.
+bool writeNewHiveFile(const std::filesystem::path& file, hivefmt::ByteSpan bytes, const std::filesystem::path& model = {});
 
 std::string shownFile(const std::filesystem::path& file);   // quoted, for messages
 

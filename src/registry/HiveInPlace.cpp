@@ -22,6 +22,8 @@ public:
         const ByteSpan units = key.className.first(key.className.size() / 2 * 2);
         details_.className.assign(units.begin(), units.end());
         details_.written = key.lastWrite;
+        details_.flags = key.flags & nk::Travelling;
+        details_.userFlags = key.userFlags;
         details_.descriptor = descriptor(key);
         sink_.enter(textOf(key.name), details_);
     }

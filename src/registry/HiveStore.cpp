@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "registry/Hibernation.h"
+#include "registry/HiveCommit.h"
 #include "registry/RegLimits.h"
 #include "registry/RegLinks.h"
 #include "registry/RegTree.h"
@@ -29,6 +31,37 @@ std::size_t indexOf(HiveKey& key, std::string_view name) {
     return value == nullptr ? key.values.size() : static_cast<std::size_t>(value - key.values.data());
 }
 
+// A hive's root is told by the name of the place that it stands at. What the hive holds in the place of a link cannot be
+// reached there and is left out.
+class PlacedSink final : public TreeSink {
+public:
+    PlacedSink(TreeSink& sink, std::string_view name, std::string link) : sink_(sink), name_(name), link_(std::move(link)) {}
+
+    void enter(std::string_view name, const KeyDetails& details) override {
+        lengths_.push_back(path_.size());
+        const bool top = lengths_.size() == 1;
+        if (!top && path_.size() <= link_.size()) path_ = joinKey(path_, name);   // longer ones are not looked at
+        if (hidden_ == 0 && !link_.empty() && sameName(path_, link_)) hidden_ = lengths_.size();
+        if (hidden_ == 0) sink_.enter(top && !name_.empty() ? name_ : name, details);
+    }
+    void value(std::string_view name, const RawValue& value) override {
+        if (hidden_ == 0) sink_.value(name, value);
+    }
+    void leave() override {
+        if (hidden_ == 0) sink_.leave();
+        if (hidden_ == lengths_.size()) hidden_ = 0;
+        path_.resize(lengths_.back());
+        lengths_.pop_back();
+    }
+
+private:
+    TreeSink& sink_;
+    std::string_view name_;
+    std::string link_, path_;             // below the first key
+    std::vector<std::size_t> lengths_;    // of the path before each key under way
+    std::size_t hidden_ = 0;              // depth of the key that is left out, 0: none
+};
+
 bool lessName(const std::string& a, const std::string& b) { return compareNames(a, b) < 0; }
 bool equalName(const std::string& a, const std::string& b) { return sameName(a, b); }
 
@@ -36,6 +69,16 @@ bool equalName(const std::string& a, const std::string& b) { return sameName(a, 
 
 void HiveStore::mount(Root root, std::string place, std::shared_ptr<HiveFile> file) {
     mounts_.push_back({root, std::move(place), std::move(file)});
+}
+
+void HiveStore::mountMissing(Root root, std::string place, std::string reason) {
+    mounts_.push_back({root, std::move(place), nullptr, std::move(reason)});
+}
+
+bool HiveStore::standsBelow(const HiveFile& file, std::string_view sid) const {
+    return std::any_of(mounts_.begin(), mounts_.end(), [&](const Mount& m) {
+        return m.root == Root::Users && m.file.get() == &file && (sameName(m.place, sid) || sameName(m.place, std::string(sid) + "_Classes"));
+    });
 }
 
 // ---- Where a path leads ----
@@ -48,7 +91,9 @@ HiveStore::Place HiveStore::mounted(Root root, std::string_view key) {
     if (isSingleHive()) return root == mounts_.front().root ? Place{mounts_.front().file.get(), std::string(key), true} : Place{};
     if (key.empty()) return {nullptr, {}, true};
     for (const Mount& m : mounts_) {
-        if (m.root == root && sameName(m.place, firstName(key))) return {m.file.get(), std::string(remaining(key)), true};
+        if (m.root != root || !sameName(m.place, firstName(key))) continue;
+        if (m.file == nullptr) throw RegError(regerr::KeyNotRead, m.missing);
+        return {m.file.get(), std::string(remaining(key)), true};
     }
     return {};
 }
@@ -58,7 +103,9 @@ HiveStore::Place HiveStore::place(Root root, std::string_view key) {
     switch (root) {
         case Root::LocalMachine: return machinePlace(key);
         case Root::Users: return userPlace(key);
-        case Root::CurrentUser: return userSid_.empty() ? Place{} : userPlace(joinKey(userSid_, key));
+        case Root::CurrentUser:
+            if (userSid_.empty() && !usersUnknown_.empty()) throw RegError(regerr::KeyNotRead, usersUnknown_);
+            return userSid_.empty() ? Place{} : userPlace(joinKey(userSid_, key));
         case Root::CurrentConfig: return machinePlace(joinKey(hardwareProfile(), key));
         case Root::ClassesRoot:
         case Root::DynData: break;
@@ -71,14 +118,64 @@ HiveStore::Place HiveStore::machinePlace(std::string_view key) {
 }
 
 // A user's classes lie in a file of their own in newer systems, to which a link in the other file leads.
-HiveStore::Place HiveStore::userPlace(std::string_view key) {
+std::string HiveStore::throughClasses(std::string_view key) const {
     const std::string_view sid = firstName(key), rest = remaining(key);
     if (startsWithKey(rest, "software\\classes")) {
         const std::string classes = std::string(sid) + "_Classes";
         constexpr std::size_t length = std::string_view("software\\classes").size();
-        if (hasMount(Root::Users, classes)) return mounted(Root::Users, joinKey(classes, rest.size() == length ? std::string_view() : rest.substr(length + 1)));
+        if (hasMount(Root::Users, classes)) return joinKey(classes, rest.size() == length ? std::string_view() : rest.substr(length + 1));
     }
-    return mounted(Root::Users, key);
+    return std::string(key);
+}
+
+HiveStore::Place HiveStore::userPlace(std::string_view key) { return mounted(Root::Users, throughClasses(key)); }
+
+RealKey HiveStore::realKey(Root root, std::string_view key) {
+    if (isSingleHive()) return {root, std::string(key)};
+    switch (root) {
+        case Root::LocalMachine: return {root, isControlSetLink(key) ? throughControlSet(key, controlSet()) : std::string(key)};
+        case Root::CurrentConfig: return realKey(Root::LocalMachine, joinKey(hardwareProfile(), key));
+        case Root::CurrentUser: return userSid_.empty() ? RealKey{root, std::string(key)} : realKey(Root::Users, joinKey(userSid_, key));
+        case Root::ClassesRoot: {
+            const std::string path = joinKey(ClassesPath, key);
+            return realKey(!key.empty() && find(place(Root::CurrentUser, path)) != nullptr ? Root::CurrentUser : Root::LocalMachine, path);
+        }
+        case Root::DynData: return {root, std::string(key)};
+        case Root::Users: break;
+    }
+    const std::string real = throughClasses(key);
+    // A file may stand at several places: the first of them counts.
+    const Mount* own = nullptr;
+    for (const Mount& m : mounts_)
+        if (m.root == root && sameName(m.place, firstName(real))) own = &m;
+    for (const Mount& m : mounts_)
+        if (own != nullptr && m.root == root && m.file == own->file) return {root, joinKey(m.place, remaining(real))};
+    return {root, real};
+}
+
+// The link that the hive of a key leads to elsewhere, if it stands below that key; "" if there is none.
+std::string HiveStore::linkBelow(Root root, std::string_view key) const {
+    if (isSingleHive()) return {};
+    if (root == Root::LocalMachine) return sameAscii(key, "system") ? joinKey(key, CurrentControlSetName) : std::string();
+    const bool own = root == Root::CurrentUser;
+    if (!own && (root != Root::Users || key.empty())) return {};
+    const std::string user(own ? std::string_view() : firstName(key));
+    const std::string_view rest = own ? key : remaining(key);
+    if ((!rest.empty() && !sameAscii(rest, "software")) || !hasMount(Root::Users, (own ? userSid_ : user) + "_Classes")) return {};
+    return joinKey(user, ClassesPath);
+}
+
+bool HiveStore::isLink(Root root, std::string_view key) {
+    if (isSingleHive() || key.empty()) return false;
+    if (const std::string link = linkBelow(root, parentKey(key)); !link.empty() && sameName(link, key)) return true;
+    const auto at = std::find_if(mounts_.begin(), mounts_.end(), [&](const Mount& m) { return m.root == root && sameName(m.place, key); });
+    return at != mounts_.end() && std::any_of(mounts_.begin(), at, [&](const Mount& m) { return m.root == root && m.file == at->file; });
+}
+
+std::vector<std::string> HiveStore::linksOut(Root root, std::string_view key) {
+    if (root != Root::CurrentUser && root != Root::Users) return {};
+    std::string link = linkBelow(root, key);
+    return link.empty() ? std::vector<std::string>() : std::vector<std::string>{std::move(link)};
 }
 
 std::string HiveStore::controlSet() {
@@ -143,7 +240,7 @@ std::vector<std::string> HiveStore::subKeys(Root root, std::string_view key) {
     std::vector<std::string> names;
     if (const Place at = place(root, key); at.file == nullptr && root != Root::ClassesRoot) {
         for (const Mount& m : mounts_) {
-            if (at.exists && m.root == root) names.push_back(m.place);
+            if (at.exists && m.root == root && m.file != nullptr) names.push_back(m.place);
         }
         std::sort(names.begin(), names.end(), lessName);
         return names;
@@ -155,9 +252,10 @@ std::vector<std::string> HiveStore::subKeys(Root root, std::string_view key) {
         std::set_union(names.begin(), names.end(), added.begin(), added.end(), std::back_inserter(both), lessName);
         names = std::move(both);
     }
-    if (root == Root::LocalMachine && !isSingleHive() && sameAscii(key, "system") && find(machinePlace("System\\CurrentControlSet")) != nullptr) {
-        const auto at = std::lower_bound(names.begin(), names.end(), CurrentControlSetName, lessName);
-        if (at == names.end() || !equalName(*at, CurrentControlSetName)) names.insert(at, CurrentControlSetName);
+    if (const std::string link = linkBelow(root, key); !link.empty() && sameName(parentKey(link), key) && keyExists(root, link)) {
+        const std::string name(lastKeyName(link));
+        const auto at = std::lower_bound(names.begin(), names.end(), name, lessName);
+        if (at == names.end() || !equalName(*at, name)) names.insert(at, name);
     }
     return names;
 }
@@ -196,13 +294,22 @@ std::optional<KeyDetails> HiveStore::details(Root root, std::string_view key) {
 void HiveStore::walk(Root root, std::string_view key, TreeSink& sink) {
     const Place at = place(root, key);
     if (at.file == nullptr) return RegStore::walk(root, key, sink);
-    at.file->walk(at.path, sink);
+    try {   // what the sink throws is not meant
+        at.path.empty() ? at.file->open() : static_cast<void>(at.file->hive());
+    } catch (const RegError& error) {
+        return sink.unreadable(lastKeyName(key), error);
+    }
+    const std::string link = linkBelow(root, key);
+    const bool namedSo = key.empty() || (!at.path.empty() && sameName(lastKeyName(at.path), lastKeyName(key)));
+    if (link.empty() && namedSo) return at.file->walk(at.path, sink);
+    PlacedSink placed(sink, lastKeyName(key), link.empty() || key.empty() ? link : link.substr(key.size() + 1));
+    at.file->walk(at.path, placed);
 }
 
 // ---- Changes ----
 
 bool HiveStore::writable() {
-    return std::any_of(mounts_.begin(), mounts_.end(), [](const Mount& m) { return m.file->writable(); });
+    return std::any_of(mounts_.begin(), mounts_.end(), [](const Mount& m) { return m.file != nullptr && m.file->writable(); });
 }
 
 void HiveStore::transaction(const std::function<void()>& changes) {
@@ -228,28 +335,37 @@ void HiveStore::rollBack(std::size_t to) {
     }
 }
 
-// All files are made ready before the first takes its place. What cannot be finished is read again from the disk, which
-// then is the truth for everybody.
+std::vector<std::string> HiveStore::questionsBeforeWriting(const std::vector<HiveFile*>& files) {
+    for (const HiveFile* const file : files) {
+        if (const auto image = hibernatedAbove(file->file())) return {hibernationQuestion(*image)};
+    }
+    return {};
+}
+
+void HiveStore::requireConsent(const std::vector<HiveFile*>& files) {
+    for (const std::string& question : questionsBeforeWriting(files)) {
+        if (std::find(agreed_.begin(), agreed_.end(), question) != agreed_.end()) continue;
+        if (!ask_ || !ask_(question)) throw RegError(regerr::NoAccess, question + " Nein: Es wurde nichts geschrieben.");
+        agreed_.push_back(question);
+    }
+}
+
+// What cannot be finished is read again from the disk, which then is the truth for everybody.
 void HiveStore::write(std::size_t from) {
     std::vector<HiveFile*> changed;
     for (std::size_t i = from; i < undo_.size(); ++i) {
         if (std::find(changed.begin(), changed.end(), undo_[i].file) == changed.end()) changed.push_back(undo_[i].file);
     }
-    std::string finished;
     try {
-        for (HiveFile* const file : changed) file->prepare();
-        for (HiveFile* const file : changed) {
-            file->commit();
-            finished.append(finished.empty() ? "" : ", ").append(file->file().filename().string());
-        }
-    } catch (const RegError& error) {
+        requireConsent(changed);
+        writeTogether(changed);
+    } catch (const RegError&) {
         for (HiveFile* const file : changed) {
             file->abandon();
             file->forget();
         }
         undo_.resize(from);
-        if (finished.empty()) throw;
-        throw RegError(error.number, std::string(error.what()) + " Schon geschrieben sind: " + finished + ".");
+        throw;
     }
 }
 
@@ -347,14 +463,19 @@ void HiveStore::setDetails(Root root, std::string_view key, const KeyDetails& de
         if (found.empty()) throw RegError(regerr::NoAccess, "Der Schlüssel ist nicht vorhanden.");
         const Place& at = found.front();
         HiveKey& target = *find(at);
-        undo_.push_back({at.file, [path = at.path, name = target.className, time = target.lastWrite, security = target.security](Hive& hive) {
+        undo_.push_back({at.file, [path = at.path, name = target.className, time = target.lastWrite, security = target.security, flags = target.flags,
+                                   userFlags = target.userFlags](Hive& hive) {
                              HiveKey& changed = *hive.findPath(path);
                              changed.className = name;
                              changed.lastWrite = time;
                              changed.security = security;
+                             changed.flags = flags;
+                             changed.userFlags = userFlags;
                          }});
         target.className = fromUtf16Le(details.className.data(), details.className.size());
-        target.lastWrite = details.written;
+        if (details.written != KeyDetails::NoTime) target.lastWrite = details.written;
+        target.flags = hivefmt::withTravelling(target.flags, details.flags);
+        target.userFlags = details.userFlags;
         target.security = details.descriptor.empty() ? HiveKey::NoSecurity : at.file->hive().addDescriptor(details.descriptor);
     });
 }
@@ -398,6 +519,7 @@ std::unique_ptr<RegStore> openHiveFile(const std::filesystem::path& file, const 
         for (const HiveFinding& finding : hive->findings()) options.tell(finding);
     }
     auto store = std::make_unique<HiveStore>();
+    store->setAsk(options.ask);
     store->mount(Root::LocalMachine, "", std::move(hive));
     return store;
 }

@@ -26,10 +26,13 @@ std::string storedUserName(RegStore& store, const std::string& sid) {
     return folder.substr(folder.rfind('\\') + 1);
 }
 
-LocalMachines::LocalMachines(RegStore& local, std::string fallbackName) : local_(local), fallbackName_(std::move(fallbackName)) {}
+LocalMachines::LocalMachines(RegStore& local, std::string fallbackName)
+    : LocalMachines([&local]() -> RegStore& { return local; }, std::move(fallbackName)) {}
+LocalMachines::LocalMachines(std::function<RegStore&()> local, std::string fallbackName)
+    : local_(std::move(local), TargetFiles::none({})), fallbackName_(std::move(fallbackName)) {}
 
 std::string LocalMachines::localName() {
-    if (localName_.empty()) localName_ = storedComputerName(local_);
+    if (localName_.empty()) localName_ = storedComputerName(local_.store());
     fallbackTold_ = fallbackTold_ || localName_.empty();
     return localName_.empty() ? fallbackName_ : localName_;
 }
@@ -37,6 +40,7 @@ std::string LocalMachines::localName() {
 // Whoever was told the fallback name may go on using it, also when the store has a name by now. So it needs no look into the
 // store, which each access to the registry would pay for.
 bool LocalMachines::isLocal(const std::string& machine) {
+    if (machine.find_first_of("/\\") != std::string::npos) return false;   // a folder is no name; the store is left alone
     return machine.empty() || (fallbackTold_ && sameName(machine, fallbackName_)) || sameName(machine, localName());
 }
 
@@ -48,9 +52,9 @@ std::int32_t LocalMachines::connect(const std::string& machine) {
     }
 }
 
-RegStore& LocalMachines::store(const std::string& machine) {
+TargetSystem& LocalMachines::target(const std::string& machine) {
     if (isLocal(machine)) return local_;
-    RegStore* found = finder_ ? finder_(machine) : nullptr;
+    TargetSystem* found = finder_ ? finder_(machine) : nullptr;
     if (found == nullptr) throw RegError(regerr::NoAccess, "Der Rechner \"" + machine + "\" antwortet nicht.");
     return *found;
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "registry/RegStore.h"
+#include "registry/TargetSystem.h"
 
 namespace brenvik {
 
@@ -13,21 +14,25 @@ std::string storedUserName(RegStore& store, const std::string& sid);   // from P
 
 class LocalMachines final : public Machines {
 public:
-    // Gives the store of a machine, or nullptr if there is no such machine. May throw RegError: NoAccess (access denied),
+    // Gives a machine, or nullptr if there is none of that name. May throw RegError: NoAccess (access denied),
     // NoKey (there is none, and why).
-    using Finder = std::function<RegStore*(const std::string& machine)>;
+    using Finder = std::function<TargetSystem*(const std::string& machine)>;
 
     // fallbackName is the local machine's name if the store holds none.
-    explicit LocalMachines(RegStore& local, std::string fallbackName = "BRENVIK-PC");
+    explicit LocalMachines(RegStore& local, std::string fallbackName = DefaultName);
+    // local gives the local store; asked when something needs it.
+    explicit LocalMachines(std::function<RegStore&()> local, std::string fallbackName = DefaultName);
+    static constexpr const char* DefaultName = "BRENVIK-PC";
     void setFinder(Finder finder) { finder_ = std::move(finder); }
 
     std::string localName() override;
     std::int32_t connect(const std::string& machine) override;
-    RegStore& store(const std::string& machine) override;
+    TargetSystem& target(const std::string& machine) override;
+    void setLocalFiles(TargetFiles files) override { local_.setFiles(std::move(files)); }
 
 private:
     bool isLocal(const std::string& machine);
-    RegStore& local_;
+    RegistryTarget local_;
     std::string fallbackName_;
     std::string localName_;       // once it has been read
     bool fallbackTold_ = false;   // somebody knows this machine by that name

@@ -120,6 +120,15 @@ bool MemoryStore::deleteKey(Root root, std::string_view key) {
     return true;
 }
 
+void MemoryStore::clear(Root root, std::string_view key) {
+    requireWritable();
+    if (Node* const node = find(root, key)) {
+        node->values.clear();
+        node->places.clear();
+        node->children.clear();
+    }
+}
+
 void MemoryStore::transaction(const std::function<void()>& changes) {
     requireWritable();
     std::vector<Node> before = roots_;

@@ -21,6 +21,7 @@ public:
     void setValue(Root root, std::string_view key, const ValueName& name, const RawValue& value) override;
     bool deleteValue(Root root, std::string_view key, const ValueName& name) override;
     bool deleteKey(Root root, std::string_view key) override;
+    void clear(Root root, std::string_view key) override;
     void transaction(const std::function<void()>& changes) override;   // keeps a copy of everything meanwhile
     bool writable() override { return writable_; }
     void setWritable(bool on) { writable_ = on; }   // off: every change is RegError NoAccess

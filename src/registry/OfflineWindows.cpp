@@ -3,8 +3,15 @@
 #include <algorithm>
 #include <map>
 
+#include <fmt/format.h>
+
 #include "frame/DateiSystem.h"
+#include "frame/Errors.h"
+#include "frame/Konvertierung.h"
+#include "frame/TargetFiles.h"
+#include "registry/Hibernation.h"
 #include "registry/HiveFileBytes.h"
+#include "registry/Meldungen.h"
 #include "registry/RegLinks.h"
 #include "registry/RegPath.h"
 #include "registry/Upcase.h"
@@ -22,16 +29,6 @@ constexpr const char* UserFiles[] = {"NTUSER.DAT", "NTUSER.MAN"};
 constexpr const char* ClassesFiles[] = {"AppData\\Local\\Microsoft\\Windows\\UsrClass.dat",
                                         "Local Settings\\Application Data\\Microsoft\\Windows\\UsrClass.dat",
                                         "Lokale Einstellungen\\Anwendungsdaten\\Microsoft\\Windows\\UsrClass.dat"};
-
-std::optional<fs::path> childOf(const fs::path& folder, std::string_view name) {
-    std::error_code error;
-    const fs::path exact = folder / pathFromUtf8(name);
-    if (fs::exists(exact, error)) return exact;
-    for (fs::directory_iterator place(folder, error), end; !error && place != end; place.increment(error)) {
-        if (sameName(utf8FromPath(place->path().filename()), name)) return place->path();
-    }
-    return std::nullopt;
-}
 
 template <class Names>
 std::optional<fs::path> firstFile(const fs::path& folder, const Names& names) {
@@ -70,28 +67,18 @@ std::string expanded(std::string path, std::string_view systemRoot) {
     return path;
 }
 
-bool isInside(const fs::path& path, const fs::path& folder) {
-    const auto [at, other] = std::mismatch(folder.begin(), folder.end(), path.begin(), path.end());
-    return at == folder.end();
-}
-
 }  // namespace
 
 std::optional<fs::path> findBelow(const fs::path& folder, std::string_view windowsPath) {
-    fs::path found = folder;
-    while (!windowsPath.empty()) {
-        const std::size_t end = std::min(windowsPath.find('\\'), windowsPath.size());
-        const std::string_view name = windowsPath.substr(0, end);
-        windowsPath.remove_prefix(std::min(end + 1, windowsPath.size()));
-        if (name.empty()) continue;
-        if (name == "." || name == ".." || name.find('/') != std::string_view::npos || name.find('\0') != std::string_view::npos) return std::nullopt;
-        const auto child = childOf(found, name);
-        if (!child) return std::nullopt;
-        found = *child;
+    for (const std::string& name : Split(std::string(windowsPath), "\\"))
+        if (name == "." || name == ".." || name.find('/') != std::string::npos) return std::nullopt;
+    try {
+        std::error_code error;
+        fs::path found = findInside(folder, windowsPath);
+        return fs::exists(found, error) ? std::optional(std::move(found)) : std::nullopt;
+    } catch (const NumberedError&) {
+        return std::nullopt;
     }
-    std::error_code error;
-    const fs::path real = fs::canonical(found, error), top = error ? fs::path() : fs::canonical(folder, error);
-    return !error && isInside(real, top) ? std::optional(found) : std::nullopt;
 }
 
 OfflineWindows::OfflineWindows(const fs::path& folder) : top_(folder) {
@@ -99,13 +86,18 @@ OfflineWindows::OfflineWindows(const fs::path& folder) : top_(folder) {
     if (!windows) throw RegError(regerr::NoKey, "Im Ordner " + shownFile(folder) + " ist kein Windows (Windows\\System32\\config\\SOFTWARE fehlt).");
     windows_ = *windows;
     if (windows_ == folder && folder.has_parent_path()) top_ = folder.parent_path();
-    mountMachine(*findBelow(windows_, "System32\\config"));
+    systemRoot_ = "C:\\" + utf8FromPath(windows_.filename());
+    const fs::path config = *findBelow(windows_, "System32\\config");
+    if (const auto image = hibernatedAbove(config)) notes_.push_back(hibernationNote(*image));
+    mountMachine(config);
+    setUsersUnknown(meldung::KeinProfil);
     try {
         mountProfiles();
     } catch (const RegError& error) {
         notes_.emplace_back(error.what());
+        setUsersUnknown(error.what());
     }
-    const auto person = std::find_if(profiles_.begin(), profiles_.end(), [](const Profile& p) { return isProfileName(p.sid); });
+    const auto person = std::find_if(profiles_.begin(), profiles_.end(), [](const TargetProfile& p) { return isProfileName(p.sid) && p.missing.empty(); });
     if (person != profiles_.end()) setCurrentUser(person->sid);
 }
 
@@ -121,6 +113,7 @@ void OfflineWindows::mountMachine(const fs::path& config) {
         std::error_code error;
         if (!file || !fs::is_regular_file(*file, error)) {
             notes_.push_back(std::string("Die Hivedatei ") + name + " fehlt.");
+            mountMissing(root, place, notes_.back());
             continue;
         }
         const auto hive = std::make_shared<HiveFile>(*file);
@@ -131,44 +124,83 @@ void OfflineWindows::mountMachine(const fs::path& config) {
 
 void OfflineWindows::mountProfiles() {
     const std::string list = joinKey(VersionKey, "ProfileList");
-    std::string systemRoot = stringOf(value(Root::LocalMachine, VersionKey, ValueName::named("SystemRoot")));
-    if (systemRoot.size() < 2 || systemRoot[1] != ':') systemRoot = "C:\\" + utf8FromPath(windows_.filename());
+    const std::string root = stringOf(value(Root::LocalMachine, VersionKey, ValueName::named("SystemRoot")));
+    if (root.size() >= 2 && root[1] == ':') systemRoot_ = root;
     for (const std::string& sid : subKeys(Root::LocalMachine, list)) {
         const bool leftOver = sid.size() > 4 && sameAscii(std::string_view(sid).substr(sid.size() - 4), ".bak");
         if (leftOver || sameAscii(sid, "s-1-5-18")) continue;
-        mountProfile(sid, expanded(stringOf(value(Root::LocalMachine, joinKey(list, sid), ValueName::named("ProfileImagePath"))), systemRoot), systemRoot);
+        mountProfile(sid, expanded(stringOf(value(Root::LocalMachine, joinKey(list, sid), ValueName::named("ProfileImagePath"))), systemRoot_));
     }
 }
 
-void OfflineWindows::mountProfile(const std::string& sid, const std::string& imagePath, std::string_view systemRoot) {
-    const bool onThisDrive = imagePath.size() > 3 && sameName(std::string_view(imagePath).substr(0, 2), systemRoot.substr(0, 2));
+void OfflineWindows::mountProfile(const std::string& sid, const std::string& imagePath) {
+    const bool onThisDrive = imagePath.size() > 3 && sameName(std::string_view(imagePath).substr(0, 2), systemRoot_.substr(0, 2));
     const auto folder = onThisDrive ? findBelow(top_, std::string_view(imagePath).substr(2)) : std::nullopt;
     const auto file = folder ? firstFile(*folder, UserFiles) : std::nullopt;
+    profiles_.push_back({sid, std::string(lastKeyName(imagePath)), {}});
     if (!file) {
-        notes_.push_back("Zum Profil " + sid + " wurde im Ordner \"" + imagePath + "\" keine Datei NTUSER.DAT gefunden.");
+        profiles_.back().missing = "Zum Profil " + sid + " wurde im Ordner \"" + imagePath + "\" keine Datei NTUSER.DAT gefunden.";
+        if (isProfileName(sid)) notes_.push_back(profiles_.back().missing);   // service accounts often have none
+        mountMissing(Root::Users, sid, profiles_.back().missing);
         return;
     }
-    profiles_.push_back({sid, std::string(lastKeyName(imagePath)), *folder});
     mount(Root::Users, sid, std::make_shared<HiveFile>(*file));
     if (const auto classes = firstFile(*folder, ClassesFiles)) mount(Root::Users, sid + "_Classes", std::make_shared<HiveFile>(*classes));
 }
 
 bool OfflineWindows::chooseUser(std::string_view sidOrName) {
-    const auto found = std::find_if(profiles_.begin(), profiles_.end(), [&](const Profile& p) { return sameName(p.sid, sidOrName) || sameName(p.userName, sidOrName); });
+    const auto found = std::find_if(profiles_.begin(), profiles_.end(), [&](const TargetProfile& p) {
+        return p.missing.empty() && (sameName(p.sid, sidOrName) || sameName(p.userName, sidOrName));
+    });
     if (found == profiles_.end()) return false;
     setCurrentUser(found->sid);
-    return true;
+    return chosen_ = true;
 }
 
-void reachOfflineWindows(LocalMachines& machines) {
-    auto opened = std::make_shared<std::map<fs::path, std::unique_ptr<OfflineWindows>>>();
-    machines.setFinder([opened](const std::string& machine) -> RegStore* {
+bool OfflineWindows::userIsPlain() const {
+    return chosen_ || std::count_if(profiles_.begin(), profiles_.end(), [](const TargetProfile& p) { return isProfileName(p.sid); }) < 2;
+}
+
+std::vector<std::string> OfflineWindows::questionsBeforeWriting(const std::vector<HiveFile*>& files) {
+    std::vector<std::string> questions = HiveStore::questionsBeforeWriting(files);
+    const auto user = std::find_if(profiles_.begin(), profiles_.end(), [&](const TargetProfile& p) { return p.sid == currentUserSid(); });
+    if (userIsPlain() || user == profiles_.end()) return questions;
+    const bool theirs = std::any_of(files.begin(), files.end(), [&](const HiveFile* file) { return standsBelow(*file, user->sid); });
+    if (theirs) questions.push_back(fmt::format(meldung::ProfilSchreiben, user->userName, user->sid));
+    return questions;
+}
+
+MountedWindows::MountedWindows(const fs::path& folder)
+    : windows_(folder), files_([this](char letter) {
+          const std::string& root = windows_.systemRoot();
+          return lowerCase(root.substr(0, 1)) == std::string(1, letter) ? std::optional(windows_.driveFolder()) : std::nullopt;
+      }, [this] { return windows_.systemRoot().substr(0, 3) + utf8FromPath(windows_.windowsFolder().filename()); }) {}
+
+std::vector<std::string> MountedWindows::notes() const {
+    std::vector<std::string> all = windows_.notes();
+    if (windows_.userIsPlain()) return all;
+    std::string others;
+    std::string chosen;
+    for (const TargetProfile& p : profiles()) {
+        if (p.sid == profile()) chosen = p.userName + " (" + p.sid + ")";
+        else if (isProfileName(p.sid)) others += (others.empty() ? "" : ", ") + p.userName;
+    }
+    all.push_back(chosen.empty() ? meldung::KeinProfil : fmt::format(meldung::ProfilGenommen, chosen, others));
+    return all;
+}
+
+void reachOfflineWindows(LocalMachines& machines, std::function<bool(const std::string& question)> ask) {
+    auto opened = std::make_shared<std::map<fs::path, std::unique_ptr<MountedWindows>>>();
+    machines.setFinder([opened, ask = std::move(ask)](const std::string& machine) -> TargetSystem* {
         if (machine.find('/') == std::string::npos) return nullptr;
         std::error_code error;
         const fs::path folder = fs::canonical(pathFromUtf8(machine), error);
         if (error || !fs::is_directory(folder, error)) return nullptr;
         auto& windows = (*opened)[folder];
-        if (!windows) windows = std::make_unique<OfflineWindows>(folder);
+        if (!windows) {
+            windows = std::make_unique<MountedWindows>(folder);
+            windows->setAsk(ask);
+        }
         return windows.get();
     });
 }

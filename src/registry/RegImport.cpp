@@ -23,10 +23,10 @@ template <class Work> void onTrial(RegStore& store, const Work& work) {
     }
 }
 
-std::vector<RegTextProblem> refusals(RegStore& store, const std::vector<RegOperation>& operations) {
+std::vector<RegTextProblem> refusals(RegStore& store, const RegTextFile& file) {
     std::vector<RegTextProblem> problems;
-    for (const RegOperation& operation : operations) {
-        if (problems.size() >= MaxRegTextProblems) break;
+    file.each([&](const RegOperation& operation) {
+        if (problems.size() >= MaxRegTextProblems) return;
         RegOperation single = operation;
         single.line = 0;
         try {
@@ -34,7 +34,7 @@ std::vector<RegTextProblem> refusals(RegStore& store, const std::vector<RegOpera
         } catch (const RegError& error) {
             problems.push_back({operation.line, error.what()});
         }
-    }
+    });
     return problems;
 }
 
@@ -105,25 +105,30 @@ private:
 
 }  // namespace
 
-std::vector<RegTextProblem> einspielen(RegStore& store, const std::vector<RegOperation>& operations) {
+// The file is read once where all is well, and again only to find all that is not.
+std::vector<RegTextProblem> einspielen(RegStore& store, const RegTextFile& file) {
+    std::vector<RegTextProblem> problems;
     try {
-        applyOperations(store, operations);
-        return {};
+        store.transaction([&] {
+            problems = file.each([&](const RegOperation& operation) { applyOperation(store, operation); });
+            if (!problems.empty()) throw TakeBack{};
+        });
+    } catch (const TakeBack&) {
     } catch (const RegError&) {
-        std::vector<RegTextProblem> problems;
-        onTrial(store, [&] { problems = refusals(store, operations); });
+        problems = file.each([](const RegOperation&) {});
+        if (problems.empty()) onTrial(store, [&] { problems = refusals(store, file); });
         if (problems.empty()) throw;
-        return problems;
     }
+    return problems;
 }
 
-Vorschau vorschau(RegStore& store, const std::vector<RegOperation>& operations) {
+Vorschau vorschau(RegStore& store, const RegTextFile& file) {
     Vorschau result;
     onTrial(store, [&] {
         std::vector<Aenderungsvorschau> places;
         Places collector(store, places);
-        for (const RegOperation& operation : operations) collector.add(operation);
-        result.problems = einspielen(store, operations);
+        result.problems = file.each([&](const RegOperation& operation) { collector.add(operation); });
+        if (result.problems.empty()) result.problems = einspielen(store, file);
         if (!result.problems.empty()) return;
         for (Aenderungsvorschau& place : places) {
             if (place.isKey) {

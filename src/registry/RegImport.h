@@ -9,9 +9,9 @@
 
 namespace brenvik {
 
-// Empty: everything was carried out. Else nothing was, and these are all the lines that the store refuses. Throws
-// RegError if the store takes no changes at all.
-std::vector<RegTextProblem> einspielen(RegStore& store, const std::vector<RegOperation>& operations);
+// Empty: everything was carried out. Else nothing was, and these are all the lines that cannot be read or, if all can be, that
+// the store refuses. Throws RegError if the store takes no changes at all.
+std::vector<RegTextProblem> einspielen(RegStore& store, const RegTextFile& file);
 
 struct Aenderungsvorschau {
     Root root = Root::LocalMachine;
@@ -28,6 +28,6 @@ struct Vorschau {
 };
 
 // Changes nothing: carries everything out and takes it back.
-Vorschau vorschau(RegStore& store, const std::vector<RegOperation>& operations);
+Vorschau vorschau(RegStore& store, const RegTextFile& file);
 
 }  // namespace brenvik

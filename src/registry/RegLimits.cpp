@@ -16,6 +16,7 @@ bool longerThan(std::string_view text, std::size_t most) { return text.size() > 
 
 void checkKeyName(std::string_view name) {
     if (name.empty()) throw RegError(regerr::NoKey, "Ein Schlüsselname ist leer.");
+    if (name.find('\\') != std::string_view::npos) throw RegError(regerr::NoKey, "Ein Schlüsselname darf keinen umgekehrten Schrägstrich enthalten.");
     if (longerThan(name, MaxKeyName)) throw RegError(regerr::NoKey, "Ein Schlüsselname darf höchstens 255 Zeichen haben.");
 }
 

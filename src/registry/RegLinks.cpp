@@ -36,6 +36,8 @@ bool startsWithKey(std::string_view path, std::string_view lowerKey) {
            sameAscii(path.substr(0, lowerKey.size()), lowerKey);
 }
 
+bool isControlSetName(std::string_view machineKey) { return sameAscii(machineKey, ControlSetLink); }
+
 bool isControlSetLink(std::string_view machineKey) { return startsWithKey(machineKey, ControlSetLink); }
 
 std::string throughControlSet(std::string_view machineKey, std::string_view controlSet) {

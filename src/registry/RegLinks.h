@@ -20,7 +20,8 @@ std::string_view lastKeyName(std::string_view path);
 std::string_view parentKey(std::string_view path);                        // "" if there is none
 bool startsWithKey(std::string_view path, std::string_view lowerKey);     // the key itself or below it
 
-bool isControlSetLink(std::string_view machineKey);                       // the link itself or below it
+bool isControlSetName(std::string_view machineKey);                       // the link itself
+bool isControlSetLink(std::string_view machineKey);                       // or below it
 std::string throughControlSet(std::string_view machineKey, std::string_view controlSet);
 std::string controlSetOf(const std::optional<RawValue>& current);         // from Select\Current; ControlSet001 if unusable
 bool isProfileName(std::string_view userKey);                             // of a person: no service, no default, no classes

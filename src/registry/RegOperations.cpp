@@ -1,6 +1,9 @@
 #include "registry/RegOperations.h"
 
+#include <algorithm>
+
 #include "frame/Errors.h"
+#include "registry/RegLimits.h"
 
 namespace brenvik {
 
@@ -14,7 +17,8 @@ void apply(RegStore& store, const RegOperation& operation) {
         case RegOperation::Kind::DeleteKey:
             // Below HKCR the user's key covers the machine's, which shows only when the first is gone.
             for (int layer = 0; layer < 2 && store.keyExists(operation.root, operation.key); ++layer) {
-                if (!deleteTree(store, operation.root, operation.key)) throw RegError(regerr::NoAccess, "Der Schlüssel kann nicht gelöscht werden.");
+                store.clear(operation.root, operation.key);
+                if (!store.deleteKey(operation.root, operation.key)) throw RegError(regerr::NoAccess, "Der Schlüssel kann nicht gelöscht werden.");
             }
             return;
     }
@@ -22,20 +26,23 @@ void apply(RegStore& store, const RegOperation& operation) {
 
 }  // namespace
 
+void applyOperation(RegStore& store, const RegOperation& operation) {
+    try {
+        apply(store, operation);
+    } catch (const RegError& error) {
+        if (operation.line == 0) throw;
+        throw RegError(error.number, "Zeile " + std::to_string(operation.line) + ": " + error.what());
+    }
+}
+
 void applyOperations(RegStore& store, const std::vector<RegOperation>& operations) {
     store.transaction([&] {
-        for (const RegOperation& operation : operations) {
-            try {
-                apply(store, operation);
-            } catch (const RegError& error) {
-                if (operation.line == 0) throw;
-                throw RegError(error.number, "Zeile " + std::to_string(operation.line) + ": " + error.what());
-            }
-        }
+        for (const RegOperation& operation : operations) applyOperation(store, operation);
     });
 }
 
 bool deleteTree(RegStore& store, Root root, std::string_view key) {
+    if (static_cast<std::size_t>(std::count(key.begin(), key.end(), '\\')) > MaxKeyDepth) throwTooDeep();
     bool done = true;
     for (const std::string& name : store.subKeys(root, key)) {
         done = deleteTree(store, root, key.empty() ? name : std::string(key) + "\\" + name) && done;

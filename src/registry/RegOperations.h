@@ -1,6 +1,7 @@
 #pragma once
 // Changes to a registry as a list, as a REG file holds them, and how they are carried out on a store.
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,10 +21,15 @@ struct RegOperation {
     bool operator==(const RegOperation&) const = default;
 };
 
-// All of them in one transaction, or none: throws RegError whose text begins with the line that failed.
+using RegOperationTeller = std::function<void(const RegOperation&)>;
+
+// Throws RegError whose text begins with the operation's line, if it has one.
+void applyOperation(RegStore& store, const RegOperation& operation);
+// All of them in one transaction, or none.
 void applyOperations(RegStore& store, const std::vector<RegOperation>& operations);
 
-// The key with everything below it. False if something could not be deleted; a root is emptied and stays.
+// The key with everything below it, key by key. False if something could not be deleted; a root is emptied and stays. Throws
+// RegError for a tree that is deeper than any may be.
 bool deleteTree(RegStore& store, Root root, std::string_view key);
 
 }  // namespace brenvik

@@ -1,6 +1,10 @@
 #include "registry/RegStore.h"
+#include "registry/TargetSystem.h"
+
+#include <algorithm>
 
 #include "frame/Errors.h"
+#include "registry/RegLimits.h"
 #include "registry/RegLinks.h"
 #include "registry/RegOperations.h"
 
@@ -27,7 +31,9 @@ public:
         KeyDetails& told = details_.back();
         if (!told.className.empty()) merged.className = std::move(told.className);
         if (!told.descriptor.empty()) merged.descriptor = std::move(told.descriptor);
-        if (told.written != 0) merged.written = told.written;
+        if (told.flags != 0) merged.flags = told.flags;
+        if (told.userFlags != 0) merged.userFlags = told.userFlags;
+        if (told.written != KeyDetails::NoTime) merged.written = told.written;
         store_.setDetails(root_, path_, merged);
         details_.pop_back();
         path_.resize(lengths_.back());
@@ -48,12 +54,39 @@ std::optional<KeyDetails> RegStore::details(Root root, std::string_view key) {
     return keyExists(root, key) ? std::optional(KeyDetails()) : std::nullopt;
 }
 
+namespace {
+
+constexpr std::ptrdiff_t DeepestPath = MaxKeyDepth + 8;   // hives stand a little below their root
+
+struct KeyContent {
+    KeyDetails details;
+    std::vector<NamedValue> values;
+    std::vector<std::string> subKeys;
+};
+
+std::optional<KeyContent> contentOf(RegStore& store, Root root, std::string_view key) {
+    const auto details = store.details(root, key);
+    if (!details) return std::nullopt;
+    return KeyContent{*details, store.values(root, key), store.subKeys(root, key)};
+}
+
+}  // namespace
+
 void RegStore::walk(Root root, std::string_view key, TreeSink& sink) {
-    const auto found = details(root, key);
-    if (!found) return;
-    sink.enter(lastKeyName(key), *found);
-    for (const NamedValue& entry : values(root, key)) sink.value(entry.name.text(), entry.value);
-    for (const std::string& child : subKeys(root, key)) walk(root, joinKey(key, child), sink);
+    if (std::count(key.begin(), key.end(), '\\') > DeepestPath) throwTooDeep();
+    std::optional<KeyContent> content;
+    try {   // what the sink throws is not meant
+        content = contentOf(*this, root, key);
+    } catch (const RegError& error) {
+        return sink.unreadable(lastKeyName(key), error);
+    }
+    if (!content) return;
+    sink.enter(lastKeyName(key), content->details);
+    for (const NamedValue& entry : content->values) sink.value(entry.name.text(), entry.value);
+    for (const std::string& child : content->subKeys) {
+        const std::string path = joinKey(key, child);
+        if (!isLink(root, path)) walk(root, path, sink);
+    }
     sink.leave();
 }
 
@@ -76,5 +109,12 @@ void RegStore::clear(Root root, std::string_view key) {
         }
     });
 }
+
+const std::string& RegStore::whyReadOnly() const {
+    static const std::string nothing;
+    return nothing;
+}
+
+RegStore& Machines::store(const std::string& machine) { return target(machine).store(); }
 
 }  // namespace brenvik

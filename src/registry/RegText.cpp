@@ -91,15 +91,16 @@ private:
 
 class Parser {
 public:
-    Parser(const RegTextSource& source, RegText& result) : cursor_(source.text, source.start), ansiData_(source.ansiData), result_(result) {}
+    Parser(const RegTextSource& source, const RegOperationTeller& tell, std::vector<RegTextProblem>& problems)
+        : cursor_(source.text, source.start), ansiData_(source.ansiData), tell_(tell), problems_(problems) {}
 
     void run() {
-        while (!cursor_.atEnd() && result_.problems.size() < MaxRegTextProblems) {
+        while (!cursor_.atEnd() && problems_.size() < MaxRegTextProblems) {
             const Cursor::Mark start = cursor_.mark();
             try {
                 parseLine(start.line);
             } catch (const LineError& error) {
-                result_.problems.push_back({start.line, error.message});
+                problems_.push_back({start.line, error.message});
                 cursor_.back(start);
                 skipBrokenEntry();
             }
@@ -109,7 +110,7 @@ public:
 private:
     void parseLine(std::size_t line) {
         cursor_.skipBlanks();
-        if (cursor_.atLineEnd() || cursor_.peek() == ';') {
+        if (cursor_.atLineEnd() || isNote(cursor_.peek())) {
             cursor_.skipLine();
         } else if (cursor_.peek() == '[') {
             parseKey(line);
@@ -128,6 +129,7 @@ private:
             const bool wrapped = !line.empty() && line.back() == '\\';
             cursor_.skipLine();
             if (!wrapped || cursor_.atEnd()) return;
+            skipNotes();
         }
     }
 
@@ -150,10 +152,11 @@ private:
         const RegPath path = pathOf(name);
         endLine();
         if (deleted && path.key.empty()) throw LineError{"Ein Hauptschlüssel kann nicht gelöscht werden."};
-        root_ = path.root;
-        key_ = path.key;
+        now_ = {};
+        now_.root = path.root;
+        now_.key = path.key;
         state_ = deleted ? State::NoKey : State::InKey;
-        if (deleted || !key_.empty()) add(line, deleted ? RegOperation::Kind::DeleteKey : RegOperation::Kind::CreateKey);
+        if (deleted || !now_.key.empty()) tell(line, deleted ? RegOperation::Kind::DeleteKey : RegOperation::Kind::CreateKey);
     }
 
     static RegPath pathOf(std::string_view name) {
@@ -175,9 +178,9 @@ private:
         endLine();
         if (state_ == State::BrokenKey) return;   // its header has been reported
         if (state_ == State::NoKey) throw LineError{"Der Wert gehört zu keinem Schlüssel."};
-        RegOperation& operation = add(line, value ? RegOperation::Kind::SetValue : RegOperation::Kind::DeleteValue);
-        operation.name = std::move(name);
-        if (value) operation.value = std::move(*value);
+        now_.name = std::move(name);
+        now_.value = value ? std::move(*value) : RawValue();
+        tell(line, value ? RegOperation::Kind::SetValue : RegOperation::Kind::DeleteValue);
     }
 
     std::string parseQuoted() {
@@ -296,43 +299,56 @@ private:
         while (!cursor_.atEnd() && cursor_.peek() == '\\') {
             cursor_.take();
             cursor_.skipBlanks();
-            if (!cursor_.atLineEnd()) throw LineError{"Hinter dem umgekehrten Schrägstrich am Zeilenende steht noch etwas."};
+            if (!cursor_.atLineEnd() && cursor_.peek() != ';') throw LineError{"Hinter dem umgekehrten Schrägstrich am Zeilenende steht noch etwas."};
             if (cursor_.atEnd()) throw LineError{"Die Datei endet mitten in einem Wert."};
-            cursor_.takeLineEnd();
+            cursor_.skipLine();
+            skipNotes();
             cursor_.skipBlanks();
         }
     }
 
-    RegOperation& add(std::size_t line, RegOperation::Kind kind) {
-        RegOperation operation;
-        operation.kind = kind;
-        operation.root = root_;
-        operation.key = key_;
-        operation.line = line;
-        result_.operations.push_back(std::move(operation));
-        return result_.operations.back();
+    // Blank lines and comments between the lines of one value; in front of anything else they are none of its own.
+    void skipNotes() {
+        const Cursor::Mark start = cursor_.mark();
+        for (cursor_.skipBlanks(); !cursor_.atEnd() && (cursor_.atLineEnd() || isNote(cursor_.peek())); cursor_.skipBlanks()) cursor_.skipLine();
+        if (hexDigit(cursor_.peek()) < 0) cursor_.back(start);
+    }
+    static bool isNote(char c) { return c == ';' || c == '#'; }
+
+    void tell(std::size_t line, RegOperation::Kind kind) {
+        now_.line = line;
+        now_.kind = kind;
+        tell_(now_);
     }
 
     enum class State { NoKey, InKey, BrokenKey };
     Cursor cursor_;
     bool ansiData_;
-    RegText& result_;
+    const RegOperationTeller& tell_;
+    std::vector<RegTextProblem>& problems_;
     State state_ = State::NoKey;
-    Root root_ = Root::LocalMachine;
-    std::string key_;
+    RegOperation now_;   // told again and again, with the key that the lines stand under
 };
+
+}  // namespace
+
+namespace {
+
+std::vector<RegTextProblem> read(const RegTextSource& source, const RegOperationTeller& tell) {
+    std::vector<RegTextProblem> problems;
+    if (!source.problem.empty()) problems.push_back({1, source.problem});
+    else Parser(source, tell, problems).run();
+    return problems;
+}
 
 }  // namespace
 
 RegText parseRegText(std::string_view bytes) {
     RegText result;
-    const RegTextSource source = readRegTextSource(bytes);
-    if (!source.problem.empty()) {
-        result.problems.push_back({1, source.problem});
-        return result;
-    }
-    Parser(source, result).run();
+    result.problems = read(readRegTextSource(bytes), [&](const RegOperation& operation) { result.operations.push_back(operation); });
     return result;
 }
+
+std::vector<RegTextProblem> RegTextFile::each(const RegOperationTeller& tell) const { return read(source_, tell); }
 
 }  // namespace brenvik

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "registry/RegOperations.h"
+#include "registry/RegTextSource.h"
 
 namespace brenvik {
 
@@ -25,5 +26,16 @@ struct RegText {
 inline constexpr std::size_t MaxRegTextProblems = 1000;
 
 RegText parseRegText(std::string_view bytes);
+
+// A file whose operations are not kept but told one by one, so that it takes about twice its size in memory.
+class RegTextFile {
+public:
+    explicit RegTextFile(std::string bytes) : source_(readRegTextSource(std::move(bytes))) {}
+    // Reads all of it, and tells what is understood; an operation may be used until the next one comes.
+    std::vector<RegTextProblem> each(const RegOperationTeller& tell) const;
+
+private:
+    RegTextSource source_;
+};
 
 }  // namespace brenvik

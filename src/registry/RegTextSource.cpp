@@ -22,7 +22,11 @@ Bytes ansiToUtf16Le(const Bytes& ansi) {
     return {wide.begin(), wide.end()};
 }
 
-RegTextSource readRegTextSource(std::string_view bytes) {
+namespace {
+
+// The text of the bytes; takeOver gives it where it is UTF-8 and begins behind that many bytes.
+template <class TakeOver>
+RegTextSource read(std::string_view bytes, const TakeOver& takeOver) {
     using namespace std::string_view_literals;
     RegTextSource source;
     if (startsWith(bytes, "\xFE\xFF"sv)) {
@@ -37,9 +41,9 @@ RegTextSource readRegTextSource(std::string_view bytes) {
     } else {
         const bool marked = startsWith(bytes, "\xEF\xBB\xBF"sv);
         const std::string_view plain = bytes.substr(marked ? 3 : 0);
-        const bool utf8 = marked || (!startsWith(plain, RegHeader4) && isUtf8(plain));
-        source.text = utf8 ? std::string(plain) : utf8FromAnsi(plain);
-        if (marked && !isUtf8(plain)) source.problem = "Die Datei ist als UTF-8 gekennzeichnet, enthält aber ungültige Zeichen.";
+        const bool whole = isUtf8(plain), utf8 = marked || (!startsWith(plain, RegHeader4) && whole);
+        if (marked && !whole) source.problem = "Die Datei ist als UTF-8 gekennzeichnet, enthält aber ungültige Zeichen.";
+        source.text = utf8 ? takeOver(bytes.size() - plain.size()) : utf8FromAnsi(plain);
     }
     const std::string_view header = firstLine(source.text);
     source.start = header.size();
@@ -48,6 +52,16 @@ RegTextSource readRegTextSource(std::string_view bytes) {
         source.problem = "Die Datei beginnt weder mit \"REGEDIT4\" noch mit \"Windows Registry Editor Version 5.00\".";
     }
     return source;
+}
+
+}  // namespace
+
+RegTextSource readRegTextSource(std::string_view bytes) {
+    return read(bytes, [&](std::size_t mark) { return std::string(bytes.substr(mark)); });
+}
+
+RegTextSource readRegTextSource(std::string&& bytes) {
+    return read(bytes, [&](std::size_t mark) { return std::move(bytes.erase(0, mark)); });
 }
 
 }  // namespace brenvik

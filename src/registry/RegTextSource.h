@@ -17,6 +17,7 @@ struct RegTextSource {
 inline constexpr std::string_view RegHeader4 = "REGEDIT4", RegHeader5 = "Windows Registry Editor Version 5.00";
 
 RegTextSource readRegTextSource(std::string_view bytes);
+RegTextSource readRegTextSource(std::string&& bytes);   // a text that is UTF-8 already is not copied
 
 // Windows-1252 bytes as UTF-16LE bytes.
 Bytes ansiToUtf16Le(const Bytes& ansi);

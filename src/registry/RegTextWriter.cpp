@@ -6,6 +6,7 @@
 
 #include "frame/Codepage.h"
 #include "frame/Errors.h"
+#include "registry/RegLinks.h"
 #include "registry/RegPath.h"
 #include "registry/RegTextSource.h"
 
@@ -99,14 +100,28 @@ void RegTextWriter::comment(std::string_view line) {
     putAscii(LineEnd);
 }
 
-void RegTextWriter::noteFit(std::string_view text) {
-    if (format_ == Format::Regedit4 && !fitsAnsi(text)) ++lost_;
+bool RegTextWriter::fits(std::string_view text) const { return format_ == Format::Version5 || fitsAnsi(text); }
+
+bool RegTextWriter::holds(std::string_view key) const { return !hasLineEnd(key) && fits(key); }
+
+void RegTextWriter::omit(std::string_view key, std::optional<ValueName> value) {
+    ++lost_;
+    if (omitted_.size() < MaxOmissions) omitted_.push_back({root_, std::string(key), std::move(value), {}});
+}
+
+void RegTextWriter::noteUnreadable(Root root, std::string_view key, const RegError& error) {
+    ++unreadable_;
+    if (omitted_.size() < MaxOmissions) omitted_.push_back({root, std::string(key), std::nullopt, error.what()});
+    comment("");
+    comment("; Nicht lesbar und ausgelassen: " + std::string(longRootName(root)) + (holds(key) ? "\\" + std::string(key) : std::string()));
 }
 
 void RegTextWriter::header(std::string_view prefix, Root root, std::string_view key) {
+    root_ = root;
+    key_ = key;
+    keyOmitted_ = !holds(key);
+    if (keyOmitted_) return omit(key, std::nullopt);
     newEntry();
-    if (hasLineEnd(key)) ++lost_;
-    noteFit(key);
     putAscii(LineEnd);
     putAscii("[");
     putAscii(prefix);
@@ -120,9 +135,14 @@ void RegTextWriter::header(std::string_view prefix, Root root, std::string_view 
 void RegTextWriter::key(Root root, std::string_view key) { header("", root, key); }
 void RegTextWriter::deleteKey(Root root, std::string_view key) { header("-", root, key); }
 
+bool RegTextWriter::takes(std::string_view name) {
+    if (keyOmitted_) return false;
+    if (!fits(name)) omit(key_, ValueName::named(std::string(name)));
+    return fits(name);
+}
+
 void RegTextWriter::name(std::string_view name) {
     newEntry();
-    noteFit(name);
     if (name.empty()) {
         putAscii("@=");
     } else {
@@ -132,6 +152,7 @@ void RegTextWriter::name(std::string_view name) {
 }
 
 void RegTextWriter::deleteValue(const ValueName& valueName) {
+    if (!takes(valueName.text())) return;
     name(valueName.text());
     putAscii("-");
     putAscii(LineEnd);
@@ -140,21 +161,24 @@ void RegTextWriter::deleteValue(const ValueName& valueName) {
 void RegTextWriter::value(const ValueName& valueName, const RawValue& value) { this->value(valueName.text(), value); }
 
 void RegTextWriter::value(std::string_view valueName, const RawValue& value) {
+    if (!takes(valueName)) return;
+    const auto text = plainText(value);
+    RawValue narrow{value.type, {}};   // of REGEDIT4, which keeps strings in its own code page
+    const bool isNarrow = !text && format_ == Format::Regedit4 && isString(value.type);
+    if (isNarrow) {
+        const std::string ansi = ansiFromUtf8(utf8FromUtf16Le({reinterpret_cast<const char*>(value.bytes.data()), value.bytes.size()}));
+        narrow.bytes.assign(ansi.begin(), ansi.end());
+    }
+    if (text ? !fits(*text) : isNarrow && ansiToUtf16Le(narrow.bytes) != value.bytes) return omit(key_, ValueName::named(std::string(valueName)));
     name(valueName);
-    if (const auto text = plainText(value)) {
-        noteFit(*text);
+    if (text) {
         putQuoted(*text);
     } else if (value.type == regtype::Dword && value.bytes.size() == 4) {
         const auto& b = value.bytes;
         putAscii("dword:");
         putAscii(hexNumber(b[0] | b[1] << 8 | b[2] << 16 | static_cast<std::uint32_t>(b[3]) << 24, 8));
-    } else if (format_ == Format::Regedit4 && isString(value.type)) {
-        const std::string ansi = ansiFromUtf8(utf8FromUtf16Le({reinterpret_cast<const char*>(value.bytes.data()), value.bytes.size()}));
-        const RawValue narrow{value.type, {ansi.begin(), ansi.end()}};
-        if (ansiToUtf16Le(narrow.bytes) != value.bytes) ++lost_;
-        hex(narrow);
     } else {
-        hex(value);
+        hex(isNarrow ? narrow : value);
     }
     putAscii(LineEnd);
 }
@@ -181,21 +205,27 @@ void RegTextWriter::hex(const RawValue& value) {
 
 namespace {
 
+// A key that the format cannot hold takes all below it along.
 class TextSink final : public TreeSink {
 public:
     TextSink(RegTextWriter& writer, Root root, std::string_view top) : writer_(writer), root_(root), path_(top) {}
     void enter(std::string_view name, const KeyDetails&) override {
         lengths_.push_back(path_.size());
-        if (lengths_.size() > 1) {
-            if (!path_.empty()) path_ += '\\';
-            path_ += name;
-        }
+        if (lengths_.size() > 1) path_ = joinKey(path_, name);
+        if (omitted_ != 0) return;
         writer_.key(root_, path_);
+        if (!writer_.holds(path_)) omitted_ = lengths_.size();
     }
-    void value(std::string_view name, const RawValue& value) override { writer_.value(name, value); }
+    void value(std::string_view name, const RawValue& value) override {
+        if (omitted_ == 0) writer_.value(name, value);
+    }
     void leave() override {
+        if (omitted_ == lengths_.size()) omitted_ = 0;
         path_.resize(lengths_.back());
         lengths_.pop_back();
+    }
+    void unreadable(std::string_view name, const RegError& error) override {
+        if (omitted_ == 0) writer_.noteUnreadable(root_, lengths_.empty() ? path_ : joinKey(path_, name), error);
     }
 
 private:
@@ -203,13 +233,18 @@ private:
     Root root_;
     std::string path_;
     std::vector<std::size_t> lengths_;
+    std::size_t omitted_ = 0;   // depth of the key that is left out, 0: none
 };
 
 }  // namespace
 
 void RegTextWriter::tree(RegStore& store, Root root, std::string_view path) {
-    TextSink sink(*this, root, path);
-    store.walk(root, path, sink);
+    std::vector<std::string> starts = store.linksOut(root, path);
+    starts.insert(starts.begin(), std::string(path));
+    for (const std::string& start : starts) {
+        TextSink sink(*this, root, start);
+        store.walk(root, start, sink);
+    }
 }
 
 std::string RegTextWriter::bytes() const {

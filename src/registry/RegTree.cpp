@@ -43,6 +43,7 @@ HiveKey& HiveTreeSink::child(HiveKey& parent, std::string_view name, bool& fresh
 
 void HiveTreeSink::enter(std::string_view name, const KeyDetails& details) {
     if (depthOfTop_ + open_.size() > MaxKeyDepth) throwTooDeep();
+    if (open_.empty()) toldName_ = name;
     bool fresh = top_.values.empty();
     HiveKey* key = &top_;
     if (!open_.empty()) {
@@ -50,7 +51,9 @@ void HiveTreeSink::enter(std::string_view name, const KeyDetails& details) {
         key = &child(*open_.back().key, name, fresh);
     }
     if (!details.className.empty()) key->className = fromUtf16Le(details.className.data(), details.className.size());
-    key->lastWrite = details.written != 0 ? details.written : now_;
+    key->lastWrite = details.written != KeyDetails::NoTime ? details.written : now_;
+    if (details.flags != 0) key->flags = hivefmt::withTravelling(key->flags, details.flags);
+    if (details.userFlags != 0) key->userFlags = details.userFlags;
     if (!details.descriptor.empty()) {
         Descriptors& d = *descriptors_;
         if (d.lastIndex == HiveKey::NoSecurity || d.last != details.descriptor) {
@@ -84,6 +87,8 @@ KeyDetails detailsOf(const Hive& hive, const HiveKey& key) {
         details.className.assign(units.begin(), units.end());
     }
     details.written = key.lastWrite;
+    details.flags = key.flags & hivefmt::nk::Travelling;
+    details.userFlags = key.userFlags;
     if (key.security < hive.descriptors.size()) details.descriptor = hive.descriptors[key.security];
     return details;
 }

@@ -1,6 +1,7 @@
 #pragma once
-// Whole keys from one store to another, with class names, times and security where both keep them.
+// Whole keys from one store to another, with class names, times, security and flags where both keep them.
 #include <functional>
+#include <string>
 
 #include "registry/RegStore.h"
 #include "registry/hive/Hive.h"
@@ -25,6 +26,7 @@ public:
     void enter(std::string_view name, const KeyDetails& details) override;
     void value(std::string_view name, const RawValue& value) override;
     void leave() override { open_.pop_back(); }
+    const std::string& toldName() const { return toldName_; }   // of the first key told; the top keeps its own
     bool hasBigData() const { return bigData_; }   // some value is larger than one cell of the newer versions may be
 
 private:
@@ -40,6 +42,7 @@ private:
     std::size_t depthOfTop_;
     std::vector<OpenKey> open_;
     std::unique_ptr<Descriptors> descriptors_;
+    std::string toldName_;
     bool bigData_ = false;
 };
 

@@ -2,13 +2,19 @@
 
 #include <sqlite3.h>
 
+#include <cerrno>
+
 namespace brenvik::sqlite {
 
 namespace {
 
 void check(int code, sqlite3* database) {
     if (code == SQLITE_OK) return;
-    throw Error(code, database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code));
+    if (database == nullptr) throw Error(code, sqlite3_errstr(code));
+    const int primary = code & 0xFF, last = errno;
+    const bool asked = primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN || primary == SQLITE_FULL || primary == SQLITE_READONLY;
+    const int system = sqlite3_system_errno(database);   // not kept for all that a commit does
+    throw Error(code, sqlite3_errmsg(database), !asked ? 0 : system != 0 ? system : last);
 }
 
 }  // namespace
@@ -64,6 +70,12 @@ void Statement::Use::bytes(int column, Bytes& into) const {
     const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_column_blob(s_, column));
     into.clear();
     if (bytes != nullptr) into.assign(bytes, bytes + sqlite3_column_bytes(s_, column));
+}
+
+void Statement::Use::blob(int column, std::string& into) const {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(s_, column));
+    into.clear();
+    if (bytes != nullptr) into.assign(bytes, static_cast<std::size_t>(sqlite3_column_bytes(s_, column)));
 }
 
 std::string Statement::Use::text(int column) const {

@@ -15,8 +15,10 @@ namespace brenvik::sqlite {
 
 class Error : public std::runtime_error {
 public:
-    Error(int resultCode, const std::string& message) : std::runtime_error(message), code(resultCode & 0xFF), extended(resultCode) {}
+    Error(int resultCode, const std::string& message, int systemError = 0)
+        : std::runtime_error(message), code(resultCode & 0xFF), extended(resultCode), system(systemError) {}
     int code, extended;
+    int system;   // what the host's file operation answered; 0: none was asked
 };
 
 // A prepared statement, kept for many uses. Each use goes through run(), which gives it back clean at its end.
@@ -44,6 +46,7 @@ public:
         Bytes bytes(int column) const;
         void text(int column, std::string& into) const;
         void bytes(int column, Bytes& into) const;
+        void blob(int column, std::string& into) const;
         bool isNull(int column) const;
 
     private:

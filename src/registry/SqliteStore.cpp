@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "frame/Errors.h"
-#include "registry/RegLinks.h"
 #include "registry/SqliteTreeSink.h"
 #include "registry/StoreWalk.h"
 #include "registry/Upcase.h"
@@ -91,7 +90,7 @@ void SqliteStore::writing(const Work& work) {
 }
 
 void SqliteStore::transaction(const std::function<void()>& changes) {
-    if (!writable()) throw RegError(regerr::NoAccess, "Die Registry kann nur gelesen werden.");
+    if (!writable()) throw RegError(regerr::NoAccess, whyReadOnly());
     const bool outer = depth_ == 0;
     try {
         if (outer) {
@@ -395,7 +394,7 @@ bool SqliteStore::deleteValue(Root root, std::string_view key, const ValueName& 
 
 bool SqliteStore::deleteKey(Root root, std::string_view key) {
     // The link itself is no key of the store, and its target is deleted under its own name only.
-    if (key.empty() || root == Root::DynData || (root == Root::LocalMachine && sameAscii(key, "system\\currentcontrolset"))) return false;
+    if (key.empty() || root == Root::DynData || isLink(root, key)) return false;
     bool deleted = false;
     writing([&] {
         const Place target = writePlace(root, key);
@@ -423,6 +422,14 @@ void SqliteStore::setReadOnly(Root root, std::string_view key, bool readOnly) {
     writing([&] {
         for (const KeyRef& layer : findLayers(root, key)) tables_.setReadOnly(layer.id, readOnly);
         forget();
+    });
+}
+
+RealKey SqliteStore::realKey(Root root, std::string_view key) {
+    return reading([&]() -> RealKey {
+        Place at = writePlace(root, key);
+        if (at.base == 0) return {root, std::string(key)};
+        return {at.base == UsersKeyId ? Root::Users : Root::LocalMachine, std::move(at.path)};
     });
 }
 

@@ -3,13 +3,15 @@
 // named by HKLM\System\Select\Current for CurrentControlSet, the current hardware profile for HKCC; HKCR shows the user's
 // Software\Classes over the machine's and writes where a key exists in the user's, else to the machine's. HKDD is empty.
 // Several processes may use the file. Errors are RegError: NoKey (a name that is no key name), NoAccess (no right to
-// write), NoAssignment (value refused or not written), KeyNotRead (the file cannot be read).
+// write), NoAssignment (value refused or not written), KeyNotRead (the file cannot be read). Where the file cannot be
+// written the store can only be read, and each change is NoAccess with the reason.
 #include <filesystem>
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "registry/RegLimits.h"
+#include "registry/RegLinks.h"
 #include "registry/RegStore.h"
 #include "registry/StoreFile.h"
 #include "registry/StoreTables.h"
@@ -34,9 +36,13 @@ public:
     bool deleteValue(Root root, std::string_view key, const ValueName& name) override;
     bool deleteKey(Root root, std::string_view key) override;
     void transaction(const std::function<void()>& changes) override;
-    bool writable() override { return opened_.writable; }
+    bool writable() override { return opened_.whyReadOnly.empty(); }
+    const std::string& whyReadOnly() const override { return opened_.whyReadOnly; }   // a German sentence; empty: it can be written
+    void seal(std::string why) { opened_.whyReadOnly = std::move(why); }     // from now on it can only be read
+    RealKey realKey(Root root, std::string_view key) override;
     std::optional<KeyDetails> details(Root root, std::string_view key) override;
     void setDetails(Root root, std::string_view key, const KeyDetails& details) override;
+    bool isLink(Root root, std::string_view key) override { return root == Root::LocalMachine && isControlSetName(key); }
     void walk(Root root, std::string_view key, TreeSink& sink) override;
     void fill(Root root, std::string_view key, const std::function<void(TreeSink&)>& source) override;
     void clear(Root root, std::string_view key) override;

@@ -31,7 +31,7 @@ void SqliteTreeSink::enter(std::string_view name, const KeyDetails& details) {
         }
     }
     KeyDetails stamped = details;
-    if (stamped.written == 0) stamped.written = now_;
+    if (stamped.written == KeyDetails::NoTime) stamped.written = now_;
     open_.push_back({tables_.insertWhole(parent.id, folded, name, stamped, descriptorNumber(details.descriptor)), true});
 }
 
@@ -40,7 +40,9 @@ void SqliteTreeSink::change(const KeyRef& key, const KeyDetails& details) {
     KeyDetails merged = tables_.details(key.id);
     if (!details.className.empty()) merged.className = details.className;
     if (!details.descriptor.empty()) merged.descriptor = details.descriptor;
-    merged.written = details.written != 0 ? details.written : now_;
+    if (details.flags != 0) merged.flags = details.flags;
+    if (details.userFlags != 0) merged.userFlags = details.userFlags;
+    merged.written = details.written != KeyDetails::NoTime ? details.written : now_;
     tables_.setDetails(key.id, merged);
     told_.push_back(key.id);
 }

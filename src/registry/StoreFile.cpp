@@ -2,45 +2,18 @@
 
 #include <sqlite3.h>
 
-#include <random>
 #include <string>
 #include <system_error>
+
+#include "frame/FreshFile.h"
+#include "registry/StorePicture.h"
+#include "registry/StoreSchema.h"
 
 namespace brenvik {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr std::int64_t ApplicationId = 0x42564B52;   // "BVKR"
-constexpr std::int64_t FormatVersion = 1;
-
-// Folded names are upper-cased UTF-16 with the high byte first, so that bytes compare as units do. Key numbers are
-// never used twice, so that a remembered number can never mean another key.
-constexpr const char* SchemaSql = R"(
-PRAGMA application_id = 0x42564B52;
-PRAGMA user_version = 1;
-CREATE TABLE descriptor(id INTEGER PRIMARY KEY, bytes BLOB NOT NULL UNIQUE);
-CREATE TABLE key(
-  id INTEGER PRIMARY KEY AUTOINCREMENT,
-  parent INTEGER NOT NULL,
-  folded BLOB NOT NULL,
-  name TEXT NOT NULL,
-  class BLOB,
-  written INTEGER NOT NULL DEFAULT 0,
-  descriptor INTEGER REFERENCES descriptor(id),
-  readonly INTEGER NOT NULL DEFAULT 0,
-  UNIQUE(parent, folded));
-CREATE TABLE value(
-  id INTEGER PRIMARY KEY,
-  key INTEGER NOT NULL,
-  folded BLOB NOT NULL,
-  name TEXT NOT NULL,
-  type INTEGER NOT NULL,
-  bytes BLOB NOT NULL,
-  UNIQUE(key, folded));
-INSERT INTO key(id, parent, folded, name) VALUES (1, 0, x'01', 'HKEY_LOCAL_MACHINE'), (2, 0, x'02', 'HKEY_USERS');
-)";
 
 std::string shown(const fs::path& file) {
     const std::u8string text = file.u8string();
@@ -52,8 +25,17 @@ std::string sqliteName(const fs::path& file) {
     return {text.begin(), text.end()};
 }
 
+// What stands against writing, as the end of a sentence; empty if the host's answer says nothing that a user could act on.
+std::string obstacle(const std::error_code& error) {
+    if (error == std::errc::no_space_on_device || error == std::errc::file_too_large) return "weil der Datenträger voll ist. Schaffen Sie Platz und versuchen Sie es noch einmal.";
+    if (error == std::errc::read_only_file_system) return "weil der Datenträger schreibgeschützt ist.";
+    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) return "weil Ihnen das Recht dazu fehlt. Prüfen Sie die Rechte der Datei und ihres Ordners.";
+    return {};
+}
+
 std::string causeOf(const sqlite::Error& error, const fs::path& file) {
     const std::string name = "Die Registrydatei " + shown(file);
+    if (const std::string reason = obstacle({error.system, std::system_category()}); !reason.empty() && error.code == SQLITE_IOERR) return name + " kann nicht geschrieben werden, " + reason;
     switch (error.code) {
         case SQLITE_NOTADB: return name + " ist keine Registry dieses Programms. Benennen Sie die Datei um oder verschieben Sie sie, dann legt das Programm eine neue an.";
         case SQLITE_CORRUPT: return name + " ist beschädigt. Spielen Sie eine Sicherung der Datei zurück, oder benennen Sie die Datei um, dann legt das Programm eine neue an.";
@@ -63,18 +45,27 @@ std::string causeOf(const sqlite::Error& error, const fs::path& file) {
         case SQLITE_AUTH:
         case SQLITE_CANTOPEN: return name + " kann nicht geöffnet werden. Prüfen Sie, ob Sie die Datei und ihren Ordner lesen und schreiben dürfen.";
         case SQLITE_READONLY: return name + " kann nicht geschrieben werden. Prüfen Sie die Rechte der Datei und ihres Ordners.";
-        case SQLITE_FULL: return name + " kann nicht geschrieben werden, weil der Datenträger voll ist. Schaffen Sie Platz und versuchen Sie es noch einmal.";
-        case SQLITE_IOERR: return name + " kann nicht gelesen oder geschrieben werden. Prüfen Sie den Datenträger (" + error.what() + ").";
-        default: return name + " kann nicht benutzt werden (" + error.what() + ").";
+        case SQLITE_FULL: return name + " kann nicht geschrieben werden, " + obstacle(std::make_error_code(std::errc::no_space_on_device));
+        case SQLITE_TOOBIG: return name + " enthält einen Eintrag, der größer ist, als er sein darf.";
+        case SQLITE_IOERR: return name + " kann nicht gelesen oder geschrieben werden. Prüfen Sie den Datenträger (Fehler " + std::to_string(error.system) + ").";
+        default: return name + " kann nicht benutzt werden (Fehler " + std::to_string(error.extended) + ").";
     }
 }
 
-// A name beside the file that nobody else uses.
-fs::path freshName(const fs::path& file) {
-    std::random_device random;
-    fs::path fresh = file;
-    fresh += ".neu" + std::to_string(random());
-    return fresh;
+void removeWithLogs(const fs::path& file) {
+    for (const char* ending : {"", "-wal", "-shm", "-journal"}) {
+        std::error_code ignored;
+        fs::path part = file;
+        fs::remove(part += ending, ignored);
+    }
+}
+
+void fillNewFile(const fs::path& file) {
+    sqlite::Database database(sqliteName(file), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    database.execute("BEGIN");
+    createSchema(database);
+    database.execute("COMMIT");
+    database.execute("PRAGMA journal_mode = WAL");
 }
 
 // The new store is made whole under another name and then linked to its own, so that an interrupted start leaves no
@@ -82,34 +73,33 @@ fs::path freshName(const fs::path& file) {
 void createStoreFile(const fs::path& file) {
     std::error_code error;
     fs::create_directories(file.parent_path(), error);
-    const fs::path fresh = freshName(file);
-    {
-        sqlite::Database database(sqliteName(fresh), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-        database.execute("BEGIN");
-        database.execute(SchemaSql);
-        database.execute("COMMIT");
-        database.execute("PRAGMA journal_mode = WAL");
+    const fs::path fresh = freshNameBeside(file);
+    try {
+        fillNewFile(fresh);
+    } catch (const sqlite::Error&) {
+        removeWithLogs(fresh);
+        throw;
     }
     fs::create_hard_link(fresh, file, error);
     if (error && !fs::exists(fs::symlink_status(file))) {   // a file system without hard links
         fs::rename(fresh, file, error);
-        if (error) throw sqlite::Error(SQLITE_CANTOPEN, error.message());
+        if (error) {
+            removeWithLogs(fresh);
+            throw sqlite::Error(SQLITE_CANTOPEN, error.message());
+        }
     }
     fs::remove(fresh, error);
 }
 
-void checkFormat(sqlite::Database& database, const fs::path& file) {
-    if (database.number("PRAGMA application_id") != ApplicationId) throw sqlite::Error(SQLITE_NOTADB, "application_id");
-    if (database.number("PRAGMA user_version") > FormatVersion) {
-        throw StoreOpenError(file, "Die Registrydatei " + shown(file) + " stammt von einer neueren Version des Programms. Benutzen Sie die neuere Version.");
-    }
-    const auto tables = database.number("SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name IN ('key', 'value', 'descriptor')");
-    const auto roots = tables == 3 ? database.number("SELECT count(*) FROM key WHERE id IN (1, 2) AND parent = 0") : 0;
-    if (roots != 2) throw sqlite::Error(SQLITE_CORRUPT, "schema");
-}
+// No entry of ours is larger; what a file of another hand holds must not fill the memory.
+constexpr int LargestEntry = 17 * 1024 * 1024, LongestStatement = 100000;
 
 void prepareConnection(sqlite::Database& database, const StoreOptions& options) {
-    sqlite3_busy_timeout(database.handle(), options.busyTimeoutMs);
+    sqlite3* const handle = database.handle();
+    sqlite3_busy_timeout(handle, options.busyTimeoutMs);
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, LargestEntry);
+    sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, LongestStatement);
+    for (const int feature : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW}) sqlite3_db_config(handle, feature, 0, nullptr);
     database.execute("PRAGMA synchronous = NORMAL");
     database.execute("PRAGMA cache_size = -65536");
     database.execute("PRAGMA wal_autocheckpoint = 16000");   // pages, 64 MB; each checkpoint waits for the disk, and closing makes one
@@ -117,15 +107,61 @@ void prepareConnection(sqlite::Database& database, const StoreOptions& options) 
     database.execute("PRAGMA cell_size_check = ON");
 }
 
-OpenedStore openChecked(const fs::path& file, const StoreOptions& options) {
+std::unique_ptr<sqlite::Database> openChecked(const fs::path& file, const StoreOptions& options, bool toWrite) {
     // A store is used by one thread only, which saves a lock for every call.
-    const int flags = (options.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
-    OpenedStore opened{std::make_unique<sqlite::Database>(sqliteName(file), flags), false};
-    prepareConnection(*opened.database, options);
-    checkFormat(*opened.database, file);
-    opened.writable = sqlite3_db_readonly(opened.database->handle(), "main") == 0;
-    if (opened.writable) opened.database->execute("PRAGMA journal_mode = WAL");
-    return opened;
+    const int flags = (toWrite ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) | SQLITE_OPEN_NOMUTEX;
+    auto database = std::make_unique<sqlite::Database>(sqliteName(file), flags);
+    prepareConnection(*database, options);
+    checkSchema(*database, file);
+    if (!toWrite) completeSchema(*database);
+    return database;
+}
+
+bool meansNoWriting(const sqlite::Error& error) {
+    return error.code == SQLITE_CANTOPEN || error.code == SQLITE_READONLY || error.code == SQLITE_PERM || error.code == SQLITE_IOERR || error.code == SQLITE_FULL;
+}
+
+std::unique_ptr<sqlite::Database> openForReading(const fs::path& file, const StoreOptions& options) {
+    try {
+        return openChecked(file, options, false);
+    } catch (const sqlite::Error& error) {
+        if (!meansNoWriting(error)) throw;
+    }
+    auto picture = pictureOf(file);
+    prepareConnection(*picture, options);
+    checkSchema(*picture, file);
+    completeSchema(*picture);
+    return picture;
+}
+
+OpenedStore openToWrite(const fs::path& file, const StoreOptions& options) {
+    std::string obstacles;
+    try {
+        auto database = openChecked(file, options, true);
+        if (sqlite3_db_readonly(database->handle(), "main") == 0) {
+            database->execute("PRAGMA journal_mode = WAL");
+            completeSchema(*database);
+            return {std::move(database), {}};
+        }
+    } catch (const sqlite::Error& error) {
+        if (!meansNoWriting(error)) throw;
+        obstacles = causeOf(error, file);
+    }
+    if (const std::string reason = obstacle(whyNotWritable(file)); !reason.empty()) obstacles = "Die Registrydatei " + shown(file) + " kann nicht geschrieben werden, " + reason;
+    if (obstacles.empty()) obstacles = "Die Registrydatei " + shown(file) + " kann nur gelesen werden.";
+    try {
+        return {openForReading(file, options), obstacles};
+    } catch (const sqlite::Error& error) {
+        if (meansNoWriting(error) && error.system == 0) throw StoreOpenError(file, obstacles);
+        throw;
+    }
+}
+
+OpenedStore openInMemory(const StoreOptions& options) {
+    auto database = std::make_unique<sqlite::Database>(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX);
+    createSchema(*database);
+    prepareConnection(*database, options);
+    return {std::move(database), {}};
 }
 
 void checkFileKind(const fs::path& file) {
@@ -142,14 +178,19 @@ void checkFileKind(const fs::path& file) {
 }  // namespace
 
 OpenedStore openStoreFile(const fs::path& file, const StoreOptions& options) {
+    if (options.inMemory) return openInMemory(options);
     try {
+        if (!options.readOnly) sweepLeftBehind(file);
         if (options.create && !options.readOnly && !fs::exists(fs::symlink_status(file))) createStoreFile(file);
         checkFileKind(file);
-        return openChecked(file, options);
+        if (options.readOnly) return {openForReading(file, options), "Die Registry ist nur zum Lesen geöffnet."};
+        return openToWrite(file, options);
     } catch (const sqlite::Error& error) {
         throw StoreOpenError(file, causeOf(error, file));
     } catch (const fs::filesystem_error& error) {
-        throw StoreOpenError(file, "Die Registrydatei " + shown(file) + " kann nicht geöffnet werden (" + error.code().message() + "). Prüfen Sie, ob Sie die Datei und ihren Ordner lesen und schreiben dürfen.");
+        const std::string reason = obstacle(error.code());
+        throw StoreOpenError(file, "Die Registrydatei " + shown(file) + " kann nicht geöffnet werden" +
+                                       (reason.empty() ? ". Prüfen Sie, ob Sie die Datei und ihren Ordner lesen und schreiben dürfen." : ", " + reason));
     }
 }
 

@@ -18,18 +18,20 @@ public:
 
 struct StoreOptions {
     bool readOnly = false;
+    bool inMemory = false;         // a new, empty store that is gone at the end; the file only gives its name
     bool create = true;            // make a new, empty store if there is no file
     int busyTimeoutMs = 5000;      // how long to wait for another process
 };
 
 struct OpenedStore {
     std::unique_ptr<sqlite::Database> database;
-    bool writable = false;
+    std::string whyReadOnly;   // a German sentence; empty: it can be written
 };
 
 // Keys with fixed numbers in every store file.
 inline constexpr std::int64_t MachineKeyId = 1, UsersKeyId = 2;
 
+// What can be read but not written is opened for reading: with others if the engine can, else as it stands at this moment.
 OpenedStore openStoreFile(const std::filesystem::path& file, const StoreOptions& options);
 
 // The failure of an opened store as what the service raises; number is what fits the operation.

@@ -34,6 +34,10 @@ struct ChildName {
 std::string foldedBytes(std::u16string_view upcased);
 std::string foldedBytesOf(std::string_view name);   // of a name that is not upper-cased yet
 
+// A file may come from anywhere: names that no path leads to, and types that are none, are its damage (sqlite::Error).
+void requireKeyName(std::string_view name, std::string_view folded);
+RawValue requireValue(std::string_view name, std::string_view folded, std::int64_t type, Bytes bytes);
+
 class StoreTables {
 public:
     explicit StoreTables(sqlite::Database& database) : database_(database) {}
@@ -74,6 +78,7 @@ public:
     std::int64_t insertWhole(std::int64_t parent, std::string_view folded, std::string_view name, const KeyDetails& details,
                              std::int64_t descriptor);         // the new key's number
     void insertValue(std::int64_t key, std::string_view folded, std::string_view name, const RawValue& value);   // one that is not there
+    std::int64_t keyCount();
     bool hasReadOnlyBelow(std::int64_t key);
     void eraseBelow(std::int64_t key);                         // all values and sub keys
 
@@ -88,7 +93,7 @@ private:
     enum class Query : std::uint8_t {
         BeginImmediate, Commit, Rollback, Savepoint, Release, RollbackTo, DataVersion,
         Child, InsertKey, EraseKey, EraseKeyValues, HasChildren, Children, ChildrenByAge, SetWritten, SetReadOnly,
-        Details, SetDetails, InsertDescriptor, FindDescriptor, Descriptor,
+        Details, SetDetails, KeyCount, InsertDescriptor, FindDescriptor, Descriptor,
         InsertWhole, ReadOnlyBelow, EraseValuesBelow, EraseKeysBelow,
         HasValue, Value, Values, PutValue, InsertValue, EraseValue, Count
     };

@@ -1,14 +1,25 @@
 #include "registry/StoreWalk.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
+
+#include "registry/RegLimits.h"
 
 namespace brenvik {
 
+namespace {
+
+constexpr std::int64_t CheckedFrom = 10000;   // keys; counting all of them takes longer than telling a few
+
+}  // namespace
+
 StoreWalk::StoreWalk(sqlite::Database& database, StoreTables& tables)
     : tables_(tables),
-      keys_(database, "SELECT parent, id, name, class, written, descriptor, readonly FROM key WHERE parent >= ?1 ORDER BY parent, folded"),
+      keys_(database, "SELECT parent, id, name, class, written, descriptor, readonly, folded, flags, userflags FROM key WHERE parent >= ?1 ORDER BY parent, folded"),
       valueIds_(database, "SELECT key, id FROM value WHERE key >= ?1 ORDER BY key"),
-      values_(database, "SELECT id, name, type, bytes FROM value WHERE id >= ?1 ORDER BY id") {}
+      values_(database, "SELECT id, name, type, bytes, folded FROM value WHERE id >= ?1 ORDER BY id"),
+      most_(CheckedFrom) {}
 
 bool StoreWalk::Rows::at(std::int64_t number) {
     if (!use_ || number < from_ || (!ended_ && current_ < number)) {
@@ -34,12 +45,36 @@ bool StoreWalk::Rows::step() {
     return !ended_;
 }
 
+// In a damaged file a key can stand below itself, or one below many.
+void StoreWalk::countTold() {
+    if (++told_ <= most_) return;
+    most_ = tables_.keyCount();
+    if (told_ > most_) throw sqlite::Error(SQLITE_CORRUPT, "circle");
+}
+
 void StoreWalk::below(std::int64_t key, TreeSink& sink) {
+    struct Level {
+        std::vector<Child> children;
+        std::size_t next = 0;
+    };
     values(key, sink);
-    for (const Child& child : children(key)) {
+    std::vector<Level> open(1);
+    open.back().children = children(key);
+    while (true) {
+        Level& level = open.back();
+        if (level.next == level.children.size()) {
+            open.pop_back();
+            if (open.empty()) return;
+            sink.leave();
+            continue;
+        }
+        const Child& child = level.children[level.next++];
+        if (open.size() > MaxKeyDepth) throwTooDeep();
+        countTold();
         sink.enter(child.name, child.details);
-        below(child.id, sink);
-        sink.leave();
+        values(child.id, sink);
+        std::vector<Child> below = children(child.id);
+        open.push_back({std::move(below), 0});
     }
 }
 
@@ -51,8 +86,9 @@ void StoreWalk::values(std::int64_t key, TreeSink& sink) {
     for (const std::int64_t id : ids_) {
         if (!values_.at(id)) continue;
         values_.row().text(1, name_);
-        value_.type = static_cast<std::uint32_t>(values_.row().number(2));
+        values_.row().blob(4, folded_);
         values_.row().bytes(3, value_.bytes);
+        value_ = requireValue(name_, folded_, values_.row().number(2), std::move(value_.bytes));
         values_.next();
         sink.value(name_, value_);
     }
@@ -65,10 +101,14 @@ std::vector<StoreWalk::Child> StoreWalk::children(std::int64_t key) {
         Child& child = found.emplace_back();
         child.id = row.number(1);
         child.name = row.text(2);
+        row.blob(7, folded_);
+        requireKeyName(child.name, folded_);
         child.details.className = row.bytes(3);
         child.details.written = static_cast<std::uint64_t>(row.number(4));
         if (const std::int64_t number = row.number(5); number != 0) child.details.descriptor = descriptor(number);
         child.details.readOnly = row.number(6) != 0;
+        child.details.flags = static_cast<std::uint16_t>(row.number(8));
+        child.details.userFlags = static_cast<std::uint16_t>(row.number(9));
     }
     return found;
 }

@@ -38,13 +38,15 @@ private:
         KeyDetails details;
     };
     void values(std::int64_t key, TreeSink& sink);
+    void countTold();
     std::vector<Child> children(std::int64_t key);
     const Bytes& descriptor(std::int64_t number);
 
     StoreTables& tables_;
     Rows keys_, valueIds_, values_;
+    std::int64_t told_ = 0, most_;   // no more keys can be told than there are
     std::vector<std::int64_t> ids_;
-    std::string name_;
+    std::string name_, folded_;
     RawValue value_;
     std::unordered_map<std::int64_t, Bytes> descriptors_;
 };

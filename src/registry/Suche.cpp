@@ -35,6 +35,11 @@ public:
         path_.resize(lengths_.back());
         lengths_.pop_back();
     }
+    void unreadable(std::string_view name, const RegError& error) override {
+        if (skipping_ != 0) return;
+        if (!ziel_.unreadable) return TreeSink::unreadable(name, error);
+        ziel_.unreadable(lengths_.empty() ? path_ : joinKey(path_, name), error);
+    }
 
 private:
     std::string path_;
@@ -48,9 +53,13 @@ private:
 }  // namespace
 
 bool suchen(RegStore& store, Root root, std::string_view key, const Suchmuster& muster, const SuchOptionen& options, const Suchziel& ziel) {
-    Sucher sucher(key, muster, options, ziel);
     try {
-        store.walk(root, key, sucher);
+        std::vector<std::string> starts = store.linksOut(root, key);
+        starts.insert(starts.begin(), std::string(key));
+        for (const std::string& start : starts) {
+            Sucher sucher(start, muster, options, ziel);
+            store.walk(root, start, sucher);
+        }
     } catch (const Ended&) {
         return false;
     }

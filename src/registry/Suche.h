@@ -2,6 +2,7 @@
 // Looking for a text in a registry tree: names of keys and values, and data in the form that toText gives them (a value
 // that cannot be shown in its own form: byte for byte). Upper and lower case are the same, by the registry's table.
 // Texts are UTF-8.
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -12,7 +13,7 @@
 
 namespace brenvik {
 
-// The pattern is no valid regular expression; what() is the German message.
+// The pattern is no valid regular expression, or one that takes too long; what() is the German message.
 class SuchmusterFehler : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -27,9 +28,11 @@ public:
 
 std::unique_ptr<Suchmuster> makeTextMuster(std::string_view text);
 // ECMAScript syntax on characters. Long texts are searched in pieces of RegexPiece characters that overlap by half, so
-// that a match longer than that half may be missed. Throws SuchmusterFehler.
+// that a match longer than that half may be missed. A piece may take RegexSteps looks at a character, which is far beyond what
+// expressions of good sense need; the search then ends with a SuchmusterFehler. Throws SuchmusterFehler.
 std::unique_ptr<Suchmuster> makeRegexMuster(std::string_view expression);
 inline constexpr std::size_t RegexPiece = 512;
+inline constexpr std::uint64_t RegexSteps = 10'000'000;
 
 // The data as text, or as bytes if they cannot be shown in their own form. Never fails.
 std::string dataText(const RawValue& value);
@@ -50,9 +53,11 @@ struct Suchziel {
     std::function<void(const Treffer&)> hit;
     std::function<void(std::string_view key)> enter;   // every key that is searched
     std::function<bool()> stop;                        // asked at every key and value; true ends the search
+    std::function<void(std::string_view key, const RegError& why)> unreadable = {};   // is passed over; without this it ends the search
 };
 
-// The key with everything below it, each key's hits before those of its sub keys. False: it was ended.
+// The key with everything below it, each key's hits before those of its sub keys. What is only reached through links comes
+// last. False: it was ended.
 bool suchen(RegStore& store, Root root, std::string_view key, const Suchmuster& muster, const SuchOptionen& options, const Suchziel& ziel);
 
 }  // namespace brenvik

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <regex>
 
 #include "frame/Errors.h"
@@ -118,13 +120,43 @@ std::wstring wide(std::string_view text) {
     return result;
 }
 
+struct TooManySteps {};
+
+// A place in a text for the library's matcher, which goes back and forth as often as the expression makes it: for some longer
+// than anybody lives. Each look at a character is counted.
+class CountedPlace {
+public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = wchar_t;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const wchar_t*;
+    using reference = const wchar_t&;
+
+    CountedPlace() = default;
+    CountedPlace(pointer at, std::uint64_t& left) : at_(at), left_(&left) {}
+    reference operator*() const {
+        if ((*left_)-- == 0) throw TooManySteps{};
+        return *at_;
+    }
+    pointer operator->() const { return &**this; }
+    CountedPlace& operator++() { return ++at_, *this; }
+    CountedPlace& operator--() { return --at_, *this; }
+    CountedPlace operator++(int) { return {at_++, *left_}; }
+    CountedPlace operator--(int) { return {at_--, *left_}; }
+    bool operator==(const CountedPlace& other) const { return at_ == other.at_; }
+
+private:
+    pointer at_ = nullptr;
+    std::uint64_t* left_ = nullptr;
+};
+
 class RegexMuster final : public Suchmuster {
 public:
-    explicit RegexMuster(std::string_view expression) {
+    explicit RegexMuster(std::string_view expression) : expression_(expression) {
         try {
             regex_.assign(wide(expression), std::regex_constants::ECMAScript | std::regex_constants::icase);
         } catch (const std::regex_error&) {
-            throw SuchmusterFehler("\"" + std::string(expression) + "\" ist kein gültiger regulärer Ausdruck.");
+            throw SuchmusterFehler("\"" + expression_ + "\" ist kein gültiger regulärer Ausdruck.");
         }
     }
     bool inName(std::string_view name) const override { return matches(wide(name)); }
@@ -140,15 +172,23 @@ private:
                 match_flag_type flags = match_default;
                 if (start > 0) flags |= match_prev_avail | match_not_bol;
                 if (end < text.size()) flags |= match_not_eol;
-                const auto first = text.begin() + static_cast<std::ptrdiff_t>(start), last = text.begin() + static_cast<std::ptrdiff_t>(end);
-                if (std::regex_search(first, last, regex_, flags)) return true;
+                std::uint64_t left = RegexSteps;
+                if (std::regex_search(CountedPlace(text.data() + start, left), CountedPlace(text.data() + end, left), regex_, flags)) return true;
                 if (end == text.size()) return false;
             }
         } catch (const std::regex_error&) {
-            throw SuchmusterFehler("Der reguläre Ausdruck ist zu aufwendig.");
+            tooCostly(text);
+        } catch (const TooManySteps&) {
+            tooCostly(text);
         }
     }
 
+    [[noreturn]] void tooCostly(const std::wstring& text) const {
+        throw SuchmusterFehler("Der reguläre Ausdruck \"" + expression_ + "\" ist zu aufwendig: Schon ein Text von " + std::to_string(std::min(text.size(), RegexPiece)) +
+                               " Zeichen lässt sich damit nicht in vertretbarer Zeit durchsuchen. Vereinfachen Sie ihn, vor allem Wiederholungen in Wiederholungen wie (x+)+.");
+    }
+
+    std::string expression_;
     std::basic_regex<wchar_t, RegistryTraits> regex_;
 };
 

@@ -1,7 +1,10 @@
 #include "registry/ValueOperations.h"
 
+#include <algorithm>
+
 #include "frame/Reports.h"
 #include "frame/Texte.h"
+#include "registry/RegLimits.h"
 
 namespace brenvik {
 
@@ -82,7 +85,9 @@ public:
         path += "\\";
         std::vector<std::string> entries;
         const bool isKey = step([&] {
-            if (parseRegPath(path).key.empty()) throw RegError(regerr::NoKey, "Ein Hauptschlüssel wird nicht geleert.");
+            const std::string key = parseRegPath(path).key;
+            if (key.empty()) throw RegError(regerr::NoKey, "Ein Hauptschlüssel wird nicht geleert.");
+            if (static_cast<std::size_t>(std::count(key.begin(), key.end(), '\\')) > MaxKeyDepth) throwTooDeep();
         });
         if (!isKey) return;
         step([&] {

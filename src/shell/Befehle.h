@@ -16,7 +16,7 @@ enum class Befehl {
     // Ansicht; the window's own
     FavLeiste, FavButtonleiste, IconsMitText, IconsOhneText,
     // File
-    RegFileSave, ADMFileSave, AddRegListe, SrvRegListe, AddADMListe, SrvADMListe,
+    RegFileSave, ADMFileSave, AddRegListe, SrvRegListe, AddADMListe, SrvADMListe, ListeLaden,
     // Extras
     SystemInfo, Regedit, Regedt32, RegBrowser, KeyInfo, Optionen,
     // Favoriten
@@ -24,7 +24,7 @@ enum class Befehl {
     // Tools
     Gpedit, Dxdiag, Sigverif, Msinfo32, DrWatson16, DrWatson32, Eventvwr,
     // Hilfe
-    BVKInfo, BVKInhalt, OSTInfo, OSTInhalt, OSTHome, OSTDownload, OSTShop, EMail, About, TippHilfe,
+    BVKInfo, BVKInhalt, OSTInfo, OSTInhalt, OSTHome, OSTDownload, OSTShop, EMail, About, TippHilfe, Protokoll, Programmordner,
     // Toolbar only
     Netz, Profil, History,
 };

@@ -34,6 +34,7 @@ template <class Mover> void walkPlace(Mover& mover, FensterEinstellungen& window
 template <class Mover> void walk(Mover& mover, FensterEinstellungen& window) {
     const std::string base = EinstellungenPfad;
     walkPlace(mover, window);
+    mover.flag(base + "MainMaximiert", window.MainMaximiert);
     mover.measure(base + "SplitterVLeft", window.SplitterVLeft);
     mover.measure(base + "SplitterHTop", window.SplitterHTop);
     for (std::size_t i = 0; i < window.Knoepfe.size(); ++i) mover.text(base + "Toolbar\\" + FensterEinstellungen::KnopfLeisten[i], window.Knoepfe[i]);

@@ -16,6 +16,7 @@ struct BandEinstellung {
 
 struct FensterEinstellungen {
     double MainLeft = 1000, MainTop = 1000, MainWidth = 9000, MainHeight = 9100;
+    bool MainMaximiert = false;     // the measures are then those that the window comes back to
     double SplitterVLeft = 3350, SplitterHTop = 6000;
     std::array<BandEinstellung, 4> Band{BandEinstellung{true, 4005, 2505, 330, false}, BandEinstellung{true, 2205, 2205, 330, false},
                                         BandEinstellung{true, 5550, 3000, 375, true}, BandEinstellung{true, 900, 900, 330, false}};

@@ -39,6 +39,7 @@ Fensterprogramm::Fensterprogramm(QApplication& application, const FensterOptione
     : options_(options), port_(port), programm_(port, platform, options.programm, relay_, aufzeichnungen_),
       fenster_(programm_.context().frmBVK_Prog, programm_.context().einstellungen, displayOrder), events_(programm_.maschine()),
       export_(programm_.maschine(), exportlisten_), listen_(programm_.maschine()), teile_{application, port, programm_, fenster_, laden_, aufzeichnungen_} {
+    programm_.openHome();
     FrameContext& ctx = programm_.context();
     port.onNote([&ctx](const std::string& line) { ctx.trace.write(line); });
     verbinde(teile_, listen_);
@@ -49,6 +50,9 @@ bool Fensterprogramm::start() {
     Context& ctx = programm_.context();
     const bool forUser = options_.screenshots.empty();
     if (!startPruefung(ctx, options_.kommandozeile, [&] { return forUser && anotherInstance(); })) return false;
+    if (options_.passwort) ctx.strParamPasswort = *options_.passwort;
+    if (!programm_.schreibhindernis().empty()) port_.tell(meldung::NurLesen1 + programm_.schreibhindernis(), box::Exclamation);
+    if (forUser) programm_.offerMissingFiles(true);
     relay_.target = &fenster_;
     fenster_.attach(events_);
     fenster_.onUnload([this] { unload(); });
@@ -114,8 +118,8 @@ static int run(QApplication& application, const FensterOptionen& options, QtPort
 int runFensterprogramm(QApplication& application, FensterOptionen options) {
     QtPort port;
     const auto platform = makeNativePlatform();
-    const QTemporaryDir fresh;      // pictures show the program as shipped, not what stands in the user's home
-    if (!options.screenshots.empty() && options.programm.home.empty()) options.programm.home = fresh.path().toStdString();
+    std::optional<QTemporaryDir> fresh;     // pictures show the program as shipped, not what stands in the user's home
+    if (!options.screenshots.empty() && options.programm.home.empty()) options.programm.home = pathFromUtf8(fresh.emplace().path().toStdString());
     try {
         const int code = run(application, options, port, *platform);
         if (code == 0 && !options.screenshots.empty()) takeScreenshotsAtDoubleScale(options.screenshots, options.programm.home);

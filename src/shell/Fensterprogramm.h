@@ -19,6 +19,7 @@ namespace brenvik {
 struct FensterOptionen {
     ProgrammOptionen programm;
     std::string kommandozeile;              // the program's own switches
+    std::optional<std::string> passwort;    // for the account of /U:, from elsewhere than the command line; goes before /PW:
     std::filesystem::path screenshots;      // not empty: render the windows into this folder and end
 };
 
@@ -35,7 +36,7 @@ public:
 
 class Fensterprogramm {
 public:
-    // Opens home and store, makes the main window and hooks all areas in. Throws with a message for the user.
+    // Opens home and store (also where they can only be read), makes the main window and hooks all areas in. Throws with a message for the user.
     Fensterprogramm(QApplication& application, const FensterOptionen& options, QtPort& port, Platform& platform);
     Fensterprogramm(const Fensterprogramm&) = delete;
     Fensterprogramm& operator=(const Fensterprogramm&) = delete;

@@ -133,9 +133,16 @@ HistoryListeAnfrage historyList() {
 
 HistoryDatenAnfrage historyValues() {
     HistoryDatenAnfrage request;
-    request.zeilen = {{"MenuShowDelay", "400", "100"}, {"NoDesktopCleanupWizard", KeyNichtVorhanden, "1"}};
+    request.zeilen = {{"MenuShowDelay", "400", "100", "HKEY_CURRENT_USER\\Control Panel\\Desktop\\MenuShowDelay"},
+                      {"NoDesktopCleanupWizard", KeyNichtVorhanden, "1", "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Policies\\Explorer\\NoDesktopCleanupWizard"}};
     request.hinweis = "Die Änderung wurde auf dem Rechner \"BUERO-2\" gemacht; die aktuellen Werte sind die des Rechners \"BRENVIK-PC\".";
     request.undoMoeglich = request.genauMoeglich = true;
+    return request;
+}
+
+UndoConflictsRequest undoConflicts() {
+    UndoConflictsRequest request;
+    request.rows = {{"HKEY_CURRENT_USER\\Control Panel\\Desktop\\MenuShowDelay", "REG_SZ \"400\"", "REG_SZ \"100\"", "REG_SZ \"50\"", "von anderer Seite"}};
     return request;
 }
 
@@ -157,6 +164,7 @@ std::vector<Fensterbild> modalWindows() {
         {"frmBVK_BootINI", request(bootEntry())},
         {"frmBVK_HistoryListe", request(historyList())},
         {"frmBVK_HistoryDaten", request(historyValues())},
+        {"frmBVK_UndoConflicts", request(undoConflicts())},
         {"frmBVK_FavVerwalten", request(favourites())},
         {"frmBVK_Suchen", menu("mnuRegSuchen"), typed("txtSuchText", "Menü")},
         {"frmBVK_Optionen", menu("mnuOptionen"), page("seiteAllgemein"), "-1"},

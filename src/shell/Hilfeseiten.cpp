@@ -61,6 +61,7 @@ const QHash<QString, int>& fensterThemen() {
         {"frmBVK_Symbolleiste", Hauptfenster},
         {"frmBVK_HistoryListe", History},
         {"frmBVK_HistoryDaten", History},
+        {"frmBVK_UndoConflicts", History},
         {"frmBVK_FavVerwalten", Favoriten},
         {"frmBVK_TippFileSave", Export},
         {"frmBVK_BackupRestore", Sicherung},

@@ -28,7 +28,7 @@ void Ladefenster::selectTab(int tab) {
 
 // The machine is named before anything of it is chosen.
 void Ladefenster::showMain() {
-    ctx_.frmBVK_Prog.sbrBVK[0] = "PC: " + ctx_.strRechnername;
+    ctx_.frmBVK_Prog.sbrBVK[0] = "PC: " + ctx_.rechnerAnzeige();
     main_.windowChanged();
     main_.show();
 }

@@ -6,6 +6,7 @@
 #include "frame/Texte.h"
 #include "shell/Farben.h"
 #include "shell/FlowLayout.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -53,11 +54,11 @@ InfoFrame::InfoFrame(QWidget* parent) : TitledFrame("fraInfo", parent), txtInfo_
 }
 
 void InfoFrame::show(const Hauptfenster& record, bool helpPossible) {
-    caption()->setText(qt(record.fraInfo));
+    caption()->setText(plainLine(record.fraInfo));
     const QColor red = warningColour();
     setTextColour(*caption(), record.fraInfoFarbe == TextFarbe::Rot ? red : QColor());
     setTextColour(*txtInfo_, record.txtInfoFarbe == TextFarbe::Rot ? red : QColor());
-    const QString text = qt(record.txtInfo).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    const QString text = plainLines(record.txtInfo);
     if (txtInfo_->toPlainText() != text) txtInfo_->setPlainText(text);
     QSizePolicy kept = txtInfo_->sizePolicy();
     kept.setRetainSizeWhenHidden(true);
@@ -140,7 +141,7 @@ StatusRow::StatusRow(QWidget* parent) : QFrame(parent) {
 }
 
 void StatusRow::show(const Hauptfenster& record) {
-    for (std::size_t i = 0; i < panels_.size(); ++i) panels_[i]->setText(qt(record.sbrBVK[i]));
+    for (std::size_t i = 0; i < panels_.size(); ++i) panels_[i]->setText(plainLine(record.sbrBVK[i]));
 }
 
 }  // namespace brenvik

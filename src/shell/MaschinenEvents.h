@@ -31,7 +31,6 @@ public:
     void userBootTitle(std::size_t panel, const std::string& text) override { engine_.userBootTitle(panel, text); }
 
 private:
-    bool settleChanges();
     TippMaschine& engine_;
 };
 

@@ -36,6 +36,7 @@ constexpr MenuEntry Entries[] = {
     {"mnuFile", "mnuSrvRegListe", "REG-File Liste speichern", Befehl::SrvRegListe, "regliste"},
     {"mnuFile", "mnuAddADMListe", "Tipp zur ADM-File Liste hinzufügen", Befehl::AddADMListe, "admplus", true},
     {"mnuFile", "mnuSrvADMListe", "ADM-File Liste speichern", Befehl::SrvADMListe, "admliste"},
+    {"mnuFile", "mnuListeLaden", "Liste &laden...", Befehl::ListeLaden, "ordner", true},
 
     {"", "mnuExtras", "E&xtras", Befehl::Keiner, ""},
     {"mnuExtras", "mnuSystemInfo", "&System Info", Befehl::SystemInfo, "systeminfo"},
@@ -70,6 +71,8 @@ constexpr MenuEntry Entries[] = {
     {"mnuInternet", "mnuOSTDL", "Ostrana &Download", Befehl::OSTDownload, "herunterladen"},
     {"mnuInternet", "mnuOSTShop", "Ostrana &Shop", Befehl::OSTShop, "laden"},
     {"mnuHilfe", "mnuEMail", "&eMail an den Autor", Befehl::EMail, "email"},
+    {"mnuHilfe", "mnuProtokoll", "&Protokoll öffnen", Befehl::Protokoll, "", true},
+    {"mnuHilfe", "mnuProgrammordner", "Ord&ner des Programms zeigen", Befehl::Programmordner, "ordner"},
     {"mnuHilfe", "mnuAbout", "&About", Befehl::About, "info", true},
 };
 
@@ -117,7 +120,7 @@ void Menues::show(const Hauptfenster& record, const std::function<bool(Befehl)>&
     if (!record.mnuRegSave.empty()) action(QStringLiteral("mnuRegSave"))->setText(qt(record.mnuRegSave));
     if (!record.mnuDefault.empty()) action(QStringLiteral("mnuDefault"))->setText(qt(record.mnuDefault));
     for (auto it = actions_.cbegin(); it != actions_.cend(); ++it)
-        it.value()->setVisible(std::find(record.versteckt.begin(), record.versteckt.end(), utf8(it.key())) == record.versteckt.end());
+        it.value()->setVisible(!record.istVersteckt(utf8(it.key())));
     if (!record.blnNTFamilie) action(QStringLiteral("mnuRegedt32"))->setVisible(false);
     action(QStringLiteral("mnuFavListe"))->setEnabled(!menu(QStringLiteral("mnuFavListe"))->isEmpty());
 }

@@ -6,6 +6,7 @@
 
 #include "frame/Produkt.h"
 #include "shell/Icons.h"
+#include "shell/PlainText.h"
 #include "shell/RightRegion.h"
 
 namespace brenvik {
@@ -164,7 +165,7 @@ void PanelArea::replaceView(std::size_t place, PanelView* view) {
 }
 
 void PanelArea::showRegion() {
-    lblDBTippU_->setText(qt(record_.lblDBTippU));
+    lblDBTippU_->setText(plainLine(record_.lblDBTippU));
     lblDBTippU_->setVisible(!record_.lblDBTippU.empty());
     QWidget* shown = record_.fraBVKLogo ? static_cast<QWidget*>(fraBVKLogo_) : record_.fraEinstellungen ? fraBVKAusgabe_ : empty_;
     if (stack_->currentWidget() != shown) stack_->setCurrentWidget(shown);

@@ -20,6 +20,7 @@
 #include "frame/HostKlang.h"
 #include "frame/Meldungen.h"
 #include "frame/Produkt.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -123,10 +124,10 @@ Answer QtPort::messageBox(const MessageBox& request) {
     const bool canBeClosed = wanted.size() == 1 || wanted.back().answer == Answer::Cancel;
     Box dialog(frontWindow(), canBeClosed);
     dialog.setObjectName(QStringLiteral("MessageBox"));
-    dialog.setWindowTitle(request.title.empty() ? qt(produkt::Titel) : qt(request.title));
+    dialog.setWindowTitle(request.title.empty() ? qt(produkt::Titel) : plainLine(request.title));
     dialog.setTextFormat(Qt::PlainText);
     dialog.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    dialog.setText(qt(request.text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    dialog.setText(boxText(request.text));
     dialog.setIcon(iconOf(request.flags));
     std::vector<QPushButton*> buttons;
     for (const BoxButton& button : wanted) buttons.push_back(dialog.addButton(QString::fromUtf8(button.caption), button.role));

@@ -9,9 +9,6 @@ namespace brenvik {
 inline QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 inline std::string utf8(const QString& text) { return text.toStdString(); }
 
-// A text of the database as a caption: its "&" is a character, no mnemonic.
-inline QString plainCaption(std::string_view text) { return qt(text).replace(QLatin1Char('&'), QLatin1String("&&")); }
-
 // Object name of an element of a control array: "chkCheckBox(0)".
 inline QString elementName(const char* control, std::size_t index) {
     return QLatin1String(control) + QLatin1Char('(') + QString::number(index) + QLatin1Char(')');

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QVBoxLayout>
 
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -79,12 +80,12 @@ void RegSuchbereich::open(const std::string& key) {
 
 void RegSuchbereich::setKey(const std::string& key) {
     key_ = key;
-    if (!running_ && hits_->rowCount() == 0) lblRegTreffer_->setText(QStringLiteral("Gesucht wird unter %1").arg(qt(key_)));
+    if (!running_ && hits_->rowCount() == 0) lblRegTreffer_->setText(QStringLiteral("Gesucht wird unter %1").arg(plainLine(key_)));
 }
 
 void RegSuchbereich::showProgress(const std::string& key) {
     lblRegTreffer_->setText(lblRegTreffer_->fontMetrics().elidedText(
-        QStringLiteral("%1 Treffer, gesucht wird in %2").arg(hits_->rowCount()).arg(qt(key)), Qt::ElideMiddle, lblRegTreffer_->width()));
+        QStringLiteral("%1 Treffer, gesucht wird in %2").arg(hits_->rowCount()).arg(plainLine(key)), Qt::ElideMiddle, lblRegTreffer_->width()));
     QCoreApplication::processEvents();
 }
 

@@ -1,7 +1,7 @@
 #include "shell/RegTreeModel.h"
 
 #include "registry/Upcase.h"
-#include "shell/QtText.h"
+#include "shell/PlainText.h"
 
 namespace brenvik {
 
@@ -122,7 +122,7 @@ QModelIndex RegTreeModel::find(const std::string& key) {
 QVariant RegTreeModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const Node* node = nodeOf(index);
-    if (role == Qt::DisplayRole) return qt(node->name);
+    if (role == Qt::DisplayRole) return plainLine(node->name);
     if (role == Qt::DecorationRole) return icons_.get(node->open ? QStringLiteral("regordneroffen") : QStringLiteral("regordner"));
     return {};
 }

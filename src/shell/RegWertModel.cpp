@@ -1,6 +1,7 @@
 #include "shell/RegWertModel.h"
 
 #include "registry/Upcase.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 #include "tipengine/Meldungen.h"
 
@@ -11,7 +12,12 @@ template <class Rows> auto rowAt(const Rows& rows, const QModelIndex& index) -> 
     return index.isValid() && static_cast<std::size_t>(index.row()) < rows.size() ? &rows[static_cast<std::size_t>(index.row())] : nullptr;
 }
 
-QString shownName(const std::string& name) { return name.empty() ? QString::fromUtf8(meldung::StandardWert) : qt(name); }
+const std::string& shownName(const std::string& name) {
+    static const std::string unnamed = meldung::StandardWert;
+    return name.empty() ? unnamed : name;
+}
+
+QVariant shown(const std::string& text, int role) { return role == Qt::ToolTipRole ? toolTipText(text) : plainLine(text); }
 
 QVariant header(std::initializer_list<const char*> captions, int section, Qt::Orientation orientation, int role) {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || static_cast<std::size_t>(section) >= captions.size()) return {};
@@ -44,9 +50,9 @@ QVariant RegWertModel::data(const QModelIndex& index, int role) const {
     }
     if (role != Qt::DisplayRole && (role != Qt::ToolTipRole || index.column() == 1)) return {};
     switch (index.column()) {
-        case 0: return shownName(row->KeyName);
+        case 0: return shown(shownName(row->KeyName), role);
         case 1: return qt(row->Type);
-        default: return qt(row->Wert);
+        default: return shown(row->Wert, role);
     }
 }
 
@@ -74,9 +80,9 @@ QVariant RegTrefferModel::data(const QModelIndex& index, int role) const {
     const BrowserTreffer* hit = at(index);
     if (!hit || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     switch (index.column()) {
-        case 0: return qt(hit->key);
-        case 1: return hit->name ? shownName(*hit->name) : QString();
-        default: return qt(hit->text);
+        case 0: return shown(hit->key, role);
+        case 1: return hit->name ? shown(shownName(*hit->name), role) : QVariant();
+        default: return shown(hit->text, role);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "shell/TippTreeModel.h"
 
-#include "shell/QtText.h"
+#include "shell/PlainText.h"
 
 namespace brenvik {
 
@@ -63,8 +63,8 @@ QVariant TippTreeModel::data(const QModelIndex& index, int role) const {
     if (!node) return {};
     switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole:
-        case Qt::AccessibleTextRole: return qt(node->text);
+        case Qt::AccessibleTextRole: return plainLine(node->text);
+        case Qt::ToolTipRole: return toolTipText(node->text);
         case Qt::DecorationRole: return icons_.tree(*node);
         default: return {};
     }

@@ -18,6 +18,7 @@ void verbindeExport(frmBVK_Prog& fenster, Export& exporte) {
     on(Befehl::AddADMListe, [&exporte] { exporte.addADMListe(); });
     on(Befehl::SrvRegListe, [&exporte] { exporte.showRegListe(); });
     on(Befehl::SrvADMListe, [&exporte] { exporte.showADMListe(); });
+    on(Befehl::ListeLaden, [&exporte] { exporte.loadListe(); });
 }
 
 }  // namespace brenvik

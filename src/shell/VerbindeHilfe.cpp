@@ -4,8 +4,11 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPointer>
+#include <QUrl>
 
+#include "frame/DateiSystem.h"
 #include "frame/Hilfethemen.h"
+#include "frame/Meldungen.h"
 #include "frame/Produkt.h"
 #include "shell/QtPort.h"
 #include "shell/QtText.h"
@@ -105,6 +108,21 @@ void connectHelpMenu(const Fensterteile& teile, Hilfedienst& help) {
     window.setCommand(Befehl::EMail, [port = &teile.port] { openAddress(*port, "Mailto:" + std::string(produkt::Mail)); });
 }
 
+std::string addressOf(const std::filesystem::path& file) { return utf8(QUrl::fromLocalFile(qt(utf8FromPath(file))).toString(QUrl::FullyEncoded)); }
+
+void connectFiles(const Fensterteile& teile) {
+    frmBVK_Prog& window = teile.fenster;
+    const Context& ctx = teile.programm.context();
+    QtPort& port = teile.port;
+    window.setCommand(Befehl::Protokoll, [&ctx, &port] {
+        const auto log = ctx.heimPfad / produkt::LogDatei;
+        std::error_code ignored;
+        if (!std::filesystem::is_regular_file(log, ignored)) return port.tell(meldung::KeinProtokoll, box::Information);
+        openAddress(port, addressOf(log));
+    });
+    window.setCommand(Befehl::Programmordner, [&ctx, &port] { openAddress(port, addressOf(ctx.heimPfad)); });
+}
+
 void connectInformation(const Fensterteile& teile) {
     frmBVK_Prog& window = teile.fenster;
     Context& ctx = teile.programm.context();
@@ -122,6 +140,7 @@ void verbindeHilfe(Fensterteile& teile) {
         if (help) help->show(file, thema);
     });
     connectHelpMenu(teile, *help);
+    connectFiles(teile);
     connectInformation(teile);
 }
 

@@ -2,12 +2,13 @@
 
 #include <QSignalBlocker>
 
-#include "shell/ListenText.h"
+#include "shell/PlainText.h"
 #include "shell/QtPort.h"
 #include "shell/frmBVK_FavVerwalten.h"
 #include "shell/frmBVK_HistoryDaten.h"
 #include "shell/frmBVK_HistoryListe.h"
 #include "shell/frmBVK_Prog.h"
+#include "shell/frmBVK_UndoConflicts.h"
 #include "tipengine/Programm.h"
 
 namespace brenvik {
@@ -17,14 +18,9 @@ template <class Window, class Request> void registerWindow(QtPort& port, const c
     port.registerWindow(QLatin1String(name), [](QtPort&, QWidget* parent, WindowRequest& request) { Window(dynamic_cast<Request&>(request), parent).exec(); });
 }
 
-void setHidden(std::vector<std::string>& hidden, const char* control, bool on) {
-    std::erase(hidden, control);
-    if (on) hidden.emplace_back(control);
-}
-
 // A list that is switched off takes its controls along. The bands' own setting stays as the user chose it.
 void showControls(frmBVK_Prog& window, Hauptfenster& record) {
-    for (const char* control : {"mnuFav", "mnuFavShow", "mnuFavButton"}) setHidden(record.versteckt, control, !record.favoritenSichtbar);
+    record.versteckt["Favoriten"] = record.favoritenSichtbar ? std::vector<std::string>() : std::vector<std::string>{"mnuFav", "mnuFavShow", "mnuFavButton"};
     CoolBar& bar = window.coolBar();
     constexpr std::pair<const char*, const char*> Bands[] = {{"picToolbar", "mnuFavShow"}, {"tbrFavoriten", "mnuFavButton"}};
     for (const auto& [band, entry] : Bands)
@@ -38,13 +34,13 @@ void showFavourites(frmBVK_Prog& window, Favoriten& favourites) {
     QComboBox* combo = window.coolBar().cboFavoriten();
     const QSignalBlocker quiet(combo);
     combo->clear();
-    for (const std::string& item : favourites.strFavoriten()) combo->addItem(oneLine(item));
+    for (const std::string& item : favourites.strFavoriten()) combo->addItem(plainLine(item));
     combo->setCurrentIndex(favourites.chosen());
 
     QMenu* menu = window.menues().menu(QStringLiteral("mnuFavListe"));
     menu->clear();
     for (std::size_t k = 1; k < favourites.mnuFavPopA().size(); ++k) {
-        QAction* action = menu->addAction(oneLine(favourites.mnuFavPopA()[k]).replace(QLatin1Char('&'), QLatin1String("&&")));
+        QAction* action = menu->addAction(plainCaption(favourites.mnuFavPopA()[k]));
         const int index = static_cast<int>(k);
         action->setObjectName(QStringLiteral("mnuFavPopA(%1)").arg(index));
         QObject::connect(action, &QAction::triggered, &window, [&favourites, index] { favourites.clickMenu(index); }, Qt::QueuedConnection);
@@ -63,6 +59,7 @@ void verbindeListen(Fensterteile& teile, Listen& listen) {
 
     registerWindow<frmBVK_HistoryListe, HistoryListeAnfrage>(teile.port, "frmBVK_HistoryListe");
     registerWindow<frmBVK_HistoryDaten, HistoryDatenAnfrage>(teile.port, "frmBVK_HistoryDaten");
+    registerWindow<frmBVK_UndoConflicts, UndoConflictsRequest>(teile.port, "frmBVK_UndoConflicts");
     registerWindow<frmBVK_FavVerwalten, FavVerwaltenAnfrage>(teile.port, "frmBVK_FavVerwalten");
 
     window.setCommand(Befehl::History, [&listen] { listen.historyFenster().oeffnen(); });

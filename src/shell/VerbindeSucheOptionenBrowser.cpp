@@ -17,12 +17,12 @@ void zeigeSuche(TippMaschine& engine, Suchauftrag& auftrag) {
     Context& ctx = engine.context();
     SuchenAnfrage request;
     request.auftrag = auftrag;
-    request.suchen = [&ctx](const Suchauftrag& order) -> std::optional<std::vector<Suchtreffer>> {
+    request.suchen = [&ctx](const Suchauftrag& order) {
+        Suchergebnis result;
         const std::string condition = suchBedingung(order);
-        if (condition.empty()) return std::nullopt;
-        std::vector<Suchtreffer> hits;
-        DBSuchen(ctx, condition, hits);
-        return hits;
+        if (condition.empty()) return result;
+        result.art = DBSuchen(ctx, condition, result.treffer) ? Suchergebnis::Art::Gesucht : Suchergebnis::Art::Gescheitert;
+        return result;
     };
     ctx.port.showWindow(request);
     auftrag = request.auftrag;
@@ -31,12 +31,7 @@ void zeigeSuche(TippMaschine& engine, Suchauftrag& auftrag) {
 
 void zeigeOptionen(TippMaschine& engine, const std::function<void()>& listenOrdnerNeu) {
     Context& ctx = engine.context();
-    const bool unsaved = ctx.blnGeaendert;
-    if (!engine.DatenSichern()) {
-        ctx.blnGeaendert = true;    // what could not be saved stays on screen as a change
-        return;
-    }
-    if (unsaved) engine.reloadTipp();
+    if (!engine.DatenSichern()) return;
     const Settings before = ctx.einstellungen;
     const bool listsWere = ctx.blnHistoryAktiv && ctx.blnFavoritenAktiv;
     OptionenAnfrage request(ctx);
@@ -56,8 +51,7 @@ void zeigeRegBrowser(TippMaschine& engine, ChangeRecorder& recorder) {
     RegBrowseAnfrage request(*browser);
     engine.context().port.showWindow(request);
     if (!browser->changedAnything()) return;
-    engine.DatenSichern();
-    engine.reloadTipp();      // the panels show what stands in the registry now
+    if (engine.DatenSichern(Verbleib::WirdErsetzt)) engine.reloadTipp();      // the panels show what stands in the registry now
 }
 
 void verbindeSucheOptionenBrowser(Fensterteile& teile) {

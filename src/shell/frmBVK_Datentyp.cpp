@@ -7,6 +7,7 @@
 #include "frame/Hilfethemen.h"
 #include "frame/Produkt.h"
 #include "frame/Texte.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -15,7 +16,7 @@ namespace {
 constexpr int TextWarning = 11, TextNumber = 12, TextTypeDatabase = 13, TextTypeRegistry = 14, TextContent = 15, TextQuestion = 16,
               TextTitle = 17;
 constexpr int ButtonCancel = 0, ButtonHelp = 1, ButtonContinue = 2, ButtonMail = 3;
-constexpr std::size_t LongestContent = 4'000;    // bytes; more of the value helps nobody to decide
+constexpr std::size_t LongestContent = 4'000;    // characters; more of the value helps nobody to decide
 
 }  // namespace
 
@@ -31,7 +32,7 @@ frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidg
         QLabel* caption = label("", qt(strBVKTexte(text)));
         caption->setWordWrap(false);
         grid->addWidget(caption, line, 0);
-        QLabel* shown = label(name, qt(value));
+        QLabel* shown = label(name, plainLine(value));
         shown->setTextInteractionFlags(Qt::TextSelectableByMouse);
         grid->addWidget(shown, line, 1);
     };
@@ -44,8 +45,7 @@ frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidg
     content->setAccessibleName(qt(strBVKTexte(TextContent)));
     content->setReadOnly(true);
     content->setTabChangesFocus(true);
-    content->setPlainText(qt(std::string_view(request.inhalt).substr(0, LongestContent)) +
-                          (request.inhalt.size() > LongestContent ? QStringLiteral(" …") : QString()));
+    content->setPlainText(plainLines(request.inhalt, LongestContent));
     content->setMaximumHeight(90);
     grid->addWidget(content, 4, 1);
     grid->addWidget(label("lblFrage", qt(strBVKTexte(TextQuestion))), 5, 0, 1, 2);

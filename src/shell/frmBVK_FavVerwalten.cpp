@@ -4,7 +4,8 @@
 #include <algorithm>
 
 #include "frame/Texte.h"
-#include "shell/ListenText.h"
+#include "shell/PlainText.h"
+#include "shell/QtText.h"
 
 namespace brenvik {
 namespace {
@@ -47,7 +48,7 @@ frmBVK_FavVerwalten::frmBVK_FavVerwalten(FavVerwaltenAnfrage& request, QWidget* 
 void frmBVK_FavVerwalten::fill() {
     const int row = std::max(0, lvFav_->currentRow());
     lvFav_->clear();
-    for (const std::string& item : request_.lvFav) lvFav_->addItem(oneLine(item));
+    for (const std::string& item : request_.lvFav) lvFav_->addItem(plainLine(item));
     if (lvFav_->count() > 0) lvFav_->setCurrentRow(std::min(row, lvFav_->count() - 1));
     cmdLoeschen_->setEnabled(lvFav_->count() > 0);
 }

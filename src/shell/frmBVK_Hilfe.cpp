@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "frame/Hilfethemen.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -37,8 +38,12 @@ QString fileOf(const QTreeWidgetItem& item) { return item.data(0, Qt::UserRole).
 
 }  // namespace
 
+// A page is a page of ours, and its pictures are icons; it reaches no other file.
 QVariant Hilfetext::loadResource(int type, const QUrl& name) {
-    if (name.scheme() != QLatin1String(IconScheme)) return QTextBrowser::loadResource(type, name);
+    if (name.scheme() != QLatin1String(IconScheme)) {
+        const bool page = type == QTextDocument::HtmlResource && hilfeseite(name.fileName()) && name.toLocalFile() == QFileInfo(folder_ + QLatin1Char('/') + name.fileName()).absoluteFilePath();
+        return page ? QTextBrowser::loadResource(type, name) : QVariant();
+    }
     const QPixmap picture = icons_.get(name.path()).pixmap(QSize(PictureSize, PictureSize), devicePixelRatioF());
     return picture.isNull() ? QVariant() : QVariant(picture);
 }
@@ -46,12 +51,13 @@ QVariant Hilfetext::loadResource(int type, const QUrl& name) {
 frmBVK_Hilfe::frmBVK_Hilfe(const std::filesystem::path& folder, std::function<bool(const std::string&)> openAddress, QWidget* parent)
     : QDialog(parent, Qt::Window), folder_(qt(folder.string())), openAddress_(std::move(openAddress)), icons_(palette()),
       toolbar_(new QToolBar(this)), txtHilfeSuche_(new QLineEdit(this)), tvInhalt_(new QTreeWidget(this)), lblHinweis_(new QLabel(this)),
-      txtHilfe_(new Hilfetext(icons_, this)) {
+      txtHilfe_(new Hilfetext(folder_, icons_, this)) {
     setObjectName(QStringLiteral("frmBVK_Hilfe"));
     setWindowTitle(QStringLiteral("Brenvik Hilfe"));
     setWindowIcon(IconSet::program());
     lblHinweis_->setObjectName(QStringLiteral("lblHinweis"));
     lblHinweis_->setWordWrap(true);
+    lblHinweis_->setTextFormat(Qt::PlainText);
     lblHinweis_->setMargin(6);
     lblHinweis_->hide();
     txtHilfe_->setObjectName(QStringLiteral("txtHilfe"));
@@ -223,7 +229,7 @@ void frmBVK_Hilfe::search(const QString& text) {
 }
 
 void frmBVK_Hilfe::note(const QString& text) {
-    lblHinweis_->setText(text);
+    lblHinweis_->setText(plainLine(utf8(text)));
     lblHinweis_->setVisible(!text.isEmpty());
 }
 

@@ -17,10 +17,11 @@ namespace brenvik {
 // Shows pages of the help folder; "icon:speichern" stands for a picture of the program in the palette's colours.
 class Hilfetext : public QTextBrowser {
 public:
-    Hilfetext(IconSet& icons, QWidget* parent) : QTextBrowser(parent), icons_(icons) {}
+    Hilfetext(const QString& folder, IconSet& icons, QWidget* parent) : QTextBrowser(parent), folder_(folder), icons_(icons) {}
     QVariant loadResource(int type, const QUrl& name) override;
 
 private:
+    const QString& folder_;
     IconSet& icons_;
 };
 

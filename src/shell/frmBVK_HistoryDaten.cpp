@@ -6,14 +6,14 @@
 
 #include "frame/Texte.h"
 #include "lists/Meldungen.h"
-#include "shell/ListenText.h"
+#include "shell/PlainText.h"
+#include "shell/QtText.h"
 
 namespace brenvik {
 namespace {
 
 constexpr int TextTitel = 45, TextInfo = 47, KnopfZuruecksetzen = 17, KnopfZurueck = 16;
 constexpr int SpalteName = 180, SpalteWert = 190;
-constexpr int LongestShown = 500;    // characters of a value; the tooltip tells more
 
 }  // namespace
 
@@ -35,16 +35,26 @@ frmBVK_HistoryDaten::frmBVK_HistoryDaten(HistoryDatenAnfrage& request, QWidget* 
         auto* item = new QTreeWidgetItem(lvHisDaten);
         const std::string* texts[] = {&row.wertname, &row.alterWert, &row.aktuellerWert};
         for (int k = 0; k < 3; ++k) {
-            const QString text = oneLine(*texts[k]);
-            item->setText(k, text.left(LongestShown));
-            item->setToolTip(k, text.left(4 * LongestShown));
+            item->setText(k, plainLine(*texts[k]));
+            item->setToolTip(k, toolTipText(*texts[k]));
         }
     }
     if (lvHisDaten->topLevelItemCount() > 0) lvHisDaten->setCurrentItem(lvHisDaten->topLevelItem(0));
     lvHisDaten->setColumnWidth(0, SpalteName);
     lvHisDaten->setColumnWidth(1, SpalteWert);
     grid->addWidget(lvHisDaten, 1, 0);
-    if (!request.hinweis.empty()) grid->addWidget(label("lblHinweis", qt(request.hinweis)), 2, 0);
+    QLabel* path = label("lblPfad", {});
+    path->setTextFormat(Qt::PlainText);
+    path->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    path->setWordWrap(true);
+    const auto showPath = [this, path, lvHisDaten] {
+        const int row = lvHisDaten->indexOfTopLevelItem(lvHisDaten->currentItem());
+        path->setText(row < 0 ? QString() : plainLine(request_.zeilen[static_cast<std::size_t>(row)].pfad));
+    };
+    connect(lvHisDaten, &QTreeWidget::currentItemChanged, this, showPath);
+    showPath();
+    grid->addWidget(path, 2, 0);
+    if (!request.hinweis.empty()) grid->addWidget(label("lblHinweis", plainLines(request.hinweis, MostInBox)), 3, 0);
     makeButtons(*grid);
     resize(620, 320);
     lvHisDaten->setFocus();
@@ -63,7 +73,7 @@ void frmBVK_HistoryDaten::makeButtons(QGridLayout& grid) {
     row->addWidget(cmdDatenGenau);
     row->addStretch(1);
     row->addWidget(cmdDatenZurueck);
-    grid.addLayout(row, 3, 0);
+    grid.addLayout(row, 4, 0);
     cmdDatenZurueck->setDefault(true);    // the others write
     connect(cmdDatenUndo, &QPushButton::clicked, this, [this] {
         if (request_.zuruecksetzen()) accept();

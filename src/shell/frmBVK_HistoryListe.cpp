@@ -8,7 +8,8 @@
 
 #include "frame/Texte.h"
 #include "lists/Meldungen.h"
-#include "shell/ListenText.h"
+#include "shell/PlainText.h"
+#include "shell/QtText.h"
 
 namespace brenvik {
 namespace {
@@ -31,7 +32,7 @@ public:
             shownRow_ = index.row();
         }
         const std::string* texts[] = {&shown_.datum, &shown_.uhrzeit, &shown_.rechnername, &shown_.überschrift};
-        return oneLine(*texts[index.column()]);
+        return plainLine(*texts[index.column()]);
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
         if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
@@ -65,8 +66,13 @@ frmBVK_HistoryListe::frmBVK_HistoryListe(HistoryListeAnfrage& request, QWidget* 
     lvHistory_->setModel(model_);
     for (std::size_t k = 0; k < Breiten.size(); ++k) lvHistory_->setColumnWidth(static_cast<int>(k), Breiten[k]);
     grid->addWidget(lvHistory_, 1, 0);
+    if (!request.hinweis.empty()) {
+        QLabel* note = label("lblHinweis", qt(request.hinweis));
+        note->setWordWrap(true);
+        grid->addWidget(note, 2, 0);
+    }
     makeButtons(*grid);
-    resize(700, 420);
+    resize(760, 420);
     refresh();
     if (const int last = model_->rowCount() - 1; last >= 0) {    // the newest change is what one looks for
         lvHistory_->setCurrentIndex(model_->index(last, 0));
@@ -83,10 +89,12 @@ void frmBVK_HistoryListe::makeButtons(QGridLayout& grid) {
     cmdHisRedo_ = button("cmdHisRedo", qt(meldung::WiederherstellenKnopf));
     cmdHisRedo_->setToolTip(QStringLiteral("Die zuletzt zurückgesetzte Änderung noch einmal durchführen"));
     cmdHisZurueck_ = button("cmdHisZurück", qt(strBVKButtons(KnopfZurueck)));
-    for (QPushButton* one : {cmdHisAnzeigen_, cmdHisDel_, cmdHisAllDel_, cmdHisRedo_}) row->addWidget(one);
+    cmdHisForget_ = button("cmdHisForget", qt(meldung::VergessenKnopf));
+    cmdHisForget_->setToolTip(QStringLiteral("Den Eintrag mit allen alten Werten endgültig entfernen, auch aus dem Änderungsjournal"));
+    for (QPushButton* one : {cmdHisAnzeigen_, cmdHisDel_, cmdHisAllDel_, cmdHisRedo_, cmdHisForget_}) row->addWidget(one);
     row->addStretch(1);
     row->addWidget(cmdHisZurueck_);
-    grid.addLayout(row, 2, 0);
+    grid.addLayout(row, 3, 0);
     cmdHisAnzeigen_->setDefault(true);
 
     const auto show = [this] { withRow(request_.anzeigen); };
@@ -102,6 +110,7 @@ void frmBVK_HistoryListe::makeButtons(QGridLayout& grid) {
         request_.wiederherstellen();
         refresh();
     });
+    connect(cmdHisForget_, &QPushButton::clicked, this, [this] { withRow(request_.vergessen); });
     connect(cmdHisZurueck_, &QPushButton::clicked, this, [this] {
         request_.zurueck();
         accept();
@@ -122,7 +131,7 @@ void frmBVK_HistoryListe::refresh() {
         if (top >= 0) lvHistory_->scrollTo(model_->index(std::min(top, model_->rowCount() - 1), 0), QAbstractItemView::PositionAtTop);
         lvHistory_->setCurrentIndex(model_->index(std::min(row, model_->rowCount() - 1), 0));
     }
-    for (QPushButton* one : {cmdHisAnzeigen_, cmdHisDel_, cmdHisAllDel_}) one->setEnabled(request_.befehleAktiv);
+    for (QPushButton* one : {cmdHisAnzeigen_, cmdHisDel_, cmdHisAllDel_, cmdHisForget_}) one->setEnabled(request_.befehleAktiv);
     cmdHisRedo_->setEnabled(request_.redoMoeglich);
 }
 

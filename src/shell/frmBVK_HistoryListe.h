@@ -20,7 +20,7 @@ private:
     HistoryListeAnfrage& request_;
     HistoryModel* model_;
     QTreeView* lvHistory_;
-    QPushButton *cmdHisAnzeigen_ = nullptr, *cmdHisDel_ = nullptr, *cmdHisAllDel_ = nullptr, *cmdHisRedo_ = nullptr, *cmdHisZurueck_ = nullptr;
+    QPushButton *cmdHisAnzeigen_ = nullptr, *cmdHisDel_ = nullptr, *cmdHisAllDel_ = nullptr, *cmdHisRedo_ = nullptr, *cmdHisForget_ = nullptr, *cmdHisZurueck_ = nullptr;
 };
 
 }  // namespace brenvik

@@ -2,6 +2,7 @@
 
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -30,7 +31,7 @@ frmBVK_KeyInfo::frmBVK_KeyInfo(FrameContext& ctx, const Tipp& tipp, QWidget* par
     resize(560, sizeHint().height());
 
     for (std::size_t i = 1; i < tipp.Eintrag.size(); ++i)
-        cboKeyInfo_->addItem(tipp.Eintrag[i].Wertname.empty() ? QString::fromUtf8(Unnamed) : qt(tipp.Eintrag[i].Wertname));
+        cboKeyInfo_->addItem(tipp.Eintrag[i].Wertname.empty() ? QString::fromUtf8(Unnamed) : plainLine(tipp.Eintrag[i].Wertname));
     copy->setEnabled(chosen() != nullptr);
     showChosen();
     connect(cboKeyInfo_, &QComboBox::currentIndexChanged, this, [this] { showChosen(); });
@@ -46,9 +47,9 @@ void frmBVK_KeyInfo::showChosen() {
     const TippEintrag* entry = chosen();
     if (!entry) return;
     const auto put = [](QLineEdit* field, const std::string& value) {
-        field->setText(qt(value));
+        field->setText(plainLine(value));
         field->setCursorPosition(0);
-        field->setToolTip(field->text());
+        field->setToolTip(toolTipText(value));
     };
     put(txtKeyHauptS_, entry->Hauptschlüssel);
     put(txtKeySchlüssel_, entry->Schlüssel);

@@ -4,6 +4,7 @@
 
 #include "frame/Produkt.h"
 #include "frame/Texte.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -22,13 +23,13 @@ std::string browserVersionText(const FrameContext& ctx) {
 frmBVK_OSInfo::frmBVK_OSInfo(const TipdbContext& ctx, QWidget* parent) : Infofenster("frmBVK_OSInfo", TextTitle, parent) {
     line("lblProgVer", TextProgram, "lblProgVerA", qt(ctx.strProgVersion));
     line("lblProgDate", TextProgramDate, "lblProgDateA", qt(produkt::ProgrammDatum));
-    line("lblDBVer", TextDatabase, "lblDBVerA", qt(ctx.strDBVersion));
-    line("lblDBDate", TextDatabaseDate, "lblDBDateA", qt(ctx.strDBDatum));
+    line("lblDBVer", TextDatabase, "lblDBVerA", plainLine(ctx.strDBVersion));
+    line("lblDBDate", TextDatabaseDate, "lblDBDateA", plainLine(ctx.strDBDatum));
     auto* rule = new QFrame(this);
     rule->setFrameShape(QFrame::HLine);
     rule->setFrameShadow(QFrame::Sunken);
     addRow(rule);
-    line("lblOS", TextSystem, "txtOS", qt(ctx.strBS));
+    line("lblOS", TextSystem, "txtOS", plainLine(ctx.systemAnzeige()));
     line("lblVersion", TextVersion, "txtVersion", qt(fmt::format("{}.{}", ctx.osVersion.dwMajorVersion, ctx.osVersion.dwMinorVersion)));
     line("lblBuild", TextBuild, "txtBuild", QString::number(ctx.osVersion.dwBuildNumber));
     line("lblIEVersion", TextBrowser, "txtIEVersion", qt(browserVersionText(ctx)));

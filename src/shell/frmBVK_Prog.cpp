@@ -56,6 +56,7 @@ frmBVK_Prog::frmBVK_Prog(const Hauptfenster& record, Settings& settings, TippTre
     connect(fraInfo_->cmdHilfe(), &QPushButton::clicked, this, [this] { run(Befehl::TippHilfe, QStringLiteral("cmdHilfe")); });
     ownCommands();
     makeShortcuts();
+    watchPlace();
     limitSize();
     applySettings({});
 }
@@ -107,12 +108,13 @@ void frmBVK_Prog::setCommand(Befehl befehl, std::function<void()> handler) {
 void frmBVK_Prog::showTab() { tbsTree_->setSelected(record_.tbsTree); }
 
 void frmBVK_Prog::bringToFront(const QByteArray& activationToken) {
-    if (!isVisible()) return;      // still loading: it comes to the front by itself
     if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken);   // where the window system looks for it
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    QWidget* front = QApplication::activeModalWidget();
-    for (QWidget* window : {static_cast<QWidget*>(this), front}) {
-        if (!window) continue;
+    if (isVisible()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    QWidgetList windows = QApplication::topLevelWidgets();     // while it loads, what it shows meanwhile
+    if (isVisible()) windows = {this};
+    windows.append(QApplication::activeModalWidget());
+    for (QWidget* window : windows) {
+        if (!window || !window->isVisible()) continue;
         window->raise();
         window->activateWindow();
     }

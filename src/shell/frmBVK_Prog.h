@@ -3,6 +3,7 @@
 // Object names of its controls are their names in the program: "cmdRegSave", "chkCheckBox(0)", "tvBVKDB".
 #include <QHash>
 #include <QMainWindow>
+#include <QTimer>
 #include <functional>
 
 #include "frame/Context.h"
@@ -54,8 +55,11 @@ protected:
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void watchPlace();
     void makeLeft();
     void makeSplitters();
     void makeShortcuts();
@@ -79,6 +83,8 @@ private:
     QHash<int, std::function<void()>> handlers_;
     std::function<void()> unload_;
     double splitterVLeft_ = 0, splitterHTop_ = 0;    // twips
+    QRect ownPlace_;                                 // frame's corner and inner size while it does not fill the screen
+    QTimer settled_;
 
     std::unique_ptr<Menues> menues_;
     QWidget* form_;

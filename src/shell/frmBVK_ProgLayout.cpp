@@ -86,6 +86,9 @@ bool frmBVK_Prog::eventFilter(QObject* watched, QEvent* event) {
 void frmBVK_Prog::applySettings(const FensterEinstellungen& stored) {
     move(toPixels(stored.MainLeft), toPixels(stored.MainTop));
     resize(toPixels(stored.MainWidth), toPixels(stored.MainHeight));
+    if (stored.MainMaximiert) moveOntoScreen();
+    ownPlace_ = QRect(pos(), size());
+    if (stored.MainMaximiert) setWindowState(windowState() | Qt::WindowMaximized);
     for (std::size_t i = 0; i < stored.Knoepfe.size(); ++i) cbrBVK_->arrange(QLatin1String(FensterEinstellungen::KnopfLeisten[i]), stored.Knoepfe[i]);
     for (std::size_t i = 0; i < stored.Band.size(); ++i) cbrBVK_->applyBand(i, stored.Band[i]);
     menues_->action(QStringLiteral("mnuFavShow"))->setChecked(stored.Band[2].Visible);
@@ -97,10 +100,11 @@ void frmBVK_Prog::applySettings(const FensterEinstellungen& stored) {
 
 FensterEinstellungen frmBVK_Prog::presentSettings() const {
     FensterEinstellungen present;
-    const QRect place = isMaximized() || isFullScreen() ? normalGeometry() : geometry();
-    const QPoint corner = isMaximized() || isFullScreen() ? place.topLeft() : pos();
-    present.MainLeft = toTwips(corner.x());
-    present.MainTop = toTwips(corner.y());
+    // Of a window that fills the screen the place it comes back to.
+    const QRect place = isMaximized() || isFullScreen() ? ownPlace_ : QRect(pos(), size());
+    present.MainMaximiert = isMaximized();
+    present.MainLeft = toTwips(place.x());
+    present.MainTop = toTwips(place.y());
     present.MainWidth = toTwips(place.width());
     present.MainHeight = toTwips(place.height());
     present.SplitterVLeft = splitterVLeft_;
@@ -110,8 +114,29 @@ FensterEinstellungen frmBVK_Prog::presentSettings() const {
     return present;
 }
 
+// A window that is being maximised is told of its new place before or after its new state, as the window system likes. So
+// what counts as a place of its own is where it still is a little later.
+void frmBVK_Prog::watchPlace() {
+    constexpr int SettledMs = 300;
+    settled_.setSingleShot(true);
+    settled_.setInterval(SettledMs);
+    connect(&settled_, &QTimer::timeout, this, [this] {
+        if (isVisible() && !isMaximized() && !isFullScreen() && !isMinimized()) ownPlace_ = QRect(pos(), size());
+    });
+}
+
+void frmBVK_Prog::moveEvent(QMoveEvent* event) {
+    QMainWindow::moveEvent(event);
+    settled_.start();
+}
+
+void frmBVK_Prog::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    settled_.start();
+}
+
 void frmBVK_Prog::showEvent(QShowEvent* event) {
-    moveOntoScreen();
+    if (!isMaximized()) moveOntoScreen();
     QMainWindow::showEvent(event);
     if (!focusWidget()) tvBVKDB_->setFocus();       // not the first control, which would end the program at a touch of the space bar
 }

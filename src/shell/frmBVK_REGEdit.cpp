@@ -6,6 +6,8 @@
 #include "frame/Errors.h"
 #include "frame/Texte.h"
 #include "shell/Farben.h"
+#include "shell/FieldText.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -23,8 +25,11 @@ QString typeName(std::uint32_t type) {
     return QStringLiteral("Typ %1").arg(type);
 }
 
-// The fields hold it unchanged; single surrogates they would not.
-bool fitsField(const std::string& text) { return utf8(qt(text)) == text; }
+// The fields hold it unchanged; single surrogates and what Qt takes for the end of a paragraph they would not.
+bool fitsField(const std::string& text) {
+    const QString shown = qt(text);
+    return utf8(shown) == text && !shown.contains(QChar::ParagraphSeparator);
+}
 
 }  // namespace
 
@@ -54,11 +59,11 @@ void frmBVK_REGEdit::makeFields() {
         grid->addWidget(field, line, 1);
     };
     Text1_->setObjectName(QStringLiteral("Text1"));
-    Text1_->setText(request_.ItemName.empty() && !request_.neu ? QStringLiteral("(default)") : qt(request_.ItemName));
+    Text1_->setText(request_.ItemName.empty() && !request_.neu ? QStringLiteral("(default)") : plainLine(request_.ItemName));
     Text1_->setReadOnly(!request_.neu);
     Combo1_->setObjectName(QStringLiteral("Combo1"));
     Text3_->setObjectName(QStringLiteral("Text3"));
-    Text3_->setText(qt(request_.ItemKey));
+    Text3_->setText(plainLine(request_.ItemKey));
     Text3_->setReadOnly(true);
     Text3_->setCursorPosition(0);
     row(0, "lblKeyname", "&Keyname:", Text3_);
@@ -166,8 +171,10 @@ void frmBVK_REGEdit::showValue() {
                                  .arg(request_.ItemWert->bytes.size()).arg(LargestShown));
     else if (form == Wertform::Bytewerte && eingabeForm(value.type) != Wertform::Bytewerte)
         lblHinweis_->setText(QStringLiteral("Der Inhalt hat nicht die Form, die sein Datentyp haben soll. Damit nichts verloren geht, stehen hier die einzelnen Bytes."));
+    const std::string text = eingabeText(value, form);
+    if (lblHinweis_->text().isEmpty()) lblHinweis_->setText(unseenNote(text));
     setTextColour(*lblHinweis_, warningColour());
-    showForm(form, qt(eingabeText(value, form)));
+    showForm(form, qt(text));
     Text2_->selectAll();
     Text2_->setReadOnly(readOnly_);
     Text2Zeilen_->setReadOnly(readOnly_);
@@ -193,7 +200,7 @@ void frmBVK_REGEdit::changeNumberForm(Wertform form) {
     if (!untouched) shownText_.reset();
 }
 
-std::string frmBVK_REGEdit::enteredText() const { return utf8(inLines() ? Text2Zeilen_->toPlainText() : Text2_->text()); }
+std::string frmBVK_REGEdit::enteredText() const { return utf8(inLines() ? fieldText(*Text2Zeilen_) : Text2_->text()); }
 
 QWidget* frmBVK_REGEdit::valueField() { return inLines() ? static_cast<QWidget*>(Text2Zeilen_) : Text2_; }
 

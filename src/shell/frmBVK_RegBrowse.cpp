@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 #include "shell/frmBVK_RegName.h"
 
@@ -195,7 +196,9 @@ void frmBVK_RegBrowse::showValues(const std::string& select) {
     lvwReg_->setCurrentIndex(place.isValid() ? place : values_->index(0, 0));
     enableEntries();
     const int count = values_->rowCount() - (values_->at(values_->index(0, 0))->vorhanden ? 0 : 1);
-    sbrReg_->setText(QStringLiteral("PC: %1    %2").arg(qt(browser_.machine()), count == 1 ? QStringLiteral("1 Wert") : QStringLiteral("%1 Werte").arg(count)));
+    const QString unseen = unseenNote(key());       // in the path above
+    sbrReg_->setText(QStringLiteral("PC: %1    %2").arg(plainLine(browser_.machine()), count == 1 ? QStringLiteral("1 Wert") : QStringLiteral("%1 Werte").arg(count)) +
+                     (unseen.isEmpty() ? QString() : QStringLiteral("\nPfad: ") + unseen));
 }
 
 void frmBVK_RegBrowse::enableEntries() {

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "frame/Texte.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -32,7 +33,7 @@ QVariant SuchergebnisModel::data(const QModelIndex& index, int role) const {
     const Suchtreffer* hit = at(index);
     if (!hit || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     if (index.column() == 0) return role == Qt::DisplayRole ? QVariant(hit->Index) : QVariant();
-    return qt(hit->Überschrift);
+    return role == Qt::DisplayRole ? plainLine(hit->Überschrift) : toolTipText(hit->Überschrift);
 }
 
 QVariant SuchergebnisModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -124,10 +125,7 @@ QLayout* frmBVK_Suchen::makeButtons() {
     row->addWidget(cmdOK_);
     row->addWidget(cmdAbbruch);
     connect(cmdOK_, &QPushButton::clicked, this, [this] { TippOeffnen(); });
-    connect(cmdAbbruch, &QPushButton::clicked, this, [this] {
-        readFields();
-        reject();
-    });
+    connect(cmdAbbruch, &QPushButton::clicked, this, &QDialog::reject);
     return row;
 }
 
@@ -141,15 +139,27 @@ void frmBVK_Suchen::readFields() {
 void frmBVK_Suchen::Suchen() {
     readFields();
     model_->show({});
-    auto hits = request_.suchen(request_.auftrag);
-    const std::size_t count = hits ? hits->size() : 0;
-    if (hits) model_->show(std::move(*hits));
+    Suchergebnis result = request_.suchen(request_.auftrag);
+    const std::size_t count = result.treffer.size();
+    model_->show(std::move(result.treffer));
     cmdOK_->setEnabled(count > 0);
-    lblTreffer_->setText(!hits ? QStringLiteral("Bitte geben Sie einen Text ein und wählen Sie, wo gesucht wird.")
-                                : count == 1 ? QStringLiteral("1 Tipp gefunden") : QStringLiteral("%1 Tipps gefunden").arg(count));
+    lblTreffer_->setText(resultText(result.art, count));
     if (count == 0) return txtSuchText_->setFocus();
     lvSuchergebnis_->setCurrentIndex(model_->index(0, 0));
     lvSuchergebnis_->setFocus();
+}
+
+QString frmBVK_Suchen::resultText(Suchergebnis::Art art, std::size_t count) const {
+    if (art == Suchergebnis::Art::NichtsZuSuchen) return QStringLiteral("Bitte geben Sie einen Text ein und wählen Sie, wo gesucht wird.");
+    if (art == Suchergebnis::Art::Gesucht) return count == 1 ? QStringLiteral("1 Tipp gefunden") : QStringLiteral("%1 Tipps gefunden").arg(count);
+    const bool apostrophe = request_.auftrag.txtSuchText.find('\'') != std::string::npos;
+    return apostrophe ? QStringLiteral("Die Suche ist gescheitert. Einen Apostroph geben Sie bitte doppelt ein: ''") : QStringLiteral("Die Suche ist gescheitert.");
+}
+
+// However the window is closed, what was entered stands there again the next time.
+void frmBVK_Suchen::done(int result) {
+    readFields();
+    Dialog::done(result);
 }
 
 // Enter searches, but in the list it opens the hit.
@@ -162,7 +172,6 @@ void frmBVK_Suchen::keyPressEvent(QKeyEvent* event) {
 void frmBVK_Suchen::TippOeffnen() {
     const Suchtreffer* hit = model_->at(lvSuchergebnis_->currentIndex());
     if (!hit) return;
-    readFields();
     request_.gewaehlt = hit->Überschrift;
     accept();
 }

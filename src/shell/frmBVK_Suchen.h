@@ -31,6 +31,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void done(int result) override;
 
 private:
     QWidget* makeQuestion();
@@ -39,6 +40,7 @@ private:
     void Suchen();
     void TippOeffnen();
     void readFields();
+    QString resultText(Suchergebnis::Art art, std::size_t count) const;
 
     SuchenAnfrage& request_;
     QLineEdit* txtSuchText_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "frame/Texte.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -69,7 +70,7 @@ QPushButton* frmBVK_TippFileSave::command(const char* name, const QString& capti
 void frmBVK_TippFileSave::showList() {
     const int selected = lvRegList_->currentRow();
     lvRegList_->clear();
-    for (const std::string& title : request_.lvRegList) lvRegList_->addItem(qt(title));
+    for (const std::string& title : request_.lvRegList) lvRegList_->addItem(plainLine(title));
     if (lvRegList_->count() > 0) lvRegList_->setCurrentRow(std::clamp(selected, 0, lvRegList_->count() - 1));
     for (QPushButton* each : {cmdSave_, cmdDel_, cmdDelAll_}) each->setEnabled(request_.aktiv);
 }

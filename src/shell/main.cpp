@@ -3,9 +3,12 @@
 #include <QLibraryInfo>
 #include <QTranslator>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 
 #include "cli/Aufruffehler.h"
+#include "frame/HostTerminal.h"
+#include "frame/Kommandozeile.h"
 #include "frame/UserPort.h"
 #include "frame/Version.h"
 #include "shell/Farben.h"
@@ -29,8 +32,18 @@ public:
     }
 };
 
+// While the window system is being looked for: its complaints are the window system's own words, and where there is none
+// at all it would end the process hard.
+void endWithoutDisplay(QtMsgType kind, const QMessageLogContext&, const QString&) {
+    if (kind != QtFatalMsg) return;
+    std::fputs("Es ist keine grafische Oberfläche zu erreichen, das Fenster kann nicht geöffnet werden. Ohne Fenster arbeitet brenvik-cli.\n", stderr);
+    std::fflush(stderr);
+    std::_Exit(1);
+}
+
 struct Aufruf {
-    std::string home, machine, screenshots;
+    std::string home, machine, profile, screenshots;
+    std::optional<int> passwordDescriptor;
     std::vector<std::string> rest;      // what is none of ours: the window system's options and the program's own switches
 };
 
@@ -41,7 +54,11 @@ std::optional<int> takeOptions(Aufruf& call, int argc, char** argv) {
     app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");
     app.add_option("--home", call.home, "Verzeichnis, in dem Brenvik seine Daten hält")->type_name("DIR");
     app.add_option("--machine", call.machine, "Rechner, dessen Registry gemeint ist: ein Name oder der Ordner, in dem ein Windows liegt")->type_name("NAME");
+    app.add_option("--user", call.profile, "Benutzer des Rechners, dessen HKEY_CURRENT_USER gemeint ist: Name oder SID")->type_name("NAME")->needs("--machine");
     app.add_option("--screenshots", call.screenshots, "Bilder der Fenster in dieses Verzeichnis schreiben und enden")->type_name("DIR");
+    app.add_option("--password-fd", call.passwordDescriptor, "Das Passwort zu /U: als erste Zeile aus diesem Deskriptor lesen; anders als /PW: steht es dann in keiner Prozessliste")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
     app.footer("Eigene Schalter des Programms, in dieser Reihenfolge: [/PC:<Rechnername>] [/U:<Account> /PW:<Passwort>] [/DEBUG], oder /?");
     app.allow_windows_style_options(false);
     app.allow_extras();
@@ -66,13 +83,21 @@ std::optional<int> takeOptions(Aufruf& call, int argc, char** argv) {
 int main(int argc, char** argv) {
     Aufruf call;
     if (const auto done = takeOptions(call, argc, argv)) return *done;
+    brenvik::verbergePasswort(argc, argv);
+    std::optional<std::string> password;
+    if (call.passwordDescriptor) {
+        password = brenvik::host::readSecretLine(*call.passwordDescriptor);
+        if (!password) return std::fprintf(stderr, "Aus dem Deskriptor %d kann kein Passwort gelesen werden.\n", *call.passwordDescriptor), 1;
+    }
 
     std::vector<char*> words{argv[0]};
     for (std::string& word : call.rest) words.push_back(word.data());
     words.push_back(nullptr);
     int count = static_cast<int>(words.size()) - 1;
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    qInstallMessageHandler(endWithoutDisplay);
     Application application(count, words.data());
+    qInstallMessageHandler(nullptr);
     QApplication::setApplicationName(QStringLiteral("brenvik"));
     QApplication::setDesktopFileName(QStringLiteral("brenvik"));
     QApplication::setWindowIcon(brenvik::IconSet::program());
@@ -83,7 +108,9 @@ int main(int argc, char** argv) {
     brenvik::FensterOptionen options;
     options.programm.home = call.home;
     options.programm.machine = call.machine;
+    options.programm.profile = call.profile;
     options.kommandozeile = QApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
     options.screenshots = call.screenshots;
+    options.passwort = std::move(password);
     return brenvik::runFensterprogramm(application, options);
 }

@@ -30,6 +30,7 @@ struct Ausschnitt {
         return p[0] | static_cast<std::uint32_t>(p[1]) << 8 | static_cast<std::uint32_t>(p[2]) << 16 |
                static_cast<std::uint32_t>(p[3]) << 24;
     }
+    std::uint64_t u64(std::size_t offset) const { return u32(offset) | static_cast<std::uint64_t>(u32(offset + 4)) << 32; }
     Ausschnitt part(std::size_t offset, std::size_t count) const { return {at(offset, count), count}; }
     Ausschnitt from(std::size_t offset) const { return {at(offset, 0), size - offset}; }
 };

@@ -1,6 +1,11 @@
 #include "tipdb/JetTabelle.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <bit>
+#include <chrono>
+#include <cmath>
 
 #include "registry/Upcase.h"
 
@@ -12,7 +17,7 @@ constexpr std::uint32_t CatalogPage = 2;
 constexpr std::int64_t CatalogTableType = 1;
 constexpr std::size_t MaxDefinitionPages = 64, MaxColumns = 255, MaxIndexes = 255;
 
-enum class Type : std::uint8_t { Boolean = 1, Byte = 2, Int = 3, Long = 4, Text = 10, Ole = 11, Memo = 12 };
+enum class Type : std::uint8_t { Boolean = 1, Byte = 2, Int = 3, Long = 4, Currency = 5, Float = 6, Double = 7, DateTime = 8, Text = 10, Ole = 11, Memo = 12 };
 
 struct Column {
     std::string name;
@@ -23,7 +28,7 @@ struct Column {
     unsigned size = 0;
     bool fixed = false;
 
-    bool isNumber() const { return type == Type::Boolean || type == Type::Byte || type == Type::Int || type == Type::Long; }
+    bool isNumber() const { return type >= Type::Boolean && type <= Type::Double; }
 };
 
 struct Definition {
@@ -143,11 +148,45 @@ private:
     std::vector<unsigned> offsets_;
 };
 
+// A whole number is one, whatever the type of its column; another stays as text, which is refused, with its place, wherever a
+// number is needed.
+void addReal(double value, Tabelle& out) {
+    constexpr double Exact = 9e15;
+    if (std::trunc(value) == value && std::abs(value) < Exact) return out.addNumber(static_cast<std::int64_t>(value));
+    out.addText(fmt::format("{}", value));
+}
+
+// Ten thousandths.
+void addCurrency(std::int64_t value, Tabelle& out) {
+    if (value % 10'000 == 0) return out.addNumber(value / 10'000);
+    out.addText(fmt::format("{}", static_cast<double>(value) / 10'000));
+}
+
+// Days since 30.12.1899, with the time of the day behind the point; before that day the two count in opposite directions, and
+// such a date stays the number that it is.
+void addDate(double value, Tabelle& out) {
+    constexpr double Year10000 = 2'958'466, SecondsADay = 86'400;
+    if (!(value >= 0 && value < Year10000)) return addReal(value, out);
+    auto days = static_cast<int>(value);
+    auto seconds = static_cast<int>(std::lround((value - days) * SecondsADay));
+    days += seconds / static_cast<int>(SecondsADay);
+    seconds %= static_cast<int>(SecondsADay);
+    using namespace std::chrono;
+    const year_month_day date(sys_days(year(1899) / 12 / 30) + std::chrono::days(days));
+    std::string text = fmt::format("{:02}.{:02}.{:04}", static_cast<unsigned>(date.day()), static_cast<unsigned>(date.month()), static_cast<int>(date.year()));
+    if (seconds != 0) text += fmt::format(" {:02}:{:02}:{:02}", seconds / 3600, seconds / 60 % 60, seconds % 60);
+    out.addText(text);
+}
+
 void addFixed(const JetDatei& file, const RowParts& parts, const Column& c, Tabelle& out) {
     switch (c.type) {
         case Type::Byte: out.addNumber(parts.fixedPart(c, 1).u8(0)); return;
         case Type::Int: out.addNumber(static_cast<std::int16_t>(parts.fixedPart(c, 2).u16(0))); return;
         case Type::Long: out.addNumber(static_cast<std::int32_t>(parts.fixedPart(c, 4).u32(0))); return;
+        case Type::Currency: addCurrency(static_cast<std::int64_t>(parts.fixedPart(c, 8).u64(0)), out); return;
+        case Type::Float: addReal(std::bit_cast<float>(parts.fixedPart(c, 4).u32(0)), out); return;
+        case Type::Double: addReal(std::bit_cast<double>(parts.fixedPart(c, 8).u64(0)), out); return;
+        case Type::DateTime: addDate(std::bit_cast<double>(parts.fixedPart(c, 8).u64(0)), out); return;
         case Type::Text: out.addText(file.text(parts.fixedPart(c, c.size))); return;
         default: out.addNull();
     }

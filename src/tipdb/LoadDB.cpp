@@ -1,5 +1,7 @@
 #include "tipdb/LoadDB.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <unordered_map>
 
@@ -11,6 +13,7 @@
 #include "frame/Verschluesselung.h"
 #include "registry/ValueOperations.h"
 #include "tipdb/DatenbankFehler.h"
+#include "tipdb/Limits.h"
 #include "tipdb/Meldungen.h"
 
 namespace brenvik {
@@ -45,27 +48,50 @@ Zugriffsschicht readZugriffsschicht(TipdbContext& ctx) {
     return found;
 }
 
+// At start a table that is missing is reported and the rest is read; another database is whole, or nothing.
+enum class Anlass { Start, AndereDatenbank };
+
 class Lader {
 public:
-    Lader(TipdbContext& context, std::filesystem::path path) : ctx_(context), path_(std::move(path)) {}
+    Lader(TipdbContext& context, std::filesystem::path path, Anlass anlass) : ctx_(context), path_(std::move(path)), anlass_(anlass) {}
 
+    void read() {
+        if (anlass_ == Anlass::Start) connect();
+        else connectOther();
+        readVersions();
+        readGroups();
+        readTree();
+        readTips();
+        if (anlass_ == Anlass::AndereDatenbank) checkOther();
+        checkTreeSize(neu_);
+        neu_.datenbankDatei = path_;
+        neu_.blnDBGeladen = true;
+        static_cast<TipDatenbank&>(ctx_) = std::move(neu_);
+    }
+
+private:
     void connect();
+    void connectOther();
+    void checkOther();
     void readVersions();
     void readGroups();
     void readTree();
     void readTips();
-    TipDatenbank take() { return std::move(neu_); }
-
-private:
-    std::unique_ptr<RecordSet> open(const char* sql) { return ctx_.objDB.GetNewRS(ctx_, neu_.objVerbindung.get(), sql); }
+    std::unique_ptr<RecordSet> open(const char* sql) {
+        if (anlass_ == Anlass::Start) return ctx_.objDB.GetNewRS(ctx_, neu_.objVerbindung.get(), sql);
+        return std::make_unique<RecordSet>(sql, neu_.objVerbindung->execute(sql));
+    }
     [[noreturn]] void tellAndLeave(const std::string& text, bool traced, bool click);
     void checkFormat(const RecordSet& rs);
     void addToGroups(const RecordSet& rs);
 
     TipdbContext& ctx_;
     std::filesystem::path path_;
+    Anlass anlass_;
     TipDatenbank neu_;
-    std::unordered_multimap<std::int32_t, std::size_t> groupByNumber_;
+    std::unordered_multimap<std::int32_t, std::size_t> groupsByNumber_;
+    std::unordered_map<std::int32_t, std::int32_t> firstGroup_;   // by number
+    std::size_t placedTips_ = 0;
 };
 
 void Lader::tellAndLeave(const std::string& text, bool traced, bool click) {
@@ -86,6 +112,20 @@ void Lader::connect() {
     ctx_.trace.write("-- MDAC Version: " + version);
     if (!mdacGenuegt(version))
         tellAndLeave(meldung::MdacZuAlt1 + version + meldung::MdacZuAlt2 + std::string(produkt::TreiberDownload) + meldung::MdacZuAlt3, false, false);
+}
+
+void Lader::connectOther() {
+    std::error_code ec;
+    if (!std::filesystem::exists(path_, ec)) throw NumberedError(errnum::FileNotFound, meldung::AndereFehlt);
+    neu_.objVerbindung = std::make_unique<Connection>();
+    neu_.objVerbindung->Open(path_, datenbankPasswort(ctx_));
+    ctx_.port.letEventsRun();
+}
+
+// What the reading itself does not ask for: a row of versions, and the one column that is reached by name only.
+void Lader::checkOther() {
+    if (neu_.strDBVersionen.empty()) throw NumberedError(dberr::NoCurrentRow, meldung::AndereOhneVersion);
+    neu_.objVerbindung->execute("Select HauptIndex From RegDaten where Index=0");
 }
 
 void Lader::checkFormat(const RecordSet& rs) {
@@ -119,7 +159,8 @@ void Lader::readGroups() {
         group.Name = rs->textOrEmpty(gruppenSpalte::Name);
         group.Nummer = rs->number<std::int32_t>(gruppenSpalte::Nummer);
         group.Beschreibung = rs->textOrEmpty(gruppenSpalte::Beschreibung);
-        groupByNumber_.emplace(group.Nummer, neu_.udtGruppen.size());
+        groupsByNumber_.emplace(group.Nummer, neu_.udtGruppen.size());
+        firstGroup_.try_emplace(group.Nummer, static_cast<std::int32_t>(neu_.udtGruppen.size()));
         neu_.udtGruppen.push_back(std::move(group));
     }
     ctx_.objDB.RSClose(rs.get());
@@ -134,9 +175,8 @@ void Lader::readTree() {
         node.Nummer = rs->number<std::int32_t>(baumSpalte::Nummer);
         node.Vorgänger = rs->number<std::int16_t>(baumSpalte::Vorgänger);
         node.Ebene = rs->number<std::int32_t>(baumSpalte::Ebene);
-        const auto wanted = rs->number<std::int32_t>(baumSpalte::Gruppe);
-        for (std::size_t i = neu_.udtGruppen.size(); i-- > 0;)
-            if (neu_.udtGruppen[i].Nummer == wanted) node.Gruppe = static_cast<std::int32_t>(i);
+        const auto group = firstGroup_.find(rs->number<std::int32_t>(baumSpalte::Gruppe));
+        if (group != firstGroup_.end()) node.Gruppe = group->second;
         neu_.udtTreebaum.push_back(node);
     }
     ctx_.objDB.RSClose(rs.get());
@@ -148,8 +188,9 @@ void Lader::addToGroups(const RecordSet& rs) {
     for (const std::string& piece : Split(rs.textOrEmpty(spalte::Gruppen), ",")) {
         const double value = Val(piece);
         if (value != std::trunc(value) || std::abs(value) > INT32_MAX) continue;
-        const auto [first, last] = groupByNumber_.equal_range(static_cast<std::int32_t>(value));
+        const auto [first, last] = groupsByNumber_.equal_range(static_cast<std::int32_t>(value));
         for (auto hit = first; hit != last; ++hit) {
+            if (++placedTips_ > MaxTreeNodes) throw tooBig(meldung::BaumEintraege, MaxTreeNodes);
             Gruppe& group = neu_.udtGruppen[hit->second];
             ++group.TippAnzahl;
             group.Tipps.push_back(index);
@@ -200,14 +241,7 @@ LoadErgebnis LoadDB(TipdbContext& ctx, const std::filesystem::path& Pfad) {
     ProcTrace trace(ctx.trace, Prozedur);
     const Zugriffsschicht found = readZugriffsschicht(ctx);
     try {
-        Lader loader(ctx, Pfad);
-        loader.connect();
-        loader.readVersions();
-        loader.readGroups();
-        loader.readTree();
-        loader.readTips();
-        static_cast<TipDatenbank&>(ctx) = loader.take();
-        ctx.blnDBGeladen = true;
+        Lader(ctx, Pfad, Anlass::Start).read();
         return LoadErgebnis::Geladen;
     } catch (const LadenBeendet&) {
     } catch (const std::exception& error) {
@@ -215,6 +249,20 @@ LoadErgebnis LoadDB(TipdbContext& ctx, const std::filesystem::path& Pfad) {
     }
     trace.noEnd();
     return LoadErgebnis::ProgrammEnde;
+}
+
+bool andereDatenbankLaden(TipdbContext& ctx, const std::filesystem::path& Pfad) {
+    ProcTrace trace(ctx.trace, Prozedur);
+    try {
+        Lader(ctx, Pfad, Anlass::AndereDatenbank).read();
+        return true;
+    } catch (const LadenBeendet&) {
+    } catch (const std::exception& error) {
+        const std::string text = fmt::format(meldung::AndereNichtGeoeffnet, utf8FromPath(Pfad), error.what());
+        trace.note("Fehler: " + text);
+        ctx.port.tell(text, box::Critical);
+    }
+    return false;
 }
 
 void DBClose(TipdbContext& ctx) {

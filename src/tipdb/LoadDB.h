@@ -17,6 +17,10 @@ enum class LoadErgebnis {
 // until the new one is known to be good, so a failed choice of another one changes nothing.
 LoadErgebnis LoadDB(TipdbContext& ctx, const std::filesystem::path& Pfad);
 
+// Another one in place of the one that is open. Unlike at start a file without the tables of a tip database is refused, and
+// whatever it is that refuses it is told in one box. False: the present one stays.
+bool andereDatenbankLaden(TipdbContext& ctx, const std::filesystem::path& Pfad);
+
 // Closes the shared record set and the connection.
 void DBClose(TipdbContext& ctx);
 

@@ -22,5 +22,17 @@ inline constexpr char LadenMdac1[] = "Es ist MDAC in der Version: ";
 inline constexpr char LadenMdac2[] = " installiert. Es wird aber MDAC ab Version 2.5 benötigt";
 inline constexpr char LadenJet1[] = "MDAC ist in der Version: ";
 inline constexpr char LadenJet2[] = " Installiert. Der JET-Provider ist aber nicht installiert";
+inline constexpr char DatenbankZuGross[] = "Die Datenbank ist größer, als das Programm sie liest: {}, erlaubt sind {}.";
+inline constexpr char BaumEbenen[] = "Der Baum hat {} Ebenen";
+inline constexpr char BaumEintraege[] = "Der Baum hat zu viele Einträge";
+inline constexpr char TabellenZellen[] = "Tabelle {}: zu viele Felder";
+inline constexpr char TabellenTexte[] = "Tabelle {}: zu viel Text in Bytes";
+inline constexpr char TextZuLang[] = "{}: ein Text von {} Bytes";
+inline constexpr char MehrZeilen[] = "Tabelle {}, Index {}: Der Tipp hat mehr Zeilen, als in AnzahlWerte stehen";
+
+// Another database in place of the one that is open
+inline constexpr char AndereNichtGeoeffnet[] = "Die Datei \"{}\" wird nicht als Tipp-Datenbank geöffnet.\r\n\r\n{}\r\n\r\nDie bisherige Datenbank bleibt geöffnet.";
+inline constexpr char AndereFehlt[] = "Die Datei wurde nicht gefunden.";
+inline constexpr char AndereOhneVersion[] = "Die Tabelle \"Version\" ist leer.";
 
 }  // namespace brenvik::meldung

@@ -13,7 +13,7 @@ const Tabelle& RecordSet::openRows() const {
 
 std::size_t RecordSet::columnOf(int ordinal) const {
     if (ordinal < 0 || static_cast<std::size_t>(ordinal) >= openRows().columns().size())
-        throw NumberedError(dberr::NoSuchField, "Die Spalte " + std::to_string(ordinal) + " gibt es nicht.");
+        throw LocatedError(dberr::NoSuchField, "Tabelle " + rows_->name() + ": Die Spalte " + std::to_string(ordinal) + " gibt es nicht.");
     return static_cast<std::size_t>(ordinal);
 }
 
@@ -21,6 +21,10 @@ const Zelle& RecordSet::field(int ordinal) const {
     const std::size_t column = columnOf(ordinal);
     if (row_ >= rows_->rows()) throw NumberedError(dberr::NoCurrentRow, "Es gibt keinen aktuellen Datensatz.");
     return rows_->cell(row_, column);
+}
+
+void RecordSet::fail(std::int32_t number, int ordinal, const char* reason) const {
+    throw LocatedError(number, rows_->place(row_, columnOf(ordinal)) + ": " + reason);
 }
 
 std::int64_t RecordSet::RecordCount() const { return static_cast<std::int64_t>(openRows().rows()); }
@@ -61,7 +65,7 @@ bool RecordSet::isNullOrEmpty(int ordinal) const {
 
 std::string RecordSet::text(int ordinal) const {
     const Zelle& cell = field(ordinal);
-    if (cell.art == Zelle::Art::Null) throw NumberedError(dberr::NullValue, "Unzulässige Verwendung von Null");
+    if (cell.art == Zelle::Art::Null) fail(dberr::NullValue, ordinal, "Unzulässige Verwendung von Null");
     return cell.art == Zelle::Art::Zahl ? std::to_string(cell.number) : std::string(cell.text());
 }
 
@@ -73,7 +77,7 @@ std::int64_t RecordSet::wholeNumber(int ordinal) const {
     const std::string digits = text(ordinal);
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (error != std::errc() || end != digits.data() + digits.size()) throw NumberedError(errnum::TypeMismatch, "Typen unverträglich");
+    if (error != std::errc() || end != digits.data() + digits.size()) fail(errnum::TypeMismatch, ordinal, "Typen unverträglich");
     return value;
 }
 

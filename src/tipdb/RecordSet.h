@@ -47,7 +47,7 @@ public:
     template <class T> T number(int ordinal) const {
         const std::int64_t value = wholeNumber(ordinal);
         if (value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max())
-            throw NumberedError(errnum::Overflow, "Überlauf");
+            fail(errnum::Overflow, ordinal, "Überlauf");
         return static_cast<T>(value);
     }
     template <class T> T numberOrZero(int ordinal) const { return isNull(ordinal) ? T{0} : number<T>(ordinal); }
@@ -56,6 +56,7 @@ private:
     const Tabelle& openRows() const;
     const Zelle& field(int ordinal) const;
     std::size_t columnOf(int ordinal) const;
+    [[noreturn]] void fail(std::int32_t number, int ordinal, const char* reason) const;   // names table, row and column
 
     std::string source_;
     std::shared_ptr<const Tabelle> rows_;

@@ -1,9 +1,11 @@
 #include "tipdb/Satz.h"
 
+#include <fmt/format.h>
 
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
+#include "tipdb/Meldungen.h"
 #include "tipdb/Schema.h"
 
 namespace brenvik {
@@ -39,7 +41,7 @@ private:
     void readCommon(const RecordSet& rs, TippEintrag& entry);
     std::string valueOrPath(const RecordSet& rs, spalte::Spalte column, const char* ifNull) const;
     TippEintrag& entryAt(std::size_t i) {
-        if (i >= tipp_.Eintrag.size()) throw NumberedError(errnum::Subscript, "Index außerhalb des gültigen Bereichs");
+        if (i >= tipp_.Eintrag.size()) throw LocatedError(errnum::Subscript, fmt::format(meldung::MehrZeilen, TabelleRegDaten, tipp_.Eintrag.at(1).TippIndex));
         return tipp_.Eintrag[i];
     }
 
@@ -68,7 +70,7 @@ void Satzleser::readHead(const RecordSet& rs) {
 // Answers the number of files, 0 for a Tip that is none of a file list.
 std::int16_t Satzleser::listFiles(const RecordSet& rs) {
     if (rs.textOrEmpty(spalte::Werteliste) != Dateiliste) return 0;
-    const std::int16_t count = DirList(ctx_, ctx_.strSystemVerzeichnis + "*.cpl", ctx_.strDateiListe);
+    const std::int16_t count = DirList(ctx_, ctx_.target().files(), systemFolder(ctx_) + "*.cpl", ctx_.strDateiListe);
     if (count > 256) throw NumberedError(errnum::Overflow, "Überlauf");
     if (count > 0) tipp_.AnzahlWerte = static_cast<std::uint8_t>(count - 1);
     return count;
@@ -80,7 +82,7 @@ std::string Satzleser::valueOrPath(const RecordSet& rs, spalte::Spalte column, c
     const std::vector<std::string> parts = Split(text, WindowsPfad);
     if (parts.size() != 2) return text;
     const bool windows9x = ctx_.intBS == 1 || ctx_.intBS == 2 || ctx_.intBS == 5;
-    return ctx_.strWindir + (windows9x ? "\\System" : "\\System32") + parts[1];
+    return windowsFolder(ctx_) + (windows9x ? "\\System" : "\\System32") + parts[1];
 }
 
 void Satzleser::readCommon(const RecordSet& rs, TippEintrag& entry) {

@@ -3,6 +3,8 @@
 
 namespace brenvik {
 
+inline constexpr const char* DatenbankName = "RegDaten.mdb";   // beside the program
+
 inline constexpr const char* TabelleVersion = "Version";
 inline constexpr const char* TabelleGruppennamen = "Gruppennamen";
 inline constexpr const char* TabelleTreebaum = "Treebaum";

@@ -6,6 +6,7 @@
 
 #include "registry/Upcase.h"
 #include "tipdb/DatenbankFehler.h"
+#include "tipdb/SqlError.h"
 #include "tipdb/SqlTabelle.h"
 #include "tipdb/Statement.h"
 #include "tipdb/TextVergleich.h"
@@ -15,7 +16,7 @@ namespace brenvik {
 namespace {
 
 constexpr const char* Source = "SQL";
-constexpr int MaxTextBytes = 64 << 20, StepsBetweenChecks = 1 << 20, MaxChecks = 1000;
+constexpr int MaxValueBytes = 64 << 20, StepsBetweenChecks = 1 << 20, MaxChecks = 1000;
 
 std::string_view textOf(sqlite3_value* value) {
     const auto* chars = reinterpret_cast<const char*>(sqlite3_value_text(value));
@@ -80,14 +81,13 @@ SqlEngine::SqlEngine(Datenbestand data) : data_(std::move(data)) {
         sqlite3_close(db_);
         throw DatenbankFehler(dberr::Unspecified, "Die Datenbank im Speicher kann nicht angelegt werden.", Source);
     }
-    sqlite3_limit(db_, SQLITE_LIMIT_LENGTH, MaxTextBytes);
+    sqlite3_limit(db_, SQLITE_LIMIT_LENGTH, MaxValueBytes);
     sqlite3_create_collation(db_, TextCollation, SQLITE_UTF8, nullptr, collate);
     sqlite3_create_function(db_, "like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, like, nullptr, nullptr);
     for (const auto& table : data_.tables)
         if (registerTable(db_, *table) != SQLITE_OK) {
-            const std::string why = sqlite3_errmsg(db_);
             sqlite3_close(db_);
-            throw DatenbankFehler(dberr::Unspecified, "Die Tabelle \"" + table->name() + "\" ist nicht brauchbar: " + why, Source);
+            throw DatenbankFehler(dberr::Unspecified, "Die Tabelle \"" + table->name() + "\" ist nicht brauchbar: Ihre Spalten haben keine eindeutigen Namen.", Source);
         }
     sqlite3_set_authorizer(db_, onlyReading, nullptr);
 }
@@ -112,18 +112,15 @@ std::shared_ptr<const Tabelle> SqlEngine::run(const std::string& sql) {
     };
     auto [rc, statement, rest] = prepare(wantsTableOrder(sql) ? ordered : plain);
     if (rc != SQLITE_OK) std::tie(rc, statement, rest) = prepare(plain);
-    const auto fail = [&] {
-        throw DatenbankFehler(dberr::BadStatement, std::string("Fehler in der Abfrage: ") + sqlite3_errmsg(db_), Source);
-    };
-    if (rc != SQLITE_OK) fail();
+    if (rc != SQLITE_OK) throw statementError(db_);
     if (statement == nullptr || rest.find_first_not_of(" \t\r\n;") != std::string_view::npos)
         throw DatenbankFehler(dberr::BadStatement, "Die Abfrage muß aus genau einer Anweisung bestehen.", Source);
 
     const StepLimit limit(db_);
-    auto result = std::make_shared<Tabelle>("", resultColumns(statement.get()));
+    auto result = std::make_shared<Tabelle>(firstTableOf(sql), resultColumns(statement.get()));
     int step = SQLITE_OK;
     while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) addResultRow(statement.get(), *result);
-    if (step != SQLITE_DONE) fail();
+    if (step != SQLITE_DONE) throw statementError(db_);
     return result;
 }
 

@@ -8,13 +8,14 @@
 #include "frame/Codepage.h"
 #include "tipdb/DatenbankFehler.h"
 #include "tipdb/Quelle.h"
+#include "tipdb/SqlError.h"
 
 namespace brenvik {
 
 namespace {
 
 constexpr const char* Source = "SQLite";
-constexpr int MaxTextBytes = 64 << 20, MaxColumns = 255, StepsBetweenChecks = 1 << 20, MaxChecks = 400;
+constexpr int MaxValueBytes = 64 << 20, MaxColumns = 255, StepsBetweenChecks = 1 << 20, MaxChecks = 400;
 constexpr std::size_t WriteFormatAt = 18, ReadFormatAt = 19, HeaderBytes = 100;
 constexpr char RollbackJournal = 1;
 
@@ -28,7 +29,7 @@ public:
         if (opened != SQLITE_OK) fail();
         sqlite3_db_config(db_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
         sqlite3_db_config(db_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-        sqlite3_limit(db_, SQLITE_LIMIT_LENGTH, MaxTextBytes);
+        sqlite3_limit(db_, SQLITE_LIMIT_LENGTH, MaxValueBytes);
         sqlite3_limit(db_, SQLITE_LIMIT_COLUMN, MaxColumns);
         sqlite3_progress_handler(db_, StepsBetweenChecks, [](void* self) { return ++static_cast<SourceDatabase*>(self)->checks_ > MaxChecks ? 1 : 0; }, this);
         const auto size = static_cast<sqlite3_int64>(bytes_.size());
@@ -39,7 +40,10 @@ public:
     SourceDatabase(const SourceDatabase&) = delete;
     SourceDatabase& operator=(const SourceDatabase&) = delete;
 
-    [[noreturn]] void fail() const { damaged(sqlite3_errmsg(db_)); }
+    [[noreturn]] void fail() const { damaged(fileReason(sqlite3_errcode(db_))); }
+    [[noreturn]] static void damaged(const std::string& why) {
+        throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist beschädigt: " + why + ".", Source);
+    }
 
     // Calls take(statement) for each row.
     template <class Take> void rows(const std::string& sql, const std::string& argument, Take take) {
@@ -53,9 +57,6 @@ public:
     }
 
 private:
-    [[noreturn]] static void damaged(const std::string& why) {
-        throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist beschädigt: " + why + ".", Source);
-    }
     void execute(const char* sql) {
         if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) fail();
     }
@@ -129,12 +130,12 @@ std::shared_ptr<const Tabelle> readTable(SourceDatabase& db, const std::string& 
         columns.push_back({std::string(textAt(row, 0)), !isNumberType(std::string(textAt(row, 1)))});
     });
     db.rows("SELECT wr FROM pragma_table_list WHERE schema='main' AND name=?1", storedName, [&](sqlite3_stmt* row) { withRowid = sqlite3_column_int(row, 0) == 0; });
-    if (columns.empty()) db.fail();
+    if (columns.empty()) db.damaged("die Spalten der Tabelle \"" + name + "\" stehen nicht fest");
     auto table = std::make_shared<Tabelle>(name, columns);
     db.rows("SELECT count(*) FROM " + quoted(storedName), "", [&](sqlite3_stmt* row) { table->reserveRows(static_cast<std::size_t>(sqlite3_column_int64(row, 0))); });
     const int count = static_cast<int>(columns.size());
     db.rows("SELECT * FROM " + quoted(storedName) + (withRowid ? " ORDER BY rowid" : ""), "", [&](sqlite3_stmt* row) {
-        if (sqlite3_column_count(row) != count) db.fail();
+        if (sqlite3_column_count(row) != count) db.damaged("die Zeilen der Tabelle \"" + name + "\" haben andere Spalten als sie selbst");
         for (int i = 0; i < count; ++i) addCell(*table, row, i);
     });
     return table;

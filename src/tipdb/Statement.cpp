@@ -69,6 +69,15 @@ std::optional<std::string> wholeTableOf(std::string_view sql) {
     return std::string(pieces[3].text);
 }
 
+std::string firstTableOf(std::string_view sql) {
+    bool next = false;
+    for (const Piece& piece : piecesOf(sql)) {
+        if (next && piece.word) return std::string(piece.text);
+        next = next ? isBlank(piece) : piece.word && sameWord(piece.text, "from");
+    }
+    return {};
+}
+
 bool wantsTableOrder(std::string_view sql) {
     static constexpr std::array<std::string_view, 7> Words = {"order", "group", "limit", "union", "distinct", "except", "intersect"};
     const std::vector<Piece> pieces = piecesOf(sql);

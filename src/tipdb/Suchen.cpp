@@ -22,17 +22,21 @@ std::string suchBedingung(const Suchauftrag& auftrag) {
     return condition;
 }
 
-void DBSuchen(TipdbContext& ctx, const std::string& Bedingung, std::vector<Suchtreffer>& Liste) {
+bool DBSuchen(TipdbContext& ctx, const std::string& Bedingung, std::vector<Suchtreffer>& Liste) {
     Liste.clear();
-    if (Bedingung.empty()) return;
-    reportAndGoOn(ctx, "DBSuchen", [&] {
+    if (Bedingung.empty()) return true;
+    bool answered = false;
+    const bool read = reportAndGoOn(ctx, "DBSuchen", [&] {
         const auto rs = ctx.objDB.GetNewRS(ctx, ctx.objVerbindung.get(),
                                            "Select Index, Überschrift, Beschreibung, Wertname, HauptIndex From RegDaten where " + Bedingung + " order by 1");
-        if (rs->State() != RecordSet::Offen || rs->atEOF()) return;
+        answered = rs->State() == RecordSet::Offen;
+        if (!answered || rs->atEOF()) return;
         for (rs->MoveFirst(); !rs->atEOF(); rs->MoveNext())
             if (rs->numberOrZero<std::int32_t>(HauptIndex) == 0) Liste.push_back({rs->number<std::int32_t>(Index), rs->textOrEmpty(Überschrift)});
         ctx.objDB.RSClose(rs.get());
     });
+    if (!read) Liste.clear();
+    return read && answered;
 }
 
 }  // namespace brenvik

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,13 +27,18 @@ struct Suchtreffer {
 // The condition of the statement; empty if there is nothing to look for. The text goes in as it was typed.
 std::string suchBedingung(const Suchauftrag& auftrag);
 
-// The head rows that fit, by their number. A statement that fails is reported, and the list stays empty.
-void DBSuchen(TipdbContext& ctx, const std::string& Bedingung, std::vector<Suchtreffer>& Liste);
+// The head rows that fit, by their number. False: the statement failed, which was reported; the list is empty.
+bool DBSuchen(TipdbContext& ctx, const std::string& Bedingung, std::vector<Suchtreffer>& Liste);
+
+struct Suchergebnis {
+    enum class Art { NichtsZuSuchen, Gescheitert, Gesucht } art = Art::NichtsZuSuchen;
+    std::vector<Suchtreffer> treffer;
+};
 
 struct SuchenAnfrage : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_Suchen"; }
     Suchauftrag auftrag;                                          // as it was left
-    std::function<std::optional<std::vector<Suchtreffer>>(const Suchauftrag&)> suchen;   // nothing: there was nothing to look for
+    std::function<Suchergebnis(const Suchauftrag&)> suchen;
     std::string gewaehlt;                                         // heading of the hit to open, empty: none
 };
 

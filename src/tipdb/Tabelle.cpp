@@ -1,21 +1,20 @@
 #include "tipdb/Tabelle.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstring>
 #include <functional>
 
-#include "tipdb/DatenbankFehler.h"
+#include "tipdb/Limits.h"
+#include "tipdb/Meldungen.h"
 
 namespace brenvik {
 
 namespace {
 
-constexpr std::size_t MaxCells = 16U << 20, MaxTextBytes = 256U << 20, FirstChunkBytes = 16U << 10,
-                      MaxChunkBytes = 4U << 20;
-
-[[noreturn]] void tooBig(const std::string& table) {
-    throw DatenbankFehler(dberr::Unspecified, "Die Tabelle \"" + table + "\" ist zu groß.", "Tabelle");
-}
+constexpr std::size_t FirstChunkBytes = 16U << 10, MaxChunkBytes = 4U << 20;
+constexpr const char* NumberColumn = "Index";
 
 std::int64_t hashOf(std::string_view text) {
     return static_cast<std::int64_t>(std::hash<std::string_view>{}(text));
@@ -27,7 +26,7 @@ Tabelle::Tabelle(std::string name, std::vector<TabellenSpalte> columns)
     : name_(std::move(name)), columns_(std::move(columns)) {}
 
 void Tabelle::add(Zelle cell) {
-    if (cells_.size() >= MaxCells) tooBig(name_);
+    if (cells_.size() >= MaxTableCells) throw tooBig(fmt::format(meldung::TabellenZellen, name_), MaxTableCells);
     cells_.push_back(cell);
 }
 
@@ -41,7 +40,8 @@ void Tabelle::addNumber(std::int64_t value) {
 }
 
 void Tabelle::addText(std::string_view value) {
-    if (value.size() > MaxTextBytes - textBytes_) tooBig(name_);
+    if (value.size() > MaxTextBytes) throw tooBig(fmt::format(meldung::TextZuLang, place(rows(), cells_.size() % columns_.size()), value.size()), MaxTextBytes);
+    if (value.size() > MaxTableBytes - textBytes_) throw tooBig(fmt::format(meldung::TabellenTexte, name_), MaxTableBytes);
     textBytes_ += value.size();
     if (value.size() > chunkFree_) {
         chunkFree_ = std::max(std::clamp(textBytes_, FirstChunkBytes, MaxChunkBytes), value.size());
@@ -60,7 +60,15 @@ void Tabelle::addText(std::string_view value) {
     add(cell);
 }
 
-void Tabelle::reserveRows(std::size_t count) { cells_.reserve(std::min(std::min(count, MaxCells) * columns_.size(), MaxCells)); }
+void Tabelle::reserveRows(std::size_t count) { cells_.reserve(std::min(std::min(count, MaxTableCells) * columns_.size(), MaxTableCells)); }
+
+std::string Tabelle::place(std::size_t row, std::size_t column) const {
+    const auto number = std::find_if(columns_.begin(), columns_.end(), [](const TabellenSpalte& c) { return c.name == NumberColumn; });
+    const std::size_t at = row * columns_.size() + static_cast<std::size_t>(number - columns_.begin());
+    const bool numbered = number != columns_.end() && at < cells_.size() && cells_[at].art == Zelle::Art::Zahl;
+    return fmt::format("Tabelle {}, {} {}, Spalte {}", name_, numbered ? "Index" : "Zeile", numbered ? cells_[at].number : static_cast<std::int64_t>(row) + 1,
+                       columns_[column].name);
+}
 
 const std::vector<Tabelle::Key>& Tabelle::numberIndex(std::size_t column) const {
     auto [place, isNew] = numberIndexes_.try_emplace(column);

@@ -35,6 +35,8 @@ public:
     const std::string& name() const { return name_; }
     const std::vector<TabellenSpalte>& columns() const { return columns_; }
     std::size_t rows() const { return columns_.empty() ? 0 : cells_.size() / columns_.size(); }
+    // Where a cell stands, for reports: "Tabelle RegDaten, Index 35, Spalte Symbol". A table without numbers counts its rows from 1.
+    std::string place(std::size_t row, std::size_t column) const;
     const Zelle& cell(std::size_t row, std::size_t column) const { return cells_[row * columns_.size() + column]; }
 
     // Cells are added from left to right, row by row. Throws DatenbankFehler when the table outgrows the memory

@@ -1,6 +1,7 @@
 #pragma once
 // The database tables in memory and the one shared record set, as part of the program's state.
 #include <array>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,6 +37,7 @@ struct TippListenEintrag {
 
 // An opened database with its tables in memory; a new one takes the place of the old as a whole.
 struct TipDatenbank {
+    std::filesystem::path datenbankDatei;    // that it was read from
     std::unique_ptr<Connection> objVerbindung;
     std::unique_ptr<RecordSet> objRS;
     bool blnDBGeladen = false;

@@ -5,18 +5,24 @@
 #include <string>
 #include <vector>
 
+#include "registry/BVKRegistry.h"
 #include "registry/RegStore.h"
 
 namespace brenvik {
 
 struct WertAenderung {
     std::string machine;                 // empty: local
-    std::string path;                    // root "\" key "\" value name, as given to the registry service
+    std::string path;                    // root "\" key "\" value name, as given to the registry service; with name below: root "\" key
     std::int16_t TippIndex = 0;
     std::optional<RawValue> alt;         // none: the value did not exist
     std::optional<RawValue> neu;         // none: it is deleted
     bool geschrieben = false;            // set after the write succeeded
+    std::optional<std::string> name = {};   // the value's name where it travels apart from its key: it may hold backslashes
 };
+
+// Where the value of the change is; the first makes it the service's selection.
+void selectValue(BVKRegistry& registry, const WertAenderung& change);
+RegPath placeOf(const WertAenderung& change);
 
 // A key with everything below it, as it stood before it was deleted.
 struct SchluesselBild {
@@ -25,7 +31,7 @@ struct SchluesselBild {
         NamedValue wert;
     };
     std::string machine;
-    std::string path;                    // root "\\" key, no backslash at the end
+    std::string path;                    // root "\\" key, no backslash at the end; the key's real place
     std::vector<std::string> unterschluessel;   // "" first, then "\\Sub", each before those below it; empty: the key was not there
     std::vector<Wert> werte;
     bool geloescht = false;

@@ -5,6 +5,7 @@
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
+#include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
@@ -93,7 +94,9 @@ void TippMaschine::prepareOutput() {
     ctx_.werte.assign(ctx_.aktuellerTipp.Eintrag.size(), {});
     ctx_.udtBootEintraege.clear();
     ctx_.intBootEintrag = 0;
+    ctx_.bootEingabe.reset();
     for (std::int16_t i = 1; i <= letzterEintrag(); ++i) wert(i).DatentypModus = eintrag(i).TypAnpassen == 1 ? 0 : 1;
+    loeschSperre_ = 0;
     FB_KeyInfo(true);
 }
 
@@ -153,6 +156,7 @@ void TippMaschine::DBTippsAusgeben() {
     ctx_.trace.write("Tipp ausgeben");
     prepareOutput();
     fenster().fraSteuerung = true;   // a file that was missing may be there by now
+    fenster().mnuBSFreigabe = ctx_.blnTippGeladen;   // also for a Tip that is not shown on this system
     if (!showSuitability()) {
         observer_.panelsChanged();
         observer_.windowChanged();
@@ -160,8 +164,17 @@ void TippMaschine::DBTippsAusgeben() {
         return;
     }
     FB_KeyInfo(true);
+    if (buildEntries()) return finishOutput();
+    observer_.panelsChanged();
+    observer_.windowChanged();
+}
+
+// False: a scaling by nothing ended the build; the panels so far stay.
+bool TippMaschine::buildEntries() {
+    takeSystemsKeys();
     for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
         bool divisionFault = false;
+        const std::size_t panels = fenster().panels.size();
         reportAndGoOn(ctx_, "DBTippsAusgeben", [&] {
             try {
                 buildEntry(i);
@@ -170,19 +183,44 @@ void TippMaschine::DBTippsAusgeben() {
                 divisionFault = true;
             }
         });
-        if (divisionFault) {   // a scaling by nothing ends the build; the panels so far stay
-            ctx_.trace.write("--- Fehler: Der Teiler von Wert " + std::to_string(i) + " ist 0, Ausgabe abgebrochen");
-            observer_.panelsChanged();
-            observer_.windowChanged();
-            return;
-        }
+        if (fenster().panels.size() > panels) finishPanel(fenster().panels.back());
+        if (!divisionFault) continue;
+        ctx_.trace.write("--- Fehler: Der Teiler von Wert " + std::to_string(i) + " ist 0, Ausgabe abgebrochen");
+        return false;
     }
-    finishOutput();
+    return true;
+}
+
+void TippMaschine::finishPanel(Panel& panel) {
+    for (const std::int16_t i : panel.eintraege) {   // of one half built nothing may be saved
+        Arbeitswert& w = wert(i);
+        if (panel.unfertig && !w.roh && !w.gefunden) w.strAktuellerWert = w.strAnzeigeWert = {};
+    }
+    showLocks(panel);
+}
+
+// Whether the controls may change what the panel shows now, and the line that goes with it.
+void TippMaschine::showLocks(Panel& panel) const {
+    panel.nurLesen = panel.unfertig;
+    panel.hinweis = panel.unfertig ? meldung::PanelUnfertig : "";
+    if (panel.unfertig || rowsAreKeys(panel)) return;
+    if (panel.Ausgabeart == art::Liste) {
+        const auto locked = std::count_if(panel.zeilen.begin(), panel.zeilen.end(), [](const ListenZeile& row) { return row.nurLesen; });
+        panel.nurLesen = locked > 0 && static_cast<std::size_t>(locked) == panel.zeilen.size();
+        if (locked > 0 && !panel.nurLesen) panel.hinweis = meldung::ZeilenNurLesen;
+        return;
+    }
+    const bool oneOfSeveral = panel.eintraege.size() > 1 && panel.gewaehlt >= 0;
+    const Arbeitswert& w = wert(panel.eintraege.at(oneOfSeveral ? static_cast<std::size_t>(panel.gewaehlt) : 0));
+    panel.nurLesen = w.nurLesen || w.sperre != nullptr;
+    const bool typed = panel.Ausgabeart == art::TextWerte || panel.Ausgabeart == art::Drive;
+    if (w.sperre != nullptr) panel.hinweis = w.sperre;
+    else if (w.nurLesen && oneOfSeveral) panel.hinweis = meldung::WertNurLesen;
+    else if (typed && w.beruehrt && w.gefunden && w.strAnzeigeWert.empty()) panel.hinweis = meldung::LeeresFeld;
 }
 
 void TippMaschine::finishOutput() {
     ctx_.trace.write("Tipp-Ausgabe fertig");
-    fenster().mnuBSFreigabe = true;
     observer_.panelsChanged();
     observer_.windowChanged();
     ctx_.port.letEventsRun();
@@ -199,6 +237,7 @@ Panel& TippMaschine::addPanel(std::int16_t kind, std::int16_t index, std::int16_
     panel.Ausgabeart = kind;
     panel.index = index;
     panel.eintraege.push_back(entry);
+    panel.unfertig = true;   // until its builder comes to an end
     fenster().panels.push_back(std::move(panel));
     return fenster().panels.back();
 }
@@ -211,13 +250,15 @@ void TippMaschine::readEntry(std::int16_t i, StatusZeile& status) {
         ReadRecTipp(i, &status);
 }
 
-void TippMaschine::takeSystemsKey(TippEintrag& entry) const {
-    if (!entry.SchlüsselNT.empty() && ctx_.istNT() && !ctx_.aktuellerTipp.INITipp) entry.Schlüssel = entry.SchlüsselNT;
+// Before the first panel is built, since one panel may be for several entries. In an INI Tip the column names the file.
+void TippMaschine::takeSystemsKeys() {
+    if (!ctx_.istNT() || ctx_.aktuellerTipp.INITipp) return;
+    for (TippEintrag& entry : ctx_.aktuellerTipp.Eintrag)
+        if (!entry.SchlüsselNT.empty()) entry.Schlüssel = entry.SchlüsselNT;
 }
 
 void TippMaschine::buildEntry(std::int16_t i) {
-    TippEintrag& e = eintrag(i);
-    takeSystemsKey(e);
+    const TippEintrag& e = eintrag(i);
     if (!e.Standardwert.empty()) FB_Default(true);
 
     // Kinds with one panel for the whole Tip are built at their first entry.
@@ -256,14 +297,14 @@ void TippMaschine::buildEntry(std::int16_t i) {
         case art::BitMaske: ctx_.trace.write("BIT-Maske"); buildBitMaske(i); break;
         default: throw NumberedError(errnum::InvalidCall, "Unbekannte Ausgabeart " + std::to_string(e.Ausgabeart));
     }
-    if (fenster().panels.size() > panels) fenster().panels.back().nurLesen = wert(i).gefunden && !wert(i).ignoriert && !ctx_.blnSchreibrecht;
+    if (fenster().panels.size() > panels) fenster().panels.back().unfertig = false;
 }
 
 void TippMaschine::inspectTipp(std::int32_t number) {
     if (!readTippNumber(number)) return;
     modus_ = Modus::NurAnsehen;
     prepareOutput();
-    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) reportAndGoOn(ctx_, "DBTippsAusgeben", [&] { buildEntry(i); });
+    buildEntries();
     modus_ = Modus::Anzeigen;
     ctx_.blnGeaendert = false;
 }

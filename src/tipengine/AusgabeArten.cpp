@@ -5,7 +5,9 @@
 #include "frame/Konvertierung.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
+#include "registry/WertEingabe.h"
 #include "tipengine/Farbwert.h"
+#include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
@@ -35,6 +37,8 @@ void TippMaschine::buildTextWerte(std::int16_t i) {
     panel.label = eintrag(i).Beschriftung;
     readEntry(i, panel.status);
     panel.mehrzeilig = eintrag(i).Datentyp == 7;
+    Arbeitswert& w = wert(i);
+    if (panel.mehrzeilig && w.roh && !w.strAktuellerWert.empty() && eingabeForm(*w.roh) != Wertform::Zeilen) w.sperre = meldung::ZeilenSperre;
     panel.text = wert(i).strAktuellerWert;
     if (panel.mehrzeilig) std::replace(panel.text.begin(), panel.text.end(), '\0', '\n');
 }
@@ -47,16 +51,16 @@ void TippMaschine::buildZahlenWerte(std::int16_t i) {
     Arbeitswert& w = wert(i);
     if (w.strAnzeigeWert.empty()) w.strAktuellerWert = w.strAnzeigeWert = e.WertAus;
     // What is no number stays visible as it stands, marked, and is not touched by saving.
+    panel.zahlText = w.strAnzeigeWert;
+    panel.zahlUngueltig = true;
     panel.Min = toLng(e.WertAus);
     panel.Max = toLng(e.WertEin);
     panel.Value = panel.Min;
-    panel.zahlText = w.strAnzeigeWert;
-    panel.zahlUngueltig = true;
-    if (!e.Werteliste.empty() && !ctx_.aktuellerTipp.INITipp) {
-        const double divisor = toDbl(e.Werteliste);
-        if (divisor == 0) throw NumberedError(errnum::DivisionByZero, "Division durch Null");
-        w.strAktuellerWert = w.strAnzeigeWert = numberText(toDbl(w.strAnzeigeWert) / divisor);
-    }
+    const bool scaled = !e.Werteliste.empty() && !ctx_.aktuellerTipp.INITipp;
+    const double divisor = scaled ? toDbl(e.Werteliste) : 1;
+    if (divisor == 0) throw NumberedError(errnum::DivisionByZero, "Division durch Null");
+    panel.unfertig = false;   // whatever the value is, a number can be set
+    if (scaled) w.strAktuellerWert = w.strAnzeigeWert = numberText(toDbl(w.strAnzeigeWert) / divisor);
     std::int32_t value = toLng(w.strAnzeigeWert);
     if (value < panel.Min) {
         value = panel.Min;
@@ -111,14 +115,13 @@ void TippMaschine::buildOptionsAuswahl(std::int16_t i) {
 void TippMaschine::readSilently(Panel& panel) {
     if (ctx_.aktuellerTipp.INITipp) return readIniSilently(panel);
     std::size_t found = 0, shown = 0;
-    std::int16_t firstShown = 0;
+    bool writable = false;
     for (std::int16_t i : panel.eintraege) {
         ReadRecTipp(i, nullptr);
+        writable = writable || !wert(i).nurLesen;
         if (!wert(i).gefunden) continue;
         ++found;
-        if (wert(i).ignoriert) continue;
-        ++shown;
-        if (firstShown == 0) firstShown = i;
+        if (!wert(i).ignoriert) ++shown;
     }
     if (found == 0) {
         RegWertNotFound(panel.eintraege.front(), &panel.status);
@@ -130,10 +133,10 @@ void TippMaschine::readSilently(Panel& panel) {
         FB_KeySave(true);
         return;
     }
-    statusOfFound(firstShown, panel.status);
+    statusOfFound(writable, panel.status);
     for (std::int16_t i : panel.eintraege) wert(i).blnWertGelesen = wert(i).gefunden && !wert(i).ignoriert;
     if (shown < panel.eintraege.size()) panel.status = {strBVKTexte(31), StatusFarbe::Gefunden};
-    FB_KeyDel(ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
+    allowDelete(panel.eintraege.front(), ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
 }
 
 void TippMaschine::readIniSilently(Panel& panel) {
@@ -145,7 +148,7 @@ void TippMaschine::readIniSilently(Panel& panel) {
         any = any || wert(i).blnWertGelesen;
         if (!found) return;   // a file that is not there is asked for once
     }
-    FB_KeyDel(any && ctx_.einstellungen.LöschenAktiv);
+    allowDelete(panel.eintraege.front(), any && ctx_.einstellungen.LöschenAktiv);
 }
 
 namespace {
@@ -165,8 +168,7 @@ Panel& TippMaschine::buildChoicePanel(std::int16_t kind) {
     Panel& panel = addPanel(kind, 0, entries.front());
     panel.eintraege = entries;
     for (std::int16_t i : entries) {
-        TippEintrag& e = eintrag(i);
-        if (!e.SchlüsselNT.empty() && ctx_.istNT()) e.Schlüssel = e.SchlüsselNT;
+        const TippEintrag& e = eintrag(i);
         panel.auswahl.push_back(e.Anzeigetext.empty() ? e.Wertname : e.Anzeigetext);
     }
     panel.label = eintrag(entries.front()).Beschriftung;
@@ -199,13 +201,11 @@ void TippMaschine::buildListe(std::int16_t first) {
         return;
     }
     panel.eintraege = entries;
-    for (std::int16_t i : entries)
-        if (const TippEintrag& e = eintrag(i); !e.SchlüsselNT.empty() && ctx_.istNT()) eintrag(i).Schlüssel = e.SchlüsselNT;
     readSilently(panel);
     for (std::int16_t i : entries) {
         Arbeitswert& w = wert(i);
         if (w.strAktuellerWert.empty()) w.strAktuellerWert = w.strAnzeigeWert = DelKey;
-        panel.zeilen.push_back({eintrag(i).Anzeigetext, {}, lowerCase(w.strAktuellerWert) == "no"});
+        panel.zeilen.push_back({eintrag(i).Anzeigetext, {}, lowerCase(w.strAktuellerWert) == "no", w.nurLesen});
     }
 }
 
@@ -239,6 +239,7 @@ void TippMaschine::buildBitMaske(std::int16_t i) {
         }
     }
     for (std::size_t j = 0; j < captions.size(); ++j) panel.schalter.push_back({captions[j], bits[j], false, {}});
+    panel.unfertig = false;
     if (tooMany) throw NumberedError(errnum::Overflow, "Mehr Kästchen als der Wert Bits hat");
 }
 

@@ -1,13 +1,19 @@
 // The tree of groups and Tips and the click logic.
-#include <algorithm>
+#include <fmt/format.h>
 
+#include <algorithm>
+#include <utility>
+
+#include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
 #include "frame/Produkt.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
+#include "tipdb/Limits.h"
 #include "tipdb/LoadDB.h"
 #include "tipdb/Satz.h"
 #include "tipdb/Schema.h"
+#include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
@@ -30,6 +36,13 @@ constexpr Reiter Reiterblatt[] = {
 template <class T> T& at(std::vector<T>& table, std::int64_t index) {
     if (index < 0 || index >= static_cast<std::int64_t>(table.size())) throw NumberedError(errnum::Subscript, "Index außerhalb des gültigen Bereichs");
     return table[static_cast<std::size_t>(index)];
+}
+
+// A row may name as its parent a level whose node is gone and whose place another took: such a tree is deeper than its levels say.
+void checkDepth(const std::vector<TreeNode>& tree, int parent) {
+    std::size_t levels = 1;
+    for (int node = parent; node > 0; node = tree[static_cast<std::size_t>(node)].parent)
+        if (++levels > MaxTreeLevels) throw NumberedError(errnum::Overflow, "Überlauf");
 }
 
 }  // namespace
@@ -88,7 +101,7 @@ void TippMaschine::TreeEinlesen() {
 void TippMaschine::buildFlatList() {
     fenster().tvBVKDB[0].Sorted = true;
     for (const auto& tipp : ctx_.udtTippListe) {
-        addNode(0, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}});
+        addNode(0, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}, tipp.Index});
         if (ctx_.trace.debug()) ctx_.trace.write(tipp.Überschrift + " - ADD Tip: ");
     }
 }
@@ -103,7 +116,7 @@ void TippMaschine::buildVersions() {
         if (hits == byVersion.end()) continue;
         for (std::size_t k : hits->second) {
             const auto& tipp = ctx_.udtTippListe[k];
-            addNode(node, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}});
+            addNode(node, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}, tipp.Index});
             if (ctx_.trace.debug()) ctx_.trace.write(tipp.Überschrift + " - ADD Tip: ");
         }
     }
@@ -115,27 +128,40 @@ void TippMaschine::buildGroups(int filter) {
     std::vector<int> NodeAnEbene(ctx_.udtGruppen.size() + 1, 0);   // levels count from 1
     std::vector<bool> GruppeGefuellt(NodeAnEbene.size(), false);
 
+    const auto place = [&](std::size_t i) {
+        const Treebaum& row = baum[i];
+        const Gruppe& gruppe = at(ctx_.udtGruppen, row.Gruppe);
+        if (ctx_.trace.debug()) ctx_.trace.write(gruppe.Name + " - Add Gruppe: ");
+        const int parent = at(NodeAnEbene, row.Vorgänger - 1);
+        at(tree, parent);
+        at(NodeAnEbene, row.Ebene);   // a level that has no place must not leave a half-made node behind
+        checkDepth(tree, parent);
+        const int node = addNode(parent, {gruppe.Name, TreeNode::Art::Gruppe, 1, -1, false, {}});
+        NodeAnEbene[static_cast<std::size_t>(row.Ebene)] = node;
+        if (ctx_.trace.debug()) ctx_.trace.write(std::to_string(node + 1) + " - GruppenIndex: ");
+        const bool filled = TreeTippDBRead(node, row.Gruppe, filter);
+        GruppeGefuellt[static_cast<std::size_t>(row.Ebene)] = filled;
+        tree[static_cast<std::size_t>(node)].Sorted = true;
+        if (!filled && i + 1 < baum.size() && baum[i + 1].Ebene <= row.Ebene) {
+            if (ctx_.trace.debug()) ctx_.trace.write(std::to_string(node + 1) + " - DEL Gruppe: ");
+            tree[static_cast<std::size_t>(parent)].kinder.pop_back();   // the node was placed last and has no child
+            tree.pop_back();
+        }
+    };
+    // The rows that have no place in the tree are told at the end of the step, all in one report.
+    std::vector<std::int32_t> misplaced;
+    std::int32_t firstError = 0;
     for (std::size_t i = 0; i < baum.size(); ++i) {
-        reportAndGoOn(ctx_, "TreeEinlesen", [&] {
-            const Treebaum& row = baum[i];
-            const Gruppe& gruppe = at(ctx_.udtGruppen, row.Gruppe);
-            if (ctx_.trace.debug()) ctx_.trace.write(gruppe.Name + " - Add Gruppe: ");
-            const int parent = at(NodeAnEbene, row.Vorgänger - 1);
-            at(tree, parent);
-            at(NodeAnEbene, row.Ebene);   // a level that has no place must not leave a half-made node behind
-            const int node = addNode(parent, {gruppe.Name, TreeNode::Art::Gruppe, 1, -1, false, {}});
-            NodeAnEbene[static_cast<std::size_t>(row.Ebene)] = node;
-            if (ctx_.trace.debug()) ctx_.trace.write(std::to_string(node + 1) + " - GruppenIndex: ");
-            const bool filled = TreeTippDBRead(node, row.Gruppe, filter);
-            GruppeGefuellt[static_cast<std::size_t>(row.Ebene)] = filled;
-            tree[static_cast<std::size_t>(node)].Sorted = true;
-            if (!filled && i + 1 < baum.size() && baum[i + 1].Ebene <= row.Ebene) {
-                if (ctx_.trace.debug()) ctx_.trace.write(std::to_string(node + 1) + " - DEL Gruppe: ");
-                tree[static_cast<std::size_t>(parent)].kinder.pop_back();   // the node was placed last and has no child
-                tree.pop_back();
-            }
-        });
+        try {
+            place(i);
+        } catch (const std::exception& error) {
+            if (misplaced.empty()) firstError = errorNumberOf(error);
+            misplaced.push_back(baum[i].Nummer);
+        }
     }
+    if (misplaced.empty()) return;
+    std::string procedure = "TreeEinlesen";
+    FehlerMeldung(ctx_, procedure, numberText(firstError), fmt::format(meldung::BaumZeilen, TabelleTreebaum, misplaced.size(), baum.size(), misplaced.front()));
 }
 
 bool TippMaschine::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
@@ -148,7 +174,7 @@ bool TippMaschine::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
         for (std::size_t k : hits->second) {
             const auto& tipp = ctx_.udtTippListe[k];
             if (!tipp.Filter[static_cast<std::size_t>(filter)]) continue;
-            addNode(nodeIndex, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}});
+            addNode(nodeIndex, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}, tipp.Index});
             if (ctx_.trace.debug()) ctx_.trace.write(tipp.Überschrift + " - ADD Tipp: ");
             added = true;
         }
@@ -156,9 +182,11 @@ bool TippMaschine::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
     return added;
 }
 
-// Panel 2 counts one Tip too few, and keeps doing so.
+// Panel 2 counts one Tip too few, and keeps doing so. A database that is not the program's own is named there.
 void TippMaschine::statusBarGeneral() {
     fenster().sbrBVK[1] = "Einträge: " + std::to_string(static_cast<std::int64_t>(ctx_.udtTippListe.size()) - 1);
+    std::error_code error;
+    if (!std::filesystem::equivalent(ctx_.datenbankDatei, ctx_.programmPfad / DatenbankName, error)) fenster().sbrBVK[1] += meldung::AndereDatenbank + utf8FromPath(ctx_.datenbankDatei.filename());
     fenster().sbrBVK[2] = "Datenbankversion: " + ctx_.strDBVersion + " [" + ctx_.strDBDatum + "] | Programmversion: " + ctx_.strProgVersion +
                           " [" + std::string(produkt::ProgrammDatum) + "] ";
 }
@@ -174,37 +202,53 @@ void TippMaschine::selectTab(int tab) {
 
 void TippMaschine::selectNode(int node) {
     if (node < 0 || node >= static_cast<int>(fenster().tvBVKDB.size())) return;
+    const int before = std::exchange(fenster().ausgewaehlterKnoten, node);
+    if (!TreeViewAbfrage(false)) selectAgain(before);
+}
+
+// The user stays where he was: what he wanted to save could not be.
+void TippMaschine::selectAgain(int node) {
     fenster().ausgewaehlterKnoten = node;
-    TreeViewAbfrage(false);
+    observer_.selectionChanged();
 }
 
 bool TippMaschine::showTippByHeading(const std::string& heading) {
     const auto& tree = fenster().tvBVKDB;
     for (std::size_t k = 0; k < tree.size(); ++k) {
         if (tree[k].art != TreeNode::Art::Tipp || tree[k].text != heading) continue;
-        showNode(static_cast<int>(k));
-        return true;
+        return showNode(static_cast<int>(k));
     }
     return false;
 }
 
-void TippMaschine::showNode(int node) {
-    fenster().ausgewaehlterKnoten = node;
+bool TippMaschine::showNode(int node) {
+    const int before = std::exchange(fenster().ausgewaehlterKnoten, node);
     observer_.selectionChanged();
-    TreeViewAbfrage(false);
+    const bool left = TreeViewAbfrage(false);
+    if (!left) selectAgain(before);
+    return left;
 }
 
+// By the number alone, whichever Tips share its heading; a Tip in no group stands in the flat list only.
 bool TippMaschine::showTippByNumber(std::int32_t number) {
-    for (const auto& tipp : ctx_.udtTippListe)
-        if (tipp.Index == number) {
-            if (fenster().tbsTree != 1) selectTab(1);
-            return showTippByHeading(tipp.Überschrift);
-        }
+    if (tippsByIndex_.count(number) == 0) return false;
+    const auto& tree = fenster().tvBVKDB;
+    for (const int tab : {1, 2}) {
+        if (fenster().tbsTree != tab) selectTab(tab);
+        const auto node = std::find_if(tree.begin(), tree.end(), [&](const TreeNode& n) { return n.art == TreeNode::Art::Tipp && n.nummer == number; });
+        if (node == tree.end()) continue;
+        const struct Meant {
+            explicit Meant(std::optional<std::int32_t>& place, std::int32_t value) : number(place) { number = value; }
+            ~Meant() { number.reset(); }
+            std::optional<std::int32_t>& number;
+        } meant(gemeinteNummer_, number);
+        return showNode(static_cast<int>(node - tree.begin()));
+    }
     return false;
 }
 
 bool TippMaschine::TippOeffnen(const std::string& heading) {
-    DatenSichern();
+    if (!DatenSichern()) return false;
     const auto lastNodeOf = [&] {
         const auto& tree = fenster().tvBVKDB;
         const auto place = std::find_if(tree.rbegin(), tree.rend(), [&](const TreeNode& node) { return node.text == heading; });
@@ -216,11 +260,7 @@ bool TippMaschine::TippOeffnen(const std::string& heading) {
         selectTab(tab);
         node = lastNodeOf();
     }
-    if (node < 0) return false;
-    fenster().ausgewaehlterKnoten = node;
-    observer_.selectionChanged();
-    TreeViewAbfrage(false);
-    return ctx_.blnTippGeladen;
+    return node >= 0 && showNode(node) && ctx_.blnTippGeladen;
 }
 
 // Opens the table afresh and reads the first row from its start whose column holds the text exactly.
@@ -247,7 +287,9 @@ bool TippMaschine::readTippNumber(std::int32_t number) {
 bool TippMaschine::TreeViewAuswahl() {
     bool tippFound = false;
     const std::string text = fenster().tvBVKDB.empty() ? std::string() : fenster().tvBVKDB.at(static_cast<std::size_t>(fenster().ausgewaehlterKnoten)).text;
-    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { tippFound = readTippAt(spalte::Überschrift, text); });
+    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] {
+        tippFound = gemeinteNummer_ ? readTippAt(spalte::Index, std::to_string(*gemeinteNummer_)) : readTippAt(spalte::Überschrift, text);
+    });
     if (!tippFound) showGroupOrNothing(text);
     return tippFound;
 }
@@ -262,10 +304,10 @@ void TippMaschine::showGroupOrNothing(const std::string& nodeText) {
     f.txtInfo = group->Beschreibung;
 }
 
-void TippMaschine::TreeViewAbfrage(bool neuladen) {
+bool TippMaschine::TreeViewAbfrage(bool neuladen) {
     Hauptfenster& f = fenster();
     f.sbrBVK[0] = "PC: " + ctx_.strRechnername;
-    if (ctx_.blnGeaendert) DatenSichern();
+    if (ctx_.blnGeaendert && !DatenSichern(Verbleib::WirdErsetzt)) return false;
     if (ctx_.intPanelCheckBox != 0 || ctx_.intPanelAuswahl != 0 || ctx_.intPanelText != 0 || ctx_.intPanelOption != 0 || ctx_.intPanelZahl >= 1)
         TippsEntladen();
     if (TreeViewAuswahl() || neuladen) {
@@ -275,7 +317,7 @@ void TippMaschine::TreeViewAbfrage(bool neuladen) {
         if (letzterEintrag() >= 1) f.sbrBVK[2] = "Index: " + std::to_string(eintrag(1).TippIndex);
         f.lblDBTippU = ctx_.aktuellerTipp.Überschrift;
         DBTippsAusgeben();
-        return;
+        return true;
     }
     ctx_.blnTippAnzeige = false;
     f.panels.clear();
@@ -287,6 +329,7 @@ void TippMaschine::TreeViewAbfrage(bool neuladen) {
     ctx_.aktuellerTipp.HilfeNummer = AllgemeinesHilfeThema;
     FB_KeySave(false);
     FB_KeyDel(false);
+    FB_Default(false);
     FB_RegFile(false);
     FB_ADMFile(false);
     FB_KeyInfo(false);
@@ -295,6 +338,7 @@ void TippMaschine::TreeViewAbfrage(bool neuladen) {
     statusBarGeneral();
     observer_.panelsChanged();
     observer_.windowChanged();
+    return true;
 }
 
 }  // namespace brenvik

@@ -50,23 +50,40 @@ BootEintrag bootEntry(const std::string& line) {
     return entry;
 }
 
-// Whether the table was made from these lines; new entries of the table stand behind them.
+// Whether the table was made from these lines.
 bool isAsRead(const std::vector<std::string>& lines, const std::vector<BootEintrag>& table) {
-    std::size_t k = 1;
-    for (const std::string& line : lines)
-        if (k >= table.size() || table[k++].originalZeile != line) return false;
-    return k >= table.size() || std::all_of(table.begin() + static_cast<std::ptrdiff_t>(k), table.end(), [](const BootEintrag& e) { return e.bearbeitet; });
+    return !table.empty() && std::equal(lines.begin(), lines.end(), table.begin() + 1, table.end(),
+                                        [](const std::string& line, const BootEintrag& entry) { return entry.originalZeile == line; });
 }
 
+// The line of an entry that was edited.
 std::string bootLine(const BootEintrag& entry) {
     const std::string& line = entry.originalZeile;
-    if (!entry.bearbeitet) return line;
     const std::string quote = entry.inAnfuehrung ? "\"" : "";
     std::string start = entry.Name + "=" + quote + entry.titelRoh + quote;
     // A title that stays does so to the byte, however it stands in the line.
     if (const auto equals = line.find('='); equals != std::string::npos && bootEntry(line).titelRoh == entry.titelRoh)
         start = RTrim(line.substr(0, switchesBegin(line, equals)));
     return start + (entry.Schalter.empty() ? "" : " " + entry.Schalter);
+}
+
+// A title ends at its quote, a switch at a blank or at the next "/": what is new in an entry may not hold them. Answers an
+// empty text, or in German why the entry cannot stand in the file.
+std::string refusalOf(const BootEintrag& before, const BootEintrag& entry, const std::vector<ChosenSwitch>& chosen) {
+    const bool newTitle = entry.originalZeile.empty() || entry.titelRoh != before.titelRoh;
+    if (newTitle && (Trim(entry.titelRoh).empty() || entry.titelRoh.find('"') != std::string::npos))
+        return fmt::format(meldung::BootName, entry.titelRoh);
+    for (const ChosenSwitch& s : chosen) {
+        const std::string value = Trim(s.value);
+        if (s.on && switchTakesValue(s.name) && value.find_first_of(" \t/\"") != std::string::npos && switchIn(before.Schalter, s.name) != value)
+            return fmt::format(meldung::BootSchalterwert, value, s.name);
+    }
+    try {
+        Profildatei().setSectionLines("boot", {bootLine(entry)});
+        return {};
+    } catch (const NumberedError& error) {
+        return error.what() + std::string(meldung::NichtsGeaendert);
+    }
 }
 
 }  // namespace
@@ -116,48 +133,46 @@ void TippMaschine::BootINIParamAusW(Panel& panel) {
     }
 }
 
-// The panel's switches become those of the selected entry, or of a new one; false if the user cancelled.
-bool TippMaschine::collectBootEntry(Panel& panel) {
+// The panel's switches become those of the selected entry, or of a new one; false if the user cancelled or it cannot be.
+bool TippMaschine::collectBootEntry(const Panel& panel, std::optional<BootEingabe>& input) {
     if (ctx_.intBootEintrag < 1) return true;
-    auto& table = ctx_.udtBootEintraege;
-    const BootEintrag selected = table.at(static_cast<std::size_t>(ctx_.intBootEintrag));
+    const auto& table = ctx_.udtBootEintraege;
+    const BootEintrag& selected = table.at(static_cast<std::size_t>(ctx_.intBootEintrag));
     BootINIAnfrage dialog;
     dialog.txtBootWert = selected.Titel;
     for (const BootEintrag& entry : table) dialog.vorhandeneTitel.push_back(entry.Titel);
     ctx_.port.showWindow(dialog);
     if (dialog.antwort == BootINIAnfrage::Antwort::Abbruch) return false;
 
-    const auto canStandInFile = [&](const BootEintrag& entry) {
-        try {
-            Profildatei().setSectionLines("boot", {bootLine(entry)});
-            return true;
-        } catch (const NumberedError& error) {
-            ctx_.port.tell(error.what() + std::string(meldung::NichtsGeaendert), box::Exclamation);
-            return false;
-        }
-    };
     std::vector<ChosenSwitch> chosen;
     for (const SchalterFeld& field : panel.schalter) chosen.push_back({field.beschriftung, field.angehakt, field.wert});
     BootEintrag changed = selected;
     changed.Schalter = withSwitches(selected.Schalter, chosen);
-    changed.bearbeitet = true;
-    if (dialog.antwort == BootINIAnfrage::Antwort::Name && dialog.txtBootWert != selected.Titel) {
+    const bool asNew = dialog.antwort == BootINIAnfrage::Antwort::Name && dialog.txtBootWert != selected.Titel;
+    if (asNew) {
         changed.Titel = changed.titelRoh = dialog.txtBootWert;
         changed.blnDisk = true;
         changed.inAnfuehrung = true;
-        if (!canStandInFile(changed)) return false;
-        table.push_back(changed);
-        ctx_.intBootEintrag = static_cast<int>(table.size()) - 1;
-        return true;
+        changed.originalZeile.clear();
+    } else if (!selected.blnDisk && panel.txtBINI != selected.Titel) {
+        changed.Titel = changed.titelRoh = panel.txtBINI;
     }
-    if (!selected.blnDisk && panel.txtBINI != selected.Titel) changed.Titel = changed.titelRoh = panel.txtBINI;
-    if (!canStandInFile(changed)) return false;
-    changed.bearbeitet = wert(panel.eintraege.front()).beruehrt;   // overwriting with what stands there leaves the line alone
-    table[static_cast<std::size_t>(ctx_.intBootEintrag)] = changed;
+    if (const std::string refusal = refusalOf(selected, changed, chosen); !refusal.empty()) {
+        ctx_.port.tell(refusal, box::Exclamation);
+        return false;
+    }
+    if (asNew || wert(panel.eintraege.front()).beruehrt)   // overwriting with what stands there leaves the line alone
+        input = BootEingabe{asNew ? table.size() : static_cast<std::size_t>(ctx_.intBootEintrag), std::move(changed)};
     return true;
 }
 
-// The file with what the table of entries holds. False: there is none, or the save is refused.
+std::optional<std::int16_t> TippMaschine::bootFileEntry() const {
+    for (const Panel& panel : ctx_.frmBVK_Prog.panels)
+        if (panel.Ausgabeart == art::BootINI) return panel.eintraege.front();
+    return std::nullopt;
+}
+
+// The file with what the table of entries and the input hold. False: there is none, or the save is refused.
 bool TippMaschine::planBootFile(std::int16_t i, Aenderung& change, std::string& refusal) const {
     const auto file = iniFile(i);
     std::error_code error;
@@ -169,7 +184,11 @@ bool TippMaschine::planBootFile(std::int16_t i, Aenderung& change, std::string& 
     }
     change.dateien.push_back({file.string(), content.bytes(), true, {}, false});
     std::vector<std::string> lines;
-    for (std::size_t k = 1; k < ctx_.udtBootEintraege.size(); ++k) lines.push_back(bootLine(ctx_.udtBootEintraege[k]));
+    for (std::size_t k = 1; k < ctx_.udtBootEintraege.size(); ++k) lines.push_back(ctx_.udtBootEintraege[k].originalZeile);
+    if (const auto& input = ctx_.bootEingabe) {
+        lines.resize(std::max(lines.size(), input->platz));
+        lines[input->platz - 1] = bootLine(input->eintrag);
+    }
     content.setSectionLines(eintrag(i).Schlüssel, lines);
     change.dateien.back().neu = content.bytes();
     return true;
@@ -188,7 +207,8 @@ bool TippMaschine::saveBootFile(std::int16_t i) {
     if (protectedFile && !ctx_.port.ask(fmt::format(meldung::BootSchreibschutz, iniPath(i)))) return false;
     if (!bootIniGesichert_.contains(file)) {
         try {
-            writeFileAtomic(file.string() + ".bvk", bild.inhalt);
+            const TargetFiles& files = ctx_.target().files();
+            writeFileAtomic(ctx_.blnDateiSuchen ? files.find(iniPath(i) + ".bvk") : std::filesystem::path(file.string() + ".bvk"), bild.inhalt);
         } catch (const std::exception&) {
             ctx_.port.tell(fmt::format(meldung::BootSicherung, iniPath(i)), box::Critical);
             return false;

@@ -1,5 +1,7 @@
 #pragma once
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,8 @@ struct Arbeitswert {
     bool blnWertGelesen = false;
     bool gefunden = false;                  // the value is there, whether or not the Tip can show it
     bool ignoriert = false;                 // it is there, but not shown: outside the Tip's values or of another type
+    bool nurLesen = false;                  // it may be read only
+    const char* sperre = nullptr;           // why its field may only show it, in German: not all of it would come back
     bool beruehrt = false;                  // set by the user or by whatever sets a value on purpose; only then it is converted and written
     std::optional<RawValue> roh;            // what stood in the registry when it was read
     std::uint8_t DatentypModus = 1;         // 1: ask about another data type
@@ -26,9 +30,14 @@ struct BootEintrag {
     std::string Name, Titel, Schalter;
     bool blnDisk = false;
     std::string titelRoh;                   // the title as it stands in the file, without enclosing quotes
-    std::string originalZeile;              // written back as it stands while unedited
-    bool bearbeitet = false;
+    std::string originalZeile;              // as it stands in the file; goes back like that while nobody edits it
     bool inAnfuehrung = true;               // the title stood in quotes
+};
+
+// What the user made of a boot entry. The table stays as it was read: a save that is refused leaves nothing behind.
+struct BootEingabe {
+    std::size_t platz = 0;                  // in udtBootEintraege; its size: a new entry
+    BootEintrag eintrag;
 };
 
 // The program's whole state, owned by main.
@@ -57,6 +66,7 @@ struct Context : TipdbContext {
                  intPanelBit = -1;
     std::vector<BootEintrag> udtBootEintraege;   // [0] unused
     int intBootEintrag = 0;
+    std::optional<BootEingabe> bootEingabe;      // collected for the save under way
 };
 
 }  // namespace brenvik

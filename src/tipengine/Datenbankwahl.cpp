@@ -1,13 +1,14 @@
 // Another tip database in place of the one that is open.
 #include "frame/DateiSystem.h"
 #include "tipdb/LoadDB.h"
+#include "tipdb/Schema.h"
 #include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
 
 void TippMaschine::showOtherDatabase(const std::filesystem::path& file) {
-    if (LoadDB(ctx_, file) != LoadErgebnis::Geladen) return;
+    if (!andereDatenbankLaden(ctx_, file)) return;
     TippsEntladen();
     ctx_.aktuellerTipp = {};
     ctx_.werte.clear();
@@ -17,17 +18,12 @@ void TippMaschine::showOtherDatabase(const std::filesystem::path& file) {
 }
 
 void TippMaschine::mnuandereDBLoad() {
-    const bool changed = ctx_.blnGeaendert;
-    DatenSichern();
-    if (const auto choice = ctx_.port.chooseFile({{}, meldung::DatenbankFilter, meldung::DatenbankTitel, false}))
-        showOtherDatabase(userPath(ctx_, *choice));
-    else if (changed)
-        reloadTipp();   // changes that were dropped must not stay in the panels
+    if (!DatenSichern()) return;
+    if (const auto choice = ctx_.port.chooseFile({{}, meldung::DatenbankFilter, meldung::DatenbankTitel, false})) showOtherDatabase(userPath(ctx_, *choice));
 }
 
 void TippMaschine::mnuBVKDBLoad() {
-    DatenSichern();
-    showOtherDatabase(ctx_.programmPfad / "RegDaten.mdb");
+    if (DatenSichern()) showOtherDatabase(ctx_.programmPfad / DatenbankName);
 }
 
 }  // namespace brenvik

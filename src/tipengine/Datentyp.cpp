@@ -3,6 +3,7 @@
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
+#include "tipengine/DisplayForm.h"
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
@@ -47,7 +48,7 @@ bool TippMaschine::adaptType(std::int16_t i) {
     if (w.typBehandelt) return false;
     w.typBehandelt = true;
     Aenderung change = newChange(Aenderung::Art::TypAngepasst);
-    change.werte.push_back({ctx_.strRechnername, valuePath(i), eintrag(i).TippIndex, w.roh, std::nullopt, false});
+    change.werte.push_back(changeOfValue(i, w.roh, std::nullopt));
     LaufendeAenderung running(recorder_, change);
     if (!WertDel(i)) return false;
     running.written(0);
@@ -64,24 +65,13 @@ bool TippMaschine::CheckDatenWert(std::int16_t i) {
         const std::string lower = e.WertAus == DelKey ? std::string("0") : lowerCase(e.WertAus);
         const std::string upper = e.WertEin == DelKey ? std::string() : lowerCase(e.WertEin);
         if (ctx_.trace.debug()) ctx_.trace.write("--- MinWert: " + lower + " MaxWert: " + upper);
+        const std::string compared = upperCase(value);   // before a dword loses its sign
+        value = displayForm(ctx_, e.Ausgabeart, e.Datentyp, value);
         if (e.Ausgabeart == art::CheckBox && e.Datentyp == 1) {
-            value = lowerCase(value);
             ok = value == lower || value == upper;
         } else if (e.Ausgabeart == art::CheckBox && (e.Datentyp == 3 || e.Datentyp == 4)) {
-            const std::string compared = upperCase(value);
             ok = compared == upperCase(lower) || compared == upperCase(upper);
-        } else if (e.Ausgabeart == art::TextWerte && e.Datentyp == 4) {
-            value = Dec2Hex(ctx_, toLng(value));
-        } else if (e.Ausgabeart == art::ZahlenWerte && e.Datentyp == 3) {
-            std::int32_t sum = 0;
-            for (const std::string& piece : Split(value, " ")) {
-                sum += static_cast<std::int32_t>(Val(Hex2Dec(piece)));
-                if (sum > 32767) throw NumberedError(errnum::Overflow, "Überlauf");
-            }
-            value = numberText(sum);
         }
-        if (e.Datentyp == 4 && value.find('-') != std::string::npos && toLng(value) < 0)
-            value = numberText(toLng(value) + 2147483648.0 + 2147483648.0);
     });
     // What cannot be converted must not stand in a panel as if it were the value.
     if (!converted) ok = false;

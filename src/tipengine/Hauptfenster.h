@@ -1,9 +1,12 @@
 #pragma once
 // What the main window shows, as a plain record. The engine writes it and names what changed through WindowObserver;
 // the shell draws it and decides nothing.
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tipengine/Panel.h"
@@ -20,6 +23,7 @@ struct TreeNode {
     int parent = -1;
     bool Sorted = false;            // the children are shown sorted by text, ignoring case, umlauts beside their base letter
     std::vector<int> kinder;        // in the order they were added; displayOrder sorts them
+    std::int32_t nummer = 0;        // Index of the node's Tip; several Tips may share one text
 };
 
 struct Hauptfenster {
@@ -30,7 +34,12 @@ struct Hauptfenster {
     bool tbrHistory = false;
     bool historySichtbar = true, favoritenSichtbar = true;   // false: the list is switched off for this run
     bool blnNTFamilie = true;               // tbrNetz, tbrProfil and mnuRegedt32 are visible
-    std::vector<std::string> versteckt;     // entries of mnuTools that the system does not have, by control name; "mnuTools": the whole menu
+    // Hidden entries of the menus by control name (a menu's own name: the whole menu), by the area that hides them: each
+    // replaces its own and leaves those of the others alone.
+    std::map<std::string, std::vector<std::string>, std::less<>> versteckt;
+    bool istVersteckt(std::string_view control) const {
+        return std::any_of(versteckt.begin(), versteckt.end(), [&](const auto& area) { return std::find(area.second.begin(), area.second.end(), control) != area.second.end(); });
+    }
 
     // Captions with a second state, and the tooltips that go with them.
     std::string cmdRegSave, cmdDefault, mnuRegSave, mnuDefault;

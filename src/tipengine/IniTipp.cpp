@@ -4,7 +4,6 @@
 #include <map>
 
 #include "frame/DateiSystem.h"
-#include "frame/Erkennung.h"
 #include "frame/Konvertierung.h"
 #include "frame/Profildatei.h"
 #include "frame/Reports.h"
@@ -19,6 +18,16 @@ namespace {
 constexpr std::uintmax_t IniGrenze = 16u << 20;
 constexpr std::size_t IniLaenge = 255;   // characters that are read of a value
 
+// The user's text is made of the one that was shown, and is not chosen from a list.
+bool isTyped(const TippEintrag& e) { return e.Ausgabeart == art::TextWerte || e.Ausgabeart == art::Drive; }
+
+// In German why an INI file cannot hold the text so that it is read again; empty: it can.
+std::string refusalOf(const std::string& text) {
+    if (text.find_first_of(std::string("\r\n\0", 3)) != std::string::npos) return fmt::format(meldung::WertUnpassend, text, "INI-Eintrag");
+    if (textLength(text) > IniLaenge) return fmt::format(meldung::IniZuLang, textLength(text), IniLaenge);
+    return {};
+}
+
 // Puts the value of an entry into the file's content. Answers an empty text, or in German why it cannot stand there.
 std::string putValue(Profildatei& content, const TippEintrag& e, const Arbeitswert& w, bool loeschen) {
     try {
@@ -28,8 +37,9 @@ std::string putValue(Profildatei& content, const TippEintrag& e, const Arbeitswe
             content.removeKey(e.Schlüssel, e.Wertname);
             return {};
         }
-        const bool shownInPart = e.Ausgabeart == art::TextWerte && present && *present != Left(*present, IniLaenge);
-        if (shownInPart && w.strAnzeigeWert != e.Standardwert) return fmt::format(meldung::IniNurZumTeilGezeigt, e.Wertname);
+        if (const std::string refusal = refusalOf(w.strAnzeigeWert); !refusal.empty()) return refusal;
+        if (isTyped(e) && present && *present != Left(*present, IniLaenge) && w.strAnzeigeWert != e.Standardwert)
+            return fmt::format(meldung::IniNurZumTeilGezeigt, e.Wertname);
         content.setValue(e.Schlüssel, e.Wertname, w.strAnzeigeWert);
         return {};
     } catch (const NumberedError& error) {
@@ -47,22 +57,30 @@ std::string TippMaschine::iniPath(std::int16_t i) const {
     const std::string& file = eintrag(i).SchlüsselNT;
     const std::string& folder = eintrag(i).Werteliste;
     if (folder.starts_with('%')) {
-        if (!ctx_.istNT()) return ctx_.strWindir + "\\" + file;
+        if (!ctx_.istNT()) return windowsFolder(ctx_) + "\\" + file;
         const auto parts = Split(folder, "%");
-        return umgebungswert(ctx_, parts.size() > 1 ? parts[1] : std::string()) + "\\" + file;
+        return targetEnvironment(ctx_, parts.size() > 1 ? parts[1] : std::string()) + "\\" + file;
     }
     return folder.empty() ? file : folder + "\\" + file;
 }
 
 std::filesystem::path TippMaschine::iniFile(std::int16_t i) const {
-    return ctx_.blnDateiSuchen ? hostPath(ctx_, iniPath(i)) : userPath(ctx_, iniPath(i));
+    const TargetFiles& files = ctx_.target().files();
+    return ctx_.blnDateiSuchen ? files.find(iniPath(i)) : userPath(files, iniPath(i));
 }
 
 void TippMaschine::DateiCheck(std::int16_t i, std::string& path, bool& found) {
     reportAndGoOn(ctx_, "DateiCheck", [&] {
         path = iniPath(i);
-        std::error_code error;
-        found = std::filesystem::is_regular_file(iniFile(i), error);
+        found = false;
+        dateiHindernis_.clear();
+        try {
+            std::error_code error;
+            found = std::filesystem::is_regular_file(iniFile(i), error);
+        } catch (const NumberedError& error) {
+            dateiHindernis_ = error.what();   // no file of this machine, which no search mends
+            return;
+        }
         if (found || modus_ == Modus::NurAnsehen) return;
         if (!ctx_.port.ask(meldung::DateiSuchen1 + path + meldung::DateiSuchen2)) return;
         const std::string& name = eintrag(i).SchlüsselNT;
@@ -76,12 +94,12 @@ void TippMaschine::DateiCheck(std::int16_t i, std::string& path, bool& found) {
 
 void TippMaschine::fileMissing(const std::string& path, StatusZeile* label) {
     if (label == nullptr) return;
-    *label = {"[Datei: " + path + " nicht vorhanden]", StatusFarbe::Fehlt};
+    *label = {"[Datei: " + path + (dateiHindernis_.empty() ? " nicht vorhanden]" : meldung::DateiNichtErreichbar), StatusFarbe::Fehlt};
     FB_RegFile(false);
     FB_KeySave(false);
     Hauptfenster& f = fenster();
     f.fraSteuerung = false;
-    f.txtInfo.clear();
+    f.txtInfo = dateiHindernis_;
     f.txtInfoFarbe = f.fraInfoFarbe = TextFarbe::Rot;
     f.fraInfo = meldung::DateiNichtGefunden;
 }
@@ -93,14 +111,16 @@ void TippMaschine::ReadINITipp(std::int16_t i, StatusZeile* label, bool& found) 
         w.gefunden = w.ignoriert = false;
         DateiCheck(i, path, found);
         if (found) {
-            const auto value = loadProfildatei(iniFile(i)).value(eintrag(i).Schlüssel, eintrag(i).Wertname);
+            const Profildatei content = loadProfildatei(iniFile(i));
+            const auto value = content.value(eintrag(i).Schlüssel, eintrag(i).Wertname);
             w.gefunden = value.has_value();
             w.strAnzeigeWert = w.strAktuellerWert = value.value_or(std::string());
+            if (isTyped(eintrag(i)) && content.value(eintrag(i).Schlüssel, eintrag(i).Wertname, 0) != value) w.sperre = meldung::IniSperre;
             if (label != nullptr) {
                 FB_KeySave(true);
                 const bool there = !w.strAktuellerWert.empty();
                 *label = {"[Wert in " + path + (there ? " vorhanden]" : " nicht vorhanden]"), there ? StatusFarbe::Gefunden : StatusFarbe::Fehlt};
-                FB_KeyDel(there && ctx_.einstellungen.LöschenAktiv);
+                allowDelete(i, there && ctx_.einstellungen.LöschenAktiv);
                 w.blnWertGelesen = there;
             }
         } else {
@@ -119,12 +139,8 @@ void TippMaschine::planIniFiles(bool loeschen, Aenderung& change, std::string& r
     for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
         if (eintrag(i).Ausgabeart == art::BootINI) continue;
         const Arbeitswert& w = wert(i);
-        const bool untouched = !w.beruehrt && w.gefunden;
+        const bool untouched = !w.beruehrt && (w.gefunden || speakerOf(i) != i);
         if (!loeschen && (untouched || w.strAnzeigeWert.empty())) continue;
-        if (w.strAnzeigeWert.find_first_of(std::string("\r\n\0", 3)) != std::string::npos) {
-            refusal = fmt::format(meldung::WertUnpassend, w.strAnzeigeWert, "INI-Eintrag");
-            return;
-        }
         const auto file = iniFile(i);
         auto loaded = files.find(file);
         if (loaded == files.end()) {
@@ -145,10 +161,11 @@ bool TippMaschine::SaveINITipp(bool loeschen) {
     bool saved = false;
     if (loeschen && !ctx_.port.ask(meldung::EintragLoeschen)) return false;
     reportAndGoOn(ctx_, "SaveINITipp", [&] {
-        for (std::int16_t i = 1; i <= letzterEintrag(); ++i)
-            if (eintrag(i).Ausgabeart == art::BootINI && !saveBootFile(i)) return;
-        Aenderung change = newChange(Aenderung::Art::IniDatei);
         std::string refusal;
+        Aenderung trial = newChange(Aenderung::Art::IniDatei), change = trial;
+        planIniFiles(loeschen, trial, refusal, [](const std::string&) { return true; });   // before the boot file is written
+        if (!refusal.empty()) return ctx_.port.tell(refusal, box::Exclamation);
+        if (const auto boot = bootFileEntry(); boot && !saveBootFile(*boot)) return;
         planIniFiles(loeschen, change, refusal, [&](const std::string& path) { return ctx_.port.ask(meldung::DateiNeu1 + path + meldung::DateiNeu2); });
         if (!refusal.empty()) return ctx_.port.tell(refusal, box::Exclamation);
         if (!change.dateien.empty()) {
@@ -159,6 +176,7 @@ bool TippMaschine::SaveINITipp(bool loeschen) {
         }
         saved = true;
     });
+    ctx_.bootEingabe.reset();   // refused or failed: given up
     if (!saved) return false;
     ctx_.blnGeaendert = false;
     TippsEntladen();

@@ -50,7 +50,16 @@ BearbeitenAnfrage TippMaschine::bearbeitenAnfrage(bool neu) {
     return dialog;
 }
 
+// What was typed elsewhere in the Tip is settled first: the Tip is read anew when the window closes.
 void TippMaschine::openBearbeiten() {
+    const auto list = [this]() -> Panel* {
+        for (Panel& panel : fenster().panels)
+            if (panel.Ausgabeart == art::Kontext) return &panel;
+        return nullptr;
+    };
+    const int selected = list() != nullptr ? list()->gewaehlteZeile : -1;
+    if (!DatenSichern()) return;
+    if (Panel* panel = list(); panel != nullptr && selected < static_cast<int>(panel->zeilen.size())) panel->gewaehlteZeile = selected;
     BearbeitenAnfrage dialog = bearbeitenAnfrage(ctx_.blnBearbeitenNeu);
     ctx_.port.showWindow(dialog);
     reloadTipp();
@@ -59,7 +68,7 @@ void TippMaschine::openBearbeiten() {
 bool TippMaschine::KontextSpeichern(BearbeitenAnfrage& d) {
     const std::string name = d.txtKeyName;
     if (name.empty() || d.txtBefehl.empty() || letzterEintrag() < 1) return false;
-    if (name.find('\\') != std::string::npos) return ctx_.port.tell(meldung::SchluesselnameUngueltig, box::Exclamation), false;
+    if (Trim(name).empty() || name.find('\\') != std::string::npos) return ctx_.port.tell(meldung::SchluesselnameUngueltig, box::Exclamation), false;
     const std::string key = kontextKey() + "\\" + name;
     const Panel* list = nullptr;
     for (const Panel& panel : fenster().panels)
@@ -79,7 +88,7 @@ bool TippMaschine::KontextSpeichern(BearbeitenAnfrage& d) {
         if (exists && !sameEntry && !ctx_.port.ask(fmt::format(meldung::KontextVorhanden, name))) return;
 
         Aenderung change = newChange(Aenderung::Art::Kontextmenue);
-        if (exists) change.schluessel.push_back(schluesselBild(ctx_.objBVKReg, ctx_.strRechnername, key));
+        if (exists) change.schluessel = schluesselBilder(ctx_.objBVKReg, ctx_.strRechnername, key);
         change.werte.push_back({ctx_.strRechnername, key + "\\", eintrag(1).TippIndex, at(key + "\\").ReadRaw(), std::nullopt, false});
         change.werte.push_back({ctx_.strRechnername, key + "\\Command\\", eintrag(1).TippIndex, at(key + "\\Command\\").ReadRaw(), std::nullopt, false});
         change.werte[1].neu = asString(d.txtBefehl, change.werte[1].alt);

@@ -20,6 +20,21 @@ std::string TippMaschine::keyPath(std::int16_t i) const {
 
 std::string TippMaschine::valuePath(std::int16_t i) const { return keyPath(i) + "\\" + eintrag(i).Wertname; }
 
+BVKRegistry& TippMaschine::valueOf(std::int16_t i) const {
+    ctx_.objBVKReg.SetValuePath(ctx_.strRechnername, keyPath(i), eintrag(i).Wertname);
+    return ctx_.objBVKReg;
+}
+
+WertAenderung TippMaschine::changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const {
+    const std::string& name = eintrag(i).Wertname;
+    WertAenderung change{ctx_.strRechnername, valuePath(i), eintrag(i).TippIndex, std::move(alt), std::move(neu), false};
+    if (name.find('\\') != std::string::npos) {
+        change.path = keyPath(i);
+        change.name = name;
+    }
+    return change;
+}
+
 void TippMaschine::replaceSid(std::int16_t i) {
     std::string& key = eintrag(i).Schlüssel;
     if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
@@ -41,7 +56,6 @@ void TippMaschine::ReadRecTipp(std::int16_t i, StatusZeile* label) {
 
 // Answers whether the value was taken away to adapt its type and should be read once more.
 bool TippMaschine::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRepeat) {
-    BVKRegistry& reg = ctx_.objBVKReg;
     Arbeitswert& w = wert(i);
     ctx_.trace.write("*** ReadRecTipp: START ***");
     replaceSid(i);
@@ -50,11 +64,12 @@ bool TippMaschine::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayR
         ctx_.trace.write("Registrypfad: " + e.Hauptschlüssel + "\\" + e.Schlüssel + "\\" + e.Wertname);
         ctx_.trace.write("RechnerName: " + ctx_.strRechnername);
     }
-    w.gefunden = w.ignoriert = false;
+    w.gefunden = w.ignoriert = w.nurLesen = false;
     w.roh.reset();
-    reg.SetPath(ctx_.strRechnername, valuePath(i));
+    BVKRegistry& reg = valueOf(i);
     if (!reg.Exists(KEY_QUERY_VALUE_MASK)) {
         RegWertNotFound(i, label);
+        if (label == nullptr) w.nurLesen = readOnlyNow(i);   // one of several: it must not break the save of the others
         ctx_.trace.write("*** ReadRecTipp: ENDE ***");
         return false;
     }
@@ -91,28 +106,39 @@ bool TippMaschine::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayR
         return false;
     }
     if (ctx_.trace.debug()) ctx_.trace.write("Wert umgerechnet: " + traceValue(e.Wertname, w.strAktuellerWert));
+    w.nurLesen = readOnlyNow(i);
     if (label != nullptr) {
-        statusOfFound(i, *label);
+        statusOfFound(!w.nurLesen, *label);
         w.blnWertGelesen = true;
     }
-    FB_KeyDel(ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
+    allowDelete(i, ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
     ctx_.trace.write("*** ReadRecTipp: ENDE ***");
     return false;
 }
 
-// Status and commands of a value that was found, by the right to write its key.
-void TippMaschine::statusOfFound(std::int16_t i, StatusZeile& label) {
-    label = {strBVKTexte(20), StatusFarbe::Gefunden};
-    ctx_.blnSchreibrecht = true;
-    if (ctx_.istNT()) {
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, valuePath(i));
-        ctx_.blnSchreibrecht = ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK);
-        if (!ctx_.blnSchreibrecht) label.text = strBVKTexte(18);
-    }
-    FB_KeySave(ctx_.blnSchreibrecht);
-    FB_Default(ctx_.blnSchreibrecht);
+// Windows 95, 98 and ME know no rights to a key.
+bool TippMaschine::readOnlyNow(std::int16_t i) const { return ctx_.istNT() && !mayWrite(i); }
+
+// Status and commands of what was found.
+void TippMaschine::statusOfFound(bool writable, StatusZeile& label) {
+    label = {strBVKTexte(writable ? 20 : 18), StatusFarbe::Gefunden};
+    ctx_.blnSchreibrecht = writable;
+    FB_KeySave(writable);
+    FB_Default(writable);
     FB_RegFile(true);
     ctx_.blnEinWertGelesen = true;
+}
+
+void TippMaschine::allowDelete(std::int16_t i, bool on) {
+    FB_KeyDel(on);
+    loeschSperre_ = on ? std::int16_t{0} : i;
+}
+
+std::string TippMaschine::deleteBlocker() {
+    const std::int16_t i = loeschSperre_ > 0 && loeschSperre_ <= letzterEintrag() ? loeschSperre_ : std::int16_t{1};
+    if (letzterEintrag() < i) return {};
+    const std::string& name = eintrag(i).Wertname;
+    return fmt::format(meldung::Eintragszeile, i, name.empty() ? name : " (" + name + ")", statusOf(i).text);
 }
 
 void TippMaschine::RegWertNotFound(std::int16_t i, StatusZeile* label) {
@@ -125,7 +151,7 @@ void TippMaschine::RegWertNotFound(std::int16_t i, StatusZeile* label) {
     *label = {strBVKTexte(21), StatusFarbe::Fehlt};
     w.blnWertGelesen = false;
     FB_RegFile(false);
-    FB_KeyDel(false);
+    allowDelete(i, false);
     FB_KeySave(true);
 }
 
@@ -157,7 +183,7 @@ void TippMaschine::ReadRecListe(const std::string& unterWert, Panel& panel, Stat
         ctx_.blnSchreibrecht = true;
         if (label == nullptr) return;
         *label = {strBVKTexte(20), StatusFarbe::Gefunden};
-        wert(1).blnWertGelesen = true;
+        wert(1).blnWertGelesen = wert(1).gefunden = true;   // what the line says, whatever stands there
     });
 }
 
@@ -183,6 +209,7 @@ void TippMaschine::ReadRecKontext(const std::string& unterWert, Panel& panel, St
         *label = found ? StatusZeile{strBVKTexte(20), StatusFarbe::Gefunden} : StatusZeile{strBVKTexte(21), StatusFarbe::Fehlt};
         FB_RegFile(rows);
         wert(1).blnWertGelesen = true;
+        wert(1).gefunden = found;
     });
 }
 

@@ -19,8 +19,7 @@ bool TippMaschine::WertDel(std::int16_t index) {
     reportAndGoOn(ctx_, "WertDel", [&] {
         const std::string path = valuePath(index);
         ctx_.trace.write("--- Lösche Wert: " + path);
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, path);
-        if (ctx_.objBVKReg.ReadRaw() && ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) {
+        if (valueOf(index).ReadRaw() && ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) {
             ctx_.objBVKReg.DeleteValue();
             deleted = true;
         }
@@ -34,14 +33,13 @@ void TippMaschine::deleteValues(Aenderung& change) {
     wert(1).strAnzeigeWert = strBVKTexte(60);
     change = newChange(Aenderung::Art::Loeschen);
     for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
-        const std::string path = valuePath(i);
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, path);
-        if (auto raw = ctx_.objBVKReg.ReadRaw())
-            change.werte.push_back({ctx_.strRechnername, path, eintrag(i).TippIndex, std::move(raw), std::nullopt, false});
+        bool known = false;
+        for (std::int16_t k = 1; k < i && !known; ++k) known = sameValue(k, i);
+        if (auto raw = known ? std::nullopt : valueOf(i).ReadRaw()) change.werte.push_back(changeOfValue(i, std::move(raw), std::nullopt));
     }
     LaufendeAenderung running(recorder_, change);
     for (std::size_t k = 0; k < change.werte.size(); ++k) {
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, change.werte[k].path);
+        selectValue(ctx_.objBVKReg, change.werte[k]);
         if (!ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) continue;   // stays, and the rebuilt Tip shows it
         ctx_.objBVKReg.DeleteValue();
         running.written(k);
@@ -55,10 +53,17 @@ void TippMaschine::deleteTickedKeys() {
             if (!row.angehakt || row.text.empty()) continue;   // an empty name would mean the Tip's own key
             std::string path = keyPath(1) + "\\" + row.text;
             Aenderung change = newChange(panel.Ausgabeart == art::Kontext ? Aenderung::Art::Kontextmenue : Aenderung::Art::Schluessel);
-            change.schluessel.push_back(schluesselBild(ctx_.objBVKReg, ctx_.strRechnername, path));
+            change.schluessel = schluesselBilder(ctx_.objBVKReg, ctx_.strRechnername, path);
+            for (SchluesselBild& image : change.schluessel) image.geloescht = true;   // what of it, the registry tells
             LaufendeAenderung running(recorder_, change);
-            change.schluessel[0].geloescht = true;   // what of it, the registry tells
             DelUnterKey(ctx_, path, true, ctx_.strRechnername);
+            // HKCR shows two places as one, and deleting there reaches the upper one only.
+            if (change.schluessel.size() < 2) continue;
+            for (const SchluesselBild& image : change.schluessel) {
+                std::string real = image.path;
+                ctx_.objBVKReg.SetPath(ctx_.strRechnername, real + "\\");
+                if (ctx_.objBVKReg.Exists(KEY_QUERY_VALUE_MASK)) DelUnterKey(ctx_, real, true, ctx_.strRechnername);
+            }
         }
     }
 }
@@ -98,7 +103,7 @@ void TippMaschine::BroadCast() {
         ctx_.objBVKReg.SetPath(ctx_.strLokalerRechner, SymbolGroesse);
         const auto before = ctx_.objBVKReg.ReadRaw();   // goes back byte for byte
         const std::string size = ReadRegistryKey(ctx_, SymbolGroesse, "32");
-        if (SaveRegistryKey(ctx_, SymbolGroesse, numberText(toLng(size) + 1), 1))
+        if (SaveRegistryKey(ctx_, SymbolGroesse, numberText(std::int64_t{toLng(size)} + 1), 1))
             ctx_.platform.sendSettingChange(SymboleNeu, AbbruchWennHaengt, WartezeitMs);
         ctx_.objBVKReg.SetPath(ctx_.strLokalerRechner, SymbolGroesse);
         if (before)

@@ -27,6 +27,7 @@ struct ListenZeile {            // row of lvListe (kinds 8 and 10)
     std::string text;
     std::string unterText;      // first sub-item
     bool angehakt = false;
+    bool nurLesen = false;      // the value behind the row may not be written
 };
 
 struct SchalterFeld {           // one chkBootINI with its txtBootINI (kind 9), one chkBitMaske (kind 11)
@@ -42,7 +43,9 @@ struct Panel {
     std::vector<std::int16_t> eintraege;    // the Tip's entries it serves, one for kinds with a panel per entry
     std::string label;                      // lblCheckBox and its like
     StatusZeile status;                     // the status label beside the caption
-    bool nurLesen = false;                  // the value may not be written
+    bool nurLesen = false;                  // what it shows now may not be changed by its controls
+    std::string hinweis;                    // a line below them: why not, or what a save does with what stands there
+    bool unfertig = false;                  // could not be built: shows what was known by then, and nothing is collected from it
 
     // kind 1
     std::string chkBeschriftung;

@@ -49,6 +49,7 @@ bool TippMaschine::rowsAreKeys(const Panel& panel) const {
 void TippMaschine::touched(std::size_t panel, std::int16_t entry) {
     if (entry > 0) wert(entry).beruehrt = true;
     ctx_.blnGeaendert = true;
+    showLocks(fenster().panels.at(panel));
     drawPanel(ctx_, observer_, panel);
 }
 
@@ -95,9 +96,7 @@ void TippMaschine::userChoose(std::size_t place, int item) {
     if (panel->Ausgabeart == art::BootINI) {
         if (ctx_.blnGeaendert) {
             const std::size_t panels = fenster().panels.size();
-            const std::int16_t entry = panel->eintraege.front();
-            DatenSichern();
-            if (entry <= letzterEintrag() && wert(entry).beruehrt) reloadTipp();   // what was dropped must not go along with the next save
+            if (!DatenSichern()) return drawPanel(ctx_, observer_, place);   // back to the entry that holds the input
             if (fenster().panels.size() != panels || place >= fenster().panels.size()) return;
             panel = &fenster().panels[place];
             if (item >= static_cast<int>(panel->auswahl.size())) return;
@@ -115,10 +114,12 @@ void TippMaschine::userChoose(std::size_t place, int item) {
             panel->text = wert(entry).strAnzeigeWert;
             panel->cmdDriveSichtbar = !panel->text.empty();
             panel->dateiFilter = eintrag(entry).Werteliste;
+            showLocks(*panel);
             drawPanel(ctx_, observer_, place);
             return;
         case art::Farbe:
             if (const auto colour = colourText(wert(entry).strAnzeigeWert, wert(entry).beruehrt ? 1 : eintrag(entry).Datentyp)) panel->farbe = colour;
+            showLocks(*panel);
             drawPanel(ctx_, observer_, place);
             return;
         default: touched(place, entry);
@@ -158,6 +159,7 @@ void TippMaschine::userColour(std::size_t place) {
 void TippMaschine::userTick(std::size_t place, int row, bool on) {
     Panel* panel = panelOf(place, {art::Liste, art::Kontext});
     if (panel == nullptr || row < 0 || row >= static_cast<int>(panel->zeilen.size())) return;
+    if (panel->zeilen[static_cast<std::size_t>(row)].nurLesen) return drawPanel(ctx_, observer_, place);
     panel->zeilen[static_cast<std::size_t>(row)].angehakt = on;
     // In lists of keys the ticks choose what a delete takes; only rows of values are a change.
     if (rowsAreKeys(*panel) || static_cast<std::size_t>(row) >= panel->eintraege.size()) {

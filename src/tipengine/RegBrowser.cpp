@@ -364,15 +364,13 @@ bool Browser::renameKey(const std::string& key, const std::string& to) {
     const bool caseOnly = sameName(from.key, toKey);
     if (!caseOnly && exists(target)) return refuse(fmt::format(meldung::SchluesselSchonVorhanden, target));
     Aenderung change = newChange(Aenderung::Art::Schluessel);
-    if (!reported([&] { change.schluessel.push_back(schluesselBild(ctx_.objBVKReg, machine_, key)); })) return false;
+    if (!reported([&] { change.schluessel = schluesselBilder(ctx_.objBVKReg, machine_, key); })) return false;
+    for (SchluesselBild& image : change.schluessel) image.geloescht = true;
     if (!caseOnly) {
         change.schluessel.push_back({machine_, target, {std::string()}, {}});
-        change.schluessel[1].angelegt = true;
+        change.schluessel.back().angelegt = true;
     }
-    return recorded(change, [&] {
-        moveTree(from, toKey);
-        change.schluessel[0].geloescht = true;
-    });
+    return recorded(change, [&] { moveTree(from, toKey); });
 }
 
 bool Browser::deleteKey(const std::string& key) {
@@ -381,17 +379,19 @@ bool Browser::deleteKey(const std::string& key) {
     if (!exists(key)) return refuse(fmt::format(meldung::SchluesselFehlt, key));
     Aenderung change = newChange(Aenderung::Art::Schluessel);
     ctx_.port.waitPointer(true);
-    const bool read = reported([&] { change.schluessel.push_back(schluesselBild(ctx_.objBVKReg, machine_, key)); });
+    const bool read = reported([&] { change.schluessel = schluesselBilder(ctx_.objBVKReg, machine_, key); });
     ctx_.port.waitPointer(false);
     if (!read) return false;
-    SchluesselBild& whole = change.schluessel[0];
-    if (!ctx_.port.ask(fmt::format(meldung::SchluesselLoeschenFrage, key, whole.unterschluessel.size() - 1, whole.werte.size()), box::Exclamation)) return false;
+    std::size_t subKeys = 0, values = 0;
+    for (SchluesselBild& image : change.schluessel) {
+        image.geloescht = true;
+        subKeys += image.unterschluessel.size() - std::min<std::size_t>(1, image.unterschluessel.size());
+        values += image.werte.size();
+    }
+    if (!ctx_.port.ask(fmt::format(meldung::SchluesselLoeschenFrage, key, subKeys, values), box::Exclamation)) return false;
     ctx_.klick();
     ctx_.port.waitPointer(true);
-    const bool done = recorded(change, [&] {
-        store(key).transaction([&] { removeTree(key); });
-        whole.geloescht = true;
-    });
+    const bool done = recorded(change, [&] { store(key).transaction([&] { removeTree(key); }); });
     ctx_.port.waitPointer(false);
     return done;
 }
@@ -417,7 +417,10 @@ void Browser::search(const std::string& key, const BrowserSuche& wanted, const s
         };
         target.enter = [&](std::string_view path) { present = path.empty() ? root : childPath(root, std::string(path)); };
         target.stop = [&] { return hits >= MostHits || stop(present); };
+        std::optional<RegError> trouble;   // told when the rest has been searched
+        target.unreadable = [&](std::string_view, const RegError& why) { trouble = trouble.value_or(why); };
         suchen(store(key), start.root, start.key, *pattern, {wanted.keys, wanted.names, wanted.data, {}}, target);
+        if (trouble) throw RegError(*trouble);
     });
 }
 

@@ -71,7 +71,8 @@ GesammelterWert TippMaschine::collectedValue(std::int16_t i) const {
 std::vector<GesammelterWert> TippMaschine::collectedValues() {
     std::vector<GesammelterWert> values(1);
     for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
-        values.push_back(collectedValue(i));
+        values.push_back(collectedValue(speakerOf(i)));
+        values.back().text = wert(i).strAnzeigeWert;
         // Values that nobody touched keep the form they were read in; what their panel shows is told by the panel.
         const Panel* panel = panelOfEntry(i);
         if (panel == nullptr || wert(i).beruehrt || panel->zahlUngueltig) continue;
@@ -85,10 +86,8 @@ std::optional<Tipp> TippMaschine::lookUpTipp(std::int32_t number) {
     if (std::none_of(list.begin(), list.end(), [&](const TippListenEintrag& entry) { return entry.Index == number; })) return std::nullopt;
     const Bildschirmtipp keeper(ctx_);
     if (!readTippNumber(number)) return std::nullopt;
-    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
-        takeSystemsKey(eintrag(i));
-        replaceSid(i);
-    }
+    takeSystemsKeys();
+    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) replaceSid(i);
     return ctx_.aktuellerTipp;
 }
 
@@ -97,7 +96,7 @@ std::string TippMaschine::writeTogether(std::vector<Aenderung>& changes) {
     const auto writeAll = [&] {
         for (Aenderung& change : changes)
             for (WertAenderung& value : change.werte) {
-                reg.SetPath(value.machine, value.path);
+                selectValue(reg, value);
                 if (value.neu)
                     reg.WriteRaw(*value.neu);
                 else

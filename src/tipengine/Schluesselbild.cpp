@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "registry/RegLinks.h"
+
 namespace brenvik {
 namespace {
 
@@ -32,13 +34,27 @@ private:
 
 }  // namespace
 
-SchluesselBild schluesselBild(BVKRegistry& registry, const std::string& machine, const std::string& path) {
-    SchluesselBild bild{machine, path, {}, {}};
-    registry.SetPath(machine, path + "\\");
-    const RegPath place = parseRegPath(path + "\\");
+SchluesselBild schluesselBild(RegStore& store, const std::string& machine, const RealKey& place) {
+    SchluesselBild bild{machine, std::string(longRootName(place.root)) + "\\" + place.key, {}, {}};
     BildSink sink(bild);
-    registry.selectedStore().walk(place.root, place.key, sink);
+    store.walk(place.root, place.key, sink);
     return bild;
+}
+
+std::vector<SchluesselBild> schluesselBilder(BVKRegistry& registry, const std::string& machine, const std::string& path) {
+    const RegPath key = parseRegPath(path + "\\");
+    registry.SetPath(machine, path + "\\");
+    RegStore& store = registry.selectedStore();
+    std::vector<RealKey> places{store.realKey(key.root, key.key)};
+    if (key.root == Root::ClassesRoot && places[0].root != Root::ClassesRoot) {
+        const std::string classes = joinKey(ClassesPath, key.key);
+        places = {store.realKey(Root::CurrentUser, classes), store.realKey(Root::LocalMachine, classes)};
+        std::erase_if(places, [&](const RealKey& place) { return !store.keyExists(place.root, place.key); });
+        if (places.empty()) places.push_back(store.realKey(key.root, key.key));
+    }
+    std::vector<SchluesselBild> images;
+    for (const RealKey& place : places) images.push_back(schluesselBild(store, machine, place));
+    return images;
 }
 
 void tellImage(const SchluesselBild& image, TreeSink& sink) {

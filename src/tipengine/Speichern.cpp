@@ -5,6 +5,7 @@
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
+#include "registry/Upcase.h"
 #include "registry/ValueOperations.h"
 #include "registry/WertEingabe.h"
 #include "tipengine/GeplanterWert.h"
@@ -95,6 +96,7 @@ std::optional<std::string> TippMaschine::panelText(const Panel& panel, std::int1
             return text;
         }
         case art::ZahlenWerte: {
+            if (panel.zahlUngueltig) return std::nullopt;
             const std::string& divisor = eintrag(i).Werteliste;
             return divisor.empty() || ctx_.aktuellerTipp.INITipp ? numberText(panel.Value) : numberText(panel.Value * toDbl(divisor));
         }
@@ -112,6 +114,7 @@ std::optional<std::string> TippMaschine::panelText(const Panel& panel, std::int1
 
 // The panel's state becomes strAnzeigeWert of its entries. Entries that were found and not touched keep what was read.
 void TippMaschine::collectPanel(const Panel& panel) {
+    if (panel.unfertig) return;
     for (const std::int16_t i : panel.eintraege) {
         if (!wert(i).beruehrt && (wert(i).roh || wert(i).gefunden)) continue;
         if (auto text = panelText(panel, i)) wert(i).strAnzeigeWert = std::move(*text);
@@ -120,34 +123,41 @@ void TippMaschine::collectPanel(const Panel& panel) {
 
 bool TippMaschine::DatenRead() {
     bool ok = false;
+    ctx_.bootEingabe.reset();
     reportAndGoOn(ctx_, "DatenRead", [&] {
+        std::optional<BootEingabe> bootInput;
         for (Panel& panel : fenster().panels) {
             if (panel.Ausgabeart == art::ZahlenWerte && panel.zahlUngueltig && wert(panel.eintraege.front()).beruehrt) {
                 ctx_.port.tell(fmt::format(meldung::KeineZahlImFeld, panel.zahlText, panel.Min, panel.Max), box::Exclamation);
                 return;
             }
-            if (panel.Ausgabeart == art::BootINI && !collectBootEntry(panel)) return;
+            if (panel.Ausgabeart == art::BootINI && !collectBootEntry(panel, bootInput)) return;
             if (panel.eintraege.empty()) continue;
             collectPanel(panel);
         }
         for (std::int16_t i = 1; i <= letzterEintrag(); ++i)
             if (upperCase(wert(i).strAktuellerWert) != upperCase(wert(i).strAnzeigeWert)) ctx_.blnGeaendert = true;
+        ctx_.bootEingabe = std::move(bootInput);
         ok = true;
     });
     return ok;
 }
 
-bool TippMaschine::DatenSichern() {
-    bool settled = true;
-    if (ctx_.blnGeaendert && ctx_.blnSchreibrecht) {
+bool TippMaschine::DatenSichern(Verbleib verbleib) {
+    if (!ctx_.blnGeaendert) return true;
+    bool settled = false;
+    if (ctx_.blnSchreibrecht) {
         const bool save = ctx_.port.ask(strBVKTexte(57));
         ctx_.klick();
-        settled = !save;
-        if (save)
+        if (save) {
             reportAndGoOn(ctx_, "DatenSichern", [&] { settled = DatenRead() && (ctx_.aktuellerTipp.INITipp ? SaveINITipp(false) : RegWerteSchreiben()); });
+            ctx_.blnGeaendert = !settled;
+            return settled;
+        }
     }
     ctx_.blnGeaendert = false;
-    return settled;
+    if (verbleib == Verbleib::BleibtStehen) reloadTipp();
+    return true;
 }
 
 // --- writing ---
@@ -186,25 +196,62 @@ RawValue TippMaschine::valueToWrite(std::int16_t i) const {
     }
 }
 
+// Whether two entries name one value.
+bool TippMaschine::sameValue(std::int16_t i, std::int16_t j) const {
+    const TippEintrag &a = eintrag(i), &b = eintrag(j);
+    if (ctx_.aktuellerTipp.INITipp) return equalText(iniPath(i), iniPath(j)) && equalText(a.Schlüssel, b.Schlüssel) && equalText(a.Wertname, b.Wertname);
+    const auto key = [&](std::int16_t entry) {   // a doubled or closing backslash means the same key
+        std::string path;
+        for (const std::string& part : Split(keyPath(entry), "\\"))
+            if (!part.empty()) path += part + "\\";
+        return path;
+    };
+    return sameName(a.Wertname, b.Wertname) && sameName(key(i), key(j));
+}
+
+// The entry that tells what becomes of the value: of several that name it, one that was set goes before those that were not.
+std::int16_t TippMaschine::speakerOf(std::int16_t i) const {
+    if (wert(i).beruehrt) return i;
+    for (std::int16_t k = letzterEintrag(); k >= 1; --k)
+        if (wert(k).beruehrt && sameValue(k, i)) return k;
+    return i;
+}
+
+// Whether the value's key may be written or, where it is missing, the nearest one above it.
+bool TippMaschine::mayWrite(std::int16_t i) const {
+    const RegPath place = parseRegPath(keyPath(i) + "\\");
+    ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(i) + "\\");
+    RegStore& store = ctx_.objBVKReg.selectedStore();
+    for (std::string key = place.key; !key.empty(); key.resize(key.find_last_of('\\') == std::string::npos ? 0 : key.find_last_of('\\')))
+        if (store.keyExists(place.root, key)) return store.canOpen(place.root, key, KEY_ALL_ACCESS_MASK);
+    return true;
+}
+
 // What is to be done for each entry, before anything is done. A value that cannot be written refuses the whole save.
 std::vector<TippMaschine::GeplanterWert> TippMaschine::planWrites(std::string& refusal) {
     std::vector<GeplanterWert> plan;
+    const bool anySet = std::any_of(ctx_.werte.begin(), ctx_.werte.end(), [](const Arbeitswert& w) { return w.beruehrt; });
     for (std::int16_t i = 1; i <= letzterEintrag() && refusal.empty(); ++i) {
+        if (speakerOf(i) != i) continue;
         const Arbeitswert& w = wert(i);
         GeplanterWert p{i, valuePath(i), {}, {}, GeplanterWert::Tat::Schreiben, false};
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
-        p.alt = ctx_.objBVKReg.ReadRaw();
+        p.alt = valueOf(i).ReadRaw();
         if (!w.beruehrt && p.alt != w.roh) continue;   // made, changed or deleted by somebody else since it was read: not ours to turn back
-        if (!w.beruehrt && w.roh && !ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) continue;   // nor may it stop the others
+        const bool writable = mayWrite(i);
+        if (!writable && !w.beruehrt && (w.roh || anySet)) continue;   // nor may it stop the others
         GesammelterWert value = collectedValue(i);
         refusal = value.unpassend;
-        if (value.geloescht) {
-            if (!p.alt) continue;
-            p.tat = GeplanterWert::Tat::Loeschen;
-        } else if (!value.wert && refusal.empty()) {
+        if (!value.geloescht && !value.wert && refusal.empty()) continue;
+        if (value.geloescht) p.tat = GeplanterWert::Tat::Loeschen;
+        p.neu = std::move(value.wert);
+        const auto twin = std::find_if(plan.begin(), plan.end(), [&](const GeplanterWert& other) { return sameValue(other.eintrag, i); });
+        if (twin != plan.end()) {   // one value is written once, as its last entry has it
+            if (refusal.empty() && w.beruehrt && twin->neu != p.neu) refusal = fmt::format(meldung::ZweiEinstellungen, twin->eintrag, i, p.path);
+            *twin = std::move(p);
             continue;
         }
-        p.neu = std::move(value.wert);
+        if (value.geloescht && !p.alt) continue;
+        if (!writable && refusal.empty()) refusal = fmt::format(meldung::NurLesbar, p.path);
         plan.push_back(std::move(p));
     }
     return plan;
@@ -214,11 +261,11 @@ void TippMaschine::writePlanned(std::vector<GeplanterWert>& plan, Aenderung& cha
     LaufendeAenderung running(recorder_, change);
     for (std::size_t k = 0; k < plan.size(); ++k) {
         GeplanterWert& p = plan[k];
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, p.path);
+        BVKRegistry& reg = valueOf(p.eintrag);
         if (p.tat == GeplanterWert::Tat::Loeschen)
-            ctx_.objBVKReg.DeleteValue();
+            reg.DeleteValue();
         else
-            ctx_.objBVKReg.WriteRaw(*p.neu);
+            reg.WriteRaw(*p.neu);
         p.geschrieben = true;
         running.written(k);
     }
@@ -247,20 +294,22 @@ void TippMaschine::tellPartialWrite(const std::vector<GeplanterWert>& plan) {
 // After a failure half way the panels stay as the user left them, but say which of the values are there now.
 void TippMaschine::showWhatIsThere() {
     for (Panel& panel : fenster().panels)
-        if (!rowsAreKeys(panel)) panel.status = statusNow(panel);
+        if (!rowsAreKeys(panel)) {
+            panel.status = statusNow(panel);
+            showLocks(panel);
+        }
     observer_.panelsChanged();
 }
 
 // One line for all entries of a panel. A value that the panel does not show is there, but still not shown.
 StatusZeile TippMaschine::statusNow(const Panel& panel) {
     std::size_t there = 0;
-    bool writable = true;
+    bool writable = false;
     for (const std::int16_t i : panel.eintraege) {
         if (wert(i).ignoriert) return panel.status;
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, valuePath(i));
-        if (!ctx_.objBVKReg.ReadRaw()) continue;
+        if (!valueOf(i).ReadRaw()) continue;
         ++there;
-        writable = writable && (!ctx_.istNT() || ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK));
+        writable = writable || !readOnlyNow(i);
     }
     const bool forSeveral = panel.Ausgabeart == art::Drive || panel.Ausgabeart == art::Farbe || panel.Ausgabeart == art::Liste;
     if (there == 0) return {strBVKTexte(forSeveral ? 32 : 21), StatusFarbe::Fehlt};
@@ -271,16 +320,14 @@ StatusZeile TippMaschine::statusNow(const Panel& panel) {
 // What a save would write, as a record of the change.
 Aenderung TippMaschine::changeOf(const std::vector<GeplanterWert>& plan, Aenderung::Art art) const {
     Aenderung change = newChange(art);
-    for (const GeplanterWert& p : plan)
-        change.werte.push_back({ctx_.strRechnername, p.path, eintrag(p.eintrag).TippIndex, p.alt, p.neu, false});
+    for (const GeplanterWert& p : plan) change.werte.push_back(changeOfValue(p.eintrag, p.alt, p.neu));
     return change;
 }
 
 Aenderung TippMaschine::plannedSave(std::string& refusal) {
     if (!ctx_.aktuellerTipp.INITipp) return changeOf(planWrites(refusal), Aenderung::Art::Speichern);
     Aenderung change = newChange(Aenderung::Art::IniDatei);
-    for (std::int16_t i = 1; i <= letzterEintrag() && refusal.empty(); ++i)
-        if (eintrag(i).Ausgabeart == art::BootINI) planBootFile(i, change, refusal);
+    if (const auto boot = bootFileEntry()) planBootFile(*boot, change, refusal);
     if (refusal.empty()) planIniFiles(false, change, refusal, [](const std::string&) { return true; });
     return change;
 }
@@ -328,12 +375,18 @@ void TippMaschine::afterChange() {
 }
 
 bool TippMaschine::Default_Einstellungen() {
+    const auto& entries = ctx_.aktuellerTipp.Eintrag;
+    if (ctx_.blnTippGeladen && std::all_of(entries.begin(), entries.end(), [](const TippEintrag& e) { return e.Standardwert.empty(); })) {
+        ctx_.port.tell(meldung::KeinStandard, box::Information);
+        return false;
+    }
     if (!ctx_.port.ask(meldung::StandardFrage)) return false;
     for (std::int16_t i = 1; i < static_cast<std::int16_t>(ctx_.werte.size()); ++i) {
         wert(i).strAnzeigeWert = eintrag(i).Standardwert;
         wert(i).beruehrt = true;
     }
     if (!ctx_.blnTippGeladen) return false;
+    ctx_.bootEingabe.reset();
     const bool saved = ctx_.aktuellerTipp.INITipp ? SaveINITipp(false) : RegWerteSchreiben(Aenderung::Art::Standard);
     if (!saved) reloadTipp();
     return saved;

@@ -1,17 +1,19 @@
 #include "tipengine/System.h"
 
+#include <fmt/format.h>
+
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "registry/LocalMachines.h"
 #include "registry/ValueOperations.h"
+#include "tipengine/Meldungen.h"
 
 namespace brenvik {
 namespace {
 
 constexpr const char* NtVersion = "HKLM\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\";
 constexpr const char* WinVersion = "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
-constexpr std::uint32_t PlattformNT = 2, Plattform9x = 1;
 
 std::string machineValue(RegistryContext& ctx, const std::string& path) {
     ctx.objBVKReg.SetPath(ctx.strLokalerRechner, path);
@@ -25,23 +27,7 @@ std::uint32_t wholeOf(const std::string& text) {
 
 }  // namespace
 
-OSVERSIONINFO readSystemVersion(RegistryContext& ctx) {
-    OSVERSIONINFO version;
-    std::string text = machineValue(ctx, std::string(NtVersion) + "CurrentVersion");
-    if (!text.empty()) {
-        version.dwPlatformId = PlattformNT;
-        version.dwBuildNumber = wholeOf(machineValue(ctx, std::string(NtVersion) + "CurrentBuildNumber"));
-        version.szCSDVersion = machineValue(ctx, std::string(NtVersion) + "CSDVersion");
-    } else {
-        text = machineValue(ctx, std::string(WinVersion) + "VersionNumber");
-        if (!text.empty()) version.dwPlatformId = Plattform9x;
-    }
-    const auto parts = Split(text, ".");
-    if (!parts.empty()) version.dwMajorVersion = wholeOf(parts[0]);
-    if (parts.size() > 1) version.dwMinorVersion = wholeOf(parts[1]);
-    if (version.dwPlatformId == Plattform9x && parts.size() > 2) version.dwBuildNumber = wholeOf(parts[2]);
-    return version;
-}
+OSVERSIONINFO readSystemVersion(RegistryContext& ctx) { return ctx.machines.target(ctx.strLokalerRechner).version(); }
 
 void UserSIDRead(RegistryContext& ctx, const std::string& machine) {
     ProcTrace trace(ctx.trace, "UserSIDRead");
@@ -75,6 +61,12 @@ void readBrowserVersion(RegistryContext& ctx) {
     ctx.intIEBuild = part(2);
 }
 
+std::string profileUnknown(Context& ctx) {
+    std::string names;
+    for (const TargetProfile& p : ctx.target().profiles()) names += (names.empty() ? "" : ", ") + p.userName + " (" + p.sid + ")" + (p.missing.empty() ? "" : " - " + p.missing);
+    return fmt::format(meldung::ProfilUnbekannt, ctx.strParamProfil, names.empty() ? meldung::KeineProfile : names);
+}
+
 bool TestConnect(Context& ctx) {
     constexpr std::uint32_t LocalMachineRoot = 0x80000002;
     constexpr std::int32_t AccessDenied = 5, NotFound = 53;
@@ -93,6 +85,12 @@ bool TestConnect(Context& ctx) {
     return reached;
 }
 
+void tellTargetNotes(Context& ctx) {
+    std::string text;
+    for (const std::string& note : ctx.target().notes()) text += (text.empty() ? "" : "\r\n") + note;
+    if (!text.empty()) ctx.port.tell(text, box::Information, ctx.strRechnername);
+}
+
 void turnToMachine(Context& ctx, const std::string& machine, Startanzeige& anzeige, const Ladeschritte::Anmelden& account) {
     stufe(ctx, 152);
     anzeige.Update(90);
@@ -101,13 +99,15 @@ void turnToMachine(Context& ctx, const std::string& machine, Startanzeige& anzei
     if (!ctx.strParamUser.empty() && account) account(machine, ctx.strParamUser, ctx.strParamPasswort);
     TestConnect(ctx);
     ctx.blnLokal = equalText(ctx.strRechnername, ctx.strLokalerRechner);
+    if (!ctx.strParamProfil.empty() && !ctx.target().chooseProfile(ctx.strParamProfil)) ctx.port.tell(profileUnknown(ctx), box::Exclamation);
+    tellTargetNotes(ctx);
 }
 
 void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const Ladeschritte::Anmelden& account) {
     ProcTrace trace(ctx.trace, "BSEinstellungen");
     Hauptfenster& window = ctx.frmBVK_Prog;
-    window.versteckt.clear();
-    for (const std::string_view name : versteckteMenues(ctx.intBS)) window.versteckt.emplace_back(name);
+    const auto hidden = versteckteMenues(ctx.intBS);
+    window.versteckt["System"] = {hidden.begin(), hidden.end()};
     if (ctx.intBS == 0) return;
     window.blnNTFamilie = ctx.istNT();
     if (!ctx.istNT()) {
@@ -125,8 +125,11 @@ void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const
     if (ctx.blnAdmin) {
         ctx.blnPrivilegien = ctx.objBVKReg.EnablePrivileges(ctx.strLokalerRechner);
     } else {
-        ctx.klick();
-        ctx.port.tell(strBVKTexte(8));
+        // Where it is no right that is missing the true reason is told, by whoever opened the registry.
+        if (local.whyReadOnly().empty()) {
+            ctx.klick();
+            ctx.port.tell(strBVKTexte(8));
+        }
         ctx.blnPrivilegien = false;
     }
     ctx.strSystemVerzeichnis = ctx.strWindir + "\\system32\\";

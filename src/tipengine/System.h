@@ -21,6 +21,11 @@ void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const
 
 void turnToMachine(Context& ctx, const std::string& machine, Startanzeige& anzeige, const Ladeschritte::Anmelden& account = {});
 
+// Tells what the machine worked on has to say of itself: whose HKCU it is, what of it cannot be had.
+void tellTargetNotes(Context& ctx);
+// Why strParamProfil cannot be chosen there, with the profiles that can (German).
+std::string profileUnknown(Context& ctx);
+
 // Tries the registry of strRechnername. If it cannot be had the user is told why, and the local machine is worked on.
 bool TestConnect(Context& ctx);
 

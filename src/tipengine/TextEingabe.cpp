@@ -29,6 +29,7 @@ std::string joined(const std::vector<std::string>& parts) {
 std::string setBootEntry(TippMaschine& engine, std::size_t place, const std::string& text) {
     const auto& entries = engine.context().udtBootEintraege;
     const Panel& panel = engine.context().frmBVK_Prog.panels.at(place);
+    if (entries.size() <= 1) return fmt::format(meldung::KeinBooteintrag, panel.status.text);
     std::size_t chosen = 1, title = 0;
     for (std::size_t k = 1; k < entries.size(); ++k)
         if (entries[k].Titel.size() > title && (text == entries[k].Titel || text.starts_with(entries[k].Titel + " "))) {
@@ -94,10 +95,12 @@ std::string TippMaschine::shownText(std::int16_t entry) {
     }
 }
 
-std::string TippMaschine::setEntryFromText(std::int16_t entry, const std::string& text) {
+std::string TippMaschine::setEntryFromText(std::int32_t number, const std::string& text) {
+    if (number < 1 || number > letzterEintrag()) return fmt::format(meldung::KeinEintrag, number);
+    const auto entry = static_cast<std::int16_t>(number);
     Panel* panel = panelOfEntry(entry);
-    if (panel == nullptr)
-        return entry >= 1 && entry <= letzterEintrag() ? std::string(meldung::NichtSetzbar) : fmt::format(meldung::KeinEintrag, entry);
+    if (panel == nullptr) return meldung::NichtSetzbar;
+    if (panel->unfertig) return meldung::PanelUnfertig;
     const auto place = static_cast<std::size_t>(panel - fenster().panels.data());
     const auto row = static_cast<int>(std::find(panel->eintraege.begin(), panel->eintraege.end(), entry) - panel->eintraege.begin());
     switch (panel->Ausgabeart) {

@@ -29,6 +29,9 @@ struct GesammelterWert {
     bool geloescht = false;          // saving would delete the value
 };
 
+// What becomes of the Tip on screen after it was asked about.
+enum class Verbleib { BleibtStehen, WirdErsetzt };
+
 class TippMaschine {
 public:
     TippMaschine(Context& context, WindowObserver& observer, ChangeRecorder& recorder);
@@ -39,14 +42,14 @@ public:
 
     // --- Tree ---
     void TreeEinlesen();
-    void TreeViewAbfrage(bool neuladen);
+    bool TreeViewAbfrage(bool neuladen);                 // false: a change was to be saved and could not be; all stays as it is
     bool TreeViewAuswahl();
     void selectTab(int tab);                             // click on a tab of tbsTree
     void selectNode(int node);                           // click on a node of tvBVKDB, or a key released there
     bool showTippByHeading(const std::string& heading);  // selects the node with that text and shows the Tip
-    bool showTippByNumber(std::int32_t number);
+    bool showTippByNumber(std::int32_t number);          // that very Tip, also where others have its heading
     bool TippOeffnen(const std::string& heading);        // a search hit; where the tab hides it, tab 1 is selected first
-    void showNode(int node);                             // selects it as the program does, not the user
+    bool showNode(int node);                             // selects it as the program does, not the user; false as above
 
     // --- Database ---
     void mnuandereDBLoad();                              // asks for a file; one that does not fit is reported, and the present one stays
@@ -66,10 +69,14 @@ public:
     std::string shownText(std::int16_t entry);
     StatusZeile statusOf(std::int16_t entry);
     bool rowsAreKeys(const Panel& panel) const;          // kinds 8 and 10: ticks choose keys for deleting, no values
+    std::string deleteBlocker();                         // while KeyDel is off: the entry that decided it, with its status
 
     // --- Saving ---
     bool DatenRead();
-    bool DatenSichern();                                 // false: the user wanted to save, and it was refused or failed
+    // Every way out of the Tip on screen begins here. False: the user wanted to save, and it was refused or failed; then the
+    // input stays a change, and the way must not be taken. What the user drops is gone at once: the Tip is read again, unless
+    // the way puts something else in its place whatever happens.
+    [[nodiscard]] bool DatenSichern(Verbleib verbleib = Verbleib::BleibtStehen);
     bool RegWerteSchreiben(Aenderung::Art art = Aenderung::Art::Speichern);   // false: refused or failed
     bool RegWerteLoeschen();                             // false: declined or failed
     bool SaveINITipp(bool loeschen);                     // false: refused or failed
@@ -109,9 +116,9 @@ public:
     void userSwitchText(std::size_t panel, int box, const std::string& text);  // kind 9
     void userBootTitle(std::size_t panel, const std::string& text);            // kind 9, txtBINI
 
-    // Sets an entry from a text, as the panel would hold it ("on"/"off" for boxes). Answers an empty text, or in
-    // German why it cannot be.
-    std::string setEntryFromText(std::int16_t entry, const std::string& text);
+    // Sets an entry, by its number from 1, from a text as the panel would hold it ("on"/"off" for boxes). Answers an empty
+    // text, or in German why it cannot be.
+    std::string setEntryFromText(std::int32_t number, const std::string& text);
 
     // Called when history or lists change what may be done.
     void FB_KeySave(bool on);
@@ -136,6 +143,7 @@ private:
     void statusBarGeneral();
     void showGroupOrNothing(const std::string& nodeText);
     void indexTips();
+    void selectAgain(int node);
     void showOtherDatabase(const std::filesystem::path& file);
     bool readTippAt(int ordinal, const std::string& text);
     bool readTippNumber(std::int32_t number);
@@ -145,7 +153,10 @@ private:
     bool isRemote() const;
     bool meantForThisSystem() const;
     bool showSuitability();
-    void takeSystemsKey(TippEintrag& entry) const;
+    void takeSystemsKeys();
+    bool buildEntries();
+    void finishPanel(Panel& panel);
+    void showLocks(Panel& panel) const;
     void buildEntry(std::int16_t i);
     Panel& addPanel(std::int16_t kind, std::int16_t index, std::int16_t entry);
     void readEntry(std::int16_t i, StatusZeile& status);
@@ -178,7 +189,10 @@ private:
     void ReadRecTipp(std::int16_t i, StatusZeile* label);
     bool readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRepeat);
     void RegWertNotFound(std::int16_t i, StatusZeile* label);
-    void statusOfFound(std::int16_t i, StatusZeile& label);
+    bool readOnlyNow(std::int16_t i) const;
+    bool mayWrite(std::int16_t i) const;
+    void statusOfFound(bool writable, StatusZeile& label);
+    void allowDelete(std::int16_t i, bool on);
     void replaceSid(std::int16_t i);
     void ReadRecListe(const std::string& unterWert, Panel& panel, StatusZeile* label);
     void ReadRecKontext(const std::string& unterWert, Panel& panel, StatusZeile* label);
@@ -193,6 +207,8 @@ private:
     void collectPanel(const Panel& panel);
     std::optional<std::string> panelText(const Panel& panel, std::int16_t i) const;
     std::string bitMaskText(const Panel& panel, std::int16_t i, std::string text) const;
+    bool sameValue(std::int16_t i, std::int16_t j) const;
+    std::int16_t speakerOf(std::int16_t i) const;
     std::vector<GeplanterWert> planWrites(std::string& refusal);
     RawValue valueToWrite(std::int16_t i) const;
     GesammelterWert collectedValue(std::int16_t i) const;
@@ -215,7 +231,8 @@ private:
     bool writeProfildatei(const std::filesystem::path& file, std::string_view bytes);
     void BootINIAuslesen(std::int16_t i);
     void BootINIParamAusW(Panel& panel);
-    bool collectBootEntry(Panel& panel);
+    bool collectBootEntry(const Panel& panel, std::optional<BootEingabe>& input);
+    std::optional<std::int16_t> bootFileEntry() const;
     bool planBootFile(std::int16_t i, Aenderung& change, std::string& refusal) const;
     bool saveBootFile(std::int16_t i);
 
@@ -226,7 +243,9 @@ private:
 
     // Paths of the Tip on screen
     std::string keyPath(std::int16_t i) const;           // NetzRegPfad(root) "\" key, no backslash at the end
-    std::string valuePath(std::int16_t i) const;         // keyPath "\" value name
+    std::string valuePath(std::int16_t i) const;         // keyPath "\" value name, for the eye: a name may hold a backslash
+    BVKRegistry& valueOf(std::int16_t i) const;          // the service with the entry's value selected
+    WertAenderung changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const;
     TippEintrag& eintrag(std::int16_t i) { return ctx_.aktuellerTipp.Eintrag.at(static_cast<std::size_t>(i)); }
     const TippEintrag& eintrag(std::int16_t i) const { return ctx_.aktuellerTipp.Eintrag.at(static_cast<std::size_t>(i)); }
     Arbeitswert& wert(std::int16_t i) { return ctx_.werte.at(static_cast<std::size_t>(i)); }
@@ -238,7 +257,10 @@ private:
     WindowObserver& observer_;
     ChangeRecorder& recorder_;
     Modus modus_ = Modus::Anzeigen;
+    std::optional<std::int32_t> gemeinteNummer_;         // while a Tip is shown by number; else its heading decides
+    std::int16_t loeschSperre_ = 0;                      // entry whose reading switched KeyDel off; 0: none
     std::unordered_map<std::int32_t, std::vector<std::size_t>> tippsByIndex_;   // Index -> places in udtTippListe
+    std::string dateiHindernis_;                         // why the file asked for last is out of reach; empty: it is not
     std::set<std::filesystem::path> bootIniGesichert_;   // files whose *.bvk was made in this session
 };
 

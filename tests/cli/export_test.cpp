@@ -30,6 +30,7 @@ TEST_F(ExportCli, FormenUndAusgabe) {
     const Ergebnis list = cli({"export", "reg", "109", "114", "109", "-o", path("l.reg")});
     EXPECT_EQ(list.out, "");
     EXPECT_NE(list.err.find("REG-File wurde unter: " + path("l.reg") + " gespeichert\n"), std::string::npos);
+    EXPECT_NE(list.err.find("Anzahl: 2.\n\nHKEY_CURRENT_USER\\Control Panel\\Desktop\\"), std::string::npos) << list.err;   // of each Tip the first value is left out
     EXPECT_NE(list.err.find("(mit --checked)"), std::string::npos);
     EXPECT_NE(bytesOf(dir / "l.reg").find("; ------ Listen Ende ------\r\n"), std::string::npos);
 
@@ -38,6 +39,14 @@ TEST_F(ExportCli, FormenUndAusgabe) {
     EXPECT_EQ(cli({"registry", "import", path("c.reg")}).code, 0);
     EXPECT_EQ(cli({"registry", "read", std::string(Desktop) + "ScreenSaveActive"}).out, "0\n");
     EXPECT_EQ(cli({"export", "reg", "--regedit4", "109"}).out.substr(0, 10), "REGEDIT4\r\n");
+    const std::vector<std::string> greek{"export", "reg", "--regedit4", "109", "2719", "--set", "2719=Ω"};
+    const Ergebnis refused = cli(greek);
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_EQ(refused.out, "");
+    EXPECT_EQ(refused.err.substr(0, refused.err.find('\n')), "Läßt sich in diesem Format nicht darstellen: HKEY_CURRENT_USER\\Software\\Microsoft\\Command Processor\\AutoRun");
+    std::vector<std::string> yes = greek;
+    yes.insert(yes.begin(), "--yes");
+    EXPECT_EQ(cli(yes).out.find("AutoRun"), std::string::npos);
     EXPECT_EQ(cli({"export", "polfile", "109"}).out.substr(0, 4), "PReg");
     EXPECT_NE(cli({"export", "reg-add", "109"}).out.find("\r\nreg add \"HKCU\\Control Panel\\Desktop\" /v \"ScreenSaveActive\" /t REG_SZ /d \"0\" /f"), std::string::npos);
     EXPECT_NE(cli({"export", "adm", "116"}).out.find("POLICY \"NoDesktop\""), std::string::npos);
@@ -99,9 +108,21 @@ TEST_F(ExportCli, ListeAufEinRuhendesWindows) {
     const auto history = nlohmann::json::parse(cli({"--json", "history", "list"}).out);
     ASSERT_EQ(history.size(), 2u);
     for (const std::size_t k : {0u, 1u}) EXPECT_EQ(history[k]["machine"].get<std::string>() + " " + history[k]["tip"].dump(), path("win") + (k == 0 ? " 109" : " 221"));
-    EXPECT_EQ(cli({"drift"}).out, "Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n");
-    for (const auto& change : history) EXPECT_EQ(cli({"history", "undo", change["number"].dump(), "--exact"}).code, 0);
+    const Ergebnis unseen = cli({"drift"});   // nothing is connected to of its own accord
+    EXPECT_EQ(unseen.code, 4);
+    EXPECT_NE(unseen.out.find("nicht gelesen: der Rechner \"" + path("win") + "\" wird gerade nicht bearbeitet"), std::string::npos) << unseen.out;
+    EXPECT_EQ(at({"drift"}, there).out, "Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n");
+    const Ergebnis asked = cli({"history", "undo", history[0]["number"].dump(), "--exact"});
+    EXPECT_EQ(asked.code, 1);
+    EXPECT_NE(asked.err.find("am Windows im Ordner\n\n" + path("win")), std::string::npos) << asked.err;
+    for (const auto& change : history) EXPECT_EQ(at({"--yes", "history", "undo", change["number"].dump(), "--exact"}, there).code, 0);
     EXPECT_EQ(values(there), "1\n||");
+
+    // A Tip for other systems is written there, but not without a word.
+    const Ergebnis other = at({"--yes", "tip", "set", "3667", "on"}, there);
+    EXPECT_EQ(other.code, 0) << other.err;
+    EXPECT_NE(other.err.find("\nAchtung: Der Tipp 3667 ist nicht für das System des Rechners \"" + path("win") +
+                             "\" gedacht (Windows XP), sondern für: Windows 95, Windows 98, Windows ME\n"), std::string::npos) << other.err;
 }
 
 TEST_F(ExportCli, FalscheAufrufe) {
@@ -116,7 +137,7 @@ TEST_F(ExportCli, FalscheAufrufe) {
                   {{"export", "reg", "109", "--set", "110=off"}, 1, nullptr},
                   {{"export", "reg", "109", "-o", path("fehlt/x.reg")}, 1, nullptr},
                   {{"list", "save", "/dev/full", "109"}, 1, nullptr},
-                  {{"export", "admx", "/dev/full/x", "116"}, 1, "Der Ordner /dev/full/x/de-DE kann nicht angelegt werden\n"},
+                  {{"export", "admx", "/dev/full/x", "116"}, 1, "Der Ordner /dev/full/x/de-DE kann nicht angelegt werden. Der Pfad führt durch eine Datei.\n"},
                   {{"export", "reg"}, 2, nullptr},
                   {{"export", "polfile", "109", "--class", "server"}, 2, nullptr},
                   {{"list", "load", path("kaputt.toml")}, 1,
@@ -130,6 +151,9 @@ TEST_F(ExportCli, FalscheAufrufe) {
         }
         EXPECT_EQ(e.err.find("gespeichert"), std::string::npos);
     }
+    const Ergebnis full = run("sh", {"-c", "exec \"$0\" --home \"$1\" export reg 109 >/dev/full", (std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli").string(), path("heim")});
+    EXPECT_EQ(full.code, 1);
+    EXPECT_EQ(full.err, "Die Ausgabe konnte nicht geschrieben werden. Der Datenträger ist voll.\n");
 }
 
 }  // namespace

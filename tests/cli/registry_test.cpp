@@ -1,9 +1,15 @@
 // The registry commands, driven as a user would: whole outputs, exit codes, and what is in the registry afterwards.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <nlohmann/json.hpp>
 
 #include "frame/Codepage.h"
+#include "hive/HiveTestSupport.h"
+#include "frame/ShownText.h"
+#include "frame/Zeichen.h"
 #include "support/Kommando.h"
 #include "support/TempDir.h"
 
@@ -107,6 +113,8 @@ TEST_F(Registry, ExportUndImportGebenDasselbe) {
 
     const Ergebnis lossy = cli({"registry", "export", "HKCU\\Software\\Bunt", path("alt.reg"), "--regedit4"});
     EXPECT_EQ(lossy.code, 1);   // Greek
+    EXPECT_EQ(lossy.err, "Ausgelassen: HKCU\\Software\\Bunt\\\tΑθήνα\n"
+                         "Einträge, die sich in diesem Format nicht darstellen lassen und in der Datei fehlen: 1. Soll sie trotzdem geschrieben werden? [Nein; mit --yes wird Ja geantwortet]\n");
     for (const std::string& name : dir.names()) EXPECT_NE(name.substr(0, 7), "alt.reg");   // nor what was written so far
     out({"registry", "export", "HKCU\\Software\\Bunt\\Ünter", path("alt.reg"), "--regedit4"});
     EXPECT_EQ(utf8FromAnsi(bytesOf(dir / "alt.reg")), "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Bunt\\Ünter]\r\n\"x\"=\"1\"\r\n\r\n[HKEY_CURRENT_USER\\Software\\Bunt\\Ünter\\leer]\r\n\r\n");
@@ -184,6 +192,10 @@ TEST_F(Registry, Finden) {
     const Ergebnis bad = cli({"registry", "find", "(", "--regex"});
     EXPECT_EQ(bad.code, 2);
     EXPECT_EQ(bad.err, "\"(\" ist kein gültiger regulärer Ausdruck.\n");
+    out({"registry", "write", "HKCU\\Software\\Lang\\w", "REG_SZ", std::string(200, 'x')});
+    const Ergebnis e = cli({"registry", "find", "(x+x+)+y", "HKCU\\Software\\Lang", "--regex"});   // would take longer than the universe lasts
+    EXPECT_EQ(e.code, 1);
+    EXPECT_EQ(e.err.substr(0, e.err.find(": ")), "Der reguläre Ausdruck \"(x+x+)+y\" ist zu aufwendig");
 }
 
 // A value of the greatest size: no step of a recursive matcher may go as deep as a text is long.
@@ -210,7 +222,7 @@ TEST_F(Registry, UnverstandeneAufrufe) {
         {{"registry", "find"}, "Es fehlt: TEXT"},
         {{"registry", "read", "HKCU\\a", "b", "c"}, "Unbekannte Angabe: b c"},
         {{"registry", "list", "HKCU", "--unfug"}, "Unbekannte Angabe: --unfug"},
-        {{"tip", "show", "eins"}, "Ungültige Angabe: NUMBER = eins"},
+        {{"tip", "show", "eins"}, "Ungültige Angabe: \"eins\" ist keine ganze Zahl von 1 bis 2147483647"},
         {{"--machine"}, "Zu wenige oder zu viele Angaben: --machine"},
     };
     for (const auto& call : calls) {
@@ -226,7 +238,7 @@ TEST_F(Registry, StrgCBeendetSauber) {
     std::string text = "REGEDIT4\n[HKEY_CURRENT_USER\\Software\\Viel]\n";
     for (int i = 0; i < 1000; ++i) text += "\"w" + std::to_string(i) + "\"=\"" + std::string(1500, 'a') + "\"\n";
     importText(text);
-    const Ergebnis e = run("/usr/bin/timeout", {"--preserve-status", "-s", "INT", "1", (std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli").string(), "--home",
+    const Ergebnis e = run("/usr/bin/timeout", {"--foreground", "--preserve-status", "-s", "INT", "1", (std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli").string(), "--home",
                                                 path("heim"), "registry", "find", "(a|b)*c", "HKCU\\Software\\Viel", "--regex"});
     EXPECT_EQ(e.code, 130);
     EXPECT_EQ(e.err, "Die Suche wurde abgebrochen.\n");
@@ -274,19 +286,51 @@ TEST_F(Registry, OrdnerAlsRechner) {
     out({"registry", "write", "HKLM\\Software\\Firma\\w", "REG_SZ", "hier"});
     out({"registry", "save", "HKLM\\Software", (config / "SOFTWARE").string()});
     out({"registry", "save", "HKLM\\System", (config / "SYSTEM").string()});
+    out({"registry", "write", "HKU\\.DEFAULT\\Firma\\w", "REG_SZ", "einmal"});
+    out({"registry", "save", "HKU\\.DEFAULT", (config / "DEFAULT").string()});
+    EXPECT_EQ(cli({"--yes", "registry", "delete", "HKU\\.DEFAULT\\Firma\\", "--recursive"}).code, 0);
     const auto there = [&](std::vector<std::string> words) {
         words.insert(words.begin(), {"--machine", path("win")});
-        return out(words);
+        const Ergebnis e = cli(words);
+        EXPECT_EQ(e.code, 0) << e.err;
+        EXPECT_EQ(e.err.substr(0, e.err.find("Zum Profil")), "Die Hivedatei SAM fehlt.\nDie Hivedatei SECURITY fehlt.\n");
+        return e.out;
     };
     EXPECT_EQ(there({"registry", "read", "HKLM\\Software\\Firma\\w"}), "hier\n");
     there({"registry", "write", "HKLM\\Software\\Firma\\w", "REG_SZ", "dort"});
     EXPECT_EQ(out({"registry", "read", (config / "SOFTWARE").string() + ":\\Firma\\w"}), "dort\n");
     EXPECT_EQ(out({"registry", "read", "HKLM\\Software\\Firma\\w"}), "hier\n");
     EXPECT_EQ(there({"registry", "list", "HKLM\\System"}), "ControlSet001\\\nCurrentControlSet\\\nSelect\\\nSetup\\\n");
+    // Files belong to the machine, too: its own boot menu is shown and written.
+    const std::string boot = "[boot loader]\r\ntimeout=30\r\n[operating systems]\r\nmulti(0)disk(0)rdisk(0)partition(1)\\WINDOWS=\"Dort\" /FASTDETECT\r\n";
+    dir.put("win/BOOT.INI", boot);
+    const std::string local = bytesOf(dir / "heim/drive_c/boot.ini");
+    EXPECT_NE(there({"tip", "show", "2207"}).find("30"), std::string::npos);
+    there({"--yes", "tip", "set", "2207", "7"});
+    EXPECT_EQ(bytesOf(dir / "win/BOOT.INI"), std::string(boot).replace(boot.find("30"), 2, "7"));
+    EXPECT_EQ(bytesOf(dir / "heim/drive_c/boot.ini"), local);
+    std::filesystem::rename(dir / "win/BOOT.INI", dir / "draussen.ini");
+    std::filesystem::create_symlink("../draussen.ini", dir / "win/boot.ini");
+    EXPECT_NE(cli({"--machine", path("win"), "tip", "show", "2207"}).out.find("nicht erreichbar"), std::string::npos);
+    EXPECT_EQ(cli({"--machine", path("win"), "--yes", "tip", "set", "2207", "9"}).code, 1);
+    EXPECT_EQ(bytesOf(dir / "draussen.ini"), std::string(boot).replace(boot.find("30"), 2, "7"));
     // ... and a place like any other, as is the registry of another home.
     const std::string changed = "- Firma\\\tw\tREG_SZ\thier\n+ Firma\\\tw\tREG_SZ\tdort\n";
     EXPECT_EQ(cli({"registry", "diff", "HKLM\\Software", path("win") + ":\\HKLM\\Software"}).out, changed);
     EXPECT_EQ(cli({"registry", "diff", "HKLM\\System", path("win")}).code, 0);
+    EXPECT_EQ(run(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli", {"--home", path("heim"), "registry", "diff", "HKLM\\Software", "win:\\HKLM\\Software"},
+                  {"-C", dir.path().string()}).out, changed);
+    EXPECT_EQ(there({"registry", "find", "einmal"}), "HKU\\.DEFAULT\\Firma\\\tw\tREG_SZ\teinmal\n");
+    there({"registry", "export", "HKU", path("hku.reg")});
+    EXPECT_EQ(out({"registry", "list", path("hku.reg") + ":\\HKU"}), ".DEFAULT\\\n");
+    dir.put("win/Windows/System32/config/SYSTEM", "regf und sonst nichts");
+    const Ergebnis found = cli({"--machine", path("win"), "registry", "find", "dort", "HKLM"}), written = cli({"--machine", path("win"), "registry", "export", "HKLM", path("hklm.reg")});
+    EXPECT_EQ(found.code, 1);
+    EXPECT_EQ(found.out, "HKLM\\Software\\Firma\\\tw\tREG_SZ\tdort\n");
+    EXPECT_NE(found.err.find("\nNicht lesbar: HKLM\\System\\\t"), std::string::npos) << found.err;
+    EXPECT_EQ(written.code, 1);
+    EXPECT_NE(written.err.find("\nNicht lesbar: HKLM\\System\\\t"), std::string::npos) << written.err;
+    EXPECT_EQ(out({"registry", "diff", path("hklm.reg") + ":\\HKLM\\Software", path("win") + ":\\HKLM\\Software"}), "");
     out({"registry", "write", "HKCU\\Software\\Firma\\w", "REG_SZ", "da"}, "zweites");
     const std::string other = (dir / "zweites" / "registry.db").string();
     out({"registry", "copy", "HKLM\\Software\\Firma", other + ":\\HKLM\\Software\\Firma"});
@@ -295,6 +339,100 @@ TEST_F(Registry, OrdnerAlsRechner) {
     const std::string sid = stores.out.substr(2, stores.out.find("\\Software") - 2);
     EXPECT_EQ(stores.out, "+ " + sid + "\\Software\\Firma\\\n+ " + sid + "\\Software\\Firma\\\tw\tREG_SZ\tda\n");
     EXPECT_EQ(cli({"registry", "list", path("heim")}).err, "Im Ordner \"" + path("heim") + "\" ist kein Windows (Windows\\System32\\config\\SOFTWARE fehlt).\n");
+}
+
+TEST_F(Registry, CheckAndRecoverAHive) {
+    importText(Bunt);
+    out({"registry", "save", "HKCU\\Software\\Bunt", path("h.hiv")});
+    EXPECT_EQ(out({"registry", "check", path("h.hiv")}), "0 Fehler, 0 Hinweise\n");
+    const std::string good = bytesOf(dir / "h.hiv");
+    std::string bytes = good;
+    bytes[bytes.find("nk\x20", 4096 + 200)] = 'x';
+    dir.put("h.hiv", bytes);
+    const Ergebnis faulty = cli({"registry", "check", path("h.hiv")});
+    EXPECT_EQ(faulty.code, 1);
+    EXPECT_NE(faulty.out.find("\tHier müsste ein Schlüssel stehen.\n"), std::string::npos) << faulty.out;
+    EXPECT_EQ(nlohmann::json::parse(cli({"--json", "registry", "check", path("h.hiv")}).out)["dirty"], false);
+    EXPECT_EQ(cli({"registry", "recover", path("h.hiv"), path("heil.hiv")}).code, 1);
+    EXPECT_FALSE(std::filesystem::exists(path("heil.hiv")));
+    EXPECT_EQ(cli({"registry", "recover", "--salvage", path("h.hiv"), path("heil.hiv")}).code, 0);
+    EXPECT_EQ(cli({"registry", "diff", "HKCU\\Software\\Bunt", path("heil.hiv")}).out, "- Ünter\\\n- Ünter\\\tx\tREG_SZ\t1\n- Ünter\\leer\\\n");
+    EXPECT_EQ(cli({"registry", "recover", path("h.hiv"), path("heil.hiv")}).err, "Die Datei ist schon vorhanden und bleibt, wie sie ist: " + path("heil.hiv") + "\n");
+    EXPECT_EQ(cli({"registry", "check", path("ein.reg")}).code, 2);
+    EXPECT_EQ(bytesOf(dir / "h.hiv"), bytes);
+
+    const char* const data = std::getenv("BRENVIK_TESTDATA");
+    if (data == nullptr || *data == 0) GTEST_SKIP() << "BRENVIK_TESTDATA is not set";
+    const std::filesystem::path genuine = std::filesystem::path(data) / "hives" / "schmutzig";
+    const std::string dirty = (genuine / "NewDirtyHive").string(), used = "NewDirtyHive.LOG";
+    const Ergebnis asIs = cli({"registry", "check", dirty}), withLogs = cli({"registry", "check", "--logs", dirty});
+    EXPECT_EQ(asIs.code, 1);
+    EXPECT_NE(asIs.err.find("mit --logs"), std::string::npos);
+    EXPECT_EQ(withLogs.code, 0) << withLogs.out;
+    EXPECT_EQ(out({"registry", "recover", dirty, path("neu.hiv")}), withLogs.out.substr(0, withLogs.out.find("Hinweis")));
+    EXPECT_EQ(withLogs.out.substr(0, used.size()), used);
+    EXPECT_EQ(bytesOf(dir / "neu.hiv"), bytesOf(genuine / "RecoveredHive_Windows10"));
+    // Its first block lost, the logs have it.
+    for (const char* ending : {"", ".LOG1", ".LOG2"}) dir.put(std::string("x") + ending, bytesOf(dirty + ending));
+    dir.put("x", std::string(4096, '\0') + bytesOf(dirty).substr(4096));
+    EXPECT_EQ(out({"registry", "diff", path("x"), path("neu.hiv")}), "");
+}
+
+#if !defined(__SANITIZE_ADDRESS__)
+// Bytes, tree and new file are never all there at once.
+TEST_F(Registry, OneWriteTakesLessThanFourTimesTheHive) {
+    Hive hive = hivetest::sampleHive(5, 0);
+    for (int i = 0; i < 600; ++i) {
+        HiveKey& key = hivetest::put(hive.root, "Device Parameters " + std::to_string(i), 0);
+        for (int k = 0; k < 40; ++k) {
+            HiveKey& below = hivetest::put(key, "{4D36E96" + std::to_string(100 + k) + "-E325-11CE}", 0);
+            for (unsigned v = 0; v < 4; ++v) below.values.push_back({"Value Name " + std::to_string(v), {3, Bytes(4 + 20 * v, 1)}});
+        }
+    }
+    const Bytes bytes = writeHive(hive);
+    hivetest::save(dir / "gross.hiv", bytes);
+    const std::string program = (std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli").string(), home = path("heim"), value = path("gross.hiv") + ":\\Neu\\x";
+    cli({"registry", "list", "HKCU"});
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::execl(program.c_str(), program.c_str(), "--home", home.c_str(), "registry", "write", value.c_str(), "REG_SZ", "y", static_cast<char*>(nullptr));
+        ::_exit(127);
+    }
+    int status = 0;
+    rusage used{};
+    ::wait4(child, &status, 0, &used);
+    EXPECT_EQ(status, 0);
+    EXPECT_LT(static_cast<double>(used.ru_maxrss) * 1024 / static_cast<double>(bytes.size()), 4.0) << bytes.size();
+}
+#endif
+
+// What is written into a Windows that sleeps is undone when it wakes.
+TEST_F(Registry, ASleepingWindowsIsAskedAbout) {
+    const std::filesystem::path config = dir / "win" / "Windows" / "System32" / "config";
+    std::filesystem::create_directories(config);
+    out({"registry", "write", "HKLM\\Software\\Firma\\w", "REG_SZ", "vorher"});
+    const std::string software = (config / "SOFTWARE").string();
+    out({"registry", "save", "HKLM\\Software", software});
+    const struct {
+        std::string image;
+        bool sleeps;
+    } cases[] = {{"hibr", true}, {"HIBR", true}, {"RSTR", true}, {"HORM", true}, {"wake", false}, {"WAKE", false}, {std::string(4096, '\0'), false}, {"", false}};
+    int number = 0;
+    for (const auto& c : cases) {
+        dir.put("win/hiberfil.sys", c.image);
+        for (const auto& where : {std::vector<std::string>{"--machine", path("win"), "registry", "write", "HKLM\\Software\\Firma\\w"},
+                                  std::vector<std::string>{"registry", "write", software + ":\\Firma\\w"}}) {
+            std::vector<std::string> words = where;
+            words.insert(words.end(), {"REG_SZ", std::to_string(++number)});
+            const std::string before = bytesOf(software);
+            const Ergebnis refused = cli(words);
+            EXPECT_EQ(refused.code, c.sleeps ? 1 : 0) << refused.err;
+            EXPECT_EQ(refused.err.find("ist im Ruhezustand") != std::string::npos, c.sleeps) << refused.err;
+            EXPECT_EQ(bytesOf(software) == before, c.sleeps);
+            words.insert(words.begin(), "--yes");
+            EXPECT_EQ(cli(words).code, 0);
+        }
+    }
 }
 
 // Damage is passed over only when asked, and the damaged file stays as it is.
@@ -315,6 +453,39 @@ TEST_F(Registry, Retten) {
     EXPECT_EQ(cli({"registry", "diff", "HKCU\\Software\\Bunt", path("heil.hiv")}).out, "- Ünter\\\n- Ünter\\\tx\tREG_SZ\t1\n- Ünter\\leer\\\n");
     EXPECT_EQ(cli({"registry", "copy", "--salvage", "HKCU\\Software\\Bunt", place + ":\\neu"}).code, 1);
     EXPECT_EQ(bytesOf(dir / "h.hiv"), bytes);
+}
+
+// ESC, a C1 control, a mark of direction and half a character in names, data and what is typed.
+TEST_F(Registry, NichtsSteuertDasTerminal) {
+    const std::string evil = "a\x1B[2J\u009B3m\u202Efdp", marked = "a␛[2J‹U+009B›3m‹U+202E›fdp";
+    const std::string place = "HKCU\\Software\\Bunt\\" + evil, notice = "HKLM\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\LegalNoticeCaption";
+    importText("Windows Registry Editor Version 5.00\n[HKEY_CURRENT_USER\\Software\\Bunt\\" + evil + "]\n\"" + evil + "\"=\"" + evil + "\"\n\"halb\"=hex(1):41,00,00,d8,42,00,00,00\n");
+    out({"registry", "write", notice, "REG_SZ", "vorher"});
+    EXPECT_EQ(cli({"tip", "set", "1806", evil}).code, 0);
+    out({"registry", "write", notice, "REG_SZ", evil + "\n2"});
+    dir.put("neu.reg", "REGEDIT4\n[HKEY_CURRENT_USER\\Software\\Bunt\\x\x1By]\n");
+
+    std::string seen;
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"registry", "list", place}, {"registry", "find", "fdp"}, {"registry", "diff", place, "HKCU\\Software"}, {"registry", "import", path("neu.reg"), "--dry-run"},
+             {"registry", "read", place + "\\nichts"}, {"registry", "delete", place, "--recursive"}, {"tip", "show", "1806"}, {"tip", "list", "--values"},
+             {"tip", "set", "1806", evil, "--dry-run"}, {"history", "list"}, {"history", "show", "1"}, {"history", "undo", "1", "--exact"}, {"drift"}, {evil}, {"--machine", evil, "tip", "list"}}) {
+        const Ergebnis ran = cli(arguments);
+        seen += ran.out + ran.err;
+    }
+    for (std::size_t at = 0; at < seen.size();) {
+        const std::size_t start = at;
+        const char32_t c = zeichen::next(seen, at);
+        ASSERT_FALSE((c < 0x20 && c != '\n' && c != '\t') || c == 0x7F || (c & zeichen::BadByte) || isUnseen(c)) << seen.substr(start > 200 ? start - 200 : 0, 300);
+    }
+    EXPECT_NE(seen.find(marked + "\tREG_SZ\t" + marked + "\n"), std::string::npos);
+    EXPECT_NE(seen.find("   Anzeige: " + marked + "|2\n"), std::string::npos) << "a line break makes no line of its own";
+    EXPECT_EQ(out({"registry", "read", place, "--value", evil}), evil + "\n") << "a script gets the value";
+    const std::string text = out({"--json", "registry", "list", place});
+    EXPECT_EQ(text.find(evil.substr(5)), std::string::npos);
+    const auto json = nlohmann::json::parse(text);
+    EXPECT_EQ(json["values"][0], (nlohmann::json{{"name", evil}, {"type", "REG_SZ"}, {"data", evil}}));
+    EXPECT_EQ(json["values"][1], (nlohmann::json{{"name", "halb"}, {"type", "REG_SZ"}, {"data", "A\uFFFDB"}, {"raw", "41 00 00 D8 42 00 00 00"}, {"replaced", nlohmann::json::array({"data"})}}));
 }
 
 TEST_F(Registry, FalscheAufrufe) {

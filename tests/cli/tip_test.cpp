@@ -20,6 +20,7 @@ protected:
 };
 
 constexpr int Bildschirmschoner = 109;   // two check boxes, REG_SZ "1"/"0"
+constexpr int Texttipp = 2719;           // a text, REG_SZ
 
 TEST_F(Tip, SetzenUeberlebtDenNeustart) {
     EXPECT_EQ(show(Bildschirmschoner)["entries"][0]["shown"], "on");
@@ -50,6 +51,10 @@ TEST_F(Tip, StandardUndLoeschenFragen) {
     EXPECT_EQ(cli({"tip", "delete", "109"}).code, 1);
     EXPECT_EQ(cli({"--yes", "tip", "delete", "109"}).code, 0);
     EXPECT_EQ(show(Bildschirmschoner)["entries"][0]["status"], "[Registry Wert nicht vorhanden]");
+    EXPECT_EQ(cli({"tip", "set", "109", "on"}).code, 0);
+    const std::string last = show(Bildschirmschoner)["entries"][1]["name"];
+    cli({"--yes", "registry", "delete", "HKCU\\Control Panel\\Desktop\\" + last});
+    EXPECT_EQ(cli({"--yes", "tip", "delete", "109"}).err, "Der Tipp kann nicht gelöscht werden. Eintrag 2 (" + last + "): [Registry Wert nicht vorhanden]\n");
 }
 
 TEST_F(Tip, FalscheAufrufe) {
@@ -61,6 +66,14 @@ TEST_F(Tip, FalscheAufrufe) {
         {{"tip", "show", "31999"}, 1, "Den Tipp 31999 gibt es nicht\n"},
         {{"tip", "set", "109", "vielleicht"}, 1, "\"vielleicht\" passt nicht: erwartet wird on oder off\n"},
         {{"tip", "set", "109", "--entry", "9", "on"}, 1, "Der Tipp hat keinen Eintrag 9\n"},
+        {{"tip", "set", "109", "--entry", "65537", "on"}, 1, "Der Tipp hat keinen Eintrag 65537\n"},   // not entry 1
+        {{"tip", "set", "109", "--entry", "4294967297", "on"}, 2, "Ungültige Angabe: \"4294967297\" ist keine ganze Zahl von 1 bis 2147483647\nbrenvik-cli --help nennt, was möglich ist.\n"},
+        {{"tip", "show", "0x6D"}, 2, nullptr},
+        {{"tip", "show", "4294967405"}, 2, nullptr},
+        {{"export", "reg", "4294967405"}, 2, nullptr},
+        {{"export", "reg", "109", "--set", "109:65537=off"}, 1, "Tipp 109: Der Tipp hat keinen Eintrag 65537\n"},
+        {{"history", "show", "99999999999999999999"}, 2, nullptr},
+        {{"tip", "new", "607", "   ", "--command", "x"}, 1, "Ein Schlüsselname darf nicht leer sein und das Zeichen \"\\\" nicht enthalten.\n"},
         {{"tip", "set", "109", "--entry", "1", "--entry", "2", "on"}, 2, "Zu jedem --entry gehört genau ein TEXT\n"},
         {{"tip", "list", "--view", "os2"}, 2, nullptr},
         {{"tip"}, 2, nullptr},
@@ -80,6 +93,24 @@ TEST_F(Tip, FalscheAufrufe) {
     }
 }
 
+// Saving passes an empty text over, so that the command must not say it has saved one.
+TEST_F(Tip, EinLeererTextWirdNichtGespeichert) {
+    const std::string why = "Ein leerer Text wird nicht gespeichert (Eintrag 1): der Wert bliebe, wie er ist. In Textfeldern löscht ihn der Text \"<delkey>\".\n";
+    const auto tip = show(Texttipp)["entries"][0];
+    const std::string path = tip["root"].get<std::string>() + "\\" + tip["key"].get<std::string>() + "\\" + tip["name"].get<std::string>();
+    EXPECT_EQ(cli({"tip", "set", std::to_string(Texttipp), "etwas"}).code, 0);
+    for (const std::vector<std::string>& command : {std::vector<std::string>{"tip", "set", std::to_string(Texttipp), ""}, {"tip", "set", std::to_string(Texttipp), "", "--dry-run"}}) {
+        const Ergebnis e = cli(command);
+        EXPECT_EQ(e.code, 1);
+        EXPECT_EQ(e.out + e.err, why);
+    }
+    EXPECT_EQ(cli({"export", "reg", std::to_string(Texttipp), "--set", std::to_string(Texttipp) + "="}).err, "Tipp " + std::to_string(Texttipp) + ": " + why);
+    EXPECT_EQ(cli({"registry", "read", path}).out, "etwas\n");
+    EXPECT_EQ(cli({"tip", "set", std::to_string(Texttipp), "<delkey>"}).code, 0);
+    EXPECT_EQ(cli({"registry", "read", path}).code, 1);
+    EXPECT_NE(cli({"tip", "set", "--help"}).out.find("<delkey>"), std::string::npos);
+}
+
 // Each step: arguments, exit code, last line on stderr.
 struct Schritt {
     std::vector<std::string> arguments;
@@ -93,6 +124,7 @@ TEST_F(Tip, KontextmenueAnlegenAendernLoeschen) {
     const auto row = [](const char* name, const char* text, const char* command) { return nlohmann::json({{"name", name}, {"text", text}, {"command", command}}).dump(); };
     const std::string find = row("find", "Suchen...", "%SystemRoot%\\Explorer.exe");
     EXPECT_EQ(rows(), "[" + find + "]");
+    EXPECT_EQ(show(607)["entries"][0]["found"], true);
     EXPECT_EQ(cli({"tip", "new", "607", "Probe", "--command", "cmd.exe /k \"%1\"", "--text", "Öffnen"}).err, gespeichert);
     EXPECT_EQ(rows(), "[" + find + "," + row("Probe", "Öffnen", "cmd.exe /k \"%1\"") + "]");
     EXPECT_EQ(cli({"tip", "edit", "607", "PROBE", "--text", ""}).err, gespeichert);
@@ -100,6 +132,7 @@ TEST_F(Tip, KontextmenueAnlegenAendernLoeschen) {
     const Schritt nothingHappens[] = {
         {{"tip", "new", "607", "probe", "--command", "x"}, 1, "Der Eintrag \"probe\" ist schon vorhanden. Soll er überschrieben werden ? [Nein; mit --yes wird Ja geantwortet]\n"},
         {{"tip", "new", "607", "a\\b", "--command", "x"}, 1, "Ein Schlüsselname darf nicht leer sein und das Zeichen \"\\\" nicht enthalten.\n"},
+        {{"tip", "new", "607", "  ", "--command", "x"}, 1, "Ein Schlüsselname darf nicht leer sein und das Zeichen \"\\\" nicht enthalten.\n"},
         {{"tip", "edit", "607", "Probe", "--command", ""}, 1, "Der Eintrag braucht einen Schlüsselnamen und einen Befehl\n"},
         {{"tip", "edit", "607", "fehlt", "--text", "x"}, 1, "Den Eintrag \"fehlt\" gibt es nicht\n"},
         {{"tip", "new", "109", "x", "--command", "y"}, 1, "Der Tipp ist kein Kontextmenü\n"},
@@ -133,7 +166,11 @@ TEST_F(Tip, BootmenueUeberschreibenOderNeu) {
     EXPECT_EQ(bytesOf(file), before + windows + "\"Mit Treibern\" /SOS\r\n");
     EXPECT_EQ(cli({"--yes", "tip", "set", "2201", "Mit Treibern /PCILOCK"}).code, 0);
     EXPECT_EQ(bytesOf(file), before + windows + "\"Mit Treibern\" /PCILOCK\r\n");
+    EXPECT_EQ(cli({"tip", "set", "2201", "/SOS", "--name", "Mit \"Treibern\""}).err.substr(0, 40), "Der Name \"Mit \"Treibern\"\" ist nicht mög");
+    EXPECT_EQ(bytesOf(file), before + windows + "\"Mit Treibern\" /PCILOCK\r\n");
     EXPECT_EQ(cli({"tip", "delete", "2201"}).err, "Einträge des Bootmenüs werden hier nicht gelöscht\n");
+    std::filesystem::remove(file);
+    EXPECT_EQ(cli({"tip", "set", "2201", "/SOS"}).err, "Es ist kein Eintrag des Bootmenüs da, der gesetzt werden könnte: [Datei: C:\\boot.ini nicht vorhanden]\n");
 }
 
 TEST_F(Tip, AndererDatentypWirdNurNachFrageGeloescht) {
@@ -157,6 +194,8 @@ TEST_F(Tip, ListenInAllenAnsichten) {
     const auto neu = nlohmann::json::parse(cli({"--json", "tip", "list", "--view", "neu"}).out);
     EXPECT_EQ(neu[0]["text"], "1.0.0");
     EXPECT_GT(neu.size(), 3u);
+    EXPECT_NE(cli({"tip", "show", "3529"}).out.find("\nWirkt nach einer neuen Anmeldung\n"), std::string::npos);
+    EXPECT_NE(cli({"tip", "show", "1801"}).out.find("\nWirkt nach einer neuen Anmeldung, spätestens nach einem Neustart\n"), std::string::npos);
     const std::string values = cli({"tip", "list", "--values"}).out;
     EXPECT_NE(values.find("ScreenSaveActive: on  [Registry Wert vorhanden]\n"), std::string::npos);
 }

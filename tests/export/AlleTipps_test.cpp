@@ -1,10 +1,10 @@
-// Every shipped Tip in every form: the checked REG file, read into an empty registry, must bring exactly the values that
-// the Tip's registry has; the other new forms must hold each of them too, and templates keep the structure that their
-// format demands.
+// Every shipped Tip in every form, its texts and the names of its groups turned into attacks on the file they go into: each
+// form, read by a reader of its own, must hold exactly the values that the Tip's registry has.
 #include <gmock/gmock.h>
 
 #include "AdmxPruefung.h"
 #include "Exportprobe.h"
+#include "FormReaders.h"
 #include "export/AdmxVorlage.h"
 #include "export/GeprueftesFormat.h"
 #include "export/Preset.h"
@@ -24,7 +24,28 @@ protected:
         programm.detectSystem();
         ctx().intBS = 6;
         EXPECT_TRUE(programm.loadDatabase());
+        poison();
+        ctx().strDBVersion += Attack;
         engine().TreeEinlesen();
+    }
+
+    static constexpr const char* Attack =
+        "\r\n[-HKEY_CURRENT_USER\\Software]\r\n\"Run\"=\"x\"\n@=-\x0C\x1A\x7F --> ]]> <b> & | > nul %PATH% \" END POLICY END CATEGORY ' \\\n[[tipp]]\nnummer = 1\r";
+
+    // What people read, in a copy of the database; values keep theirs.
+    void poison() {
+        std::filesystem::copy_file(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "RegDaten.mdb", dir / "feindlich.mdb");
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open((dir / "feindlich.mdb").c_str(), &db), SQLITE_OK);
+        for (const char* text : {"UPDATE RegDaten SET \"Überschrift\" = \"Überschrift\" || %Q", "UPDATE RegDaten SET Beschreibung = Beschreibung || %Q",
+                                 "UPDATE RegDaten SET Anzeigetext = Anzeigetext || %Q WHERE Ausgabeart IN (1, 2, 3)", "UPDATE Gruppennamen SET Gruppenname = Gruppenname || %Q"}) {
+            char* sql = sqlite3_mprintf(text, Attack);
+            EXPECT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
+            EXPECT_GT(sqlite3_changes(db), 0);
+            sqlite3_free(sql);
+        }
+        sqlite3_close(db);
+        ASSERT_EQ(LoadDB(ctx(), dir / "feindlich.mdb"), LoadErgebnis::Geladen);
     }
     Context& ctx() { return programm.context(); }
     TippMaschine& engine() { return programm.maschine(); }
@@ -49,7 +70,20 @@ protected:
     Programm programm;
 };
 
-TEST_F(AlleTippsExport, GeprueftKommtGenauSoAn) {
+// The told form says more and less than the values, but nothing that is not the Tip's own.
+std::vector<std::string> toldLines(const TippListEintrag& entry, const std::string& head) {
+    std::vector<std::string> lines{head};
+    const TippListWert* last = nullptr;
+    for (const TippListWert& value : entry.Werte) {
+        const std::string key = "[" + value.Hauptschluessel + "\\" + value.Unterschluessel + "]";
+        if (last == nullptr || last->Hauptschluessel + last->Unterschluessel != value.Hauptschluessel + value.Unterschluessel) lines.push_back(key);
+        last = &value;
+        if (value.Datentyp != 0) lines.push_back("\"" + value.Wertname + "\"=");
+    }
+    return lines;
+}
+
+TEST_F(AlleTippsExport, JedeFormHatGenauDieWerte) {
     std::size_t values = 0;
     for (const auto& tipp : std::vector(ctx().udtTippListe)) {
         SCOPED_TRACE(std::to_string(tipp.Index) + " " + tipp.Überschrift);
@@ -59,12 +93,10 @@ TEST_F(AlleTippsExport, GeprueftKommtGenauSoAn) {
         EXPECT_TRUE(satz.hindernisse.empty());
         for (const auto format : {RegTextWriter::Format::Version5, RegTextWriter::Format::Regedit4}) {
             const GepruefteDatei file = GeprueftesFormat(satz, format, dateikopf(ctx()));
-            EXPECT_EQ(file.verloren, 0u);
-            const RegText text = parseRegText(file.bytes);
-            EXPECT_TRUE(text.ok()) << text.problems[0].message;
+            EXPECT_TRUE(file.fehlend.empty());
             MemoryStore target;
-            EXPECT_TRUE(einspielen(target, text.operations).empty());
-            EXPECT_EQ(abweichungen(file.bytes, satz), 0u);
+            const auto problems = einspielen(target, RegTextFile(file.bytes));
+            EXPECT_TRUE(problems.empty()) << problems[0].message;
             for (const TippListWert& value : entry.Werte) {
                 const auto root = rootByName(value.Hauptschluessel);
                 if (!root || value.PanelArt >= art::BootINI || (value.PanelArt == art::Liste && value.Wertname.empty())) continue;
@@ -75,13 +107,17 @@ TEST_F(AlleTippsExport, GeprueftKommtGenauSoAn) {
         for (const RegForm form : {RegForm::Klassisch, RegForm::Neu}) {
             const Exportdatei told = regDatei(ctx(), {entry}, false, form);
             EXPECT_EQ(told.fehlendeZeichen, 0u);
-            EXPECT_NE(told.bytes.find("; ------ Ende ------\r\n"), std::string::npos);
+            const auto lines = actingLines(utf8FromAnsi(told.bytes)), wanted = toldLines(entry, form == RegForm::Neu ? "Windows Registry Editor Version 5.00" : "REGEDIT4");
+            ASSERT_EQ(lines.size(), wanted.size()) << told.bytes;
+            for (std::size_t k = 0; k < lines.size(); ++k) EXPECT_EQ(lines[k].substr(0, wanted[k].size()), wanted[k]);
         }
-        const RegAddSkript script = regAddSkript(satz, {});
+        const RegAddSkript script = regAddSkript(satz, dateikopf(ctx()));
         EXPECT_TRUE(script.hindernisse.empty()) << script.hindernisse[0];
+        EXPECT_EQ(readCommandFile(utf8FromAnsi(script.bytes)), wantedValues(satz));
         for (const Root root : {Root::CurrentUser, Root::LocalMachine}) {
             const Richtliniendatei file = richtliniendatei(satz, root);
             EXPECT_TRUE(file.hindernisse.empty()) << file.hindernisse[0];
+            EXPECT_EQ(readPolicyFile(file.bytes, root), wantedValues(satz, root));
         }
     }
     EXPECT_GT(values, 600u);
@@ -103,6 +139,7 @@ TEST_F(AlleTippsExport, ListeAllerTipps) {
     EXPECT_TRUE(plan.probleme.empty());
     for (const Aenderung& change : plan.changes) ADD_FAILURE() << change.tippIndex << " " << change.werte[0].path;
     EXPECT_GT(exportwerte(loaded.liste).anzahl(), 150u);
+    EXPECT_EQ(wantedValues(exportwerte(loaded.liste)), wantedValues(exportwerte(list)));
     EXPECT_EQ(presetDatei(ctx(), loaded.liste).text, file.text);
 }
 
@@ -117,6 +154,15 @@ TEST_F(AlleTippsExport, VorlageHatDenVerlangtenAufbau) {
     }
     const Exportdatei adm = admDatei(ctx(), list);
     EXPECT_EQ(adm.fehlendeZeichen, 0u);
+    const auto policies = readAdm(utf8FromAnsi(adm.bytes));
+    const std::set<std::string> unsaid(adm.abweichend.begin(), adm.abweichend.end());
+    for (const TippListEintrag& entry : list)
+        for (const TippListWert& value : entry.Werte)
+            if (unsaid.count(value.pfad()) == 0) {
+                EXPECT_THAT(policies, ::testing::Contains((value.Hauptschluessel == "HKEY_CURRENT_USER" ? "USER\\" : "MACHINE\\") + value.Unterschluessel + "\\" + value.Wertname));
+            }
+    EXPECT_GT(policies.size(), 40u);
+    EXPECT_LE(policies.size(), values);
     const AdmxVorlage files = admxVorlage(list, ctx().udtGruppen, "1");
     EXPECT_EQ(files.richtlinien + files.weggelassen.size(), values);
     EXPECT_GT(files.richtlinien, 80u);

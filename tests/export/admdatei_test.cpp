@@ -1,6 +1,7 @@
 // The told ADM form, whole files compared.
 #include "Exportprobe.h"
 #include "export/AdmDatei.h"
+#include "export/Exportdateien.h"
 
 namespace brenvik::test {
 namespace {
@@ -71,27 +72,51 @@ TEST(AdmDatei, HilfetextBrichtUm) {
     EXPECT_EQ(help("Text", 8), "|Info ausblenden. Info: Text ");   // by the Tip on screen
 }
 
+// What the file says otherwise than the Tip is named; what would become words of its own refuses it.
+TEST(AdmDatei, NenntWasSieNichtSagt) {
+    auto elsewhere = panel(1, 1, "woanders", "0", "1"), scaled = panel(3, 4, "geteilt", "1", "5");
+    elsewhere.Unterschluessel = "Software\\Anders";
+    scaled.Werteliste = "1000";
+    const auto unsaid = [](std::vector<TippListWert> values, const char* group = "1") {
+        TippListEintrag entry = listentipp(5, "T", std::move(values));
+        entry.Baumpfad = group;
+        AnsiText out;
+        std::string names;
+        for (const std::string& path : ADMDateiSchreiben(out, {entry}, {{"G", 1, "", -1, {}}}, 1)) names += path.substr(path.rfind('\\') + 1) + " ";
+        return names;
+    };
+    EXPECT_EQ(unsaid({panel(1, 1, "a", "<delkey>", "1"), panel(1, 4, "b", "0", "1"), panel(2, 2, "c", "", ""), panel(8, 1, "d", "<delkey>", "no")}), "");
+    EXPECT_EQ(unsaid({panel(1, 1, "a", "0", "1"), elsewhere, panel(1, 3, "bytes", "00", "01"), panel(2, 4, "zahl", "", ""), panel(2, 7, "liste", "", ""), panel(4, 1, "wahl", "", ""),
+                      panel(1, 1, "q\"q", "0", "1"), panel(1, 1, "Ω", "0", "1"), panel(1, 1, "", "0", "1")}), "woanders bytes zahl liste wahl q\"q Ω  ");
+    EXPECT_EQ(unsaid({panel(3, 4, "a", "1", "5"), scaled, panel(3, 4, "b", "1", "29000"), panel(3, 4, "c", "1", "29001"), panel(3, 1, "d", "1", "5")}), "geteilt b c ");
+    EXPECT_EQ(unsaid({panel(1, 1, "a", "0", "1")}, "9"), "a ");
+
+    Exportprobe p({Zeile{}});
+    EXPECT_EQ(admDatei(*p.ctx, {listentipp(1, "T", {panel(1, 1, "a\r\nEND POLICY", "0", "1")})}).hindernis.substr(0, 35), "Die Datei wurde nicht geschrieben. ");
+    EXPECT_EQ(admDatei(*p.ctx, {listentipp(1, "T", {panel(1, 1, "a", "0", "1\n")})}).bytes, "");
+}
+
 TEST(AdmFileSave, RahmenKlassenUndGruppen) {
     Exportprobe p({{.Index = 1, .Überschrift = "Der \"erste\"", .Datentyp = 1, .WertEin = "1", .WertAus = "0"},
                    {.Index = 2, .Überschrift = "Auswahl", .Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "x#y", .Hauptschlüssel = "HKLM", .Gruppen = "2"},
                    {.Index = 3, .Überschrift = "Fremd", .Datentyp = 1, .Hauptschlüssel = "HKCR"}}, 2);
     const std::string empty = "\nCATEGORY \"BVK-ADM-Datei\"\nEND CATEGORY\n\n; ------ Ende ------\n";
     const std::string head = std::string("; ADM-File für den MS Policy-Editor\n\n") + std::string(Kopf).substr(std::string(Kopf).find('\n') + 1) + "\nClass User\n; ------ Anfang ------\n";
-    const auto write = [&](bool list) {
+    const auto write = [&](bool list, const char* unsaid) {
         p.file("x.adm");
-        p.port.expectBox("x.adm wurde erstellt");
+        p.port.expectBox("x.adm wurde erstellt").expectBox(std::string("nicht so setzen, wie es der Tipp tut. Anzahl: 1.\r\n\r\n") + unsaid);
         p.exporte.ADMFileSave(list);
         return p.content("x.adm");
     };
     p.show("Fremd");
-    EXPECT_EQ(write(false), head + empty + "CLASS MACHINE\n; ------ Anfang ------\n" + empty);
+    EXPECT_EQ(write(false, "HKEY_CLASSES_ROOT\\Software\\Probe\\Wert"), head + empty + "CLASS MACHINE\n; ------ Anfang ------\n" + empty);
     EXPECT_TRUE(p.listen.ADMListe.empty());
     for (const char* title : {"Der \"erste\"", "Auswahl"}) {
         p.show(title);
         p.exporte.addADMListe();
     }
     p.listen.ADMListe[0].Geloescht = true;   // deleted entries are written all the same
-    EXPECT_EQ(write(true),
+    EXPECT_EQ(write(true, "HKEY_LOCAL_MACHINE\\Software\\Probe\\Wert"),
               head + "\nCATEGORY \"BVK-ADM-Datei\"\n\n    CATEGORY \"Gruppe 1\"\n         ; [1] - Der erste\n         CATEGORY \"Der erste\"\n"
                      "              KEYNAME \"Software\\Probe\"\n              POLICY \"Wert\"\n                   VALUENAME \"Wert\"\n                   ValueON \"1\"\n"
                      "                   ValueOFF \"0\"\n                   Part \"Beschreibung \"Text End Part\n              END POLICY\n         END CATEGORY\n\n"

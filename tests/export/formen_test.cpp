@@ -22,7 +22,18 @@ TEST(GeprueftesFormat, GanzeDatei) {
               "Windows Registry Editor Version 5.00\n; Kopf\n\n; [7] - Titel\n\n[HKEY_CURRENT_USER\\K]\n\"a\\\"\"=\"C:\\\\x\\\"y%z%\"\n"
               "@=hex(2):25,00,54,00,45,00,4d,00,50,00,25,00,00,00\n\n[HKEY_LOCAL_MACHINE\\L]\n\"d\"=dword:fffffffe\n\"weg\"=-\n\n"
               "[HKEY_CURRENT_USER\\K]\n\"m\"=hex(7):41,00,00,00,42,00,00,00,00,00\n\"roh\"=hex(1):31,00\n\n");
-    EXPECT_EQ(GeprueftesFormat(exportwerte({listentipp(1, "T", {listenwert("K", 1, "a", "Ω")})}), RegTextWriter::Format::Regedit4, {}).verloren, 1u);
+}
+
+// Names with line ends, which importers read differently, and what Windows-1252 lacks: named and not in the file.
+TEST(GeprueftesFormat, LaesstWegWasEsNichtSagenKann) {
+    const Exportsatz satz = exportwerte({listentipp(1, "T\r\n[-HKEY_CURRENT_USER\\K]", {listenwert("K", 1, "a", "Ω"), listenwert("K\\Ω", 1, "b", "1"), listenwert("K", 1, "c\r\n@=\"x", "1"),
+                                                           listenwert("K]\n[-HKEY_CURRENT_USER\\Software", 4, "d", "<delkey>"), listenwert("K", 1, "gut", "x\r\ny")})});
+    const std::vector<std::string> names{"HKEY_CURRENT_USER\\K\\c\r\n@=\"x", "HKEY_CURRENT_USER\\K]\n[-HKEY_CURRENT_USER\\Software\\d"},
+        more{names[0], names[1], "HKEY_CURRENT_USER\\K\\a", "HKEY_CURRENT_USER\\K\\Ω\\b"};
+    const GepruefteDatei fresh = GeprueftesFormat(satz, RegTextWriter::Format::Version5, {}), old = GeprueftesFormat(satz, RegTextWriter::Format::Regedit4, {});
+    EXPECT_EQ(fresh.fehlend, names);
+    EXPECT_EQ(old.fehlend, more);
+    EXPECT_EQ(Exportprobe::lines(old.bytes), "REGEDIT4\n\n; [1] - T  [-HKEY_CURRENT_USER\\K]\n\n[HKEY_CURRENT_USER\\K]\n\"gut\"=hex(1):78,0d,0a,79,00\n\n");
 }
 
 TEST(RegDatei, TextDerKeinWertIstVerweigertDieDatei) {
@@ -37,13 +48,19 @@ TEST(RegDatei, TextDerKeinWertIstVerweigertDieDatei) {
     EXPECT_FALSE(std::filesystem::exists(p.dir / "x.reg"));
 }
 
-TEST(GeprueftesFormat, ZaehltWasAndersAnkommt) {
+TEST(GeprueftesFormat, NenntWasAndersAnkommt) {
     const struct {
-        const char* line;
-        std::size_t count;
-    } cases[] = {{"\"a\"=\"1\"", 0}, {"\"a\"=\"2\"", 1}, {"\"a\"=dword:1", 1}, {"", 1}, {"\"a\"=\"1\"\r\n\"b\"=\"2\"", 1}, {"\"a\"=hex(2):41,00,4200", 1}, {"\"a\"=\"C:\\x\"", 1}};
+        const char *line, *paths;
+    } cases[] = {{"\"a\"=\"1\"", ""}, {"\"a\"=\"2\"", "K\\a"}, {"\"a\"=dword:1", "K\\a"}, {"", "K\\a"}, {"\"a\"=\"1\"\r\n\"b\"=\"2\"", "K\\b"}, {"\"a\"=hex(2):41,00,4200", "K\\a"},
+                 {"\"a\"=\"C:\\x\"", "K\\a"}, {"\"A\"=\"1\"\r\n\"b\"=-", "K\\b"}, {"\"a\"=\"1\"\r\n[-HKEY_CURRENT_USER\\k]", "K\\a k\\"},
+                 {"\"a\"=\"1\"\r\n[-HKEY_CURRENT_USER\\L]", "L\\"}, {"\"a\"=\"1\"\r\n[HKEY_CURRENT_USER\\K\\M]", "K\\M\\"}, {"\"a\"=\"1\"\r\n[HKEY_CURRENT_USER]", ""}};
     const Exportsatz wanted = exportwerte({listentipp(1, "T", {listenwert("K", 1, "a", "1")})});
-    for (const auto& c : cases) EXPECT_EQ(abweichungen("REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\K]\r\n" + std::string(c.line) + "\r\n", wanted), c.count) << c.line;
+    for (const auto& c : cases) {
+        std::string paths;
+        for (const std::string& path : abweichungen("REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\K]\r\n" + std::string(c.line) + "\r\n", wanted))
+            paths += (paths.empty() ? "" : " ") + path.substr(std::string("HKEY_CURRENT_USER\\").size());
+        EXPECT_EQ(paths, c.paths) << c.line;
+    }
 }
 
 TEST(RegAddSkript, Zeilen) {
@@ -55,6 +72,12 @@ TEST(RegAddSkript, Zeilen) {
     const RegAddSkript refused = regAddSkript(sample(), {});
     EXPECT_EQ(refused.hindernisse, (std::vector<std::string>{"HKEY_CURRENT_USER\\K\\roh"}));   // no line can leave its end away
     EXPECT_EQ(refused.bytes, "");
+    // A query for the unnamed value answers 0 as long as its key is there.
+    EXPECT_NE(Exportprobe::lines(regAddSkript(exportwerte({listentipp(1, "T", {listenwert("K", 1, "", "<delkey>")})}), {}).bytes)
+                  .find("\nreg delete \"HKCU\\Software\\Brenvik-Kopie\" /f >nul 2>nul\nreg delete \"HKCU\\K\" /ve /f >nul 2>nul\n"
+                        "if errorlevel 1 reg copy \"HKCU\\K\" \"HKCU\\Software\\Brenvik-Kopie\" /f >nul 2>nul\n"
+                        "reg delete \"HKCU\\Software\\Brenvik-Kopie\" /ve /f >nul 2>nul\nif not errorlevel 1 set \"BVK_FEHLER=1\"\n"
+                        "reg delete \"HKCU\\Software\\Brenvik-Kopie\" /f >nul 2>nul\n"), std::string::npos);
     Exportsatz satz = sample();
     satz.tipps[0].werte.pop_back();
     satz.tipps[0].Titel = "Größe & mehr";
@@ -75,9 +98,20 @@ TEST(Richtliniendatei, Saetze) {
     const Richtliniendatei machine = richtliniendatei(sample(), Root::LocalMachine);
     EXPECT_EQ(machine.bytes, "PReg\1\0\0\0"s + wide("[L\0;d\0;"s) + "\4\0\0\0"s + wide(";") + "\4\0\0\0"s + wide(";") + "\xFE\xFF\xFF\xFF"s + wide("]") + wide("[L\0;**del.weg\0;"s) +
                                  "\1\0\0\0"s + wide(";") + "\4\0\0\0"s + wide("; \0]"s));
-    EXPECT_EQ(machine.andere, 4u);
-    const auto command = listenwert("K", 1, "**DelVals", "x");
-    EXPECT_EQ(richtliniendatei(exportwerte({listentipp(1, "T", {command})}), Root::CurrentUser).hindernisse.size(), 1u);
+    EXPECT_EQ(machine.andere.size(), 4u);
+    for (const std::string& name : {std::string("**DelVals"), std::string("a\nb"), std::string(260, 'x')})
+        EXPECT_EQ(richtliniendatei(exportwerte({listentipp(1, "T", {listenwert("K", 1, name, "x")})}), Root::CurrentUser).hindernisse.size(), 1u) << name;
+}
+
+TEST(AdmxVorlage, NamenDieSieNichtAufnehmenKann) {
+    std::vector<TippListWert> values;
+    for (const std::string& name : {std::string("gut & <so>"), std::string("a\nb"), std::string("a\tb"), std::string("\x01"), std::string("a\\b"), std::string("**del.x"), std::string(256, 'x')})
+        values.push_back(listenwert("K", 1, name, "x"));
+    values.push_back(listenwert("K\nL", 1, "a", "x"));
+    const AdmxVorlage files = admxVorlage({listentipp(1, "T", values)}, {}, "1");
+    EXPECT_EQ(files.richtlinien, 1u);
+    EXPECT_EQ(files.weggelassen.size(), values.size() - 1);
+    EXPECT_NE(files.admx.find(" valueName=\"gut &amp; &lt;so&gt;\""), std::string::npos);
 }
 
 }  // namespace

@@ -21,8 +21,10 @@ TEST(AddTippToList, ErstLeerDannMitText) {
     EXPECT_EQ(entry.Werte[0].Wert, "");
     EXPECT_EQ(entry.Werte[0].WertEin + entry.Werte[0].WertAus, "10");
     EXPECT_EQ(entry.Werte[0].gesammelt.wert, fromText("0", 1));   // beside the text, and raw
+    EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 1  |  Zur REG-Liste hinzugefügt (Tipps darin: 1)");
     p.engine->userCheck(0, true);
     p.exporte.addRegListe();
+    EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 1  |  In der REG-Liste stehen jetzt die neuen Werte (Tipps darin: 1)");
     EXPECT_EQ(p.listen.RegListe.size(), 1u);
     EXPECT_EQ(entry.Werte[0].Wert, "1");
     EXPECT_EQ(entry.Werte[0].gesammelt.wert, fromText("1", 1));
@@ -30,6 +32,7 @@ TEST(AddTippToList, ErstLeerDannMitText) {
 
     p.listen.ADMListe.clear();
     p.exporte.addADMListe();
+    EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 1  |  Zur ADM-Liste hinzugefügt (Tipps darin: 1)");
     p.listen.ADMListe[0].Geloescht = true;
     p.exporte.addADMListe();
     EXPECT_FALSE(p.listen.ADMListe[0].Geloescht);
@@ -102,19 +105,23 @@ TEST(Listenfenster, SpeichertSchreibtUndLaedtListen) {
         p.port.expectBox("liste.reg gespeichert").expectBox("anders an");
         w.cmdSave();
         p.file("liste.toml");
-        p.port.expectBox("liste.toml gespeichert").expectBox("Ohne Wert in der Liste: 1.");
+        p.port.expectBox("liste.toml gespeichert").expectBox("Ohne Wert in der Liste: 1. Beim Anwenden bleibt dort alles, wie es ist.\r\n\r\nHKEY_CURRENT_USER\\Software\\Probe\\Zwei");
         w.cmdListeSpeichern();
     });
     p.listen.RegListe.clear();
-    p.open([&](TippFileSaveAnfrage& w) {
-        p.file("liste.toml");
-        w.cmdListeLaden();
+    p.port.expectFile(std::nullopt);
+    p.exporte.loadListe();   // from the menu, also when no list has anything; the window opens for what was loaded
+    const auto user = [&](TippFileSaveAnfrage& w) {
         EXPECT_EQ(w.lvRegList, (std::vector<std::string>{"Eins", "Zwei"}));
         p.dir.put("kaputt.toml", "format = 2\n");
         p.file("kaputt.toml");
         p.port.expectBox("Die Liste wurde nicht geladen");
         w.cmdListeLaden();
-    });
+    };
+    p.file("liste.toml");
+    p.port.onWindow("frmBVK_TippFileSave", [user](WindowRequest& request) { user(dynamic_cast<TippFileSaveAnfrage&>(request)); });
+    p.exporte.loadListe();
+    EXPECT_TRUE(p.fenster().RegListe);
     ASSERT_EQ(p.listen.RegListe.size(), 2u);
     EXPECT_EQ(p.listen.RegListe[0].Werte[0].Wert, "1");
     EXPECT_EQ(p.ctx->aktuellerTipp.Überschrift, "Eins");   // what is on screen stays

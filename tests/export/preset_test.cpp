@@ -43,6 +43,9 @@ TEST(Preset, SchreibtLiestUndWendetAn) {
 
     p.put("HKCU\\Software\\Probe\\Zahl", 4, "8");
     p.put("HKCU\\Software\\Probe\\" + std::string(Sid) + "\\Text", 7, "anders");
+    auto qword = listenwert("Software\\Probe", 11, "Haken", "");   // a type that lists do not know is left out and named
+    qword.gesammelt.wert = RawValue{regtype::Qword, Bytes(8)};
+    EXPECT_EQ(presetDatei(*p.ctx, {listentipp(1, "Haken", {qword})}).ohneWert.size(), 1u);
     const Presetliste loaded = ladePreset(*p.engine, file.text);
     EXPECT_TRUE(loaded.probleme.empty());
     Anwendung plan = anwendung(*p.engine, loaded.liste);
@@ -73,11 +76,23 @@ TEST(Preset, AllesOderNichts) {
 
 TEST(Preset, FremdeDateien) {
     Preset p;
+    const auto times = [](const std::string& text, int count) {
+        std::string all;
+        for (int i = 0; i < count; ++i) all += text;
+        return all;
+    };
     const std::string tipp = "format = 1\n[[tipp]]\nnummer = 1\n[[tipp.wert]]\n";
     const struct {
         std::string text, problem;
     } cases[] = {{"", "keine Liste"},
-                 {"format = 1\n[[tipp", "Zeile 2"},
+                 {"format = 1\n[[tipp", "Zeile 2: Die Datei ist keine gültige TOML-Datei (die Überschrift des Abschnitts ist nicht zu lesen (Spalte 7))"},
+                 {std::string(MaxPreset + 1, '#'), "Zeile 1: Die Datei ist keine gültige TOML-Datei (die Datei ist größer als 4 MB)"},
+                 {"\n# [[[[\na = '''\n]]'''\na" + times(".a", 40'000), "Zeile 5: Die Datei ist keine gültige TOML-Datei (mehr als 16 Ebenen"},
+                 {"[a" + times(".\"a.b\"", 40'000), "mehr als 16 Ebenen"},
+                 {"a = " + times("[", 40'000), "mehr als 16 Ebenen"},
+                 {"a = " + times("{a=", 40'000), "mehr als 16 Ebenen"},
+                 {"x = [\"\"\"a\"\"\"\", {b" + times(".b", 40'000) + "=1}]", "mehr als 16 Ebenen"},   // a text that ends in a quote
+                 {"a = [" + times("1,", 500'000) + "]", "mehr als 400000 Werte"},
                  {"format = 1\nneu = 2\n", "Zeile 2: Das Feld \"neu\""},
                  {"format = 1\ntipp = 3\n", "Zeile 2: \"tipp\""},
                  {"format = 1\n[[tipp]]\nnummer = 99\n", "Den Tipp 99 gibt es"},

@@ -77,12 +77,31 @@ TEST(RegFileSave, SammeltUndSagtWasAndersAnkommt) {
     const std::string text = p.regFile(2);
     EXPECT_EQ(text.substr(0, 37), "Windows Registry Editor Version 5.00\n");
     EXPECT_NE(text.find("\"Wert\"=dword:50\n"), std::string::npos);
-    EXPECT_NE(p.port.lastBox().find("anders an, als sie hier stehen. Anzahl: 1."), std::string::npos);
+    EXPECT_NE(p.port.lastBox().find("anders an, als sie hier stehen. Anzahl: 1.\r\n\r\nHKEY_CURRENT_USER\\Software\\Probe\\Wert\r\n\r\n"), std::string::npos);
     EXPECT_NE(p.port.lastBox().find("\"Geprüftes Format\""), std::string::npos);
     EXPECT_FALSE(p.ctx->blnGeaendert);
     p.ctx->einstellungen.RegFileGeprueft = true;
     p.regFile();
     EXPECT_NE(utf8FromUtf16Le(bytesOf(p.dir / "tipp.reg")).find("\"Wert\"=dword:00000032\r\n"), std::string::npos);
+}
+
+// A line end that would begin an entry of its own refuses the file; one that only breaks the text stays, as told, and is named.
+TEST(RegFileSave, NichtsWirdZuEigenenZeilen) {
+    const struct {
+        const char *key, *name, *text, *refused;
+    } cases[] = {{"K", "w", "1", nullptr}, {"K", "w", "zwei\r\nZeilen", nullptr}, {"K\n[-HKEY_CURRENT_USER\\L", "w", "1", "HKEY_CURRENT_USER\\K [-HKEY_CURRENT_USER\\L\\w\r\n"},
+                 {"K", "w\r@", "1", "HKEY_CURRENT_USER\\K\\w @\r\n"}, {"K", "w", "1\"\r\n \t[-HKEY_CURRENT_USER\\L]", "HKEY_CURRENT_USER\\K\\w\r\n"},
+                 {"K", "w", "1\"\n\n\"Run\"=\"x", "HKEY_CURRENT_USER\\K\\w\r\n"}};
+    Exportprobe p({Zeile{}});
+    for (const auto& c : cases)
+        for (const bool list : {false, true}) {
+            const Exportdatei file = regDatei(*p.ctx, {listentipp(1, "T", {listenwert(c.key, 1, c.name, c.text)})}, list, RegForm::Klassisch);
+            EXPECT_EQ(file.hindernis.empty(), c.refused == nullptr) << file.hindernis;
+            EXPECT_EQ(file.bytes.empty(), c.refused != nullptr);
+            if (c.refused != nullptr) {
+                EXPECT_TRUE(file.hindernis.ends_with(std::string("\r\n\r\n") + c.refused)) << file.hindernis;
+            }
+        }
 }
 
 TEST(RegFileSave, FehlendeZeichenWerdenGezaehlt) {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cerrno>
 
 #include <gtest/gtest.h>
 
@@ -73,6 +74,29 @@ TEST_F(DateiSystem, HostPathFindsSpellingsAndStaysInside) {
     EXPECT_EQ(hostPath(ctx, "C:\\windows\\Win.Ini"), c / "WINDOWS/WIN.INI");
 }
 
+// Links inside of a drive lead on; what would leave it, or lead nowhere, is refused, at whatever place of the path it stands.
+TEST_F(DateiSystem, NoLinkLeadsOutOfADrive) {
+    const fs::path c = dir / "drive_c";
+    dir.put("draussen/a.ini", "fremd");
+    dir.put("drive_c/Ziel/innen.ini", "innen");
+    fs::create_directory_symlink(c / "Ziel", c / "Weg");
+    fs::create_symlink("Ziel/innen.ini", c / "kurz.ini");
+    fs::create_directory_symlink(dir / "draussen", c / "Hinaus");
+    fs::create_symlink("../draussen/a.ini", c / "fremd.ini");
+    fs::create_symlink("nirgends", c / "leer.ini");
+    const TargetFiles files = localFiles(ctx);
+    EXPECT_EQ(files.find("C:\\weg\\INNEN.ini"), c / "Ziel/innen.ini");
+    EXPECT_EQ(files.find("C:\\KURZ.ini"), c / "Ziel/innen.ini");
+    EXPECT_EQ(files.windowsPath(files.find("C:\\weg\\innen.ini")), "C:\\Ziel\\innen.ini");
+    for (const char* evil : {"C:\\hinaus\\a.ini", "C:\\Hinaus", "C:\\fremd.INI", "C:\\leer.ini", "C:\\hinaus\\neu.ini"}) {
+        EXPECT_EQ(errorOf([&] { files.find(evil); }), errnum::PathNotFound) << evil;
+        EXPECT_FALSE(files.exists(evil) || files.isFile(evil)) << evil;
+    }
+    const TargetFiles none = TargetFiles::none("weg");
+    EXPECT_EQ(errorOf([&] { none.find("C:\\boot.ini"); }), errnum::PathNotFound);
+    EXPECT_TRUE(none.matches("C:\\boot.ini").empty());
+}
+
 TEST_F(DateiSystem, PathsThere) {
     EXPECT_EQ(userPath(ctx, "/etc/passwd"), fs::path("/etc/passwd"));
     EXPECT_EQ(userPath(ctx, "C:\\WINDOWS"), dir / "drive_c/WINDOWS");
@@ -92,12 +116,12 @@ TEST_F(DateiSystem, Exists) {
 
 TEST_F(DateiSystem, DirList) {
     Names names{"alt"};
-    EXPECT_EQ(DirList(ctx, "C:\\WINDOWS\\system32\\*.cpl", names), 2);
+    EXPECT_EQ(DirList(ctx, localFiles(ctx), "C:\\WINDOWS\\system32\\*.cpl", names), 2);
     EXPECT_EQ(names, (Names{"", "appwiz.cpl", "desk.cpl"}));
-    for (const char* none : {"C:\\WINDOWS\\system32\\*.xyz", "C:\\fehlt\\*.*", "C:\\WINDOWS\\system32\\ordner.*"}) EXPECT_EQ(DirList(ctx, none, names), 0) << none;
+    for (const char* none : {"C:\\WINDOWS\\system32\\*.xyz", "C:\\fehlt\\*.*", "C:\\WINDOWS\\system32\\ordner.*"}) EXPECT_EQ(DirList(ctx, localFiles(ctx), none, names), 0) << none;
     EXPECT_EQ(names.size(), 3u);
-    EXPECT_EQ(DirList(ctx, "C:\\WINDOWS\\system32\\*.*", names), 3);
-    EXPECT_EQ(DirList(ctx, "*.ini", names), 1);
+    EXPECT_EQ(DirList(ctx, localFiles(ctx), "C:\\WINDOWS\\system32\\*.*", names), 3);
+    EXPECT_EQ(DirList(ctx, localFiles(ctx), "*.ini", names), 1);
     EXPECT_EQ(names, (Names{"", "win.ini"}));
 }
 
@@ -111,10 +135,12 @@ TEST(Muster, Fits) {
 
 TEST_F(DateiSystem, AtomicWriteReplacesOrLeavesAlone) {
     const fs::path file = dir / "drive_c/WINDOWS/win.ini";
-    fs::permissions(file, static_cast<fs::perms>(0640));
-    writeFileAtomic(file, "neu");
+    for (const auto& [before, after] : {std::pair{0640, 0640}, {0600, 0600}, {06775, 0775}, {0666, 0664}}) {   // neither setuid nor writing by everybody
+        fs::permissions(file, static_cast<fs::perms>(before));
+        writeFileAtomic(file, "neu");
+        EXPECT_EQ(fs::status(file).permissions(), static_cast<fs::perms>(after));
+    }
     EXPECT_EQ(readFile(file), "neu");
-    EXPECT_EQ(fs::status(file).permissions(), static_cast<fs::perms>(0640));
     writeFileAtomic(dir / "ganz neu", std::string_view("\0x", 2));
     EXPECT_EQ(readFile(dir / "ganz neu").size(), 2u);
 
@@ -129,10 +155,23 @@ TEST_F(DateiSystem, AtomicWriteReplacesOrLeavesAlone) {
     writeFileAtomic(dir / "verweis", "durch den Verweis");
     EXPECT_TRUE(fs::is_symlink(dir / "verweis"));
     EXPECT_EQ(readFile(file), "durch den Verweis");
+    fs::create_symlink("noch nicht da", dir / "ins Leere");   // the link stays, what it names comes to be
+    writeFileAtomic(dir / "ins Leere", "x");
+    EXPECT_TRUE(fs::is_symlink(dir / "ins Leere"));
+    EXPECT_EQ(readFile(dir / "noch nicht da"), "x");
+    fs::create_symlink("kreis", dir / "kreis");
+    EXPECT_NE(errorOf([&] { writeFileAtomic(dir / "kreis", "x"); }), 0);
 
     EXPECT_NE(errorOf([&] { writeFileAtomic(dir / "fehlt/x", "x"); }), 0);
     EXPECT_NE(errorOf([&] { writeFileAtomic(dir / "drive_c", "x"); }), 0);
-    EXPECT_EQ(dir.names(), (Names{"drive_c", "ganz neu", "geheim.txt", "verweis"}));  // no remains
+    EXPECT_EQ(dir.names(), (Names{"drive_c", "ganz neu", "geheim.txt", "ins Leere", "kreis", "noch nicht da", "verweis"}));  // no remains
+}
+
+// However the host says that there is no room left.
+TEST(DateiSystemFehler, VollerDatentraeger) {
+    for (const int code : {ENOSPC, EFBIG, EDQUOT})
+        EXPECT_EQ(errorNumberOf(std::system_error(std::error_code(code, std::generic_category()))), errnum::DiskFull) << code;
+    EXPECT_EQ(errorNumberOf(std::system_error(std::make_error_code(std::errc::io_error))), errnum::PathFileAccess);
 }
 
 TEST_F(DateiSystem, ReadIsBounded) {

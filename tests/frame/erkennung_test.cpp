@@ -26,6 +26,23 @@ TEST(Erkennung, DecisionTable) {
         EXPECT_EQ(bestimmeBS(c.platform, c.major, c.minor), c.system) << c.platform << ' ' << c.major << '.' << c.minor;
 }
 
+TEST(Erkennung, LaterSystemsAreCalledWhatTheyAre) {
+    const struct {
+        std::uint32_t platform, major, minor, build;
+        const char* shown;
+    } cases[] = {{2, 6, 1, 7601, "Unbekanntes Betriebssystem (Windows 7)"}, {2, 10, 0, 19045, "Unbekanntes Betriebssystem (Windows 10)"}, {2, 10, 0, 22000, "Unbekanntes Betriebssystem (Windows 11)"},
+                 {2, 6, 3, 9600, "Unbekanntes Betriebssystem (Windows 8.1)"}, {2, 11, 0, 30000, "Unbekanntes Betriebssystem"}, {2, 5, 1, 2600, "Windows XP"}, {1, 6, 1, 0, "Windows 98"}};
+    for (const auto& c : cases) {
+        test::ScriptedPort port;
+        test::TestPlatform platform;
+        FrameContext ctx(port, platform);
+        OSVERSIONINFO version;
+        version.dwPlatformId = c.platform, version.dwMajorVersion = c.major, version.dwMinorVersion = c.minor, version.dwBuildNumber = c.build;
+        BSErmitteln(ctx, version);
+        EXPECT_EQ(ctx.systemAnzeige(), c.shown);
+    }
+}
+
 TEST(Erkennung, TracesAndSetsTheContext) {
     test::TempDir dir;
     test::ScriptedPort port;

@@ -1,6 +1,8 @@
 // The command line, the start check and the end of the session.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include "frame/HostTerminal.h"
 #include "frame/Kommandozeile.h"
 #include "frame/Sitzungsende.h"
 #include "frame/Startpruefung.h"
@@ -75,6 +77,34 @@ TEST_F(Start, TheTraceTellsTheWholeStart) {
         "Prozedur: Param -Start-", "--- P: /U:", "--- R: Admin", "Prozedur: Param -Ende-",
         "Prozedur: Param -Start-", "--- P: /PW:", "--- R: *****", "Prozedur: Param -Ende-",
         "--- Debugmodus: Eingeschaltet", "Prozedur: ParameterOK -Ende-", "--- Alles ok, starte Hauptprogramm"}));
+}
+
+TEST_F(Start, APasswordReachesNeitherTheTraceNorTheProcessList) {
+    EXPECT_TRUE(start("/U:me/PW:geheim /DEBUG"));
+    EXPECT_EQ(ctx.strParamUser, "me/PW:geheim") << "a value ends at the first blank";
+    ctx.trace.write("--- P: /pc:a /pw:geheim /PW: /Pw:geheim");
+    EXPECT_EQ(trace().back(), "--- P: /pc:a /pw:***** /PW: /Pw:*****");
+    EXPECT_EQ(bytesOf(dir / "log").find("geheim"), std::string::npos);
+    EXPECT_NE(bytesOf(dir / "log").find("--- R: me/PW:*****"), std::string::npos);
+
+    std::string words[] = {"/PW:programm", "/U:me/pw:geheim", "/PC:a", "/PW:"};
+    char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
+    verbergePasswort(4, arguments);
+    EXPECT_EQ(words[0] + " " + words[1] + " " + words[2] + " " + words[3], "/PW:programm /U:me/pw:****** /PC:a /PW:");
+}
+
+TEST(Deskriptor, GivesItsFirstLine) {
+    const std::pair<std::string, std::optional<std::string>> cases[] = {
+        {"geheim\nweiter", "geheim"}, {"ge heim\r\n", "ge heim"}, {"ohne Ende", "ohne Ende"}, {"", ""}, {std::string(host::MaxSecret + 1, 'x'), std::nullopt}};
+    for (const auto& [text, line] : cases) {
+        int ends[2];
+        ASSERT_EQ(::pipe(ends), 0);
+        EXPECT_EQ(::write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+        ::close(ends[1]);
+        EXPECT_EQ(host::readSecretLine(ends[0]), line);
+        ::close(ends[0]);
+        EXPECT_EQ(host::readSecretLine(ends[0]), std::nullopt) << "a descriptor that is not open";
+    }
 }
 
 TEST_F(Start, AnEmptyCommandLineEndsTheTrace) {

@@ -38,7 +38,7 @@ TEST(Startpasswort, Switch) {
 }
 
 struct Welt {
-    Welt() { ctx.einstellungen.SoundOn = false; }
+    Welt() { ctx.einstellungen.SoundOn = false; ctx.heimPfad = "/heim"; }
     ScriptedPort port;
     TestPlatform platform;
     FrameContext ctx{port, platform};
@@ -61,7 +61,7 @@ TEST(Startpasswort, QuestionAtTheStart) {
     EXPECT_EQ(w.port.windows.size(), 2u);
 }
 
-TEST(Startpasswort, ADamagedOneLetsTheUserInWithAWord) {
+TEST(Startpasswort, ADamagedOneAsksAndNoAnswerIsRight) {
     const std::string good = EncryptText("09.11.200212:30:00", Key), password = EncryptText("GEHEIM09.11.200212:30:00", Key);
     for (const auto& [value, salt] : std::vector<std::pair<std::string, std::string>>{
              {password, good.substr(1)}, {password, "xyz!"}, {password, ""}, {"abc", good}, {"", good}, {"ab", good}, {"", ""}}) {
@@ -69,9 +69,29 @@ TEST(Startpasswort, ADamagedOneLetsTheUserInWithAWord) {
         w.ctx.einstellungen.blnPasswortAktiv = true;
         w.ctx.einstellungen.strPasswortWert = value;
         w.ctx.einstellungen.strPasswortSalz = salt;
-        w.port.expectBox("Startkennwort ist beschädigt");
-        EXPECT_TRUE(StartPasswort(w.ctx)) << value << " " << salt;
+        w.port.expectBox("Startkennwort ist beschädigt").onWindow("frmBVK_PWAbfrage", [](WindowRequest& request) {
+            for (const char* answer : {"", "geheim", "GEHEIM"}) EXPECT_FALSE(dynamic_cast<PWAbfrageAnfrage&>(request).pruefen(answer)) << answer;
+        });
+        EXPECT_FALSE(StartPasswort(w.ctx)) << value << " " << salt;
+        EXPECT_EQ(w.port.windows.size(), 1u);
     }
+}
+
+// Letters that the scrambled form lacks would be one and the same.
+TEST(Startpasswort, OnlyWhatCanBeKeptIsAPassword) {
+    Welt w;
+    w.ctx.blnAdmin = true;
+    for (const auto& [text, possible] : {std::pair{"пароль", false}, {"geheim日", false}, {"Größe€ÿµ", true}}) {
+        OptionenAnfrage o(w.ctx);
+        o.chkPasswort = o.passwortGeaendert = true;
+        o.txtPW1 = o.txtPW2 = text;
+        if (!possible) w.port.expectBox("Das Kennwort enthält Zeichen");
+        EXPECT_EQ(o.cmdOptOK(), possible) << text;
+        EXPECT_EQ(w.ctx.einstellungen.blnPasswortAktiv, possible) << text;
+    }
+    EXPECT_TRUE(istStartPasswort(w.ctx.einstellungen, "grösse€ÿµ") == false && istStartPasswort(w.ctx.einstellungen, "größe€Ÿµ"));
+    setzeStartPasswort(w.ctx.einstellungen, true, "пароль", Moment);   // as earlier versions kept it
+    for (const char* answer : {"пароль", "привет", "??????"}) EXPECT_EQ(istStartPasswort(w.ctx.einstellungen, answer), answer[0] == '?') << answer;
 }
 
 TEST(Optionen, OkHandsTheCopiesOver) {
@@ -82,6 +102,7 @@ TEST(Optionen, OkHandsTheCopiesOver) {
     o.werte.LöschenAktiv = true;
     o.werte.strHistoryPfad = "/irgendwo";
     o.werte.strBackupPfad = "C:\\Sicherung\\";
+    o.werte.strFavoritenPfad = " ";
     o.txtPW1 = "x";
     EXPECT_TRUE(w.ctx.einstellungen.ShowInfo) << "nothing before OK";
     EXPECT_TRUE(o.cmdOptOK());
@@ -90,6 +111,7 @@ TEST(Optionen, OkHandsTheCopiesOver) {
     EXPECT_TRUE(s.LöschenAktiv);
     EXPECT_EQ(s.strHistoryPfad, "/irgendwo");
     EXPECT_EQ(s.strBackupPfad, "C:\\Sicherung");
+    EXPECT_EQ(s.strFavoritenPfad, "/heim/") << "emptied: the standard folder";
     EXPECT_EQ(s.strPasswortWert, "ab") << "the password group was not touched";
     w.port.expectFolder(std::nullopt).expectFolder("/tmp/neu").expectFolder("C:\\Neu");
     for (const char* folder : {"/tmp/alt", "/tmp/neu/", "C:\\Neu\\"}) EXPECT_EQ(o.PfadChange("/tmp/alt"), folder);   // the first choice is cancelled

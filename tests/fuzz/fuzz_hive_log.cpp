@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "HiveSeed.h"
+#include "TimeBound.h"
 #include "registry/hive/HiveLog.h"
 #include "registry/hive/HiveReader.h"
 
@@ -80,6 +81,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Bytes hive = dirtyHive();
+    const fuzz::Bound bound(5, 512);
     replayLogs(hive, {ByteSpan{data, size}});
     Bytes log(data, data + size);
     dress(log, hive);

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "HiveSeed.h"
+#include "TimeBound.h"
 #include "registry/HiveInPlace.h"
 #include "registry/hive/HiveChecker.h"
 #include "registry/hive/HiveReader.h"
@@ -34,6 +35,7 @@ static bool isSound(hivefmt::ByteSpan file) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const hivefmt::ByteSpan file{data, size};
+    const fuzz::Bound bound(5, 512);
     checkHive(file);
     for (const HiveMode mode : {HiveMode::Strict, HiveMode::Salvage}) {
         try {

@@ -1,4 +1,5 @@
 // Whatever a database file holds: its tables are read or refused, and statements over them end.
+#include "TimeBound.h"
 #include "frame/Errors.h"
 #include "tipdb/DatenbankFehler.h"
 #include "tipdb/JetDatei.h"
@@ -25,6 +26,7 @@ void ask(Datenbestand data) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Bound bound(30, 1500);
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     try {
         ask(jet::JetDatei::looksLikeJet(bytes) ? readJetDatabase(bytes, "geheim", tables) : readSqliteDatabase(bytes, tables));

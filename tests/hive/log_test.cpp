@@ -90,7 +90,7 @@ TEST(HiveLog, GenuineSetComesOutAsWindowsMadeIt) {
     const Bytes expected = load(folder / "RecoveredHive_Windows10");
     for (const auto& logs : {std::vector<ByteSpan>{log1, log2}, std::vector<ByteSpan>{log2, log1}}) {
         const HiveRecovery recovery = replayLogs(hive, logs);
-        EXPECT_EQ(recovery.entriesReplayed, 4u);
+        EXPECT_EQ(recovery.used.size(), 4u);
         EXPECT_EQ(lines(recovery.findings), std::vector<std::string>());
         EXPECT_TRUE(recovery.hive == expected);
         EXPECT_EQ(dump(readHive(hive, logs).hive), dump(readHive(expected).hive));
@@ -118,6 +118,11 @@ TEST(HiveLog, NewFormReplaysAnUnbrokenRunAndNothingElse) {
         {"first entry's number damaged", [](Bytes&, Bytes& l1, Bytes&) { l1[sector + 12] ^= 1; }, 0, 0},
         {"hive was partly written, the log begins later", [](Bytes& h, Bytes& l1, Bytes&) { setHeader(h, 6, 5); l1.clear(); }, 1, 3},
         {"log not finished", [](Bytes&, Bytes& l1, Bytes& l2) { setHeader(l1, 8, 7, 6); l2.clear(); }, 0, 0},
+        {"first log's first sector gone, the second must not come alone", [](Bytes&, Bytes& l1, Bytes&) { std::fill_n(l1.begin(), sector, std::uint8_t{0}); }, 0, 0},
+        {"second log's first sector gone", [](Bytes&, Bytes&, Bytes& l2) { l2[3] ^= 1; }, 1, 2},
+        {"first log never used", [](Bytes& h, Bytes& l1, Bytes&) { setHeader(h, 10, 9); l1.assign(4096, 0); }, 1, 3},
+        {"hive's first block zeroed", [](Bytes& h, Bytes&, Bytes&) { std::fill_n(h.begin(), headerSize, std::uint8_t{0}); }, 2, 3},
+        {"hive's first block zeroed, and a log's", [](Bytes& h, Bytes& l1, Bytes&) { std::fill_n(h.begin(), headerSize, std::uint8_t{0}); l1[3] ^= 1; }, 0, 0},
         {"hive's header lost", [](Bytes& h, Bytes&, Bytes&) { h[40] ^= 0x55; }, 2, 3},
         {"page outside the hive", [](Bytes&, Bytes& l1, Bytes& l2) { put32(l1.data() + sector + 40, 0x7FFFF000); sign(l1.data() + sector, l1.size() - sector); l2.clear(); }, 0, 0},
         {"more pages than there are", [](Bytes&, Bytes& l1, Bytes& l2) { put32(l1.data() + sector + 20, 0x10000000); sign(l1.data() + sector, l1.size() - sector); l2.clear(); }, 0, 0},
@@ -133,7 +138,7 @@ TEST(HiveLog, NewFormReplaysAnUnbrokenRunAndNothingElse) {
         addEntry(log2, first.before, first.pages, 4);   // left over from long ago
         c.spoil(hive, log1, log2);
         const HiveRecovery recovery = replayLogs(hive, {log2, log1});
-        EXPECT_EQ(recovery.entriesReplayed, c.replayed);
+        EXPECT_EQ(recovery.used.size(), c.replayed);
         if (c.state == 0) {
             EXPECT_TRUE(recovery.hive == hive);
             EXPECT_THROW(readHive(hive, {log1, log2}), HiveError);
@@ -167,7 +172,7 @@ TEST(HiveLog, OldFormIsOneSetOfPages) {
         Bytes spoiltHive = hive, spoiltLog = log;
         spoil(spoiltHive, spoiltLog);
         const HiveRecovery recovery = replayLogs(spoiltHive, {spoiltLog});
-        EXPECT_EQ(recovery.entriesReplayed, 0u);
+        EXPECT_EQ(recovery.used.size(), 0u);
         EXPECT_TRUE(recovery.hive == spoiltHive);
         EXPECT_EQ(recovery.findings.size(), 1u);
         EXPECT_THROW(readHive(spoiltHive, {spoiltLog}), HiveError);

@@ -1,5 +1,6 @@
 #pragma once
 // A small world with its lists: engine, registry, History.txt, journal and favourites in one folder.
+#include "lists/Drift.h"
 #include "lists/Listen.h"
 #include "lists/ListenOrdner.h"
 #include "tipengine/Aufzeichnungen.h"
@@ -52,6 +53,32 @@ struct Listenprobe : Probe {
         for (const std::string& line : found.lines) text += line + "\n";
         for (const char* file : {"windows/win.ini", "boot.ini"})
             if (std::filesystem::exists(dir / "drive_c" / file)) text += bytesOf(dir / "drive_c" / file);
+        return text;
+    }
+    // What the window of conflicts is to be answered with from now on, and its rows when it came last.
+    void onConflicts(bool proceed, bool restore) {
+        port.onWindow("frmBVK_UndoConflicts", [this, proceed, restore](WindowRequest& request) {
+            auto& asked = dynamic_cast<UndoConflictsRequest&>(request);
+            conflicts.clear();
+            for (auto& row : asked.rows) {
+                EXPECT_FALSE(row.restore);   // nothing is preset
+                conflicts.push_back(row.place + ": " + row.before + ", " + row.after + ", " + row.now + " " + row.by);
+                row.restore = restore;
+            }
+            asked.proceed = proceed;
+        });
+    }
+    std::vector<std::string> conflicts;
+    // All that does not stand as it was set: "state place: set, now".
+    std::string drifted() {
+        std::string text;
+        for (const DriftEntry& entry : drift(*ctx, lists->journal())) {
+            if (entry.state == DriftState::AsSet) continue;
+            text += entry.state == DriftState::Differs ? "differs " : "unreadable ";
+            text += std::to_string(entry.nummer) + " " + entry.place + ": ";
+            if (entry.isLine) text += entry.setLine.value_or("-") + ", " + entry.nowLine.value_or("-") + "|";
+            else text += shownRaw(entry.set) + ", " + shownRaw(entry.now) + "|";
+        }
         return text;
     }
     bool exact(std::int64_t number) { return Ruecknahme(*ctx, lists->journal(), lists->history()).zuruecksetzen(number); }

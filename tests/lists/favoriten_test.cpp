@@ -26,6 +26,7 @@ TEST(Favoriten, HinzufuegenSortiertUndNurEinmal) {
     p.port.expectBox("Eintrag schon in den Favoriten vorhanden");
     f.FavAdd();
     EXPECT_EQ(p.file(FavoritenDatei), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n");
+    p.ctx->einstellungen.SoundOn = true;
     f.choose(2);    // does nothing until the list is loaded again, but the button shows it
     EXPECT_EQ(p.fenster().lblDBTippU, "Alpha");
     f.FavAuswahlAnzeigen();
@@ -34,6 +35,7 @@ TEST(Favoriten, HinzufuegenSortiertUndNurEinmal) {
     EXPECT_EQ(p.fenster().lblDBTippU, "Äpfel & Birnen");
     p.port.expectBox("Unbekannter Eintrag");
     f.clickMenu(4);
+    EXPECT_EQ(p.port.sounds.size(), 3u) << "the combo once, the menu twice; the button's comes from the window";
 }
 
 TEST(Favoriten, LoeschenUndVerwalten) {
@@ -52,7 +54,7 @@ TEST(Favoriten, LoeschenUndVerwalten) {
     p.port.expectBox("Achtung: Soll der Eintrag: beta gelöscht werden?", Answer::Yes);
     f.FavDel();
     EXPECT_EQ(p.file(FavoritenDatei), "Alpha\r\nnicht im Baum\r\n");
-    p.dir.put(FavoritenDatei, "Alpha\r\nfremd\r\nnicht im Baum\r\n");
+    p.dir.put(FavoritenDatei, "Alpha\r\nbeta\r\nfremd\r\nnicht im Baum\r\n");   // from an editor with its older text
     p.port.onWindow("frmBVK_FavVerwalten", [&](WindowRequest& w) {
         auto& window = dynamic_cast<FavVerwaltenAnfrage&>(w);
         EXPECT_EQ(window.lvFav, (Texte{"Alpha", "nicht im Baum"}));

@@ -39,10 +39,11 @@ TEST(ListenDatei, LiestJedesZeilenende) {
 
 TEST(ListenDatei, WasNichtGelesenWerdenKannBleibtWieEsIst) {
     TempDir dir;
-    const std::string utf16("\xFF\xFE" "a\0\r\0\n\0", 8);
-    ListenDatei wide(dir.put("w.txt", utf16));
-    EXPECT_THROW(wide.read(), NumberedError);
-    EXPECT_EQ(bytesOf(dir / "w.txt"), utf16);
+    for (const std::string& utf16 : {std::string("\xFF\xFE" "a\0\r\0\n\0", 8), std::string("\xFE\xFF" "\0a\0\r\0\n", 8), std::string("a\0b\0\r\0\n\0", 8)}) {
+        ListenDatei wide(dir.put("w.txt", utf16));
+        EXPECT_THROW(wide.read(), NumberedError);
+        EXPECT_EQ(bytesOf(dir / "w.txt"), utf16);
+    }
     ListenDatei big(dir.put("g.txt", std::string(ListenDatei::Grenze + 1, 'x')));
     EXPECT_THROW(big.read(), NumberedError);
 }

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "frame/DateiSystem.h"
-#include "lists/INIStand.h"
 #include "lists/Listenprobe.h"
 #include "tipengine/Fensteranfragen.h"
 
@@ -101,7 +100,8 @@ TEST(Undo, GenauAufDemRechnerDerAenderung) {
     SqliteStore there(p.dir / "dort.db");
     there.createKey(Root::Users, std::string(Sid) + "\\Software");
     bool reachable = true;
-    p.machines->setFinder([&](const std::string& name) -> RegStore* { return reachable && name == "DORT" ? &there : nullptr; });
+    RegistryTarget target([&]() -> RegStore& { return there; }, TargetFiles::none({}));
+    p.machines->setFinder([&](const std::string& name) { return reachable && name == "DORT" ? &target : nullptr; });
     const auto remote = [&](const std::string& path) {
         p.ctx->objBVKReg.SetPath("DORT", "HKEY_USERS\\" + std::string(Sid) + path);
         const auto raw = p.ctx->objBVKReg.ReadRaw();
@@ -118,13 +118,17 @@ TEST(Undo, GenauAufDemRechnerDerAenderung) {
     EXPECT_EQ(remote("\\Software\\Probe\\A") + remote("\\Software\\Neu\\Tief\\C"), "neuc");
     select("PROBE-PC");
     reachable = false;
-    p.port.expectBox("Der Rechner \"DORT\" ist nicht erreichbar. Es wurde nichts geändert.");
+    p.port.expectBox("auf dem Rechner \"DORT\" gemacht, der gerade nicht bearbeitet wird", Answer::No);
+    EXPECT_FALSE(p.exact(1));
+    EXPECT_NE(p.drifted().find("unreadable 1 HKEY_USERS\\" + std::string(Sid) + "\\Software\\Probe\\A: REG_SZ \"neu\""), std::string::npos) << p.drifted();
+    p.port.expectBox("auf dem Rechner \"DORT\"", Answer::Yes).expectBox("Der Rechner \"DORT\" ist nicht erreichbar. Es wurde nichts geändert.");
     EXPECT_FALSE(p.exact(1));
     reachable = true;
     there.setValue(Root::Users, std::string(Sid) + "\\Software\\Probe", ValueName::named("A"), fromText("fremd", 1));
-    p.port.expectBox("HKEY_USERS\\" + std::string(Sid) + "\\Software\\Probe\\A\r\n   vorher: (nicht vorhanden)\r\n   nach der Änderung: REG_SZ \"neu\"\r\n   jetzt: REG_SZ \"fremd\"", Answer::Yes)
-        .expectBox(Fertig);
+    p.port.expectBox("auf dem Rechner \"DORT\"", Answer::Yes).expectBox(Fertig);
+    p.onConflicts(true, true);
     EXPECT_TRUE(p.exact(1)) << p.port.lastBox();
+    EXPECT_EQ(p.conflicts, (std::vector<std::string>{"HKEY_USERS\\" + std::string(Sid) + "\\Software\\Probe\\A: (nicht vorhanden), REG_SZ \"neu\", REG_SZ \"fremd\" von anderer Seite"}));
     EXPECT_EQ(remote("\\Software\\Probe\\A") + remote("\\Software\\Neu\\Tief\\C"), "--");
     EXPECT_FALSE(there.keyExists(Root::Users, std::string(Sid) + "\\Software\\Neu"));
     EXPECT_EQ(p.values(), "1:hier - -");
@@ -155,10 +159,19 @@ TEST(Undo, GenauFragtVorFremdenAenderungen) {
     p.change("neu", "1", "c");
     p.put("HKCU\\Software\\Probe\\A", 1, "fremd");
     p.put("HKCU\\Software\\Neu\\Tief\\D", 1, "bleibt");
-    p.port.expectBox("HKEY_CURRENT_USER\\Software\\Probe\\A\r\n   vorher: (nicht vorhanden)\r\n   nach der Änderung: REG_SZ \"neu\"\r\n   jetzt: REG_SZ \"fremd\"", Answer::No);
+    p.onConflicts(false, true);
     EXPECT_FALSE(p.exact(1));
+    EXPECT_EQ(p.conflicts, (std::vector<std::string>{"HKEY_CURRENT_USER\\Software\\Probe\\A: (nicht vorhanden), REG_SZ \"neu\", REG_SZ \"fremd\" von anderer Seite"}));
     EXPECT_EQ(p.values(), "1:fremd 4:1 1:c");
-    p.port.expectBox("von anderer Seite", Answer::Yes).expectBox(Fertig);
+    p.onConflicts(true, false);
+    p.port.expectBox("wie vor der Änderung, bis auf 1, die");
+    EXPECT_TRUE(p.exact(1));
+    EXPECT_EQ(p.values() + p.get("HKCU\\Software\\Neu\\Tief\\D"), "1:fremd - -1:bleibt");
+    p.port.expectBox(Wieder);
+    EXPECT_TRUE(p.redo(1));
+    EXPECT_EQ(p.values(), "1:fremd 4:1 1:c");
+    p.onConflicts(true, true);
+    p.port.expectBox(Fertig);
     EXPECT_TRUE(p.exact(1));
     EXPECT_EQ(p.values() + p.get("HKCU\\Software\\Neu\\Tief\\D"), "- - -1:bleibt");
 }
@@ -254,8 +267,11 @@ TEST(Undo, FremderSchluesselWirdErfragt) {
     p.port.expectBox("Alle markierten Einträge werden gelöscht", Answer::Yes);
     p.engine->clickRegDel();
     p.put("HKCR\\Directory\\shell\\eins\\", 1, "Fremd");
-    p.port.expectBox("jetzt: Schlüssel mit 0 Unterschlüsseln und 1 Werten", Answer::Yes).expectBox(Fertig);
+    p.onConflicts(true, true);
+    p.port.expectBox(Fertig);
     EXPECT_TRUE(p.exact(1));
+    EXPECT_EQ(p.conflicts, (std::vector<std::string>{"HKEY_LOCAL_MACHINE\\Software\\Classes\\Directory\\shell\\eins: Schlüssel mit 0 Unterschlüsseln und 1 Werten, (nicht vorhanden), "
+                                                     "Schlüssel mit 0 Unterschlüsseln und 1 Werten von anderer Seite"}));
     EXPECT_EQ(p.alles(), before);
     EXPECT_EQ(p.file(), "");    // keys have no line
     p.port.onWindow("frmBVK_HistoryListe", [](WindowRequest& w) { EXPECT_TRUE(dynamic_cast<HistoryListeAnfrage&>(w).zeilen.empty()); });
@@ -292,8 +308,9 @@ TEST(Undo, IniDateiKommtGanzZurueck) {
     p.lists->historyFenster().oeffnen();
     EXPECT_EQ(bytesOf(file), changed);
     p.dir.put("drive_c/WINDOWS/win.ini", changed + "fremd=1\r\n");
-    p.port.expectBox("   + fremd=1", Answer::No);
+    p.onConflicts(false, false);
     EXPECT_FALSE(p.exact(1));
+    EXPECT_NE(p.conflicts.at(0).find("   + fremd=1"), std::string::npos);
     p.dir.put("drive_c/WINDOWS/win.ini", changed);
     setReadOnly(file, true);
     p.port.expectBox("ist schreibgeschützt. Soll der Schreibschutz", Answer::No).expectBox("Es wurde nichts geändert.");
@@ -326,46 +343,77 @@ TEST(Undo, HalbGespeichertesWirdZumZuruecknehmenAngeboten) {
     }
 }
 
-TEST(Drift, NenntDenLetztenStand) {
+// What stands there by the program's own doing is no drift, whichever way it was done.
+TEST(Drift, KenntDieEigenenWege) {
     Listenprobe p;
+    p.put("HKCU\\Software\\Probe\\A", 1, "alt");
     p.change("neu", "1", "c");
+    EXPECT_EQ(p.drifted(), "");
+    p.put("HKCU\\Software\\Probe\\B", 4, "7");        // somebody else's, which the next save leaves as it is
+    EXPECT_EQ(p.drifted(), "differs 1 HKEY_CURRENT_USER\\Software\\Probe\\B: REG_DWORD \"1\", REG_DWORD \"7\"|");
     p.show("Drei");
     p.engine->userText(0, "neuer");
     p.saveOk();
-    const auto set = p.lists->journal().lastWritten();
-    ASSERT_EQ(set.size(), 3u);
-    EXPECT_EQ(toText(*set[0].wert) + "|" + set[0].überschrift + "|" + set[0].rechner, "neuer|Drei|PROBE-PC");
+    EXPECT_EQ(p.drifted(), "differs 1 HKEY_CURRENT_USER\\Software\\Probe\\B: REG_DWORD \"1\", REG_DWORD \"7\"|");
+    p.put("HKCU\\Software\\Probe\\B", 4, "1");
+    p.port.expectBox(Fertig).expectBox(Fertig);
+    EXPECT_TRUE(p.exact(2));
+    EXPECT_EQ(p.drifted(), "");
+    EXPECT_TRUE(p.exact(1));
+    EXPECT_EQ(p.drifted() + p.values(), "1:alt - -");
+
+    Listenprobe told;
+    told.change("neu", "1", "c");
+    told.port.expectBox("erfolgreich zurückgesetzt");
+    EXPECT_TRUE(told.told(1)) << told.port.lastBox();
+    EXPECT_EQ(told.drifted(), "");
+    told.put("HKCU\\Software\\Probe\\A", 1, "fremd");
+    EXPECT_EQ(told.drifted(), "differs 2 HKEY_CURRENT_USER\\Software\\Probe\\A: (nicht vorhanden), REG_SZ \"fremd\"|");
+}
+
+TEST(Drift, EinGeloeschterSchluesselNimmtSeineWerteMit) {
+    Listenprobe p({{.Index = 1, .Überschrift = "Wert", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "W", .Schlüssel = "Software\\Probe\\eins"},
+                   {.Index = 2, .Überschrift = "Liste", .Ausgabeart = 8, .Datentyp = 1, .Wertname = nullptr}});
+    p.show("Wert");
+    p.engine->userText(0, "x");
+    p.saveOk();
+    p.show("Liste");
+    p.engine->userTick(0, 0, true);
+    p.port.expectBox("gelöscht", Answer::Yes);
+    p.engine->clickRegDel();
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\eins\\W") + p.drifted(), "-");
+    p.put("HKCU\\Software\\Probe\\eins\\W", 1, "fremd");
+    EXPECT_EQ(p.drifted(), "differs 2 HKEY_CURRENT_USER\\Software\\Probe\\eins\\W: (nicht vorhanden), REG_SZ \"fremd\"|");
+    p.onConflicts(true, true);
+    p.port.expectBox(Fertig);
+    EXPECT_TRUE(p.exact(2));
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\eins\\W") + p.drifted(), "1:x");
 }
 
 TEST(Drift, NenntZeilenVonIniDateien) {
     Listenprobe p({{.Index = 1, .Überschrift = "Ini", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "load", .INITipp = true, .Hauptschlüssel = nullptr, .Schlüssel = "windows", .SchlüsselNT = "win.ini"}});
-    const auto drifted = [&] {
-        std::vector<std::string> unreadable;
-        std::string text;
-        for (const INIAbweichung& line : iniAbweichungen(p.lists->journal(), unreadable))
-            text += fmt::format("{} {} [{}] {}: {} {}|", line.nummer, line.tipp, line.sektion, line.schluessel, line.gesetzt.value_or("-"), line.jetzt.value_or("-"));
-        for (const std::string& name : unreadable) text += name;
-        return text;
-    };
     p.dir.put("drive_c/windows/win.ini", "[Windows]\r\nrun=1\r\n");
     p.show("Ini");
     p.engine->userText(0, "a.exe");
     p.save();
     p.engine->userText(0, "b.exe");
     p.save();
-    EXPECT_EQ(drifted(), "");
+    EXPECT_EQ(p.drifted(), "");
     const struct {
         const char *content, *drift;
-    } cases[] = {{"[WINDOWS]\r\n LOAD = b.exe \r\nrun=anders\r\n", ""}, {"[windows]\r\nload=c.exe\r\n", "2 1 [Windows] load: b.exe c.exe|"}, {"", "2 1 [Windows] load: b.exe -|"}};
+    } cases[] = {{"[WINDOWS]\r\n LOAD = b.exe \r\nrun=anders\r\n", ""},
+                 {"[windows]\r\nload=c.exe\r\n", "differs 2 C:\\windows\\win.ini [Windows] load: b.exe, c.exe|"},
+                 {"", "differs 2 C:\\windows\\win.ini [Windows] load: b.exe, -|"}};
     for (const auto& c : cases) {
         p.dir.put("drive_c/windows/win.ini", c.content);
-        EXPECT_EQ(drifted(), c.drift) << c.content;
+        EXPECT_EQ(p.drifted(), c.drift) << c.content;
     }
-    p.port.expectBox("von anderer Seite", Answer::Yes).expectBox(Fertig);
+    p.onConflicts(true, true);
+    p.port.expectBox(Fertig);
     EXPECT_TRUE(p.exact(2));   // what stands there now by the undo is what was set
-    EXPECT_EQ(drifted(), "");
+    EXPECT_EQ(p.drifted(), "");
     std::filesystem::resize_file(p.dir / "drive_c/windows/win.ini", 20u << 20);
-    EXPECT_NE(drifted().find("win.ini"), std::string::npos);
+    EXPECT_TRUE(p.drifted().starts_with("unreadable 3 C:\\windows\\win.ini")) << p.drifted();
 }
 
 TEST(Undo, EinKaputtesJournalHaeltNichtsAuf) {

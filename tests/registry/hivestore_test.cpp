@@ -1,5 +1,7 @@
 // Keys saved as hive files and brought back, and hive files as stores of their own.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <random>
 
@@ -23,7 +25,7 @@ using Lines = std::vector<std::string>;
 namespace {
 
 void plain(HiveKey& key) {
-    key.flags = key.userFlags = 0;
+    key.flags &= hivefmt::nk::Travelling;
     key.accessBits = 0;
     for (HiveKey& subKey : key.subKeys) plain(subKey);
 }
@@ -63,7 +65,8 @@ protected:
 }  // namespace
 
 TEST_F(HiveFilesTest, EverythingComesBackThroughTheEmbeddedStore) {
-    const Hive sample = sampleHive(3);
+    Hive sample = sampleHive(3);
+    sample.findPath("Namen\\a")->lastWrite = 0;   // a time like any other
     put(local.store, Root::LocalMachine, key, sample);
     ASSERT_TRUE(files.save(local.store, Root::LocalMachine, key, local.folder / "eins.hiv"));
     const Hive saved = hiveIn(local.folder / "eins.hiv");
@@ -309,7 +312,7 @@ TEST_F(HiveStoreTest, TransactionsAreWrittenOnceOrTakenBack) {
         store->setValue(root, "Texte", ValueName::unnamed(), sz("x"));
         store->setValue(root, "Texte", ValueName::named("frisch"), sz("x"));
         store->deleteValue(root, "Texte", ValueName::named("leer"));
-        store->setDetails(root, "Texte", {{'K', 0}, 5, defaultDescriptor(), false});
+        store->setDetails(root, "Texte", {{'K', 0}, 5, defaultDescriptor(), false, 0x10, 7});
         store->deleteKey(root, "Namen\\a");
         store->setValue(root, "Ganz\\Neu", ValueName::unnamed(), sz("x"));
         store->clear(root, "Viele");
@@ -423,5 +426,74 @@ TEST_F(HiveStoreTest, ADirtyHiveShowsWhatItsLogsHold) {
     EXPECT_EQ(told(*openHiveFile(dirty), root, ""), told(*opened, root, ""));
     for (const char* ending : {"", ".LOG1", ".LOG2"}) {
         EXPECT_EQ(load(folder / ("NewDirtyHive" + std::string(ending) + ".bvk")), load(genuine / ("NewDirtyHive" + std::string(ending))));
+    }
+}
+
+TEST_F(HiveStoreTest, CopiesAreNoMoreOpenThanTheFile) {
+    const auto mode = [](const fs::path& of) { return static_cast<unsigned>(fs::status(of).permissions()); };
+    const fs::path copy = folder / "probe.hiv.bvk";
+    for (const auto& [before, after] : {std::pair{0640u, 0640u}, {0600u, 0600u}, {04646u, 0644u}}) {
+        fs::remove(copy);
+        fs::permissions(file, static_cast<fs::perms>(before));
+        openHiveFile(file)->setValue(root, "Texte", ValueName::named("m"), dword(before));
+        EXPECT_EQ(mode(file), after);
+        EXPECT_EQ(mode(copy), after);
+    }
+    if (::geteuid() == 0) {   // else nobody can give a file away
+        fs::remove(copy);
+        ASSERT_EQ(::chown(file.c_str(), 65534, 65533), 0);
+        openHiveFile(file)->setValue(root, "Texte", ValueName::named("m"), dword(1));
+        for (const fs::path& each : {file, copy}) {
+            struct stat facts{};
+            ASSERT_EQ(::stat(each.c_str(), &facts), 0);
+            EXPECT_EQ(facts.st_uid, 65534u);
+            EXPECT_EQ(facts.st_gid, 65533u);
+        }
+    }
+    // Something else in its place is no safety copy.
+    for (const bool link : {true, false}) {
+        fs::remove(copy);
+        link ? fs::create_symlink("probe.hiv", copy) : static_cast<void>(fs::create_directory(copy));
+        const Bytes before = load(file);
+        const auto opened = openHiveFile(file);
+        try {
+            opened->setValue(root, "Texte", ValueName::named("anders"), dword(1));
+            FAIL() << "written without a safety copy";
+        } catch (const RegError& error) {
+            EXPECT_NE(std::string(error.what()).find("probe.hiv.bvk\" kann nicht angelegt werden, weil dort ein Verweis"), std::string::npos) << error.what();
+        }
+        EXPECT_EQ(load(file), before);
+    }
+}
+
+// A link may lead to any file of the host, whose content would come into the hive and the copies.
+TEST_F(HiveStoreTest, ALogThatIsALinkIsNotRead) {
+    Bytes dirty = load(file);
+    hivefmt::put32(dirty.data() + hivefmt::header::Sequence1, 50);
+    hivefmt::put32(dirty.data() + hivefmt::header::Checksum, hivefmt::headerChecksum(dirty.data()));
+    hivetest::save(file, dirty);
+    writeFile(folder / "geheim", "nicht von hier");
+    fs::create_symlink("geheim", folder / "probe.hiv.LOG1");
+    try {
+        openHiveFile(file);
+        FAIL();
+    } catch (const RegError& error) {
+        EXPECT_NE(std::string(error.what()).find("probe.hiv.LOG1\" ist ein Verweis"), std::string::npos) << error.what();
+    }
+    EXPECT_EQ(joined(folder.names()), "geheim|probe.hiv|probe.hiv.LOG1");
+}
+
+TEST_F(HiveFilesTest, ASavedRootKeepsItsName) {
+    hivetest::save(local.folder / "a.hiv", writeHive(sampleHive(3, 2)));
+    const auto hive = openHiveFile(local.folder / "a.hiv");
+    local.store.createKey(Root::LocalMachine, "Software");
+    const struct {
+        RegStore& store;
+        std::string key, name;
+    } cases[] = {{*hive, "", "Wurzel"}, {*hive, "Texte", "Texte"}, {local.store, "", "HKEY_LOCAL_MACHINE"}};
+    for (const auto& c : cases) {
+        fs::remove(local.folder / "b.hiv");
+        ASSERT_TRUE(files.save(c.store, Root::LocalMachine, c.key, local.folder / "b.hiv"));
+        EXPECT_EQ(hiveIn(local.folder / "b.hiv").root.name, c.name);
     }
 }

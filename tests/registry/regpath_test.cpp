@@ -177,9 +177,10 @@ TEST(Service, Machines) {
     EXPECT_EQ(s.reg.GetComputerName(), "BRENVIK-PC");
     s.at("HKLM\\System\\CurrentControlSet\\Control\\ComputerName\\ComputerName\\ComputerName").WriteValue("ZUHAUSE", 1);
     EXPECT_EQ(s.reg.GetComputerName(), "ZUHAUSE");
-    s.machines.setFinder([&](const std::string& name) -> RegStore* {
+    RegistryTarget far([&]() -> RegStore& { return other.store; }, TargetFiles::none({}));
+    s.machines.setFinder([&](const std::string& name) {
         if (name == "ZU") throw RegError(regerr::NoAccess, "zu");
-        return name == "FERN" ? &other.store : nullptr;
+        return name == "FERN" ? &far : nullptr;
     });
     const std::pair<const char*, std::int32_t> codes[] = {{"", 0}, {"zuhause", 0}, {"FERN", 0}, {"ZU", 5}, {"NIRGENDS", 53}};
     for (const auto& [name, code] : codes) EXPECT_EQ(s.reg.ConnectRemote(name, 0x80000002u), code) << name;

@@ -67,11 +67,20 @@ TEST(RegText, Meaning) {
         {"mark", "\xEF\xBB\xBF" + V5 + "[HKCU\\Ä]\n", "2 key HKCU|Ä\n"},
         {"deletions", V5 + "[-HKCU\\A\\B]\n[HKCU\\A]\n\"v\"=-\n@=-\n", "2 -key HKCU|A\\B\n3 key HKCU|A\n4 -value HKCU|A|v\n5 -value HKCU|A|@\n"},
         {"comments and blanks", V5 + "; a\n\n  ;b\n\t[HKCU\\A]  ; c\n  \"v\"=\"x\" ; d\n", "5 key HKCU|A\n6 set HKCU|A|v 1:78 00 00 00\n"},
+        {"notes", V5 + "# a\n[HKCU\\A]\n  #b\n\"v\"=hex:01,\\ ; c\n\n  ; d\n# e\n\t\n  02,\\\n;f\n  03\n\"w\"=dword:2\n",
+         "3 key HKCU|A\n5 set HKCU|A|v 3:01 02 03\n13 set HKCU|A|w 4:02 00 00 00\n"},
+        {"a wrapped end", V5 + "[HKCU\\A]\n\"v\"=hex:01,\\\n\n; c\n\"w\"=hex:02,\\\n\n[HKCU\\B]\n", "2 key HKCU|A\n3 set HKCU|A|v 3:01\n6 set HKCU|A|w 3:02\n8 key HKCU|B\n"},
         {"old line ends", "REGEDIT4\r[HKCU\\A]\r\"v\"=dword:1\r", "2 key HKCU|A\n3 set HKCU|A|v 4:01 00 00 00\n"},
         {"UTF-16", wide(V5 + "[HKCU\\Ω\xF0\x9F\x98\x80\xED\xA0\x80]\r\n\"v\"=dword:1\r\n"), "2 key HKCU|Ω\xF0\x9F\x98\x80\xED\xA0\x80\n3 set HKCU|Ω\xF0\x9F\x98\x80\xED\xA0\x80|v 4:01 00 00 00\n"},
         {"UTF-16 without mark", wide(V5 + "[HKCU\\A]\r\n").substr(2), "2 key HKCU|A\n"},
     };
-    for (const Case& c : cases) EXPECT_EQ(told(parseRegText(c.text)), c.told) << c.what;
+    for (const Case& c : cases) {
+        EXPECT_EQ(told(parseRegText(c.text)), c.told) << c.what;
+        RegText again;   // read a second time, and not kept between
+        const RegTextFile file(c.text);
+        file.each([&](const RegOperation& operation) { again.operations.push_back(operation); });
+        EXPECT_EQ(told(again), c.told) << c.what;
+    }
 }
 
 TEST(RegText, Refused) {
@@ -118,12 +127,16 @@ TEST(RegText, Refused) {
         {"zeros", key + "\0\0\n"s, ok + "3 ! Die Zeile ist weder ein Schlüssel noch ein Wert.\n"},
         {"zero in a text", key + "\"v\"=\"a\0b\"\n"s, ok + "3 ! Ein Text mit Nullzeichen kann nicht als Zeichenkette gespeichert werden.\n"},
     };
-    for (const Case& c : cases) EXPECT_EQ(told(parseRegText(c.text)), c.told) << c.what;
+    for (const Case& c : cases) {
+        const RegText whole = parseRegText(c.text);
+        EXPECT_EQ(told(whole), c.told) << c.what;
+        EXPECT_EQ(RegTextFile(c.text).each([](const RegOperation&) {}), whole.problems) << c.what;
+    }
 }
 
 // Reading never takes time that grows faster than the text.
 TEST(RegText, LongNonsense) {
-    for (const std::string& unit : {"\""s, "[\n"s, "\"\\\n"s, "\"a\"=\"\n"s, "@=hex:\\\n"s, "\\\n"s, "x\\\n"s, "[HKCU\\"s}) {
+    for (const std::string& unit : {"\""s, "[\n"s, "\"\\\n"s, "\"a\"=\"\n"s, "@=hex:\\\n"s, "00,\\\n;\n"s, ";\n\n#"s, "\\\n"s, "x\\\n"s, "[HKCU\\"s}) {
         std::string text = V5 + "[HKCU\\A]\n";
         while (text.size() < 2000000) text += unit;
         EXPECT_LE(parseRegText(text).problems.size(), MaxRegTextProblems);

@@ -57,6 +57,27 @@ TEST(RegTextWriter, Regedit4) {
     writer.value(ValueName::named("y"), fromText("Ω", 2));
     writer.value(ValueName::named("z"), {2, {1, 2, 3}});
     EXPECT_EQ(writer.lost(), 4u);
+    writer.key(Root::Users, "Ω");
+    writer.value(ValueName::named("verloren mit ihm"), dword(1));
+    writer.key(Root::Users, "B");
+    writer.deleteValue(ValueName::named("Ω"));
+    EXPECT_EQ(writer.bytes(), "REGEDIT4\r\n\r\n[HKEY_USERS\\\xC4]\r\n\"\x80\"=\"\xDF\"\r\n\"e\"=hex(2):25,61,25,00\r\n\r\n[HKEY_USERS\\B]\r\n\r\n");
+    std::string omitted;
+    for (const auto& entry : writer.omitted()) omitted += entry.key + (entry.value ? "|" + entry.value->text() : std::string()) + ";";
+    EXPECT_EQ(omitted, "Ä|Ω;Ä|x;Ä|y;Ä|z;Ω;B|Ω;");
+}
+
+// A line end in a key's name would begin a line of its own, with whatever stands behind it.
+TEST(RegTextWriter, KeysWithLineEndsAreLeftOutWithAllBelow) {
+    TempStore t;
+    for (const char* key : {"A\\vorher", "A\\x]\r\n[-HKEY_LOCAL_MACHINE\\Software\\tief", "A\\z"}) t.store.setValue(Root::CurrentUser, key, ValueName::named("v"), dword(1));
+    RegTextWriter writer(RegTextWriter::Format::Version5);
+    writer.tree(t.store, Root::CurrentUser, "A");
+    EXPECT_EQ(writer.bytes(), "\xFF\xFE" + utf16LeFromUtf8("Windows Registry Editor Version 5.00\r\n\r\n[HKEY_CURRENT_USER\\A]\r\n\r\n[HKEY_CURRENT_USER\\A\\vorher]\r\n"
+        "\"v\"=dword:00000001\r\n\r\n[HKEY_CURRENT_USER\\A\\z]\r\n\"v\"=dword:00000001\r\n\r\n"));
+    ASSERT_EQ(writer.omitted().size(), 1u);
+    EXPECT_EQ(writer.omitted()[0].key, "A\\x]\r\n[-HKEY_LOCAL_MACHINE");
+    EXPECT_EQ(writer.lost(), 1u);
 }
 
 TEST(RegTextWriter, ComesBack) {

@@ -272,7 +272,7 @@ TEST(SqliteStore, DetailsOfKeys) {
     const auto made = t.store.details(Root::LocalMachine, "S\\A")->written;
     EXPECT_NEAR(static_cast<double>(made) / 1e7 - 11644473600.0,
                 std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count(), 60.0);
-    const KeyDetails details{{'C', 0}, 116444736000000000u, {1, 0, 4, 0x80}, true};
+    const KeyDetails details{{'C', 0}, 116444736000000000u, {1, 0, 4, 0x80}, true, 0x10, 0x0103};
     t.store.setDetails(Root::LocalMachine, "S\\A", details);
     t.store.setDetails(Root::LocalMachine, "S\\B", {{}, 5, {1, 0, 4, 0x80}, false});
     const auto read = t.store.details(Root::LocalMachine, "s\\a");
@@ -280,7 +280,7 @@ TEST(SqliteStore, DetailsOfKeys) {
     EXPECT_EQ(read->className, details.className);
     EXPECT_EQ(read->written, details.written);
     EXPECT_EQ(read->descriptor, details.descriptor);
-    EXPECT_TRUE(read->readOnly);
+    EXPECT_TRUE(*read == details);
     EXPECT_FALSE(t.store.details(Root::LocalMachine, "S\\C"));
     t.store.setValue(Root::LocalMachine, "S\\B", Unnamed, sz("x"));   // writing moves the time, and nothing else
     EXPECT_GE(t.store.details(Root::LocalMachine, "S\\B")->written, made);

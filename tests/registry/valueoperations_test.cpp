@@ -114,6 +114,33 @@ TEST(ValueOperations, TypeNames) {
     }
 }
 
+TEST(ValueOperations, AValueNameMayHoldABackslash) {
+    World w;
+    BVKRegistry& registry = w.ctx.objBVKReg;
+    w.t.store.setValue(Root::CurrentUser, "S\\a", ValueName::named("b"), sz("anderer"));
+    registry.SetValuePath("", "HKEY_CURRENT_USER\\S", "a\\b");
+    EXPECT_FALSE(registry.Exists(KEY_QUERY_VALUE_MASK));
+    EXPECT_TRUE(registry.WriteValue("x", 1));
+    EXPECT_EQ(textOf(w.t.store, Root::CurrentUser, "S", "a\\b"), "x");
+    EXPECT_EQ(registry.ReadValue(false), "x");
+    EXPECT_EQ(registry.ReadType(KEY_QUERY_VALUE_MASK), 1);
+    EXPECT_TRUE(registry.Exists(KEY_ALL_ACCESS_MASK));
+    EXPECT_TRUE(registry.Delete());
+    EXPECT_FALSE(w.t.store.hasValue(Root::CurrentUser, "S", ValueName::named("a\\b")));
+    registry.SetValuePath("", "HKEY_CURRENT_USER\\S", "ende\\");
+    EXPECT_TRUE(registry.WriteValue("y", 1));
+    EXPECT_EQ(textOf(w.t.store, Root::CurrentUser, "S", "ende\\"), "y");
+    // The others mean what the told path means.
+    registry.SetValuePath("", "HKCU\\S\\a", "b");
+    EXPECT_EQ(registry.ReadValue(false), "anderer");
+    registry.SetValuePath("", "HKCU\\S\\Neu", "");
+    EXPECT_TRUE(registry.WriteValue("", 0));
+    EXPECT_EQ(joined(w.t.store.subKeys(Root::CurrentUser, "S")), "a|Neu");
+    EXPECT_TRUE(registry.Delete());
+    registry.SetPath("", "HKCU\\S\\a\\b");
+    EXPECT_EQ(registry.ReadValue(false), "anderer");
+}
+
 TEST(ValueOperations, RootsOnOtherMachines) {
     World w;
     w.ctx.strUserSID = "S-1-5-21-9";
@@ -172,7 +199,8 @@ TEST(ValueOperations, DeleteOnAnotherMachine) {
     for (const char* key : {"1", "2", "3"}) hive.root.ensure("A").ensure("B").ensure(key);
     hivetest::save(folder / "fern.hiv", writeHive(hive));
     const auto other = openHiveFile(folder / "fern.hiv");
-    w.machines.setFinder([&](const std::string&) { return other.get(); });
+    RegistryTarget target([&]() -> RegStore& { return *other; }, TargetFiles::none({}));
+    w.machines.setFinder([&](const std::string&) { return &target; });
     w.t.store.createKey(Root::LocalMachine, "A\\B");
     w.ctx.strRechnername = "FERN";
     std::string path = "HKLM\\A";

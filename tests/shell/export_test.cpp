@@ -21,12 +21,16 @@ TEST(ExportFenster, SammelnAnsehenLoeschen) {
     const auto action = [&](const char* name) { return window.menues().action(QLatin1String(name)); };
 
     EXPECT_FALSE(action("mnuRegFileSave")->isEnabled() || action("mnuAddRegListe")->isEnabled() || action("mnuSrvRegListe")->isEnabled());
+    EXPECT_TRUE(action("mnuListeLaden")->isEnabled());   // a list can be loaded before any Tip was added
+    probe.port.expectFile(std::nullopt);
+    action("mnuListeLaden")->trigger();
     for (const char* title : {"Eins", "Zwei"}) {
         probe.show(title);
         window.windowChanged();
         EXPECT_TRUE(action("mnuRegFileSave")->isEnabled() && action("mnuADMFileSave")->isEnabled());
         action("mnuAddRegListe")->trigger();
     }
+    EXPECT_EQ(window.findChild<QLabel*>(QStringLiteral("sbrBVK(3)"))->text(), QStringLiteral("Index: 2  |  Zur REG-Liste hinzugefügt (Tipps darin: 2)"));
     EXPECT_TRUE(action("mnuSrvRegListe")->isEnabled());
     EXPECT_FALSE(action("mnuSrvADMListe")->isEnabled());
     probe.port.onWindow("frmBVK_TippFileSave", [&](WindowRequest& request) {

@@ -7,6 +7,7 @@
 #include "shell/frmBVK_FavVerwalten.h"
 #include "shell/frmBVK_HistoryDaten.h"
 #include "shell/frmBVK_HistoryListe.h"
+#include "shell/frmBVK_UndoConflicts.h"
 
 namespace brenvik::test {
 namespace {
@@ -42,6 +43,10 @@ TEST(HistoryWindows, AChangeIsShownTakenBackAndBroughtAgain) {
         EXPECT_EQ(rowText(*list.model(), 0), "A|alt|neu");
         EXPECT_EQ(rowText(*list.model(), 1), "B|<Key nicht vorhanden>|26");
         EXPECT_EQ(list.headerItem()->text(2), "Aktueller Wert");
+        const auto* path = window.findChild<QLabel*>("lblPfad");
+        EXPECT_EQ(path->text(), "HKEY_CURRENT_USER\\Software\\Probe\\A");
+        list.setCurrentItem(list.topLevelItem(2));
+        EXPECT_EQ(path->text(), "HKEY_CURRENT_USER\\Software\\Neu\\Tief\\C");
         EXPECT_EQ(window.windowTitle(), "Historyeintrag-Daten");
         p.port.expectBox("Alle Werte stehen wieder genau so da");
         click(window, "cmdDatenGenau");
@@ -76,6 +81,29 @@ TEST(HistoryWindows, AChangeIsShownTakenBackAndBroughtAgain) {
         EXPECT_FALSE(window.isVisible());
     });
     p.lists->historyFenster().oeffnen();
+}
+
+// What was changed again stays unless it is ticked; Escape does nothing at all.
+TEST(HistoryWindows, ConflictsAreSettledOneByOne) {
+    Listenprobe p;
+    p.change("neu", "1", "c");
+    p.put("HKCU\\Software\\Probe\\A", 1, "fremd");
+    p.put("HKCU\\Software\\Probe\\B", 4, "9");
+    int round = 0;
+    drive<frmBVK_UndoConflicts, UndoConflictsRequest>(p, "frmBVK_UndoConflicts", [&](frmBVK_UndoConflicts& window) {
+        auto& list = *window.findChild<QTreeWidget*>("lvConflicts");
+        ASSERT_EQ(list.topLevelItemCount(), 2);
+        EXPECT_EQ(rowText(*list.model(), 0), "HKEY_CURRENT_USER\\Software\\Probe\\A|(nicht vorhanden)|REG_SZ \"neu\"|REG_SZ \"fremd\"|von anderer Seite");
+        EXPECT_EQ(list.topLevelItem(0)->checkState(0), Qt::Unchecked);
+        if (round++ == 0) return QTest::keyClick(&window, Qt::Key_Escape);
+        list.topLevelItem(1)->setCheckState(0, Qt::Checked);
+        click(window, "cmdProceed");
+    });
+    EXPECT_FALSE(p.exact(1));
+    EXPECT_EQ(p.values(), "1:fremd 4:9 1:c");
+    p.port.expectBox("bis auf 1");
+    EXPECT_TRUE(p.exact(1));
+    EXPECT_EQ(p.values(), "1:fremd - -");
 }
 
 TEST(FavouriteWindow, RowsGoAndOkWrites) {

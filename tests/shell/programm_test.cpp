@@ -270,19 +270,42 @@ TEST_F(Programmprobe, DefaultDeleteAndClosingWithAnUnsavedChange) {
     EXPECT_NE(stand(), "fehlt");
 }
 
-TEST_F(Programmprobe, WhatCannotBeSavedKeepsTheWindowOpen) {
+// From a number that no save takes, and from one that the user drops. What the way leads to sees only what stands.
+TEST_F(Programmprobe, NoWayOutLosesWhatCannotBeSavedOrKeepsWhatWasDropped) {
     ASSERT_TRUE(start());
     for (const TippListenEintrag& row : ctx().udtTippListe) {
         engine().showTippByNumber(row.Index);
         const auto& panels = ctx().frmBVK_Prog.panels;
         if (!panels.empty() && panels[0].Ausgabeart == art::ZahlenWerte && !panels[0].nurLesen) break;
     }
-    control<QLineEdit>("txtZahlenWerte(0)").setText("abc");
-    port.expect(Question, Answer::Yes).expect("abc");
-    EXPECT_FALSE(window().close());
-    EXPECT_EQ(control<QLineEdit>("txtZahlenWerte(0)").text(), "abc");
-    port.expect(Question, Answer::No);
-    EXPECT_TRUE(window().close());
+    const auto shown = [this] { return control<QLineEdit>("txtZahlenWerte(0)").text(); };
+    const QString stands = shown();
+    QString seen;
+    for (const char* name : {"frmBVK_HistoryListe", "frmBVK_Optionen"})
+        port.registerWindow(QLatin1String(name), [&](QtPort&, QWidget*, WindowRequest&) { seen = shown(); });
+    ctx().frmBVK_Prog.tbrHistory = true;
+    window().windowChanged();
+    menu("mnuFavAdd");
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"favourite", [&] {
+             emit control<QComboBox>("cboFavoriten").activated(0);
+             if (shown() != "abc") seen = shown();
+         }},
+        {"history", [&] { window().coolBar().button("tbrHistory")->trigger(); }},
+        {"options", [&] { menu("mnuOptionen"); }},
+        {"end", [&] { if (window().close()) seen = stands; }},
+    };
+    for (const auto& [name, go] : ways) {
+        SCOPED_TRACE(name);
+        control<QLineEdit>("txtZahlenWerte(0)").setText("abc");
+        port.expect(Question, Answer::Yes).expect("abc");
+        go();
+        EXPECT_EQ(seen, QString()) << "the way was taken";
+        EXPECT_EQ(shown(), "abc");
+        port.expect(Question, Answer::No);
+        go();
+        EXPECT_EQ(std::exchange(seen, {}), stands);
+    }
 }
 
 TEST_F(Programmprobe, TheNextStartFindsWhatTheLastOneLeft) {

@@ -35,7 +35,7 @@ protected:
 
 TEST_F(WindowSettings, AFirstStartHasTheDefaultsAndWritesThemUnderTheirNames) {
     saveWindowSettings(ctx, loadWindowSettings(ctx));
-    EXPECT_EQ(dump(""), "MainLeft=1:1000 MainTop=1:1000 MainWidth=1:9000 MainHeight=1:9100 SplitterVLeft=1:3350 SplitterHTop=1:6000 ");
+    EXPECT_EQ(dump(""), "MainLeft=1:1000 MainTop=1:1000 MainWidth=1:9000 MainHeight=1:9100 MainMaximiert=1:False SplitterVLeft=1:3350 SplitterHTop=1:6000 ");
     EXPECT_EQ(dump("Toolbar\\"),
               "tbrBVKNav=1: tbrFavoriten=1: tbrFiles=1: "
               "Band1_Visible=1:True Band1_Width=1:4005 Band1_MinWidth=1:2505 Band1_MinHeight=1:330 "
@@ -60,7 +60,7 @@ TEST_F(WindowSettings, ComeBackAsTheyWereSaved) {
 TEST_F(WindowSettings, ARegistryThatTakesNothingIsReportedOnce) {
     saveWindowSettings(ctx, {});
     store.setReadOnly(Root::Users, "S-1-5-21-1-2-3-1003\\Software\\Brenvik\\Einstellungen", true);
-    for (int i = 0; i < 6; ++i) port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden");     // the tool bars have a key of their own
+    for (int i = 0; i < 7; ++i) port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden");     // the tool bars have a key of their own
     EXPECT_TRUE(saveWindowSettings(ctx, {}));
     store.setReadOnly(Root::Users, "S-1-5-21-1-2-3-1003\\Software\\Brenvik\\Einstellungen\\Toolbar", true);
     port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden").expectBox("Die Einstellungen des Programms konnten nicht gespeichert werden");

@@ -16,6 +16,7 @@ protected:
         : probe({{.Index = 7, .Überschrift = "Menüs schneller öffnen", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "MenuShowDelay"},
                  {.Index = 30, .Überschrift = "Fenster einrahmen", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "Rahmen", .Systeme = "95"},
                  {.Index = 12, .Überschrift = "Menüs am Rand", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "MenuDropAlignment", .AnzahlWerte = 1},
+                 {.Index = 40, .Überschrift = "Zahl", .Ausgabeart = 2, .Wertname = "Zahl"},
                  {.Index = 13, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "MenuVersteckt", .HauptIndex = 12}}),
           window(probe.fenster(), probe.ctx->einstellungen, displayOrder), engine(*probe.ctx, window, probe.recorder), events(engine) {
         probe.put("HKCU\\Software\\Probe\\MenuShowDelay", 1, "400");
@@ -69,7 +70,10 @@ TEST_F(SuchFenster, HitsAreHeadRowsByNumber) {
     search([&](frmBVK_Suchen& dialog) {
         EXPECT_EQ(named<QLineEdit>(dialog, "txtSuchText").text(), "menüs am rand") << "as it was left";
         EXPECT_FALSE(named<QCheckBox>(dialog, "chkTabelle(1)").isChecked());
+        clickOn(dialog, "chkTabelle(1)");
+        QTest::keyClick(&dialog, Qt::Key_Escape);
     });
+    search([&](frmBVK_Suchen& dialog) { EXPECT_TRUE(named<QCheckBox>(dialog, "chkTabelle(1)").isChecked()) << "left by Esc"; });
 }
 
 TEST_F(SuchFenster, AHitThatTheTabHidesIsShown) {
@@ -88,16 +92,37 @@ TEST_F(SuchFenster, AHitThatTheTabHidesIsShown) {
 
 TEST_F(SuchFenster, AnUnsavedChangeIsAskedAboutFirst) {
     ASSERT_TRUE(engine.showTippByHeading("Menüs schneller öffnen"));
-    named<QLineEdit>(window, "txtTextWerte(0)").setText("100");
     const auto openOther = [&](frmBVK_Suchen& dialog) {
         named<QLineEdit>(dialog, "txtSuchText").setText("Rand");
         clickOn(dialog, "cmdSuchen");
         clickOn(dialog, "cmdOK");
     };
+    named<QLineEdit>(window, "txtTextWerte(0)").setText("100");
     probe.port.expectBox("Sollen die Veränderungen gespeichert werden ?", Answer::Yes).expectBox("Der Schlüssel wurde geändert/angelegt !");
     search(openOther);
     EXPECT_EQ(shown(), "Menüs am Rand");
     EXPECT_EQ(probe.get("HKCU\\Software\\Probe\\MenuShowDelay"), "1:100");
+}
+
+TEST_F(SuchFenster, WhatCannotBeSavedStaysWithItsTip) {
+    ASSERT_TRUE(engine.showTippByHeading("Zahl"));
+    auto& tree = named<QTreeView>(window, "tvBVKDB");
+    const QModelIndex own = tree.currentIndex();
+    auto& text = named<QLineEdit>(window, "txtTextWerte(0)");
+    text.setText("keine Zahl");
+    const auto refused = [&] { probe.port.expectBox("Sollen die Veränderungen gespeichert werden ?", Answer::Yes).expectBox("Erwartet wird eine Hexadezimalzahl"); };
+    refused();
+    search([&](frmBVK_Suchen& dialog) {
+        named<QLineEdit>(dialog, "txtSuchText").setText("Rand");
+        clickOn(dialog, "cmdSuchen");
+        clickOn(dialog, "cmdOK");
+    });
+    refused();
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualRect(tree.model()->index(0, 0)).center());
+    EXPECT_TRUE(probe.port.done());
+    EXPECT_EQ(shown(), "Zahl");
+    EXPECT_EQ(text.text(), "keine Zahl");
+    EXPECT_EQ(tree.currentIndex(), own);
 }
 
 TEST_F(SuchFenster, AnApostropheEndsInTheDatabaseReport) {
@@ -107,6 +132,10 @@ TEST_F(SuchFenster, AnApostropheEndsInTheDatabaseReport) {
         named<QLineEdit>(dialog, "txtSuchText").setText("it's");
         clickOn(dialog, "cmdSuchen");
         EXPECT_EQ(hits(dialog), "");
+        EXPECT_EQ(named<QLabel>(dialog, "lblTreffer").text(), "Die Suche ist gescheitert. Einen Apostroph geben Sie bitte doppelt ein: ''");
+        named<QLineEdit>(dialog, "txtSuchText").setText("it''s");
+        clickOn(dialog, "cmdSuchen");
+        EXPECT_EQ(named<QLabel>(dialog, "lblTreffer").text(), "0 Tipps gefunden");
     });
 }
 

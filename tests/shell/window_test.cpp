@@ -102,7 +102,7 @@ TEST_F(Commands, ControlSSavesThroughTheButtonAndControlFSearches) {
 }
 
 TEST_F(Commands, WhatTheSystemHidesIsHidden) {
-    record.versteckt = {"mnusugverif", "mnuDrWotson16"};
+    record.versteckt["System"] = {"mnusugverif", "mnuDrWotson16"};
     record.blnNTFamilie = false;
     window.windowChanged();
     for (const char* hidden : {"mnusugverif", "mnuDrWotson16", "mnuRegedt32"}) EXPECT_FALSE(window.menues().action(hidden)->isVisible()) << hidden;

@@ -1,5 +1,7 @@
 #pragma once
 // A program state for tests of the database room: a registry of its own, a scripted user, the test host.
+#include <sqlite3.h>
+
 #include <filesystem>
 
 #include "registry/LocalMachines.h"
@@ -13,6 +15,18 @@
 namespace brenvik::test {
 
 inline std::filesystem::path jetFile(const std::string& name) { return std::filesystem::path(BRENVIK_TEST_DATA) / "jet" / name; }
+
+// A database of SQLite, bent by statements: rows and tables that no shipped one has.
+inline std::filesystem::path bent(const TempDir& dir, const std::string& sql) {
+    const auto file = dir / "bent.mdb";
+    std::filesystem::copy_file(jetFile("sqlite/RegDaten.mdb"), file, std::filesystem::copy_options::overwrite_existing);
+    sqlite3* db = nullptr;
+    sqlite3_open(file.string().c_str(), &db);
+    char* error = nullptr;
+    if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &error) != SQLITE_OK) throw std::runtime_error(error == nullptr ? sql : error);
+    sqlite3_close(db);
+    return file;
+}
 
 struct Welt {
     explicit Welt(bool lenient = false) : port(lenient), ctx(port, platform, machines) {

@@ -62,17 +62,32 @@ TEST(Abfrage, hauptIndexIsReachedByNameWhereverItStands) {
 }
 
 TEST(Abfrage, failuresAreReported) {
-    const std::string bad[] = {"Select * From RegDaten where Überschrift Like '%it's%'", "Select * From Nichts", "Select Quatsch From RegDaten", "", "delete from RegDaten",
-                               "attach database '/tmp/x.db' as x", "pragma user_version=5", "Select 1; Select 2", "create table x(y)"};
+    const std::string reading = "[&h80040E14]\r\nFehler in der Abfrage: Es darf nur gelesen werden.\r\n";
+    const std::pair<std::string, std::string> bad[] = {
+        {"Select * From RegDaten where Überschrift Like '%it's%'", "Fehler in der Abfrage: Sie ist ab \"s\" nicht zu verstehen.\r\n"},
+        {"Select * From RegDaten where Wertname='", "Fehler in der Abfrage: Sie ist ab \"'\" nicht zu verstehen.\r\n"},
+        {"Select * From RegDaten where", "Fehler in der Abfrage: Sie ist nicht zu Ende.\r\n"},
+        {"Select * From Nichts", "[&h80040E37]\r\nDie Tabelle \"Nichts\" gibt es nicht.\r\n"},
+        {"Select Quatsch From RegDaten", "Fehler in der Abfrage: Die Spalte \"Quatsch\" gibt es nicht.\r\n"},
+        {"Select Quatsch() From RegDaten", "Fehler in der Abfrage: Die Funktion \"Quatsch\" gibt es nicht.\r\n"},
+        {"Select abs(-9223372036854775807-1)", "Fehler in der Abfrage: Sie kann nicht ausgeführt werden (SQLite-Fehler 1).\r\n"},
+        {"", "Die Abfrage muß aus genau einer Anweisung bestehen.\r\n"},
+        {"Select 1; Select 2", "Die Abfrage muß aus genau einer Anweisung bestehen.\r\n"},
+        {"delete from RegDaten", reading},
+        {"attach database '/tmp/x.db' as x", reading},
+        {"pragma user_version=5", reading},
+        {"create table x(y)", reading},
+    };
     Welt w;
     w.loadFixture("sqlite/RegDaten.mdb");
-    for (const std::string& sql : bad) {
+    for (const auto& [sql, reason] : bad) {
         SCOPED_TRACE(sql);
         w.port.expectBox("RS.Source: " + sql, Answer::Yes);
         const auto rs = w.ctx.objDB.GetNewRS(w.ctx, w.ctx.objVerbindung.get(), sql);
         EXPECT_EQ(rs->State(), RecordSet::Geschlossen);
         EXPECT_EQ(rs->Source(), sql);
         EXPECT_EQ(w.port.lastBox().rfind("bvkADO.GetNewRS", 0), 0U) << w.port.lastBox();
+        EXPECT_NE(w.port.lastBox().find(reason), std::string::npos) << w.port.lastBox();
     }
     EXPECT_EQ(w.port.clipboard.size(), std::size(bad));
     w.ctx.objDB.ConnectionClose(w.ctx.objVerbindung.get());

@@ -2,6 +2,7 @@
 // against mdb-export where it is installed.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdio>
 #include <sqlite3.h>
 
@@ -130,6 +131,32 @@ TEST(Inhalt, bentBytesNeverCrash) {
             }
         }
         EXPECT_GT(refused, 0) << name;
+    }
+}
+
+// The catalogue has two dates; with other types and bytes in their place they stand for all columns of eight bytes.
+TEST(Inhalt, datesAndNumbersOfOtherTypes) {
+    constexpr std::size_t Catalogue = 2 * 4096, FirstColumn = 63, ColumnBytes = 25, Date = 4;
+    const std::string good = bytesOf(jetFile("jet4/RegDaten.mdb"));
+    const auto bytesOfDouble = [](double value) { return std::string(reinterpret_cast<const char*>(&value), sizeof value); };
+    const auto bytesOfInt = [](std::int64_t value) { return std::string(reinterpret_cast<const char*>(&value), sizeof value); };
+    ASSERT_EQ(good[Catalogue + FirstColumn + Date * ColumnBytes], 8);
+    struct Case {
+        char type;
+        std::string value;
+        const char* read;
+    };
+    const Case cases[] = {{8, bytesOfDouble(37569.5), "09.11.2002 12:00:00"}, {8, bytesOfDouble(37569), "09.11.2002"}, {8, bytesOfDouble(0), "30.12.1899"},
+                          {8, bytesOfDouble(60.9999999), "01.03.1900"}, {8, bytesOfDouble(1e300), "1e+300"}, {8, bytesOfDouble(-1.5), "-1.5"},
+                          {7, bytesOfDouble(-12), "-12"}, {7, bytesOfDouble(3.5), "3.5"}, {7, bytesOfDouble(std::nan("")), "nan"},
+                          {5, bytesOfInt(-120'000), "-12"}, {5, bytesOfInt(125'000), "12.5"}, {6, bytesOfInt(0x40600000), "3.5"}, {6, bytesOfInt(0x41400000), "12"}};
+    for (const Case& c : cases) {
+        std::string bytes = good;
+        bytes[Catalogue + FirstColumn + Date * ColumnBytes] = c.type;
+        for (std::size_t at = 0; (at = bytes.find(bytesOfDouble(37569.5), at)) != std::string::npos; ++at) bytes.replace(at, 8, c.value);
+        const Datenbestand data = readJetDatabase(bytes, "", {"MSysObjects"});
+        ASSERT_EQ(data.tables.size(), 1U);
+        EXPECT_EQ(cellText(data.tables[0]->cell(5, Date)), c.read) << int(c.type);
     }
 }
 

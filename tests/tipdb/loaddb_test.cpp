@@ -1,6 +1,7 @@
 // Opening a database: what the tables in memory hold, and what the user is told when it goes wrong.
 #include <gmock/gmock.h>
 
+#include <ctime>
 #include <fstream>
 
 #include "Welt.h"
@@ -142,6 +143,95 @@ TEST(LoadDB, aFailedLoadKeepsTheDatabaseThatIsOpen) {
     EXPECT_EQ(w.ctx.udtGruppen.size(), 8U);
     w.readTip(5);
     EXPECT_EQ(w.ctx.aktuellerTipp.Überschrift, "Einträge im Startmenü sperren");
+}
+
+// Whatever stands in the way of another database is told once, and the present one stays with what it shows.
+TEST(LoadDB, anotherDatabaseIsRefusedInOneBox) {
+    struct Case {
+        std::string name;
+        fs::path file;
+        std::string reason;
+    };
+    const TempDir dir;
+    const auto made = [&](const char* name, const std::string& sql) {
+        const fs::path file = dir / (std::string(name) + ".mdb");
+        fs::rename(bent(dir, sql), file);
+        return file;
+    };
+    const Case cases[] = {
+        {"no file", dir / "fehlt.mdb", "Die Datei wurde nicht gefunden."},
+        {"text", jetFile("beschaedigt/text.mdb"), "Das Format der Datenbankdatei wird nicht erkannt"},
+        {"damaged", jetFile("beschaedigt/ring-memo4.mdb"), "Die Datenbankdatei ist beschädigt (Tabelle RegDaten)"},
+        {"password", jetFile("jet4/RegDaten-pw-umlaut.mdb"), "Das Kennwort der Datenbank ist ungültig."},
+        {"no Version, Jet", jetFile("jet3/RegDaten-ohneversion.mdb"), "Die Tabelle \"Version\" gibt es nicht."},
+        {"Version empty", made("a", "delete from Version"), "Die Tabelle \"Version\" ist leer."},
+        {"no RegDaten", made("b", "drop table RegDaten"), "Die Tabelle \"RegDaten\" gibt es nicht."},
+        {"no Gruppennamen", made("c", "drop table Gruppennamen"), "Die Tabelle \"Gruppennamen\" gibt es nicht."},
+        {"no Treebaum", made("d", "drop table Treebaum"), "Die Tabelle \"Treebaum\" gibt es nicht."},
+        {"a view", made("e", "alter table RegDaten rename to R; create view RegDaten as select * from R"), "Die Tabelle \"RegDaten\" gibt es nicht."},
+        {"no HauptIndex", made("f", "alter table RegDaten drop column HauptIndex"), "Fehler in der Abfrage: Die Spalte \"HauptIndex\" gibt es nicht."},
+        {"few columns", made("g", "drop table Version; create table Version(Version text); insert into Version values('1')"), "Tabelle Version: Die Spalte 1 gibt es nicht."},
+        {"a bad number", made("h", "update RegDaten set Symbol='viel' where \"Index\"=5"), "Tabelle RegDaten, Index 5, Spalte Symbol: Typen unverträglich"},
+    };
+    Welt w;
+    w.loadFixture("jet4/RegDaten.mdb");
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        w.port.expectBox("Die Datei \"" + c.file.string() + "\" wird nicht als Tipp-Datenbank geöffnet.\r\n\r\n" + c.reason);
+        EXPECT_FALSE(andereDatenbankLaden(w.ctx, c.file));
+        EXPECT_THAT(w.port.lastBox(), testing::AllOf(testing::EndsWith("\r\n\r\nDie bisherige Datenbank bleibt geöffnet."), testing::Not(HasSubstr("beendet"))));
+        EXPECT_EQ(w.ctx.udtTippListe.size(), 27U);
+        EXPECT_EQ(w.ctx.datenbankDatei, jetFile("jet4/RegDaten.mdb"));
+    }
+    w.port.expectBox("ist nicht für diese Programmversion geeignet");
+    EXPECT_FALSE(andereDatenbankLaden(w.ctx, jetFile("jet3/RegDaten-format7.mdb")));
+    w.readTip(5);
+    EXPECT_EQ(w.ctx.aktuellerTipp.Überschrift, "Einträge im Startmenü sperren");
+    EXPECT_TRUE(andereDatenbankLaden(w.ctx, jetFile("jet3/RegDaten-leer.mdb")));
+    EXPECT_TRUE(w.ctx.udtTippListe.empty() && w.ctx.blnDBGeladen);
+}
+
+// Sizes that no tip database has, each at its bound and beyond it, in time that grows with the size only.
+TEST(LoadDB, hostileSizes) {
+    const auto rows = [](int count, const std::string& insert, const std::string& from = "n") {
+        return "with recursive n(i) as (select 1 union all select i+1 from n where i<" + std::to_string(count) + ") insert into " + insert + " from " + from + ";";
+    };
+    const auto groups = [&](int count) { return rows(count, "Gruppennamen select 'G'||i, 100+i, ''"); };
+    const auto tips = [&](int count, const std::string& index) {
+        return "create temp table t as select * from RegDaten where \"Index\"=1; update t set Gruppen='1', NeuInVersion='1.0.0'; delete from RegDaten;" +
+               rows(count, "RegDaten select t.*", "n, t") + "update RegDaten set \"Index\"=" + index + ";";
+    };
+    const auto nested = [&](int levels) { return groups(levels) + "delete from Treebaum;" + rows(levels, "Treebaum select i, i, i, 100+i, i"); };
+    struct Case {
+        std::string name, sql, refusal;   // empty: it is read
+    };
+    const std::string inTree = "Der Baum hat zu viele Einträge, erlaubt sind 500000.";
+    const Case cases[] = {
+        {"100 levels", nested(100), ""},
+        {"101 levels", nested(101), "Der Baum hat 101 Ebenen, erlaubt sind 100."},
+        {"30000 levels", nested(30'000), "Der Baum hat 30000 Ebenen, erlaubt sind 100."},
+        {"levels below one number", groups(300) + "delete from Treebaum;" + rows(300, "Treebaum select i, 2, 1, 100+i, i"), "Der Baum hat 300 Ebenen, erlaubt sind 100."},
+        {"100000 groups", groups(100'000) + rows(100'000, "Treebaum select i, 1, 1, 100+i, 1000+i"), ""},
+        {"100000 groups of one number", rows(100'000, "Gruppennamen select 'G'||i, 100, ''") + rows(100'000, "Treebaum select i, 1, 1, 100, 1000+i"), ""},
+        {"group numbers at the bound", "update RegDaten set Gruppen=substr(hex(zeroblob(70000)),1,131072) where \"Index\"=5", ""},
+        {"8 MB of group numbers", "update RegDaten set Gruppen=replace(hex(zeroblob(2000000)),'00','1,7,') where \"Index\"=5",
+         "Tabelle RegDaten, Index 5, Spalte Gruppen: ein Text von 8000000 Bytes, erlaubt sind 131072."},
+        {"many groups in many Tips", "update RegDaten set Gruppen=replace(hex(zeroblob(30000)),'00','1,1,')", inTree},
+        {"a group named again and again", tips(1'000, "rowid") + rows(1'000, "Treebaum select i, 1, 1, 1, 1000+i"), inTree},
+        {"Tips of one number", tips(1'000, "7"), inTree},
+        {"a version named again and again", tips(1'000, "rowid") + rows(1'000, "Version select '1.0.0', '', '8'"), inTree},
+    };
+    const TempDir dir;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Welt w;
+        const fs::path file = bent(dir, c.sql);
+        if (!c.refusal.empty()) w.port.expectBox(c.refusal);
+        const std::clock_t before = std::clock();
+        EXPECT_EQ(andereDatenbankLaden(w.ctx, file), c.refusal.empty());
+        EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 5.0);
+        EXPECT_TRUE(w.port.done());
+    }
 }
 
 TEST(LoadDB, anEmptyTipTableLoads) {

@@ -1,6 +1,5 @@
 // The record reader: whole records as text, the path rule, file lists, and rows that do not fit.
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include "Welt.h"
 
@@ -134,32 +133,33 @@ TEST(SatzBent, numbersThatDoNotFitAreReported) {
     struct Case {
         const char* change;
         int index;
-        const char* number;
+        const char *number, *place;
     };
-    const Case cases[] = {{"update RegDaten set AnzahlWerte=256 where \"Index\"=5", 5, "6"},  {"update RegDaten set Symbol=32768 where \"Index\"=5", 5, "6"},
-                          {"update RegDaten set Neustart=-1 where \"Index\"=5", 5, "6"},      {"update RegDaten set \"Index\"=40000 where \"Index\"=6", 5, "6"},
-                          {"update RegDaten set TypAnpassen=null where \"Index\"=9", 5, "94"}, {"update RegDaten set Ausgabeart='viel' where \"Index\"=9", 5, "13"}};
+    const Case cases[] = {{"update RegDaten set AnzahlWerte=256 where \"Index\"=5", 5, "6", "Tabelle RegDaten, Index 5, Spalte AnzahlWerte: Überlauf"},
+                          {"update RegDaten set Symbol=32768 where \"Index\"=5", 5, "6", "Tabelle RegDaten, Index 5, Spalte Symbol: Überlauf"},
+                          {"update RegDaten set Neustart=-1 where \"Index\"=5", 5, "6", "Tabelle RegDaten, Index 5, Spalte Neustart: Überlauf"},
+                          {"update RegDaten set \"Index\"=40000 where \"Index\"=6", 5, "6", "Tabelle RegDaten, Index 40000, Spalte Index: Überlauf"},
+                          {"update RegDaten set TypAnpassen=null where \"Index\"=9", 5, "94", "Tabelle RegDaten, Index 9, Spalte TypAnpassen: Unzulässige Verwendung von Null"},
+                          {"update RegDaten set Ausgabeart='viel' where \"Index\"=9", 5, "13", "Tabelle RegDaten, Index 9, Spalte Ausgabeart: Typen unverträglich"},
+                          {"update RegDaten set AnzahlWerte=1 where \"Index\"=5", 5, "9", "Tabelle RegDaten, Index 5: Der Tipp hat mehr Zeilen, als in AnzahlWerte stehen"}};
     const TempDir dir;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.change);
-        const auto file = dir / "bent.mdb";
-        std::filesystem::copy_file(jetFile("sqlite/RegDaten.mdb"), file, std::filesystem::copy_options::overwrite_existing);
-        sqlite3* db = nullptr;
-        sqlite3_open(file.string().c_str(), &db);
-        ASSERT_EQ(sqlite3_exec(db, c.change, nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(db);
+        const auto file = bent(dir, c.change);
         Welt w;
         // A symbol beyond its range already stops the loading of the list.
         const bool inList = std::string(c.change).find("Symbol") != std::string::npos;
         if (inList) {
             w.port.expectBox("Die Datenbank konnte nicht geöffnet werden", Answer::No);
             EXPECT_FALSE(w.load(file));
+            EXPECT_NE(w.port.lastBox().find(c.place), std::string::npos) << w.port.lastBox();
             continue;
         }
         ASSERT_TRUE(w.load(file));
         w.readTip(1);
         w.port.expectBox(std::string("DBTippRead aufgetreten mit der Fehlernummer: ") + c.number);
         w.readTip(c.index);
+        EXPECT_NE(w.port.lastBox().find(c.place), std::string::npos) << w.port.lastBox();
         EXPECT_EQ(w.ctx.aktuellerTipp.Überschrift, "Einträge im Startmenü sperren");
         for (const TippEintrag& e : w.ctx.aktuellerTipp.Eintrag) EXPECT_NE(e.Wertname, "MenuShowDelay");  // nothing of the Tip before
         EXPECT_TRUE(w.port.done());

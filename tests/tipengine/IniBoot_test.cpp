@@ -37,13 +37,18 @@ TEST(IniTipp, WasNichtHineinpasstOderVonAnderenKamBleibtWieEsIst) {
                  .Schlüssel = "windows", .SchlüsselNT = "win.ini"};
     Probe p({first, second});
     const struct {
-        std::string present;
-        const char *input, *box;
-    } faelle[] = {{"a", "\xE6\x97\xA5", "die in einer INI-Datei nicht möglich sind"}, {std::string(300, 'x'), "kurz", "länger als 255 Zeichen"}};
+        std::string present, input;
+        const char* box;
+        bool locked;
+    } faelle[] = {{"a", "\xE6\x97\xA5", "die in einer INI-Datei nicht möglich sind", false},
+                  {"a", std::string(256, 'x'), "Der Text hat 256 Zeichen", false},
+                  {std::string(256, 'x'), "kurz", "länger als 255 Zeichen", true}};
     for (const auto& fall : faelle) {
         const std::string before = "[windows]\r\nNullPort=" + fall.present + "\r\n";
         p.dir.put("drive_c/windows/win.ini", before);
         p.show("INI");
+        EXPECT_EQ(p.panel().nurLesen, fall.locked);
+        EXPECT_EQ(p.panel().hinweis.empty(), !fall.locked);
         p.engine->userText(0, fall.input);
         p.port.expectBox(fall.box);
         p.save();
@@ -56,6 +61,37 @@ TEST(IniTipp, WasNichtHineinpasstOderVonAnderenKamBleibtWieEsIst) {
     p.dir.put("drive_c/windows/win.ini", "[windows]\r\nNullPort=a\r\nZweiter=von anderen\r\n");
     p.save();
     EXPECT_EQ(bytesOf(file), "[windows]\r\nNullPort=b\r\nZweiter=von anderen\r\n");
+}
+
+// The column of the other key names the file here, in panels for several entries too.
+TEST(IniTipp, EinPanelFuerMehrereEintraegeNimmtDenAbschnittUndDieDatei) {
+    const struct {
+        std::int16_t art;
+        const char *present, *shown, *input, *after;
+    } faelle[] = {{art::Drive, "C:\\a", "C:\\a", "D:\\b", "D:\\b"}, {art::Farbe, "1 2 3", "1 2 3", "4 5 6", "4 5 6"}, {art::Liste, "no", "on", "off", nullptr}};
+    for (const auto& fall : faelle)
+        for (const std::int16_t system : {6, 2}) {
+            SCOPED_TRACE(std::to_string(fall.art) + " auf " + std::to_string(system));
+            Zeile first = iniZeile();
+            first.Ausgabeart = fall.art;
+            first.AnzahlWerte = 1;
+            first.Schlüssel = "don't load";
+            first.SchlüsselNT = "control.ini";
+            first.Standardwert = nullptr;
+            Zeile second = first;
+            second.Index = 2;
+            second.HauptIndex = 1;
+            second.Überschrift = nullptr;
+            second.Wertname = "main.cpl";
+            Probe p({first, second});
+            p.ctx->intBS = system;
+            const auto file = p.dir.put("drive_c/WINDOWS/control.ini", std::string("[don't load]\r\nNullPort=\r\nmain.cpl=") + fall.present + "\r\n");
+            p.show("INI");
+            EXPECT_EQ(p.engine->shownText(2), fall.shown);
+            EXPECT_EQ(p.engine->setEntryFromText(2, fall.input), "");
+            p.save();
+            EXPECT_EQ(bytesOf(file), "[don't load]\r\nNullPort=\r\n" + (fall.after != nullptr ? std::string("main.cpl=") + fall.after + "\r\n" : std::string()));
+        }
 }
 
 TEST(IniTipp, FehlendeDateiWirdGesuchtUndNichtErfunden) {
@@ -109,7 +145,7 @@ protected:
         p.port.onWindow("frmBVK_BootINI", [this](WindowRequest& w) {
             auto& d = dynamic_cast<BootINIAnfrage&>(w);
             d.antwort = answer;
-            if (answer == BootINIAnfrage::Antwort::Name) d.txtBootWert = "Neuer Eintrag";
+            if (answer == BootINIAnfrage::Antwort::Name) d.txtBootWert = name;
         });
         p.show("Boot");
     }
@@ -119,6 +155,7 @@ protected:
     Probe p;
     std::filesystem::path file;
     BootINIAnfrage::Antwort answer = BootINIAnfrage::Antwort::Ueberschreiben;
+    std::string name = "Neuer Eintrag";
 };
 
 TEST_F(BootTipp, ZeigtDieSchalterDesEintrags) {
@@ -197,6 +234,18 @@ TEST_F(BootTipp, EinNeuerEintragDerNichtGeschriebenWurdeKommtNichtNach) {
     p.port.expectBox("ist schreibgeschützt", Answer::No);
     p.save();
     setReadOnly(file, false);
+    EXPECT_EQ(p.ctx->intBootEintrag, 1);
+    name = "Anderer Name";
+    p.save();   // what was given up does not come along
+    const std::string with = std::string(Boot) + "multi(0)disk(0)rdisk(0)partition(1)\\WINDOWS=\"Anderer Name\" /noexecute=optin /SOS /fastdetect\r\n";
+    EXPECT_EQ(bytesOf(file), with);
+    p.dir.put("drive_c/boot.ini", Boot);
+    p.engine->reloadTipp();
+    setReadOnly(file, true);
+    p.engine->userSwitch(0, 0, true);
+    p.port.expectBox("ist schreibgeschützt", Answer::No);
+    p.save();
+    setReadOnly(file, false);
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
     p.engine->userChoose(0, 1);
     answer = BootINIAnfrage::Antwort::Ueberschreiben;
@@ -212,18 +261,31 @@ TEST_F(BootTipp, WasEinAndererInzwischenSchriebBleibt) {
     p.save();
     EXPECT_EQ(bytesOf(file), others);
     EXPECT_TRUE(p.ctx->blnGeaendert);
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("inzwischen von einem anderen Programm geändert");
+    p.engine->userChoose(0, 1);
+    EXPECT_EQ(p.panel().gewaehlt, 0);   // nor is the entry left
+    EXPECT_TRUE(p.panel().schalter.at(0).angehakt && p.ctx->blnGeaendert);
+    EXPECT_EQ(bytesOf(file), others);
 }
 
 TEST_F(BootTipp, NameDerNichtInDieDateiPasstWirdAbgelehnt) {
-    p.port.onWindow("frmBVK_BootINI", [](WindowRequest& w) {
-        auto& d = dynamic_cast<BootINIAnfrage&>(w);
-        d.antwort = BootINIAnfrage::Antwort::Name;
-        d.txtBootWert = "\xE6\x97\xA5";
-    });
-    p.port.expectBox("die in einer INI-Datei nicht möglich sind");
-    p.save();
-    EXPECT_EQ(bytesOf(file), Boot);
-    EXPECT_EQ(p.ctx->udtBootEintraege.size(), 4u);
+    const struct {
+        const char *name, *memory, *box;
+    } faelle[] = {{"\xE6\x97\xA5", "64", "die in einer INI-Datei nicht möglich sind"},
+                  {"XP \"alt\"", "64", "kein Anführungszeichen"},
+                  {"  ", "64", "darf nicht leer sein"},
+                  {"XP", "6 4", "\"6 4\" ist für /MAXMEM= nicht möglich"},
+                  {"XP", "64/SOS", "\"64/SOS\" ist für /MAXMEM= nicht möglich"}};
+    answer = BootINIAnfrage::Antwort::Name;
+    p.engine->userSwitch(0, 2, true);
+    for (const auto& fall : faelle) {
+        name = fall.name;
+        p.engine->userSwitchText(0, 2, fall.memory);
+        p.port.expectBox(fall.box);
+        p.save();
+        EXPECT_EQ(bytesOf(file), Boot);
+        EXPECT_EQ(p.ctx->udtBootEintraege.size(), 4u);
+    }
 }
 
 TEST_F(BootTipp, AlsTextGesetzt) {
@@ -243,6 +305,10 @@ TEST_F(BootTipp, AbbruchSchreibtNichts) {
     answer = BootINIAnfrage::Antwort::Abbruch;
     p.engine->userSwitch(0, 0, true);
     p.save();
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes);
+    p.engine->userChoose(0, 1);                 // nor is the input left behind
+    EXPECT_EQ(p.panel().gewaehlt, 0);
+    EXPECT_TRUE(p.panel().schalter[0].angehakt);
     EXPECT_EQ(bytesOf(file), Boot);
     EXPECT_TRUE(p.ctx->blnGeaendert);
 }

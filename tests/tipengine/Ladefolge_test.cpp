@@ -15,6 +15,7 @@ class Ladefolge : public testing::Test, public Startfenster {
 protected:
     void make(const std::string& machine = {}) {
         programm = std::make_unique<Programm>(port, platform, ProgrammOptionen{dir / "heim", std::filesystem::path(BRENVIK_PROGRAMM_DIR), machine}, observer, recorder);
+        programm->openHome();
         ctx().trace.setFile(dir / "log");
         steps.startPasswort = [this] { return note("startPasswort"), passes; };
         steps.LoadFHListe = [this] { note("LoadFHListe"); };

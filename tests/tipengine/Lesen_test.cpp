@@ -256,7 +256,8 @@ TEST(Lesen, UngeeigneterTippZeigtKeinePanels) {
     p.engine->reloadTipp();
     EXPECT_EQ(p.fenster().panels.size(), 1u);
     p.ctx->einstellungen.BSSystemAktiv = true;
-    p.machines->setFinder([&](const std::string&) { return p.store.get(); });
+    RegistryTarget other([&]() -> RegStore& { return *p.store; }, TargetFiles::none({}));
+    p.machines->setFinder([&](const std::string&) { return &other; });
     p.ctx->strRechnername = "ANDERER";   // there the system is not checked
     p.engine->reloadTipp();
     EXPECT_EQ(p.fenster().panels.size(), 1u);

@@ -59,6 +59,35 @@ TEST(Schlecht, FarbeAusZweiTeilenUndMaskeMitVierzigBits) {
     EXPECT_EQ(p.panel().schalter.size(), 32u);
 }
 
+// What the database says of a number makes none: nothing can be set, and no number comes into being by saving.
+TEST(Schlecht, ZahlOhneBrauchbareGrenzenOderTeiler) {
+    const struct {
+        const char *aus, *werteliste;
+        bool box, stops;
+    } faelle[] = {{"<delkey>", nullptr, true, false}, {"null", nullptr, true, false}, {"1", "x", true, false}, {"1", "0", false, true}};
+    for (const auto& fall : faelle) {
+        SCOPED_TRACE(fall.aus);
+        Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 3, .Datentyp = 1, .WertEin = "10", .WertAus = fall.aus, .Werteliste = fall.werteliste, .AnzahlWerte = 1},
+                 {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
+        const auto box = [&] {
+            if (fall.box) p.port.expectBox("in der Funktion: DBTippsAusgeben aufgetreten");
+        };
+        box();
+        p.show("Tipp");
+        const std::size_t panels = p.fenster().panels.size();
+        EXPECT_EQ(panels, fall.stops ? 1u : 2u);
+        EXPECT_TRUE(p.panel().nurLesen);
+        EXPECT_NE(p.engine->setEntryFromText(1, "5"), "");
+        p.port.expectBox("geändert/angelegt");
+        box();
+        p.save();
+        EXPECT_EQ(p.get(Pfad), "-");
+        box();
+        p.engine->inspectTipp(1);
+        EXPECT_EQ(p.fenster().panels.size(), panels);
+    }
+}
+
 TEST(Schlecht, FarbeMitAnhangWirdNichtAngenommen) {
     Probe p({{.Überschrift = "Farbe", .Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "F"}});
     p.show("Farbe");
@@ -97,23 +126,33 @@ TEST(Schlecht, ListeMitHunderttausendSchluesseln) {
 
 TEST(Schlecht, AndereDatenbankDieNichtPasstLaesstDieOffeneStehen) {
     Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
-    p.show("Tipp");
-    p.engine->userText(0, "verworfen");
-    p.port.expectBox("Sie haben Einstellungen geändert", Answer::No).expectFile(std::nullopt);
-    p.engine->mnuandereDBLoad();
-    EXPECT_EQ(p.panel().text, "");   // what was dropped is not on screen as if it were still to be saved
     const auto text = p.dir.put("text.mdb", "kein Datenbankformat");
-    p.port.lenient = true;
-    p.port.expectFile(text.string());
-    p.engine->mnuandereDBLoad();
-    EXPECT_FALSE(p.port.boxes.empty());
-    EXPECT_EQ(p.ctx->udtTippListe.size(), 1u);
+    const auto own = p.dir / "RegDaten.mdb", other = p.dir / "andere.mdb";
     p.show("Tipp");
-    EXPECT_EQ(p.fenster().lblDBTippU, "Tipp");
-    p.port.expectFile((p.dir / "RegDaten.mdb").string());
+    // What was dropped is not on screen as if it stood in the registry: no file chosen, one that does not fit, none there.
+    for (const std::optional<std::string>& choice : {std::optional<std::string>(), std::optional(text.string()), std::optional((p.dir / "fehlt.mdb").string())}) {
+        p.engine->userText(0, "verworfen");
+        p.port.expectBox("Sie haben Einstellungen geändert", Answer::No).expectFile(choice);
+        if (choice) p.port.expectBox("wird nicht als Tipp-Datenbank geöffnet");
+        p.engine->mnuandereDBLoad();
+        EXPECT_TRUE(p.port.done());
+        EXPECT_EQ(p.panel().text, "");
+        EXPECT_EQ(p.fenster().lblDBTippU, "Tipp");
+        EXPECT_EQ(p.ctx->udtTippListe.size(), 1u);
+    }
+    std::filesystem::rename(own, other);
+    p.engine->userText(0, "verworfen");
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::No).expectBox("Die Datei wurde nicht gefunden.");
+    p.engine->mnuBVKDBLoad();
+    EXPECT_EQ(p.panel().text, "");
+    p.port.expectFile(other.string());
     p.engine->mnuandereDBLoad();
     EXPECT_TRUE(p.fenster().panels.empty());
     EXPECT_EQ(p.fenster().tvBVKDB.size(), 3u);
+    EXPECT_EQ(p.fenster().sbrBVK[1], "Einträge: 0 | Datenbank: andere.mdb");
+    std::filesystem::copy_file(other, own);
+    p.engine->mnuBVKDBLoad();
+    EXPECT_EQ(p.fenster().sbrBVK[1], "Einträge: 0");
 }
 
 }  // namespace

@@ -213,6 +213,126 @@ TEST(Speichern, EinNurLesbarerWertHaeltDieAnderenNichtAuf) {
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A") + p.get("HKCU\\Software\\Zweiter\\B"), "1:neu1:b");
 }
 
+// One panel for several values, of which one may not be written: it is locked, and the others can be saved.
+TEST(Speichern, RechteEinesJedenWertesImGemeinsamenPanel) {
+    for (const std::int16_t kind : {art::Drive, art::Farbe, art::Liste}) {
+        SCOPED_TRACE(kind);
+        const char* before = kind == art::Liste ? "no" : "1 2 3";
+        Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = kind, .Datentyp = 1, .Wertname = "A", .Anzeigetext = "a", .AnzahlWerte = 2},
+                 {.Index = 2, .Ausgabeart = kind, .Datentyp = 1, .Wertname = "B", .Anzeigetext = "b", .HauptIndex = 1, .Schlüssel = "Software\\Zweiter"},
+                 {.Index = 3, .Ausgabeart = kind, .Datentyp = 1, .Wertname = "C", .Anzeigetext = "c", .HauptIndex = 1, .Schlüssel = "Software\\Zweiter\\Neu"}});
+        p.put("HKCU\\Software\\Probe\\A", 1, before);
+        p.put("HKCU\\Software\\Zweiter\\B", 1, before);
+        p.store->setReadOnly(Root::CurrentUser, "Software\\Zweiter", true);
+        p.show("Tipp");
+        EXPECT_TRUE(p.fenster().KeySave);
+        std::string locked;
+        for (int row = 0; row < 3; ++row) {
+            if (kind != art::Liste) p.engine->userChoose(0, row);
+            locked += (kind == art::Liste ? p.panel().zeilen[static_cast<std::size_t>(row)].nurLesen : p.panel().nurLesen) ? '1' : '0';
+        }
+        EXPECT_EQ(locked, "011");
+        EXPECT_FALSE(p.panel().hinweis.empty());
+        if (kind == art::Liste) {
+            p.engine->userTick(0, 1, false);
+            EXPECT_TRUE(p.panel().zeilen[1].angehakt);
+        }
+        const char* input = kind == art::Liste ? "off" : "4 5 6";
+        EXPECT_EQ(p.engine->setEntryFromText(1, input), "");
+        p.saveOk();
+        const std::string after = kind == art::Liste ? "-" : "1:4 5 6";
+        EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A") + p.get("HKCU\\Software\\Zweiter\\B"), after + "1:" + before);
+        if (kind == art::Liste) continue;
+        p.recorder.begun.clear();
+        for (const std::int16_t i : {1, 2}) EXPECT_EQ(p.engine->setEntryFromText(i, "7 8 9"), "");
+        p.port.expectBox("Der Wert HKEY_CURRENT_USER\\Software\\Zweiter\\B kann nicht geschrieben werden");
+        p.save();   // refused before the first value
+        EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), after);
+        EXPECT_TRUE(p.recorder.begun.empty());
+    }
+}
+
+TEST(Speichern, VonZweiEintraegenEinesWertesGiltDerGesetzte) {
+    const struct {
+        const char *before, *first, *second, *after;
+    } faelle[] = {
+        {"4:0", "on", nullptr, "4:1"}, {"4:0", nullptr, "5", "4:5"}, {"-", "on", nullptr, "4:1"},      {"-", nullptr, "5", "4:5"}, {"4:1", "off", nullptr, "-"},
+        {"-", nullptr, nullptr, "-"},  {"4:0", "on", "1", "4:1"},    {"4:0", "on", "2", "verschieden"}, {"4:0", "off", "2", "verschieden"},
+    };
+    for (const auto& fall : faelle) {
+        SCOPED_TRACE(std::string(fall.before) + " " + fall.after);
+        Probe p({{.Index = 1, .Überschrift = "Tipp", .WertEin = "1", .WertAus = "<delkey>", .AnzahlWerte = 1},
+                 {.Index = 2, .Ausgabeart = 2, .Wertname = "WERT", .HauptIndex = 1}});
+        putIfAny(p, fall.before);
+        p.show("Tipp");
+        if (fall.first != nullptr) p.engine->setEntryFromText(1, fall.first);
+        if (fall.second != nullptr) p.engine->setEntryFromText(2, fall.second);
+        const bool refused = std::string(fall.after) == "verschieden";
+        p.port.expectBox(refused ? "stehen für denselben Wert" : "geändert/angelegt");
+        EXPECT_TRUE(p.engine->collectForExport());
+        for (const auto& value : p.engine->collectedValues())
+            if (!refused && value.wert) {
+                EXPECT_EQ(std::to_string(value.wert->type) + ":" + toText(*value.wert), fall.after);
+            }
+        p.save();
+        EXPECT_EQ(p.get(Pfad), refused ? fall.before : fall.after);
+        EXPECT_LE(p.recorder.ended.empty() ? 0u : p.recorder.ended[0].werte.size(), 1u);
+    }
+}
+
+TEST(Speichern, WertnameMitTrennerIstKeinSchluessel) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "a\\b"}});
+    const auto name = ValueName::named("a\\b");
+    p.store->setValue(Root::CurrentUser, "Software\\Probe", name, fromText("alt", 1));
+    p.show("Tipp");
+    EXPECT_EQ(p.panel().text + p.panel().status.text, "alt[Registry Wert vorhanden]");
+    p.engine->userText(0, "neu");
+    p.saveOk();
+    EXPECT_EQ(p.store->value(Root::CurrentUser, "Software\\Probe", name), fromText("neu", 1));
+    EXPECT_FALSE(p.store->keyExists(Root::CurrentUser, "Software\\Probe\\a"));
+    const WertAenderung change = p.recorder.ended.at(0).werte.at(0);
+    EXPECT_EQ(placeOf(change).key + "|" + placeOf(change).name.text(), "Software\\Probe|a\\b");
+    p.port.expectBox("Schlüssel wird gelöscht", Answer::Yes);
+    p.engine->clickRegDel();
+    EXPECT_FALSE(p.store->hasValue(Root::CurrentUser, "Software\\Probe", name));
+}
+
+TEST(Speichern, EinGeleertesFeldSagtWasGeschieht) {
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
+    p.show("Tipp");
+    p.engine->userText(0, "x");
+    p.engine->userText(0, "");
+    EXPECT_EQ(p.panel().hinweis, "");   // nothing stands there that could stay
+    p.put(Pfad, 1, "alt");
+    p.engine->reloadTipp();
+    p.engine->userText(0, "");
+    EXPECT_NE(p.panel().hinweis.find("<delkey>"), std::string::npos);
+    p.saveOk();
+    EXPECT_EQ(p.get(Pfad), "1:alt");
+    EXPECT_EQ(p.panel().hinweis, "");
+    p.engine->userText(0, "<delkey>");
+    EXPECT_EQ(p.panel().hinweis, "");
+    p.saveOk();
+    EXPECT_EQ(p.get(Pfad), "-");
+}
+
+// What lines of a field cannot tell apart may not be edited there.
+TEST(Speichern, ListeDieNichtAlsZeilenZurueckkaemeIstGesperrt) {
+    const struct {
+        std::string text;
+        bool locked;
+    } faelle[] = {{std::string("eins\0zwei", 9), false}, {std::string("eins\0\0zwei", 10), true}, {"eins\rzwei", true}, {"eins\nzwei", true}, {"\xC2\xA0", false}, {"", false}};
+    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 7}});
+    for (const auto& fall : faelle) {
+        p.put(Pfad, 7, fall.text);
+        p.show("Tipp");
+        EXPECT_EQ(p.panel().nurLesen, fall.locked) << fall.text;
+        EXPECT_EQ(p.panel().hinweis.empty(), !fall.locked);
+        p.saveOk();
+        EXPECT_EQ(p.get(Pfad), "7:" + fall.text);
+    }
+}
+
 TEST(Speichern, GewaehlteDateiStehtMitIhremWindowsPfadDa) {
     Probe p({{.Überschrift = "Tipp", .Ausgabeart = 6, .Datentyp = 1, .Anzeigetext = "Bild", .Werteliste = "Bilder|*.bmp"}});
     const auto file = p.dir.put("drive_c/WINDOWS/neu.bmp", "");
@@ -259,6 +379,12 @@ TEST(Speichern, StandardSetztLoeschtUndUeberspringt) {
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:a0");
     EXPECT_EQ(p.get("HKCU\\Software\\Zweiter\\B"), "-");
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\C"), "1:alt");
+
+    Probe none({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
+    none.put(Pfad, 1, "alt");
+    none.show("Tipp");
+    none.port.expectBox("kein Windows-Standardwert bekannt");
+    none.engine->clickDefault(none.fenster().cmdDefault);
 }
 
 TEST(Speichern, TippwechselFragt) {
@@ -285,6 +411,23 @@ TEST(Speichern, MenueUndKnopfVergleichenDieEigeneBeschriftung) {
     p.engine->clickRegSave(p.fenster().mnuRegSave);
     p.engine->clickDefault(p.fenster().mnuDefault);
     EXPECT_EQ(opened, 11);
+    // Input is settled before the window opens: dropped, or saved, or the window stays away.
+    p.engine->userText(0, "verworfen");
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
+    p.engine->clickRegSave(p.fenster().mnuRegSave);
+    EXPECT_EQ(p.get(Pfad) + p.panel().text, "-");
+    p.engine->userText(0, "bleibt");
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("geändert/angelegt");
+    p.engine->clickDefault(p.fenster().mnuDefault);
+    EXPECT_EQ(p.get(Pfad) + p.panel().text, "1:bleibtbleibt");
+    p.store->setReadOnly(Root::CurrentUser, "Software\\Probe", true);
+    p.engine->userText(0, "geht nicht");
+    p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("kann nicht geschrieben werden");
+    p.engine->clickRegSave(p.fenster().mnuRegSave);
+    EXPECT_EQ(opened, 22);
+    EXPECT_EQ(p.panel().text, "geht nicht");
+    p.store->setReadOnly(Root::CurrentUser, "Software\\Probe", false);
+    p.ctx->blnGeaendert = false;
     p.port.onWindow("frmBVK_Bearbeiten", [&](WindowRequest& w) {   // on a Tip that has no menu
         auto& d = dynamic_cast<BearbeitenAnfrage&>(w);
         d.txtKeyName = "neu";
@@ -397,6 +540,10 @@ TEST(BroadCast, SymbolgroesseGehtZurueckWieSieWar) {
     EXPECT_EQ(p.get(size), "1:48");
     ASSERT_EQ(p.platform.settingChanges.size(), 4u);
     EXPECT_EQ(std::get<0>(p.platform.settingChanges[1]), 42u);
+    p.put(size, 1, "2147483647");   // as large as it can be read
+    p.engine->userText(0, "z");
+    p.saveOk();
+    EXPECT_EQ(p.get(size), "1:2147483647");
 }
 
 }  // namespace

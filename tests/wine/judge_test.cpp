@@ -104,12 +104,14 @@ Exportsatz hard(const std::string& key) {
     values.push_back(listenwert(key, 3, "lange Bytes", bytesText(Bytes(300, 0xAB))));
     values.push_back(listenwert(key, 7, "Liste", std::string("eins\0zwei \"x\"\0C:\\0", 18)));
     values.push_back(listenwert(key, 1, "Weg", "<delkey>"));
+    values.push_back(listenwert(key + "\\Unter", 1, "", "<delkey>"));
     return exportwerte({listentipp(1, "Schwierig & mehr", values)});
 }
 
 TEST_F(Wine, SchwierigeWerteGeprueft) {
     const Exportsatz satz = hard("Software\\Brenvik Probe [ä]");
-    prefix->file("vorher.reg", "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Brenvik Probe [\xE4]]\r\n\"Weg\"=\"da\"\r\n");
+    prefix->file("vorher.reg", "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Brenvik Probe [\xE4]]\r\n\"Weg\"=\"da\"\r\n"
+                                   "[HKEY_CURRENT_USER\\Software\\Brenvik Probe [\xE4]\\Unter]\r\n@=\"da\"\r\n");
     for (const auto format : {RegTextWriter::Format::Version5, RegTextWriter::Format::Regedit4}) {
         prefix->wine({"reg", "delete", "HKCU\\Software\\Brenvik Probe [ä]", "/f"});
         prefix->wine({"regedit", "/C", prefix->windows(prefix->dir / "vorher.reg")});
@@ -134,7 +136,8 @@ Exportsatz asciiOnly(Exportsatz satz) {
 }
 
 TEST_F(Wine, SchwierigeWerteAlsBefehlsdatei) {
-    prefix->wine({"regedit", prefix->file("vorher.reg", "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Brenvik Probe]\r\n\"Weg\"=\"da\"\r\n")});
+    prefix->wine({"regedit", prefix->file("vorher.reg", "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Brenvik Probe]\r\n\"Weg\"=\"da\"\r\n"
+                                                             "[HKEY_CURRENT_USER\\Software\\Brenvik Probe\\Unter]\r\n@=\"da\"\r\n")});
     const Exportsatz satz = asciiOnly(hard("Software\\Brenvik Probe"));
     const RegAddSkript script = regAddSkript(satz, {"; Kopf & mehr"});
     ASSERT_TRUE(script.hindernisse.empty());

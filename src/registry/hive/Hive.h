@@ -44,6 +44,7 @@ struct Hive {
     std::uint32_t minorVersion = 3;     // 1.3: Windows NT 4 to 2000 and user hives; 1.5: machine hives since XP
     std::uint32_t sequence = 1;
     std::uint64_t lastWritten = 0;
+    std::uint32_t binsSize = 0;         // of the file it was read from, for those who have to make room for it; 0: none
     Bytes header;                       // the 4096 bytes read, whose unknown fields are kept; empty for a new hive
     std::vector<Bytes> descriptors;     // distinct ones
     HiveKey root;

@@ -9,7 +9,10 @@ namespace brenvik {
 
 using namespace hivefmt;
 
-HiveCellSpace::HiveCellSpace() : file_(headerSize) {}
+HiveCellSpace::HiveCellSpace(std::size_t expectedBins) {
+    file_.reserve(headerSize + expectedBins + expectedBins / 32 + 16 * binAlignment);
+    file_.resize(headerSize);
+}
 
 std::uint8_t* HiveCellSpace::at(std::uint32_t offset) { return file_.data() + headerSize + offset + 4; }
 
@@ -21,7 +24,8 @@ std::uint32_t HiveCellSpace::allocate(std::size_t contentSize) {
         const std::uint32_t binSize = roundUp(size + binHeaderSize, binAlignment);
         const auto binAt = static_cast<std::uint32_t>(file_.size() - headerSize);
         if (binSize > largestBins - binAt) throw HiveError("Die Strukturdatei würde zu groß.");
-        if (file_.capacity() < file_.size() + binSize) file_.reserve(2 * file_.size() + binSize);
+        // Little more than needed: while it grows there are two of it.
+        if (file_.capacity() < file_.size() + binSize) file_.reserve(file_.size() + file_.size() / 4 + 4 * std::size_t{binSize});
         file_.resize(file_.size() + binSize);
         std::uint8_t* const b = file_.data() + headerSize + binAt;
         std::memcpy(b, "hbin", 4);

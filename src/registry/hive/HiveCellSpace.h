@@ -10,7 +10,7 @@ namespace brenvik {
 
 class HiveCellSpace {
 public:
-    HiveCellSpace();
+    explicit HiveCellSpace(std::size_t expectedBins);   // bytes that there will be about, 0: nobody knows
     std::uint32_t allocate(std::size_t contentSize);   // the new cell's offset, its content zeroed; throws HiveError if full
     // The content of the cell; valid until the next allocate.
     std::uint8_t* at(std::uint32_t offset);

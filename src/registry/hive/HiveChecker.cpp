@@ -183,7 +183,7 @@ std::vector<HiveFinding> checkHive(ByteSpan file) {
             findings.note(end, "Hinter dem Ende der Daten steht ein weiterer Abschnitt.");
         }
     } catch (const HiveError& error) {
-        return {{error.offset, true, error.what()}};
+        return {{error.offset, true, error.what(), 0}};
     }
     return findings.list();
 }

@@ -13,7 +13,8 @@ struct HiveFinding {
     std::uint64_t offset = 0;   // bytes from the start of the file
     bool fault = true;          // false: Windows leaves such things behind itself and they harm nobody
     std::string text;           // without the position
-    std::string line() const;   // "Position 0x1020: …"
+    std::size_t log = 0;        // 0: in the hive; else in the log of this number, counted from 1, and the offset is one in the log
+    std::string line() const;   // "Position 0x1020: …", "Protokolldatei 2, Position 0x200: …"
 };
 
 class HiveError : public RegError {

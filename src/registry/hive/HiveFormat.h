@@ -33,7 +33,10 @@ namespace nk {
 inline constexpr std::size_t Flags = 2, LastWrite = 4, Access = 12, Parent = 16, SubKeys = 20, VolatileSubKeys = 24, SubKeyList = 28,
                              VolatileList = 32, Values = 36, ValueList = 40, Security = 44, Class = 48, MaxName = 52,
                              UserFlags = 54, MaxClass = 56, MaxValueName = 60, MaxData = 64, NameSize = 72, ClassSize = 74, Name = 76;
-inline constexpr std::uint16_t Volatile = 1, HiveExit = 2, HiveEntry = 4, NoDelete = 8, SymLink = 16, Latin1Name = 32, Predefined = 64;
+inline constexpr std::uint16_t Volatile = 1, HiveExit = 2, HiveEntry = 4, NoDelete = 8, SymLink = 16, Latin1Name = 32, Predefined = 64,
+                               VirtualSource = 128, VirtualTarget = 256, VirtualStore = 512;
+// What a key is wherever it lies; the others tell of its place and form in one file.
+inline constexpr std::uint16_t Travelling = SymLink | VirtualSource | VirtualTarget | VirtualStore;
 }
 namespace vk {
 inline constexpr std::size_t NameSize = 2, DataSize = 4, Data = 8, Type = 12, Flags = 16, Name = 20;
@@ -69,6 +72,10 @@ inline void put64(std::uint8_t* p, std::uint64_t v) {
 }
 inline bool hasSignature(ByteSpan cell, const char (&two)[3]) {
     return cell.size() >= 2 && cell[0] == static_cast<std::uint8_t>(two[0]) && cell[1] == static_cast<std::uint8_t>(two[1]);
+}
+// The flags of a key with those that travel replaced.
+inline std::uint16_t withTravelling(std::uint16_t flags, std::uint16_t travelling) {
+    return static_cast<std::uint16_t>((flags & ~nk::Travelling) | (travelling & nk::Travelling));
 }
 inline std::uint32_t roundUp(std::uint32_t size, std::uint32_t unit) { return (size + unit - 1) / unit * unit; }
 

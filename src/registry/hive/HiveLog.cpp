@@ -19,9 +19,14 @@ constexpr std::size_t Size = 4, Sequence = 12, BinsSize = 16, Pages = 20, BodyHa
 
 struct Log {
     ByteSpan bytes;
+    std::size_t index = 0;              // in what was given
     std::vector<std::size_t> entries;   // offsets of the new form's usable entries
     std::uint32_t first() const { return get32(bytes.data() + entries.front() + entry::Sequence); }
 };
+
+bool isBlank(ByteSpan bytes) {
+    return std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte == 0; });
+}
 
 struct HashState {
     std::uint32_t low, high;
@@ -40,52 +45,53 @@ public:
     Replay(ByteSpan file, HiveRecovery& result) : recovery_(result) { result.hive.assign(file.begin(), file.end()); }
 
     void run(const std::vector<ByteSpan>& files) {
-        std::vector<Log> newLogs;
-        std::vector<ByteSpan> oldLogs;
-        for (const ByteSpan file : files) sortIn(file, newLogs, oldLogs);
+        std::vector<Log> newLogs, oldLogs;
+        for (std::size_t i = 0; i < files.size(); ++i) sortIn({files[i], i, {}}, newLogs, oldLogs);
         if (!newLogs.empty()) replayNew(newLogs);
-        if (recovery_.entriesReplayed == 0 && !oldLogs.empty()) replayOld(oldLogs);
-        recovery_.findings = findings_.list();
+        if (recovery_.used.empty() && !gap_ && !oldLogs.empty()) replayOld(oldLogs);
     }
 
 private:
-    void sortIn(ByteSpan file, std::vector<Log>& newLogs, std::vector<ByteSpan>& oldLogs) {
-        if (file.empty()) return;
+    void fault(const Log& log, std::uint64_t offset, const char* text) { recovery_.findings.push_back({offset, true, text, log.index + 1}); }
+
+    void sortIn(Log log, std::vector<Log>& newLogs, std::vector<Log>& oldLogs) {
+        const ByteSpan file = log.bytes;
+        if (isBlank(file)) return;   // made and not used yet
+        const std::size_t known = newLogs.size() + oldLogs.size();
         if (!isHeader(file) || file.size() < 2 * sector) {
-            findings_.fault(0, "Die Protokolldatei hat keinen gültigen Kopf.");
-            return;
-        }
-        const std::uint32_t type = get32(file.data() + header::FileType);
-        if (get32(file.data() + header::Sequence1) != get32(file.data() + header::Sequence2)) {
-            findings_.fault(header::Sequence1, "Die Protokolldatei wurde nicht zu Ende geschrieben.");
-        } else if (type == newLogType) {
-            newLogs.push_back({file, {}});
+            fault(log, 0, "Die Protokolldatei hat keinen gültigen Kopf.");
+        } else if (get32(file.data() + header::Sequence1) != get32(file.data() + header::Sequence2)) {
+            fault(log, header::Sequence1, "Die Protokolldatei wurde nicht zu Ende geschrieben.");
+        } else if (const std::uint32_t type = get32(file.data() + header::FileType); type == newLogType) {
+            newLogs.push_back(std::move(log));
         } else if (type == oldLogType || type == oldLogTypeToo) {
-            oldLogs.push_back(file);
+            oldLogs.push_back(std::move(log));
         } else {
-            findings_.fault(header::FileType, "Dies ist keine Protokolldatei.");
+            fault(log, header::FileType, "Dies ist keine Protokolldatei.");
         }
+        unreadable_ = unreadable_ || known == newLogs.size() + oldLogs.size();
     }
 
     // New form -------------------------------------------------------------------------------------------------------
 
     void replayNew(std::vector<Log>& logs) {
-        const bool headerLost = !isHeader(hive());
-        const std::uint32_t from = headerLost ? 0 : get32(recovery_.hive.data() + header::Sequence2);
-        for (Log& log : logs) collect(log, headerLost ? get32(log.bytes.data() + header::Sequence1) : from);
+        headerLost_ = !isHeader(hive());
+        const std::uint32_t from = headerLost_ ? 0 : get32(recovery_.hive.data() + header::Sequence2);
+        for (Log& log : logs) collect(log, headerLost_ ? get32(log.bytes.data() + header::Sequence1) : from);
         logs.erase(std::remove_if(logs.begin(), logs.end(), [](const Log& log) { return log.entries.empty(); }), logs.end());
         if (logs.empty()) return;
         std::sort(logs.begin(), logs.end(), [](const Log& l, const Log& r) { return l.first() < r.first(); });
-        if (headerLost) takeHeader(logs.back().bytes);
+        gap_ = unreadable_ && (headerLost_ || logs.front().first() != from);
+        if (gap_) return fault(logs.front(), logs.front().entries.front(), "Vor diesem Eintrag fehlen welche, die in einer unlesbaren Protokolldatei stehen können.");
         std::uint32_t last = 0;
         for (const Log& log : logs) {
-            if (log.first() > brokenAt_ || (recovery_.entriesReplayed != 0 && log.first() != last + 1)) {
-                findings_.fault(sector, "Zwischen den Protokolldateien fehlen Einträge.");
+            if (log.first() > brokenAt_ || (!recovery_.used.empty() && log.first() != last + 1)) {
+                fault(log, sector, "Zwischen den Protokolldateien fehlen Einträge.");
                 break;
             }
             if (!applyAll(log, last)) break;
         }
-        if (recovery_.entriesReplayed != 0) close(last + 1);
+        if (!recovery_.used.empty()) close(last + 1);
     }
 
     // The unbroken run of entries from the wanted sequence number on; older ones in front have been written already, older
@@ -102,7 +108,7 @@ private:
             }
             if (size < entryHeader || size % sector != 0 || size > log.bytes.size() - at ||
                 get64(e + entry::HeaderHash) != logHash({e, 32}) || get64(e + entry::BodyHash) != logHash({e + entryHeader, size - entryHeader})) {
-                findings_.fault(at, "Der Eintrag der Protokolldatei ist beschädigt.");
+                fault(log, at, "Der Eintrag der Protokolldatei ist beschädigt.");
                 if (expected >= from) brokenAt_ = std::min(brokenAt_, expected);
                 break;
             }
@@ -114,16 +120,20 @@ private:
 
     bool applyAll(const Log& log, std::uint32_t& last) {
         for (const std::size_t at : log.entries) {
-            if (!apply(log.bytes.data() + at)) {
-                findings_.fault(at, "Der Eintrag der Protokolldatei nennt unmögliche Stellen.");
+            const std::uint8_t* const e = log.bytes.data() + at;
+            if (!apply(e)) {
+                fault(log, at, "Der Eintrag der Protokolldatei nennt unmögliche Stellen.");
                 return false;
             }
-            last = get32(log.bytes.data() + at + entry::Sequence);
-            ++recovery_.entriesReplayed;
+            if (headerLost_ && at == log.entries.front()) takeHeader(log.bytes);
+            put32(recovery_.hive.data() + header::BinsSize, get32(e + entry::BinsSize));
+            last = get32(e + entry::Sequence);
+            recovery_.used.push_back({log.index, at, last, get32(e + entry::Pages)});
         }
         return true;
     }
 
+    // Changes nothing if it answers false.
     bool apply(const std::uint8_t* e) {
         const std::uint32_t size = get32(e + entry::Size), bins = get32(e + entry::BinsSize), pages = get32(e + entry::Pages);
         if (pages > (size - entryHeader) / referenceSize) return false;
@@ -141,7 +151,6 @@ private:
             std::copy(from, from + length, recovery_.hive.begin() + headerSize + offset);
             from += length;
         }
-        put32(recovery_.hive.data() + header::BinsSize, bins);
         return true;
     }
 
@@ -156,24 +165,25 @@ private:
 
     // Old form -------------------------------------------------------------------------------------------------------
 
-    void replayOld(const std::vector<ByteSpan>& logs) {
+    void replayOld(const std::vector<Log>& logs) {
         const bool headerLost = !isHeader(hive());
         const std::size_t stampAt = headerLost ? headerSize + bin::Timestamp : header::LastWritten;
         const std::uint64_t stamp = recovery_.hive.size() >= headerSize + binHeaderSize ? get64(recovery_.hive.data() + stampAt) : 0;
-        const ByteSpan* best = nullptr;
-        for (const ByteSpan& log : logs) {
-            if (get64(log.data() + header::LastWritten) != stamp) {
-                findings_.fault(header::LastWritten, "Die Protokolldatei gehört zu einem anderen Stand.");
-            } else if (best == nullptr || get32(best->data() + header::Sequence1) < get32(log.data() + header::Sequence1)) {
+        const Log* best = nullptr;
+        for (const Log& log : logs) {
+            if (get64(log.bytes.data() + header::LastWritten) != stamp) {
+                fault(log, header::LastWritten, "Die Protokolldatei gehört zu einem anderen Stand.");
+            } else if (best == nullptr || get32(best->bytes.data() + header::Sequence1) < get32(log.bytes.data() + header::Sequence1)) {
                 best = &log;
             }
         }
         if (best == nullptr) return;
         const Bytes before = recovery_.hive;
-        if (applyBitmap(*best)) {
-            ++recovery_.entriesReplayed;
-            const std::uint32_t bins = get32(best->data() + header::BinsSize), sequence = get32(best->data() + header::Sequence1);
-            takeHeader(*best);
+        std::uint32_t pages = 0;
+        if (applyBitmap(*best, pages)) {
+            const std::uint32_t bins = get32(best->bytes.data() + header::BinsSize), sequence = get32(best->bytes.data() + header::Sequence1);
+            recovery_.used.push_back({best->index, sector, sequence, pages});
+            takeHeader(best->bytes);
             put32(recovery_.hive.data() + header::BinsSize, bins);
             close(sequence);
         } else {
@@ -181,39 +191,41 @@ private:
         }
     }
 
-    bool applyBitmap(ByteSpan log) {
+    bool applyBitmap(const Log& whole, std::uint32_t& taken) {
+        const ByteSpan log = whole.bytes;
         const std::uint32_t bins = get32(log.data() + header::BinsSize);
         if (log.size() < sector + 4 || std::memcmp(log.data() + sector, "DIRT", 4) != 0 || bins > largestBins) {
-            findings_.fault(sector, "Der Protokolldatei fehlt das Verzeichnis der geänderten Seiten.");
+            fault(whole, sector, "Der Protokolldatei fehlt das Verzeichnis der geänderten Seiten.");
             return false;
         }
         const std::uint32_t pages = bins / sector, bitmap = (pages + 7) / 8;
         std::size_t from = roundUp(sector + 4 + bitmap, sector);
         const std::uint8_t* const bits = log.data() + sector + 4;
         if (from > log.size()) {
-            findings_.fault(sector, "Die Protokolldatei ist abgeschnitten.");
+            fault(whole, sector, "Die Protokolldatei ist abgeschnitten.");
             return false;
         }
         std::uint64_t dirty = 0;
         for (std::uint32_t i = 0; i < bitmap; ++i) dirty += sector * static_cast<std::uint32_t>(std::popcount(bits[i]));
         if (dirty > log.size() - from || !resizeBins(bins, dirty)) {
-            findings_.fault(sector, "Die Protokolldatei ist abgeschnitten.");
+            fault(whole, sector, "Die Protokolldatei ist abgeschnitten.");
             return false;
         }
         for (std::uint32_t page = 0; page < pages; ++page) {
             if (((bits[page / 8] >> (page % 8)) & 1) == 0) continue;
             std::copy_n(log.begin() + static_cast<std::ptrdiff_t>(from), sector, recovery_.hive.begin() + headerSize + page * sector);
             from += sector;
+            ++taken;
         }
-        return binsAreWhole(bins);
+        return binsAreWhole(whole, bins);
     }
 
-    bool binsAreWhole(std::uint32_t bins) {
+    bool binsAreWhole(const Log& log, std::uint32_t bins) {
         for (std::uint32_t at = 0; at < bins;) {
             const std::uint8_t* const b = recovery_.hive.data() + headerSize + at;
             const std::uint32_t size = get32(b + bin::Size);
             if (std::memcmp(b, "hbin", 4) != 0 || get32(b + bin::Offset) != at || size == 0 || size % binAlignment != 0 || size > bins - at) {
-                findings_.fault(std::uint64_t{headerSize} + at, "Mit der Protokolldatei entstünde ein ungültiger Abschnitt.");
+                fault(log, sector, "Mit der Protokolldatei entstünde ein ungültiger Abschnitt.");
                 return false;
             }
             at += size;
@@ -239,7 +251,8 @@ private:
     ByteSpan hive() const { return {recovery_.hive.data(), recovery_.hive.size()}; }
     HiveRecovery& recovery_;
     std::uint32_t brokenAt_ = 0xFFFFFFFF;   // sequence number of the first entry that is wanted and damaged
-    HiveFindings findings_{HiveMode::Salvage};
+    bool headerLost_ = false;               // the hive's
+    bool unreadable_ = false, gap_ = false; // some log cannot be read; it may hold what has to come first
 };
 
 }  // namespace
@@ -255,8 +268,13 @@ std::uint64_t logHash(ByteSpan bytes) {
     return state.low | (static_cast<std::uint64_t>(state.high) << 32);
 }
 
+bool looksLikeHive(ByteSpan start) {
+    if (start.size() >= 4 && std::memcmp(start.data(), "regf", 4) == 0) return true;
+    return start.size() >= HiveStartSize && std::memcmp(start.data() + headerSize, "hbin", 4) == 0 && get32(start.data() + headerSize + bin::Offset) == 0;
+}
+
 bool isDirty(ByteSpan hive) {
-    if (hive.size() < headerSize || std::memcmp(hive.data(), "regf", 4) != 0) return false;
+    if (hive.size() < headerSize || !looksLikeHive(hive)) return false;
     return !isHeader(hive) || get32(hive.data() + header::Sequence1) != get32(hive.data() + header::Sequence2);
 }
 

@@ -109,6 +109,7 @@ HiveReading readHive(ByteSpan file, HiveMode mode) {
     hive.minorVersion = view.cells().minorVersion();
     hive.sequence = get32(base + header::Sequence1);
     hive.lastWritten = get64(base + header::LastWritten);
+    hive.binsSize = view.cells().binsSize();
     hive.header.assign(base, base + headerSize);
     TreeBuilder builder(view, hive);
     walkHive(view, builder);

@@ -49,7 +49,7 @@ struct Child {
 class Writer {
 public:
     Writer(const Hive& hive, const HiveWriteOptions& options)
-        : hive_(hive), options_(options), minor_(options.minorVersion != 0 ? options.minorVersion : hive.minorVersion) {
+        : hive_(hive), options_(options), minor_(options.minorVersion != 0 ? options.minorVersion : hive.minorVersion), space_(hive.binsSize) {
         if (minor_ < 3 || minor_ > highestMinor) throw HiveError("Diese Version des Formats lässt sich nicht schreiben.");
     }
 

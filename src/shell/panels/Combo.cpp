@@ -3,7 +3,7 @@
 #include <QAbstractItemView>
 #include <algorithm>
 
-#include "shell/QtText.h"
+#include "shell/PlainText.h"
 #include "shell/panels/PanelView.h"
 
 namespace brenvik {
@@ -14,12 +14,12 @@ Combo::Combo(const QString& objectName, QWidget* parent) : QComboBox(parent) {
     setMinimumContentsLength(12);
     setMaxVisibleItems(20);
     guardWheel(*this);
-    connect(this, &QComboBox::currentTextChanged, this, [this](const QString& text) { setToolTip(text); });
+    connect(this, &QComboBox::currentTextChanged, this, [this](const QString& text) { setToolTip(toolTipText(text)); });
 }
 
 void Combo::setChoices(const std::vector<std::string>& choices, int selected) {
     QStringList wanted;
-    for (const std::string& choice : choices) wanted.append(qt(choice));
+    for (const std::string& choice : choices) wanted.append(plainLine(choice));
     QStringList present;
     for (int i = 0; i < count(); ++i) present.append(itemText(i));
     if (present != wanted) {

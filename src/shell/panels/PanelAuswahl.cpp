@@ -9,8 +9,8 @@ PanelAuswahlBox::PanelAuswahlBox(PanelHost& host, std::size_t place, QWidget* pa
 }
 
 void PanelAuswahlBox::draw(const Panel& panel) {
-    setCaption("lblAuswahlBox", panel, qt(panel.label));
-    cboAuswahlBox_->setAccessibleName(qt(panel.label));
+    setCaption("lblAuswahlBox", panel, plainLine(panel.label));
+    cboAuswahlBox_->setAccessibleName(plainLine(panel.label));
     cboAuswahlBox_->setChoices(panel.auswahl, panel.gewaehlt);
     cboAuswahlBox_->setEnabled(!panel.nurLesen);
 }
@@ -29,7 +29,7 @@ PanelOptionsAuswahl::PanelOptionsAuswahl(PanelHost& host, std::size_t place, QWi
 }
 
 void PanelOptionsAuswahl::draw(const Panel& panel) {
-    setCaption("lblOptionsAuswahl", panel, qt(panel.label));
+    setCaption("lblOptionsAuswahl", panel, plainLine(panel.label));
     group_->setExclusive(false);    // an exclusive group could not show that no option is on
     for (int j = 0; j < Options; ++j) {
         WrapRadioButton* option = opbOptionsAuswahl_[j];
@@ -39,7 +39,7 @@ void PanelOptionsAuswahl::draw(const Panel& panel) {
         option->setEnabled(!panel.nurLesen);
         if (!used) continue;
         option->setText(plainCaption(panel.auswahl[static_cast<std::size_t>(j)]));
-        option->setAccessibleName(qt(panel.auswahl[static_cast<std::size_t>(j)]));
+        option->setAccessibleName(plainLine(panel.auswahl[static_cast<std::size_t>(j)]));
     }
     group_->setExclusive(true);
 }

@@ -10,10 +10,10 @@ PanelCheckBox::PanelCheckBox(PanelHost& host, std::size_t place, QWidget* parent
 }
 
 void PanelCheckBox::draw(const Panel& panel) {
-    setCaption("lblCheckBox", panel, qt(panel.label));
+    setCaption("lblCheckBox", panel, plainLine(panel.label));
     chkCheckBox_->setText(plainCaption(panel.chkBeschriftung));
-    chkCheckBox_->setAccessibleName(qt(panel.chkBeschriftung));
-    chkCheckBox_->setAccessibleDescription(qt(panel.label));
+    chkCheckBox_->setAccessibleName(plainLine(panel.chkBeschriftung));
+    chkCheckBox_->setAccessibleDescription(plainLine(panel.label));
     chkCheckBox_->setChecked(panel.angehakt);
     chkCheckBox_->setEnabled(!panel.nurLesen);
 }

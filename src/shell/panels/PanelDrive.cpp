@@ -26,8 +26,8 @@ PanelDrive::PanelDrive(PanelHost& host, std::size_t place, QWidget* parent)
 }
 
 void PanelDrive::draw(const Panel& panel) {
-    setCaption("lblDrive", panel, panel.cmdDriveSichtbar ? qt(panel.label) : QString());
-    cboDrive_->setAccessibleName(qt(panel.label));
+    setCaption("lblDrive", panel, panel.cmdDriveSichtbar ? plainLine(panel.label) : QString());
+    cboDrive_->setAccessibleName(plainLine(panel.label));
     cboDrive_->setChoices(panel.auswahl, panel.gewaehlt);
     txtDrive_->setFieldAccessibleName(cboDrive_->currentText());
     txtDrive_->setValue(panel.text, panel.nurLesen);

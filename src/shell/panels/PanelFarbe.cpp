@@ -55,8 +55,8 @@ PanelFarbe::PanelFarbe(PanelHost& host, std::size_t place, QWidget* parent)
 }
 
 void PanelFarbe::draw(const Panel& panel) {
-    setCaption("lblFarbeTitel", panel, qt(panel.label));
-    cboFarbe_->setAccessibleName(qt(panel.label));
+    setCaption("lblFarbeTitel", panel, plainLine(panel.label));
+    cboFarbe_->setAccessibleName(plainLine(panel.label));
     cboFarbe_->setChoices(panel.auswahl, panel.gewaehlt);
     cmdFarbSET_->setColour(panel.farbe);
     cmdFarbe_->setEnabled(!panel.nurLesen);

@@ -1,6 +1,7 @@
 #include "shell/panels/PanelHeader.h"
 
 #include "shell/Farben.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -26,7 +27,7 @@ PanelHeader::PanelHeader(QWidget* parent)
 void PanelHeader::setPlace(std::size_t place) { status_->setObjectName(elementName("lblStatus", place)); }
 
 void PanelHeader::setStatus(const StatusZeile& status) {
-    status_->setText(qt(status.text));
+    status_->setText(plainLine(status.text));
     status_->setVisible(!status.text.empty());
     setTextColour(*status_, status.farbe == StatusFarbe::Normal ? QColor() : statusColour(status.farbe));
     arrange();

@@ -42,12 +42,14 @@ QVariant ListenModel::data(const QModelIndex& index, int role) const {
     if (!row) return {};
     if (role == Qt::CheckStateRole && index.column() == 0) return row->angehakt ? Qt::Checked : Qt::Unchecked;
     if (role == Qt::SizeHintRole && index.column() == columns_ - 1) return QSize(10, rowHeight_);
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return qt(index.column() == 0 ? row->text : row->unterText);
+    const std::string& text = index.column() == 0 ? row->text : row->unterText;
+    if (role == Qt::DisplayRole) return plainLine(text);
+    if (role == Qt::ToolTipRole) return toolTipText(text);
     return {};
 }
 
 bool ListenModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (role != Qt::CheckStateRole || !rowAt(index)) return false;
+    if (role != Qt::CheckStateRole || !(flags(index) & Qt::ItemIsUserCheckable)) return false;
     tick_(index.row(), value.toInt() == Qt::Checked);
     emit dataChanged(index, index, {Qt::CheckStateRole});    // the record decides what stands there now
     return true;
@@ -56,7 +58,9 @@ bool ListenModel::setData(const QModelIndex& index, const QVariant& value, int r
 Qt::ItemFlags ListenModel::flags(const QModelIndex& index) const {
     Qt::ItemFlags flags = QAbstractTableModel::flags(index) | Qt::ItemNeverHasChildren;
     const Panel* panel = record_();
-    if (index.column() == 0 && panel && !panel->nurLesen) flags |= Qt::ItemIsUserCheckable;
+    const ListenZeile* row = rowAt(index);
+    if (index.column() == 0 && panel && !panel->nurLesen && row && !row->nurLesen) flags |= Qt::ItemIsUserCheckable;
+    if (row && row->nurLesen) flags &= ~Qt::ItemIsEnabled;
     return flags;
 }
 
@@ -103,8 +107,8 @@ PanelListe::PanelListe(PanelHost& host, std::size_t place, QWidget* parent)
 }
 
 void PanelListe::draw(const Panel& panel) {
-    setCaption("lblListe", panel, qt(panel.label));
-    lvListe_->setAccessibleName(panel.label.empty() ? QStringLiteral("Liste") : qt(panel.label));
+    setCaption("lblListe", panel, plainLine(panel.label));
+    lvListe_->setAccessibleName(panel.label.empty() ? QStringLiteral("Liste") : plainLine(panel.label));
     model_->refresh();
     const int selected = panel.gewaehlteZeile;
     if (selected >= 0 && selected < model_->rowCount() && lvListe_->currentIndex().row() != selected)

@@ -7,7 +7,7 @@ namespace {
 
 void drawBox(WrapCheckBox& box, const SchalterFeld& field, bool readOnly) {
     box.setText(plainCaption(field.beschriftung));
-    box.setAccessibleName(qt(field.beschriftung));
+    box.setAccessibleName(plainLine(field.beschriftung));
     box.setChecked(field.angehakt);
     box.setEnabled(!readOnly);
 }
@@ -15,8 +15,7 @@ void drawBox(WrapCheckBox& box, const SchalterFeld& field, bool readOnly) {
 }  // namespace
 
 PanelBootINI::PanelBootINI(PanelHost& host, std::size_t place, const Panel& panel, QWidget* parent)
-    : PanelView(host, place, "fraBootINI", parent), cboBootINI_(new Combo(QStringLiteral("cboBootINI"), this)), txtBINI_(new QLineEdit(this)) {
-    txtBINI_->setObjectName(QStringLiteral("txtBINI"));
+    : PanelView(host, place, "fraBootINI", parent), cboBootINI_(new Combo(QStringLiteral("cboBootINI"), this)), txtBINI_(new TextField(QStringLiteral("txtBINI"), false, this)) {
     body_->addWidget(cboBootINI_);
     body_->addWidget(txtBINI_);
     auto* grid = new QGridLayout;
@@ -26,7 +25,7 @@ PanelBootINI::PanelBootINI(PanelHost& host, std::size_t place, const Panel& pane
     for (std::size_t j = 0; j < panel.schalter.size(); ++j) addSwitch(*grid, static_cast<int>(j), panel.schalter[j].mitWert);
     body_->addLayout(grid);
     connect(cboBootINI_, &QComboBox::activated, this, user([this](int item) { host_.events.userChoose(place_, item); }));
-    connect(txtBINI_, &QLineEdit::textChanged, this, user([this](const QString& text) { host_.events.userBootTitle(place_, utf8(text)); }));
+    connect(txtBINI_, &TextField::edited, this, user([this](const QString& text) { host_.events.userBootTitle(place_, utf8(text)); }));
 }
 
 void PanelBootINI::addSwitch(QGridLayout& grid, int j, bool withValue) {
@@ -36,10 +35,9 @@ void PanelBootINI::addSwitch(QGridLayout& grid, int j, bool withValue) {
     grid.addWidget(own.chkBootINI, j, 0, 1, withValue ? 1 : 2, withValue ? Qt::AlignVCenter : Qt::Alignment());
     connect(own.chkBootINI, &QCheckBox::toggled, this, user([this, j](bool on) { host_.events.userSwitch(place_, j, on); }));
     if (withValue) {
-        own.txtBootINI = new QLineEdit(this);
-        own.txtBootINI->setObjectName(elementName("txtBootINI", static_cast<std::size_t>(j)));
+        own.txtBootINI = new TextField(elementName("txtBootINI", static_cast<std::size_t>(j)), false, this);
         grid.addWidget(own.txtBootINI, j, 1);
-        connect(own.txtBootINI, &QLineEdit::textChanged, this,
+        connect(own.txtBootINI, &TextField::edited, this,
                 user([this, j](const QString& text) { host_.events.userSwitchText(place_, j, utf8(text)); }));
     }
     schalter_.append(own);
@@ -53,20 +51,19 @@ bool PanelBootINI::fits(const Panel& panel) const {
 }
 
 void PanelBootINI::draw(const Panel& panel) {
-    setCaption("lblBootINI", panel, qt(panel.label));
-    cboBootINI_->setAccessibleName(qt(panel.label));
+    setCaption("lblBootINI", panel, plainLine(panel.label));
+    cboBootINI_->setAccessibleName(plainLine(panel.label));
     cboBootINI_->setChoices(panel.auswahl, panel.gewaehlt);
-    txtBINI_->setAccessibleName(cboBootINI_->currentText());
-    if (txtBINI_->text() != qt(panel.txtBINI)) txtBINI_->setText(qt(panel.txtBINI));
+    txtBINI_->setFieldAccessibleName(cboBootINI_->currentText());
+    txtBINI_->setValue(panel.txtBINI, panel.nurLesen);
     txtBINI_->setEnabled(panel.txtBINIAktiv && !panel.nurLesen);
     for (qsizetype j = 0; j < schalter_.size(); ++j) {
         const SchalterFeld& field = panel.schalter[static_cast<std::size_t>(j)];
         drawBox(*schalter_[j].chkBootINI, field, panel.nurLesen);
-        QLineEdit* value = schalter_[j].txtBootINI;
+        TextField* value = schalter_[j].txtBootINI;
         if (!value) continue;
-        value->setAccessibleName(qt(field.beschriftung));
-        if (value->text() != qt(field.wert)) value->setText(qt(field.wert));
-        value->setReadOnly(panel.nurLesen);
+        value->setFieldAccessibleName(plainLine(field.beschriftung));
+        value->setValue(field.wert, panel.nurLesen);
     }
 }
 
@@ -87,7 +84,7 @@ bool PanelBitMaske::fits(const Panel& panel) const {
 }
 
 void PanelBitMaske::draw(const Panel& panel) {
-    setCaption("lblBitMaske", panel, qt(panel.label));
+    setCaption("lblBitMaske", panel, plainLine(panel.label));
     for (qsizetype j = 0; j < chkBitMaske_.size(); ++j)
         drawBox(*chkBitMaske_[j], panel.schalter[static_cast<std::size_t>(j)], panel.nurLesen);
 }

@@ -1,11 +1,11 @@
 #pragma once
 // Panels of many boxes: the switches of a boot entry (kind 9) and the bits of a mask (kind 11).
-#include <QLineEdit>
 #include <QList>
 
 #include "shell/WrapButton.h"
 #include "shell/panels/Combo.h"
 #include "shell/panels/PanelView.h"
+#include "shell/panels/TextField.h"
 
 class QGridLayout;
 
@@ -22,11 +22,11 @@ protected:
 private:
     struct Schalter {
         WrapCheckBox* chkBootINI = nullptr;
-        QLineEdit* txtBootINI = nullptr;     // only where the switch takes a value
+        TextField* txtBootINI = nullptr;     // only where the switch takes a value
     };
     void addSwitch(QGridLayout& grid, int j, bool withValue);
     Combo* cboBootINI_;
-    QLineEdit* txtBINI_;
+    TextField* txtBINI_;
     QList<Schalter> schalter_;
 };
 

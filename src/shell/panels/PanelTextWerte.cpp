@@ -13,8 +13,8 @@ bool PanelTextWerte::fits(const Panel& panel) const {
 }
 
 void PanelTextWerte::draw(const Panel& panel) {
-    setCaption("lblTextWerte", panel, qt(panel.label));
-    txtTextWerte_->setFieldAccessibleName(qt(panel.label));
+    setCaption("lblTextWerte", panel, plainLine(panel.label));
+    txtTextWerte_->setFieldAccessibleName(plainLine(panel.label));
     txtTextWerte_->setValue(panel.text, panel.nurLesen);
 }
 

@@ -44,7 +44,8 @@ PanelView::PanelView(PanelHost& host, std::size_t place, const char* frameName, 
     setSizePolicy(policy);
 }
 
-const Panel* PanelView::record() const { return place_ < host_.record.panels.size() ? &host_.record.panels[place_] : nullptr; }
+// A view that waits for its deletion may outlive the window, and a change of style still asks it.
+const Panel* PanelView::record() const { return !detached_ && place_ < host_.record.panels.size() ? &host_.record.panels[place_] : nullptr; }
 
 bool PanelView::fits(const Panel& panel) const { return panel.Ausgabeart == kind_ && panel.index == index_; }
 
@@ -53,7 +54,21 @@ void PanelView::drawPanel(const Panel& panel) {
     drawing_ = true;
     draw(panel);
     header_->setStatus(panel.status);
+    setHint(panel.hinweis);
     drawing_ = outer;
+}
+
+void PanelView::setHint(const std::string& text) {
+    if (!hint_ && text.empty()) return;
+    if (!hint_) {
+        hint_ = new QLabel(this);
+        hint_->setObjectName(elementName("lblHinweis", place_));
+        hint_->setWordWrap(true);
+        hint_->setTextFormat(Qt::PlainText);
+        body_->addWidget(hint_);
+    }
+    hint_->setText(qt(text));
+    hint_->setVisible(!text.empty());
 }
 
 void PanelView::detach() {

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <memory>
 
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 #include "shell/WindowEvents.h"
 #include "tipengine/Hauptfenster.h"
@@ -44,6 +45,7 @@ protected:
         };
     }
     void setCaption(const char* labelName, const Panel& panel, const QString& caption);
+    void setHint(const std::string& text);
     const Panel* record() const;                         // none while the engine builds another Tip
     QString element(const char* control) const { return elementName(control, index_); }
 
@@ -55,6 +57,7 @@ protected:
 
 private:
     PanelHeader* header_;
+    QLabel* hint_ = nullptr;                             // made when there is something to say
     bool drawing_ = false;
     bool detached_ = false;
 };

@@ -11,6 +11,7 @@ namespace {
 
 // The style draws every tick on its own: with a small interval on a wide range it would not come to an end.
 constexpr std::int64_t MostTicks = 25;
+constexpr int LongestNumber = 64;    // characters shown of what stands there and is no number
 
 int tickInterval(const Panel& panel) {
     const std::int64_t span = std::max<std::int64_t>(1, std::int64_t{panel.Max} - panel.Min);
@@ -18,16 +19,19 @@ int tickInterval(const Panel& panel) {
     return static_cast<int>(std::min<std::int64_t>(interval, INT32_MAX));
 }
 
+// It counts one tick beyond the end, in 32 bits: close to their limit it would begin again from below.
+bool canHaveTicks(const Panel& panel, int interval) { return std::int64_t{panel.Max} + interval < INT32_MAX; }
+
 }  // namespace
 
 PanelZahlenWerte::PanelZahlenWerte(PanelHost& host, std::size_t place, QWidget* parent)
     : PanelView(host, place, "fraZahlenWerte", parent), sliZahlenWerte_(new QSlider(Qt::Horizontal, this)),
       txtZahlenWerte_(new QLineEdit(this)), updZahlenWerte_(new UpDown(element("updZahlenWerte"), this)), range_(new QLabel(this)) {
     sliZahlenWerte_->setObjectName(element("sliZahlenWerte"));
-    sliZahlenWerte_->setTickPosition(QSlider::TicksBelow);
     guardWheel(*sliZahlenWerte_);
     txtZahlenWerte_->setObjectName(element("txtZahlenWerte"));
     txtZahlenWerte_->setAlignment(Qt::AlignRight);
+    txtZahlenWerte_->setMaxLength(LongestNumber);
     txtZahlenWerte_->setFixedWidth(txtZahlenWerte_->fontMetrics().horizontalAdvance(QStringLiteral("-2147483648")) + 20);
     txtZahlenWerte_->installEventFilter(this);
     range_->setWordWrap(true);
@@ -48,18 +52,19 @@ PanelZahlenWerte::PanelZahlenWerte(PanelHost& host, std::size_t place, QWidget* 
 }
 
 void PanelZahlenWerte::draw(const Panel& panel) {
-    setCaption("lblZahlenWerte", panel, qt(panel.label));
-    sliZahlenWerte_->setAccessibleName(qt(panel.label));
-    txtZahlenWerte_->setAccessibleName(qt(panel.label));
+    setCaption("lblZahlenWerte", panel, plainLine(panel.label));
+    sliZahlenWerte_->setAccessibleName(plainLine(panel.label));
+    txtZahlenWerte_->setAccessibleName(plainLine(panel.label));
     const int interval = tickInterval(panel);
     pageStep_ = interval;
     sliZahlenWerte_->setRange(panel.Min, std::max(panel.Min, panel.Max));
     sliZahlenWerte_->setTickInterval(interval);
+    sliZahlenWerte_->setTickPosition(canHaveTicks(panel, interval) ? QSlider::TicksBelow : QSlider::NoTicks);
     sliZahlenWerte_->setPageStep(interval);
     sliZahlenWerte_->setValue(panel.Value);
     updZahlenWerte_->setRange(panel.Min, panel.Max);
     updZahlenWerte_->setValue(panel.Value);
-    const QString text = qt(panel.zahlText);
+    const QString text = qt(panel.zahlText).left(LongestNumber);
     if (txtZahlenWerte_->text() != text) txtZahlenWerte_->setText(text);
     setTextColour(*txtZahlenWerte_, panel.zahlUngueltig ? warningColour() : QColor());
     setTextColour(*range_, panel.zahlUngueltig ? warningColour() : QColor());

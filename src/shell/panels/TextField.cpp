@@ -2,6 +2,8 @@
 
 #include <QVBoxLayout>
 
+#include "shell/FieldText.h"
+#include "shell/PlainText.h"
 #include "shell/QtText.h"
 
 namespace brenvik {
@@ -23,7 +25,7 @@ TextField::TextField(const QString& objectName, bool severalLines, QWidget* pare
         lines_->setMinimumHeight(lines_->fontMetrics().lineSpacing() * LinesShown + 12);
         lines_->setMaximumHeight(lines_->minimumHeight());
         box->addWidget(lines_);
-        connect(lines_, &QPlainTextEdit::textChanged, this, [this] { emit edited(lines_->toPlainText()); });
+        connect(lines_, &QPlainTextEdit::textChanged, this, [this] { emit edited(fieldText()); });
     } else {
         line_ = new QLineEdit(this);
         line_->setObjectName(objectName);
@@ -31,7 +33,9 @@ TextField::TextField(const QString& objectName, bool severalLines, QWidget* pare
         box->addWidget(line_);
         connect(line_, &QLineEdit::textChanged, this, [this](const QString& text) { emit edited(text); });
     }
+    note_->setObjectName(QStringLiteral("lblTextFeld"));
     note_->setWordWrap(true);
+    note_->setTextFormat(Qt::PlainText);
     note_->hide();
     box->addWidget(note_);
 }
@@ -41,21 +45,27 @@ void TextField::setFieldAccessibleName(const QString& name) {
     if (lines_) lines_->setAccessibleName(name);
 }
 
+QString TextField::fieldText() const { return line_ ? line_->text() : brenvik::fieldText(*lines_); }
+
 void TextField::setValue(const std::string& text, bool readOnly) {
     const bool inPart = text.size() > LongestShown;
     const QString shown = inPart ? qt(std::string_view(text).substr(0, PartShown)) + QStringLiteral(" …") : qt(text);
-    if (line_) {
-        if (line_->text() != shown) {
+    if (fieldText() != shown) {
+        if (line_) {
             line_->setText(shown);
             line_->setCursorPosition(0);
+        } else {
+            lines_->setPlainText(shown);
         }
-        line_->setReadOnly(readOnly || inPart);
-    } else {
-        if (lines_->toPlainText() != shown) lines_->setPlainText(shown);
-        lines_->setReadOnly(readOnly || inPart);
     }
-    note_->setVisible(inPart);
-    if (inPart) note_->setText(QStringLiteral("Der Wert ist mit %1 Zeichen zu lang, um hier bearbeitet zu werden; gezeigt wird sein Anfang.").arg(qt(text).size()));
+    const bool changed = !inPart && (fieldText() != shown || utf8(shown) != text);
+    if (line_) line_->setReadOnly(readOnly || inPart || changed);
+    if (lines_) lines_->setReadOnly(readOnly || inPart || changed);
+    QString note = unseenNote(text);
+    if (changed) note = QStringLiteral("Der Wert enthält Zeichen, die dieses Feld nicht wiedergeben kann. Damit nichts davon verloren geht, wird er hier nur gezeigt.");
+    if (inPart) note = QStringLiteral("Der Wert ist mit %1 Zeichen zu lang, um hier bearbeitet zu werden; gezeigt wird sein Anfang.").arg(qt(text).size());
+    note_->setText(note);
+    note_->setVisible(!note.isEmpty());
 }
 
 }  // namespace brenvik

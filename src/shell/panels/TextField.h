@@ -1,6 +1,6 @@
 #pragma once
-// A text that the user edits, in one line or in several. A text too long for a control is shown in part and read-only,
-// so that the part can never be taken for the whole.
+// A text that the user edits, in one line or in several. What a control would not give back as it was given is shown
+// read-only, with a word why: a text too long for it, of which it shows a part, and characters that it changes.
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -23,6 +23,7 @@ signals:
     void edited(const QString& text);
 
 private:
+    QString fieldText() const;
     QLineEdit* line_ = nullptr;
     QPlainTextEdit* lines_ = nullptr;
     QLabel* note_;

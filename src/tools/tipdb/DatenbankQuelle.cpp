@@ -1,9 +1,11 @@
 #include "DatenbankQuelle.h"
 
 #include <functional>
+#include <set>
 
 #include "frame/Konvertierung.h"
 #include "tipdb/DatenbankFehler.h"
+#include "tipdb/Limits.h"
 #include "tipdb/Quelle.h"
 #include "tipdb/RecordSet.h"
 #include "tipdb/Schema.h"
@@ -84,14 +86,15 @@ Zeile rowOf(const RecordSet& rs, const Ort& ort, int hauptIndex) {
 }
 
 void checkTree(Leser& reader, const Bestand& b, Beschwerden& complaints) {
+    std::set<std::int64_t> known;
+    for (const GruppenQuelle& g : b.gruppen) known.insert(g.nummer);
     std::int64_t previous = 0;
     reader.rows(TabelleTreebaum, "Select * From Treebaum order by Nachfolger", [&](const RecordSet& rs, const Ort& ort) {
         const std::int64_t vorgaenger = rs.wholeNumber(baumSpalte::Vorgänger), ebene = rs.wholeNumber(baumSpalte::Ebene), wanted = rs.wholeNumber(baumSpalte::Gruppe);
         if (ebene < 1 || vorgaenger != ebene || ebene > previous + 1) complaints.add(ort, "Ebene " + std::to_string(ebene) + " mit Vorgänger " + std::to_string(vorgaenger) + " hat im Baum keinen Platz.");
+        else if (ebene > static_cast<std::int64_t>(MaxTreeLevels)) complaints.add(ort, "Ebene " + std::to_string(ebene) + " ist zu tief, erlaubt sind " + std::to_string(MaxTreeLevels) + ".");
         previous = ebene;
-        bool known = false;
-        for (const GruppenQuelle& g : b.gruppen) known = known || g.nummer == wanted;
-        if (!known) complaints.add(ort, "Die Gruppe " + std::to_string(wanted) + " gibt es nicht.");
+        if (known.count(wanted) == 0) complaints.add(ort, "Die Gruppe " + std::to_string(wanted) + " gibt es nicht.");
     });
 }
 

@@ -25,15 +25,18 @@ struct Ort {
 class Beschwerden {
 public:
     void add(const Ort& ort, const std::string& text);
+    void hint(const Ort& ort, const std::string& text);   // worth a look, but nothing wrong
     bool empty() const { return liste_.empty(); }
     std::vector<std::string> lines() const;  // by file and line, each once
+    std::vector<std::string> hints() const;
 
 private:
     struct Eintrag {
         Ort ort;
         std::string text;
     };
-    std::vector<Eintrag> liste_;
+    static std::vector<std::string> sortedLines(std::vector<Eintrag> entries);
+    std::vector<Eintrag> liste_, hinweise_;
 };
 
 struct Version {
@@ -71,6 +74,7 @@ struct Zeile {
     std::optional<std::int64_t> Neustart;
     bool INITipp = false, ADMExport = false;
     OptText Beschriftung;
+    bool artLesbar = true;    // the source names a kind and a type that there are; else the rules of the kind say nothing
 
     bool istKopf() const { return HauptIndex == 0; }
     Ort ortVon(const std::string& feld) const;

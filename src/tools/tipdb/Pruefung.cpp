@@ -6,6 +6,7 @@
 
 #include "frame/Codepage.h"
 #include "frame/Konvertierung.h"
+#include "tipdb/Limits.h"
 #include "tipdb/Schema.h"
 
 namespace brenvik::tipbau {
@@ -16,6 +17,7 @@ constexpr std::size_t MaxText = 255, MaxListe = 1000, MaxTitel = 100, MaxBeschri
 constexpr std::int64_t MaxIndex = 32767, MaxSymbol = 32767;
 constexpr std::size_t MaxEintraege = 255;
 constexpr const char* Wurzelknoten = "Brenvik";
+const std::set<std::string> Roots = {"HKCU", "HKLM", "HKU", "HKCR", "HKCC", "HKDD", "HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE", "HKEY_USERS", "HKEY_CLASSES_ROOT", "HKEY_CURRENT_CONFIG", "HKEY_DYN_DATA"};
 
 bool hasControl(const std::string& text, bool lineEnds) {
     return std::any_of(text.begin(), text.end(), [&](char c) { return static_cast<unsigned char>(c) < 32 && !(lineEnds && (c == '\r' || c == '\n')); });
@@ -24,8 +26,14 @@ bool hasControl(const std::string& text, bool lineEnds) {
 void checkText(const Ort& ort, const std::string& name, const OptText& text, std::size_t longest, Beschwerden& complaints, bool lineEnds = false) {
     if (!text) return;
     if (!fitsAnsi(*text)) complaints.add(ort, name + ": Der Text enthält Zeichen außerhalb von Windows-1252.");
-    if (hasControl(*text, lineEnds)) complaints.add(ort, name + ": Der Text enthält Steuerzeichen.");
+    if (hasControl(*text, lineEnds))
+        complaints.add(ort, name + ": Der Text enthält Steuerzeichen." + (ort.zeile > 0 ? " In doppelten Anführungszeichen wird aus \"\\t\" und \"\\n\" eines; Texte mit \"\\\" stehen in einfachen." : ""));
     if (textLength(*text) > longest) complaints.add(ort, name + ": Der Text ist mit " + std::to_string(textLength(*text)) + " Zeichen zu lang, erlaubt sind " + std::to_string(longest) + ".");
+}
+
+// Favourites and the eye cannot tell such a text from the one without.
+void checkBlanks(const Ort& ort, const std::string& name, const OptText& text, Beschwerden& complaints) {
+    if (text && !Trim(*text).empty() && Trim(*text) != *text) complaints.add(ort, name + ": Der Text beginnt oder endet mit einem Leerzeichen.");
 }
 
 // --- whole tables ---
@@ -41,16 +49,40 @@ void checkVersions(const Bestand& b, Beschwerden& complaints) {
     if (b.versionen.back().Format != DBFormat) complaints.add(b.versionen.back().ort, "Die letzte Version muß das Format \"" + std::string(DBFormat) + "\" haben.");
 }
 
-bool reachesItself(const std::map<std::int64_t, std::int64_t>& parents, std::int64_t group) {
-    std::int64_t at = group;
-    for (std::size_t steps = 0; at != 0 && steps <= parents.size(); ++steps) {
-        const auto place = parents.find(at);
-        if (place == parents.end()) return false;
-        at = place->second;
-        if (at == group) return true;
+// The levels of each group, itself included; 0 for those that stand below themselves or hang from such a one.
+class Ebenen {
+public:
+    explicit Ebenen(const std::map<std::int64_t, std::int64_t>& parents) : parents_(parents) {}
+
+    std::size_t of(std::int64_t group) {
+        std::vector<std::int64_t> way;
+        std::size_t above = 0;
+        for (std::int64_t at = group;;) {
+            const auto known = levels_.find(at);
+            if (known != levels_.end()) {
+                above = known->second == OnTheWay ? 0 : known->second;
+                if (above == 0) return settle(way, [](std::size_t) { return std::size_t{0}; });
+                break;
+            }
+            const auto parent = parents_.find(at);
+            if (parent == parents_.end()) break;   // 0, or a group that there is not
+            levels_[at] = OnTheWay;
+            way.push_back(at);
+            at = parent->second;
+        }
+        return settle(way, [&](std::size_t fromTop) { return above + fromTop; });
     }
-    return false;
-}
+
+private:
+    static constexpr std::size_t OnTheWay = SIZE_MAX;
+    template <class Level> std::size_t settle(const std::vector<std::int64_t>& way, Level level) {
+        for (std::size_t i = 0; i < way.size(); ++i) levels_[way[i]] = level(way.size() - i);
+        return way.empty() ? level(0) : levels_[way.front()];
+    }
+
+    const std::map<std::int64_t, std::int64_t>& parents_;
+    std::map<std::int64_t, std::size_t> levels_;
+};
 
 void checkGroups(const Bestand& b, Beschwerden& complaints) {
     std::map<std::int64_t, std::int64_t> parents;
@@ -60,12 +92,15 @@ void checkGroups(const Bestand& b, Beschwerden& complaints) {
         checkText(g.ort, "beschreibung", g.beschreibung, MaxMemo, complaints, true);
         if (g.nummer < 1 || g.nummer > MaxIndex) complaints.add(g.ort, "Die Gruppennummer " + std::to_string(g.nummer) + " liegt nicht zwischen 1 und 32767.");
         if (!parents.emplace(g.nummer, g.oberhalb).second) complaints.add(g.ort, "Die Gruppennummer " + std::to_string(g.nummer) + " ist schon vergeben.");
-        if (g.name.empty()) complaints.add(g.ort, "Die Gruppe hat keinen Namen.");
+        checkBlanks(g.ort, "name", g.name, complaints);
+        if (Trim(g.name).empty()) complaints.add(g.ort, "Die Gruppe hat keinen Namen.");
         if (!names.insert(lowerCase(g.name)).second) complaints.add(g.ort, "Der Gruppenname \"" + g.name + "\" ist schon vergeben.");
     }
+    Ebenen levels(parents);
     for (const GruppenQuelle& g : b.gruppen) {
         if (g.oberhalb != 0 && parents.count(g.oberhalb) == 0) complaints.add(g.ort, "Die Gruppe oberhalb mit der Nummer " + std::to_string(g.oberhalb) + " gibt es nicht.");
-        else if (reachesItself(parents, g.nummer)) complaints.add(g.ort, "Die Gruppe steht über mehrere Ebenen unter sich selbst.");
+        else if (const std::size_t level = levels.of(g.nummer); level == 0) complaints.add(g.ort, "Die Gruppe steht über mehrere Ebenen unter sich selbst.");
+        else if (level > MaxTreeLevels) complaints.add(g.ort, "Die Gruppe steht auf der Ebene " + std::to_string(level) + ", erlaubt sind " + std::to_string(MaxTreeLevels) + ".");
     }
 }
 
@@ -90,6 +125,8 @@ void checkRowTexts(const Zeile& row, Beschwerden& complaints) {
         {"Werteliste", &row.Werteliste, MaxListe},         {"Standardwert", &row.Standardwert, MaxText}, {"NeuInVersion", &row.NeuInVersion, MaxVersion}, {"Beschriftung", &row.Beschriftung, MaxBeschriftung}};
     for (const auto& [name, text, longest] : texts) checkText(row.ortVon(name), name, *text, longest, complaints);
     checkText(row.ortVon("Beschreibung"), "Beschreibung", row.Beschreibung, MaxMemo, complaints, true);
+    for (const auto& [name, text] : {std::pair{"Schlüssel", &row.Schlüssel}, {"SchlüsselNT", &row.SchlüsselNT}, {"Wertname", &row.Wertname}, {"Überschrift", &row.Überschrift}})
+        checkBlanks(row.ortVon(name), name, *text, complaints);
 }
 
 void checkNumbers(const Zeile& row, Beschwerden& complaints) {
@@ -109,8 +146,13 @@ void checkPath(const Zeile& row, const char* column, const OptText& path, Beschw
     const std::string& text = *path;
     if (text.front() == '\\' || text.back() == '\\' || text.find("\\\\") != std::string::npos)
         complaints.add(ort, "Der Schlüssel darf nicht mit \"\\\" beginnen oder enden und kein leeres Glied haben.");
-    if (text.rfind("HKEY_", 0) == 0) complaints.add(ort, "Der Schlüssel beginnt ohne den Hauptschlüssel; der steht für sich.");
     const std::vector<std::string> parts = Split(text, "\\");
+    const std::string first = upperCase(text.substr(0, text.find_first_of("\\/")));
+    if (Roots.count(first) != 0 || first.rfind("HKEY_", 0) == 0) complaints.add(ort, "Der Schlüssel beginnt ohne den Hauptschlüssel; der steht für sich.");
+    if (text.find('/') != std::string::npos) {
+        if (parts.size() == 1) complaints.add(ort, "Die Glieder eines Schlüssels trennt \"\\\", nicht \"/\".");
+        else complaints.hint(ort, "Der Schlüssel enthält \"/\"; seine Glieder trennt nur \"\\\".");
+    }
     const auto isMarker = [](const std::string& part) { return lowerCase(part).find("[sid]") != std::string::npos; };
     const auto marked = std::count_if(parts.begin(), parts.end(), isMarker);
     if (marked == 0) return;
@@ -134,7 +176,6 @@ void checkWindowsPath(const Zeile& row, Beschwerden& complaints) {
 }
 
 void checkRegistryPlace(const Zeile& row, Beschwerden& complaints) {
-    static const std::set<std::string> Roots = {"HKCU", "HKLM", "HKU", "HKCR", "HKCC", "HKDD", "HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE", "HKEY_USERS", "HKEY_CLASSES_ROOT", "HKEY_CURRENT_CONFIG", "HKEY_DYN_DATA"};
     if (Roots.count(row.Hauptschlüssel.value_or("")) == 0)
         complaints.add(row.ortVon("Hauptschlüssel"), "Der Hauptschlüssel \"" + row.Hauptschlüssel.value_or("") + "\" ist keiner; möglich sind HKCU, HKLM, HKU, HKCR, HKCC, HKDD.");
     if (row.Schlüssel.value_or("").empty()) complaints.add(row.ortVon("Schlüssel"), "Der Schlüssel fehlt.");
@@ -151,7 +192,7 @@ void checkIniPlace(const Zeile& row, Beschwerden& complaints) {
     if (row.ADMExport) complaints.add(row.ortVon("ADMExport"), "Ein INI-Tipp kann nicht als ADM exportiert werden.");
 }
 
-void checkRow(const Zeile& row, const Bestand& b, Beschwerden& complaints) {
+void checkRow(const Zeile& row, const std::set<std::int64_t>& groups, Beschwerden& complaints) {
     checkRowTexts(row, complaints);
     checkNumbers(row, complaints);
     checkWindowsPath(row, complaints);
@@ -160,12 +201,11 @@ void checkRow(const Zeile& row, const Bestand& b, Beschwerden& complaints) {
     if (row.WertEin == DelKey) complaints.add(row.ortVon("WertEin"), "WertEin darf nicht \"<delkey>\" sein.");
     if (row.Gruppen.empty()) complaints.add(row.ortVon("Gruppen"), "Der Tipp steht in keiner Gruppe.");
     std::string joined;
-    for (std::size_t i = 0; i < row.Gruppen.size(); ++i) {
-        joined += (i == 0 ? "" : ",") + std::to_string(row.Gruppen[i]);
-        const auto known = [&](const GruppenQuelle& g) { return g.nummer == row.Gruppen[i]; };
-        if (std::none_of(b.gruppen.begin(), b.gruppen.end(), known)) complaints.add(row.ortVon("Gruppen"), "Die Gruppe " + std::to_string(row.Gruppen[i]) + " gibt es nicht.");
-        if (std::find(row.Gruppen.begin(), row.Gruppen.begin() + static_cast<std::ptrdiff_t>(i), row.Gruppen[i]) != row.Gruppen.begin() + static_cast<std::ptrdiff_t>(i))
-            complaints.add(row.ortVon("Gruppen"), "Die Gruppe " + std::to_string(row.Gruppen[i]) + " steht doppelt.");
+    std::set<std::int64_t> own;
+    for (const std::int64_t group : row.Gruppen) {
+        joined += (joined.empty() ? "" : ",") + std::to_string(group);
+        if (groups.count(group) == 0) complaints.add(row.ortVon("Gruppen"), "Die Gruppe " + std::to_string(group) + " gibt es nicht.");
+        if (!own.insert(group).second) complaints.add(row.ortVon("Gruppen"), "Die Gruppe " + std::to_string(group) + " steht doppelt.");
     }
     checkText(row.ortVon("Gruppen"), "Gruppen", joined, MaxGruppen, complaints);
     static const std::set<std::int64_t> AdmKinds = {art::Haken, art::Text, art::Zahl, art::Datei, art::Liste};
@@ -175,7 +215,7 @@ void checkRow(const Zeile& row, const Bestand& b, Beschwerden& complaints) {
 }
 
 void checkHead(const Zeile& row, const Bestand& b, Beschwerden& complaints) {
-    if (row.Überschrift.value_or("").empty()) complaints.add(row.ortVon("Überschrift"), "Der Tipp hat keine Überschrift.");
+    if (Trim(row.Überschrift.value_or("")).empty()) complaints.add(row.ortVon("Überschrift"), "Der Tipp hat keine Überschrift.");
     if (!(row.Win95 || row.Win98 || row.WinME || row.WinNT || row.Win2000 || row.WinXP)) complaints.add(row.ortVon("WinXP"), "Der Tipp ist für kein Betriebssystem.");
     const auto known = [&](const Version& v) { return v.Version == row.NeuInVersion; };
     if (std::none_of(b.versionen.begin(), b.versionen.end(), known)) complaints.add(row.ortVon("NeuInVersion"), "Die Version \"" + row.NeuInVersion.value_or("") + "\" steht nicht in der Tabelle Version.");
@@ -200,7 +240,7 @@ void checkTip(const Zeile& head, const std::vector<const Zeile*>& rows, Beschwer
         complaints.add(head.ort, "AnzahlWerte ist " + std::to_string(head.AnzahlWerte) + ", der Tipp hat aber " + std::to_string(rows.size() - 1) + " weitere Werte.");
     std::set<std::string> places;
     for (const Zeile* row : rows) {
-        checkKind(*row, rows.size(), complaints);
+        if (row->artLesbar && textLength(row->Anzeigetext.value_or("")) <= MaxListe && textLength(row->Werteliste.value_or("")) <= MaxListe) checkKind(*row, rows.size(), complaints);
         const bool single = OnePanel.count(row->Ausgabeart) != 0 || OnePanel.count(head.Ausgabeart) != 0;
         if (single && row->Ausgabeart != head.Ausgabeart) complaints.add(row->ortVon("Ausgabeart"), "Die Arten datei, farbe, liste, bootini und kontextmenue lassen sich mit keiner anderen mischen.");
         if (row->INITipp != head.INITipp) complaints.add(row->ortVon("INITipp"), "Alle Werte eines Tipps liegen entweder in INI-Dateien oder in der Registry.");
@@ -220,9 +260,11 @@ void checkAll(const Bestand& b, Beschwerden& complaints) {
     std::map<std::int64_t, const Zeile*> byIndex;
     for (const Zeile& row : b.zeilen)
         if (!byIndex.emplace(row.Index, &row).second) complaints.add(row.ortVon("Index"), "Die Nummer " + std::to_string(row.Index) + " ist schon vergeben.");
+    std::set<std::int64_t> groups;
+    for (const GruppenQuelle& g : b.gruppen) groups.insert(g.nummer);
     std::map<std::int64_t, std::vector<const Zeile*>> furtherRows;
     for (const Zeile& row : b.zeilen) {
-        checkRow(row, b, complaints);
+        checkRow(row, groups, complaints);
         checkReference(row, byIndex, complaints);
         if (row.istKopf()) {
             checkHead(row, b, complaints);
@@ -239,6 +281,7 @@ void checkAll(const Bestand& b, Beschwerden& complaints) {
         if (further != furtherRows.end()) rows.insert(rows.end(), further->second.begin(), further->second.end());
         checkTip(row, rows, complaints);
     }
+    hintSharedValues(b, complaints);
 }
 
 }  // namespace brenvik::tipbau

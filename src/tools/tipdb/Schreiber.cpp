@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 #include "frame/DateiSystem.h"
@@ -90,22 +91,32 @@ struct Knoten {
     std::int64_t gruppe, ebene;
 };
 
-void addChildren(std::vector<GruppenQuelle> groups, std::int64_t parent, std::int64_t ebene, std::vector<Knoten>& out) {
+using Kinder = std::map<std::int64_t, std::vector<std::int64_t>>;   // numbers of the groups below each, in their order
+
+void addChildren(const Kinder& children, std::int64_t parent, std::int64_t ebene, std::vector<Knoten>& out) {
+    const auto own = children.find(parent);
+    if (own == children.end()) return;
+    for (const std::int64_t group : own->second) {
+        out.push_back({group, ebene});
+        addChildren(children, group, ebene + 1, out);
+    }
+}
+
+std::vector<Knoten> treeOf(std::vector<GruppenQuelle> groups) {
     std::stable_sort(groups.begin(), groups.end(), [](const GruppenQuelle& a, const GruppenQuelle& b) {
         return a.reihenfolge != b.reihenfolge ? a.reihenfolge < b.reihenfolge : a.nummer < b.nummer;
     });
-    for (const GruppenQuelle& g : groups) {
-        if (g.oberhalb != parent) continue;
-        out.push_back({g.nummer, ebene});
-        addChildren(groups, g.nummer, ebene + 1, out);
-    }
+    Kinder children;
+    for (const GruppenQuelle& g : groups) children[g.oberhalb].push_back(g.nummer);
+    std::vector<Knoten> nodes;
+    addChildren(children, 0, 1, nodes);
+    return nodes;
 }
 
 void writeGroups(const Ziel& ziel, const Bestand& b) {
     Einfuegung names(ziel, "Gruppennamen", 3);
     for (const GruppenQuelle& g : b.gruppen) names.add(g.name).add(g.nummer).add(g.beschreibung).store();
-    std::vector<Knoten> nodes;
-    addChildren(b.gruppen, 0, 1, nodes);
+    const std::vector<Knoten> nodes = treeOf(b.gruppen);
     Einfuegung tree(ziel, "Treebaum", 5);
     std::int64_t running = 0;
     for (const Knoten& node : nodes) {

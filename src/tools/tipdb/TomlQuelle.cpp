@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <set>
-#define TOML_EXCEPTIONS 1
-#include <toml++/toml.h>
 
-#include "frame/Codepage.h"
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
+#include "frame/toml/TomlText.h"
 
 namespace brenvik::tipbau {
 
@@ -131,15 +129,16 @@ OptText withCrLf(OptText text) {
     return Replace(Replace(*text, "\r\n", "\n"), "\n", "\r\n");
 }
 
-template <std::size_t N> std::int64_t named(Felder& felder, const std::string& field, const std::array<Name, N>& names, std::int64_t otherwise, bool required) {
+// The number of a name; nothing where there is none, which has been complained about if it had to be there.
+template <std::size_t N> std::optional<std::int64_t> named(Felder& felder, const std::string& field, const std::array<Name, N>& names, bool required) {
     const OptText text = felder.text(field, required);
-    if (!text) return otherwise;
+    if (!text) return std::nullopt;
     for (const Name& name : names)
         if (*text == name.text) return name.nummer;
     std::string allowed;
     for (const Name& name : names) allowed += (allowed.empty() ? "" : ", ") + std::string(name.text);
     felder.complain(field, "\"" + *text + "\" ist unbekannt; möglich sind " + allowed + ".");
-    return otherwise;
+    return std::nullopt;
 }
 
 void readSystems(Felder& felder, Zeile& head) {
@@ -168,7 +167,7 @@ Zeile readTip(Felder& felder, std::int64_t fileGroup) {
     head.Gruppen = felder.numbers("gruppen").value_or(std::vector<std::int64_t>{fileGroup});
     readSystems(felder, head);
     head.NeuInVersion = felder.text("neu", true);
-    head.Neustart = named(felder, "neustart", Restarts, 0, true);
+    head.Neustart = named(felder, "neustart", Restarts, true).value_or(0);
     head.HilfeNummer = felder.number("hilfe");
     head.Symbol = felder.number("symbol").value_or(2);
     head.ADMExport = felder.flag("adm");
@@ -181,13 +180,16 @@ Zeile readTip(Felder& felder, std::int64_t fileGroup) {
 
 void readEntry(Felder& felder, Zeile& row) {
     row.ort = felder.ort();
-    row.Ausgabeart = named(felder, "art", Arten, 0, true);
+    const auto kind = named(felder, "art", Arten, true);
+    row.Ausgabeart = kind.value_or(0);
     row.Hauptschlüssel = felder.text("wurzel");
     row.Schlüssel = felder.text("schluessel");
     row.SchlüsselNT = felder.text("schluessel_nt");
     row.Wertname = felder.text("name");
     const bool typed = !row.INITipp && row.Ausgabeart != art::Kontextmenue;  // the others hold texts
-    row.Datentyp = named(felder, "typ", Typen, typ::Sz, typed);
+    const auto type = named(felder, "typ", Typen, typed);
+    row.Datentyp = type.value_or(typ::Sz);
+    row.artLesbar = kind && (type || (!typed && felder.get("typ") == nullptr));
     row.WertEin = felder.text("ein");
     row.WertAus = felder.text("aus");
     row.Anzeigetext = felder.listText("anzeige");
@@ -279,16 +281,13 @@ Bestand readSources(const fs::path& folder, Beschwerden& complaints) {
     for (const fs::path& file : files) {
         const std::string datei = utf8FromPath(file);
         try {
-            const std::string text = readFile(file);
-            if (!isUtf8(text)) {
-                complaints.add({datei, 1}, "Die Datei ist nicht in UTF-8 geschrieben.");
-                continue;
-            }
-            const toml::table root = toml::parse(text, datei);
+            const toml::table root = parseToml(readFile(file, MaxTomlBytes));
             if (file.filename() == "version.toml") addVersions(root, datei, complaints, result);
             else addGroupFile(root, datei, complaints, result);
-        } catch (const toml::parse_error& error) {
-            complaints.add({datei, static_cast<int>(error.source().begin.line)}, "Das ist kein gültiges TOML: " + std::string(error.description()));
+        } catch (const TomlError& error) {
+            complaints.add({datei, static_cast<int>(error.line)}, "Das ist kein gültiges TOML: " + std::string(error.what()) + ".");
+        } catch (const NumberedError& error) {
+            complaints.add({datei}, std::string("Die Datei ist nicht lesbar: ") + error.what());
         }
     }
     return result;

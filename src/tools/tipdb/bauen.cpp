@@ -8,6 +8,7 @@
 #include "Pruefung.h"
 #include "Schreiber.h"
 #include "TomlQuelle.h"
+#include "cli/Aufruffehler.h"
 #include "frame/DateiSystem.h"
 
 namespace {
@@ -24,16 +25,17 @@ std::string summary(const Bestand& b) {
            (b.versionen.empty() ? "" : ", Version " + b.versionen.back().Version);
 }
 
-void print(const Beschwerden& complaints) {
-    for (const std::string& line : complaints.lines()) std::cerr << line << "\n";
+void print(std::ostream& out, const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) out << line << "\n";
 }
 
 int build(const std::filesystem::path& folder, const std::filesystem::path& target) {
     Beschwerden complaints;
     const Bestand sources = readSources(folder, complaints);
     checkAll(sources, complaints);
+    print(std::cerr, complaints.hints());
     if (!complaints.empty()) {
-        print(complaints);
+        print(std::cerr, complaints.lines());
         std::cerr << plural(complaints.lines().size(), "Fehler", "Fehler") << ", " << utf8FromPath(target.filename()) << " wurde nicht geschrieben.\n";
         return 1;
     }
@@ -46,7 +48,8 @@ int check(const std::filesystem::path& file, const std::string& password) {
     Beschwerden complaints;
     const Bestand found = readFinishedDatabase(file, password, complaints);
     checkAll(found, complaints);
-    for (const std::string& line : complaints.lines()) std::cout << line << "\n";
+    print(std::cout, complaints.hints());
+    print(std::cout, complaints.lines());
     std::cout << utf8FromPath(file.filename()) << ": " << summary(found) << "; "
               << (complaints.empty() ? "keine Beanstandungen" : plural(complaints.lines().size(), "Beanstandung", "Beanstandungen")) << "\n";
     return complaints.empty() ? 0 : 1;
@@ -57,14 +60,18 @@ int check(const std::filesystem::path& file, const std::string& password) {
 int main(int argc, char** argv) {
     CLI::App app{"Übersetzt die Quellen der Tipp-Datenbank oder prüft eine fertige.", "tipdb-bauen"};
     std::string folder, target, finished, password;
-    app.add_option("quellordner", folder, "Ordner mit den *.toml-Dateien");
-    app.add_option("zieldatei", target, "Datenbank, die geschrieben wird");
-    app.add_option("--check", finished, "prüft diese Datenbank (Jet 3, Jet 4 oder SQLite)");
-    app.add_option("--password", password, "Kennwort der Datenbank, die geprüft wird");
+    app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");
+    app.add_option("quellordner", folder, "Ordner mit den *.toml-Dateien")->type_name("ORDNER");
+    app.add_option("zieldatei", target, "Datenbank, die geschrieben wird")->type_name("DATEI");
+    app.add_option("--check", finished, "prüft diese Datenbank (Jet 3, Jet 4 oder SQLite)")->type_name("DATEI");
+    app.add_option("--password", password, "Kennwort der Datenbank, die geprüft wird")->type_name("TEXT");
+    cli::germanHelp(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : 2;
+        if (error.get_exit_code() == 0) return app.exit(error);   // help
+        std::cerr << cli::usageProblem(app, error) << "\ntipdb-bauen --help nennt, was möglich ist.\n";
+        return 2;
     }
     if (finished.empty() == (folder.empty() || target.empty())) {
         std::cerr << app.help();

@@ -1,0 +1,119 @@
+// history and drift, driven as a user would.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sqlite3.h>
+
+#include "registry/Sqlite.h"
+#include "support/Kommando.h"
+#include "support/TempDir.h"
+
+namespace brenvik::test {
+namespace {
+
+class HistoryCli : public ::testing::Test {
+protected:
+    Ergebnis cli(std::vector<std::string> arguments, const std::string& input = {}) {
+        arguments.insert(arguments.begin(), {"--home", (dir / "heim").string()});
+        return run(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli", arguments, {}, input);
+    }
+    TempDir dir;
+};
+
+constexpr const char* Aktiv = "HKCU\\Control Panel\\Desktop\\ScreenSaveActive";
+
+TEST_F(HistoryCli, DriftHatDreiAntworten) {
+    EXPECT_EQ(cli({"tip", "set", "109", "off"}).code, 0);
+    const Ergebnis asSet = cli({"drift"});
+    EXPECT_EQ(std::to_string(asSet.code) + asSet.out, "0Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n");
+    EXPECT_EQ(cli({"registry", "write", Aktiv, "REG_SZ", "9"}).code, 0);
+    const Ergebnis differs = cli({"--json", "drift"});
+    EXPECT_EQ(differs.code, 3);
+    const auto value = nlohmann::json::parse(differs.out)[0]["values"][0];
+    EXPECT_EQ(value["state"].get<std::string>() + value["set"]["data"].get<std::string>() + value["now"]["data"].get<std::string>(), "differs09");
+    EXPECT_NE(cli({"drift"}).out.find("Anders als gesetzt: 1\n"), std::string::npos);
+    EXPECT_EQ(nlohmann::json::parse(cli({"--json", "drift", "--all"}).out)[0]["values"].size(), 1u);
+
+    const Ergebnis refused = cli({"history", "undo", "1", "--exact"});   // somebody else's 9 stays
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_NE(refused.err.find("jetzt: REG_SZ \"9\"  (von anderer Seite)"), std::string::npos) << refused.err;
+    EXPECT_EQ(cli({"history", "undo", "1", "--exact", "--keep"}).code, 0);
+    EXPECT_EQ(cli({"registry", "read", Aktiv}).out, "9\n");
+    EXPECT_EQ(cli({"history", "redo", "1"}).code, 0);
+    EXPECT_EQ(cli({"--yes", "history", "undo", "1", "--exact"}).code, 0);
+    EXPECT_EQ(cli({"registry", "read", Aktiv}).out, "1\n");
+    EXPECT_EQ(cli({"drift"}).code, 0);
+    // A record that names no place says nothing about what stands there.
+    sqlite::Database((dir / "heim/journal.db").string(), SQLITE_OPEN_READWRITE).execute("UPDATE wert SET pfad = ''");
+    EXPECT_EQ(cli({"drift"}).code, 4);
+}
+
+// Whatever was taken back or set anew in between: when all is taken back, what stood first stands again.
+TEST_F(HistoryCli, AllesZurueckIstDerAnfang) {
+    constexpr const char* Delay = "HKCU\\Control Panel\\Desktop\\MenuShowDelay";
+    const auto yes = [&](std::vector<std::string> words) {
+        words.insert(words.begin(), "--yes");
+        EXPECT_EQ(cli(words).code, 0) << words.back();
+    };
+    const auto classes = [&] {
+        EXPECT_EQ(cli({"--yes", "registry", "export", "HKLM\\Software\\Classes", (dir / "klassen.reg").string()}).code, 0);
+        return bytesOf(dir / "klassen.reg");
+    };
+    const std::string before = classes(), boot = bytesOf(dir / "heim/drive_c/boot.ini");
+    for (const char* tip : {"901", "2207"}) {
+        const auto number = [&](int change) { return std::to_string(change + (tip == std::string("901") ? 0 : 6)); };
+        yes({"tip", "set", tip, "10"});
+        yes({"tip", "set", tip, "20"});
+        yes({"history", "undo", number(2), "--exact"});
+        yes({"tip", "set", tip, "30"});
+        yes({"history", "undo", number(1), "--exact"});
+        yes({"history", "undo", number(4), "--exact"});
+    }
+    EXPECT_EQ(cli({"registry", "read", Delay}).out, "400\n");
+    EXPECT_EQ(bytesOf(dir / "heim/drive_c/boot.ini"), boot);
+    EXPECT_EQ(cli({"drift"}).code, 0);
+    // A row that the user's classes and the machine's both have goes from both, and comes back into both.
+    EXPECT_EQ(cli({"registry", "write", "HKCU\\Software\\Classes\\Drive\\shell\\find\\Eigen", "REG_SZ", "user"}).code, 0);
+    yes({"tip", "delete", "607", "--row", "find"});
+    EXPECT_EQ(cli({"registry", "list", "HKLM\\Software\\Classes\\Drive\\shell\\find"}).code, 1);
+    const auto history = nlohmann::json::parse(cli({"--json", "history", "list"}).out);
+    yes({"history", "undo", history.back()["number"].dump(), "--exact"});
+    EXPECT_TRUE(classes() == before);
+    EXPECT_EQ(cli({"registry", "read", "HKCU\\Software\\Classes\\Drive\\shell\\find\\Eigen"}).out, "user\n");
+}
+
+TEST_F(HistoryCli, VergessenUndGeheimes) {
+    constexpr const char* Secret = "HKCU\\Software\\Probe\\DefaultPassword";
+    EXPECT_EQ(cli({"registry", "write", Secret, "REG_SZ", "-"}, "geheim\n").code, 0);
+    EXPECT_EQ(cli({"registry", "read", Secret}).out, "geheim\n");
+    EXPECT_EQ(cli({"registry", "write", Secret, "REG_SZ", "-", "--value-fd", "99"}).code, 1);
+    EXPECT_EQ(cli({"tip", "set", "109", "-"}, "off\r\n").code, 0);
+    EXPECT_EQ(cli({"tip", "set", "109", "on"}).code, 0);
+    EXPECT_EQ(cli({"history", "forget", "7"}).code, 1);
+    EXPECT_EQ(cli({"history", "forget", "1"}).code, 1);   // asks
+    EXPECT_EQ(cli({"--yes", "history", "forget", "1"}).code, 0);
+    EXPECT_EQ(nlohmann::json::parse(cli({"--json", "history", "list"}).out).size(), 1u);
+    EXPECT_EQ(cli({"history", "forget", "--before", "gestern"}).code, 2);
+    EXPECT_EQ(cli({"--yes", "history", "forget", "--before", "2002-11-09"}).code, 0);
+    EXPECT_EQ(nlohmann::json::parse(cli({"--json", "history", "list"}).out).size(), 1u);
+    EXPECT_EQ(cli({"--yes", "history", "forget"}).code, 0);
+    EXPECT_EQ(cli({"history", "list"}).out + bytesOf(dir / "heim/History.txt"), "");
+}
+
+// A copied home is a home of its own: nothing reaches back into the one it came from.
+TEST_F(HistoryCli, EinKopiertesHeimBleibtBeiSich) {
+    const auto ini = [&](const char* home) { return dir / home / "drive_c/WINDOWS/win.ini"; };
+    EXPECT_EQ(cli({"registry", "write", "HKCU\\Software\\Brenvik\\Einstellungen\\BSSystemAktiv", "REG_SZ", "0"}).code, 0);
+    const Ergebnis set = cli({"tip", "set", "2109", "probe.exe"});
+    ASSERT_EQ(set.code, 0) << set.err;
+    const std::string changed = bytesOf(ini("heim"));
+    EXPECT_NE(changed.find("probe.exe"), std::string::npos);
+    std::filesystem::copy(dir / "heim", dir / "kopie", std::filesystem::copy_options::recursive);
+    const Ergebnis undone = run(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli", {"--home", (dir / "kopie").string(), "history", "undo", "1", "--exact"});
+    EXPECT_EQ(undone.code, 0) << undone.err;
+    EXPECT_EQ(bytesOf(ini("heim")), changed);
+    EXPECT_EQ(bytesOf(ini("kopie")).find("probe.exe"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace brenvik::test
