@@ -58,6 +58,7 @@ TEST_F(Start, ASecondStartRaisesTheQuestionForThePassword) {
     bool raised = false;
     port.registerWindow("frmBVK_PWAbfrage", [&](QtPort& asked, QWidget* parent, WindowRequest& request) {
         frmBVK_PWAbfrage question(asked, dynamic_cast<PWAbfrageAnfrage&>(request), parent);
+        question.setModal(true);   // as exec() would; it comes after all that is shown beside it
         question.show();
         QWidget elsewhere;      // the user has turned to another window
         elsewhere.show();
