@@ -21,7 +21,7 @@ std::string artName(Aenderung::Art kind) {
 
 std::string changeLine(const JournalKopf& change) {
     const char* state = change.aufgehobenDurch != 0 ? "  (zurückgesetzt)" : change.nurZeile ? "  (nur in der History)" : "";
-    return fmt::format("{:>5}  {}  {}  {:<12}  Tipp {:<5} {}{}", change.nummer, oneLine(change.zeit), oneLine(machineOf(change)), artName(change.art), change.tipp,
+    return fmt::format("{:>5}  {}  {}  {:<12}  Tipp {:<5} {}{}", change.nummer != 0 ? std::to_string(change.nummer) : "-", oneLine(change.zeit), oneLine(machineOf(change)), artName(change.art), change.tipp,
                        oneLine(change.überschrift), state);
 }
 

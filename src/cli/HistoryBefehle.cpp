@@ -14,34 +14,44 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// Lines of History.txt that the journal does not know get a number too, so that every change has one that stays.
-void adoptLines(Programm& programm, Listen& lists) {
+// Lines of History.txt that the journal does not know.
+std::vector<JournalKopf> unknownLines(Programm& programm, Listen& lists) {
+    std::vector<JournalKopf> unknown;
     std::unordered_map<std::string, std::size_t> recorded;
     for (const JournalKopf& change : lists.journal().heads())
         if (change.zeile) ++recorded[*change.zeile];
     Tippwerte values(programm.context());
-    lists.journal().transaction([&] {
-        for (const HistorySatz& entry : lists.history().udtHistory()) {
-            if (auto& count = recorded[entry.Zeile]; count > 0) {
-                --count;
-                continue;
-            }
-            const HistoryKopf line = historyHead(entry.Zeile);
-            JournalKopf head = newHead(programm.context(), Aenderung::Art::Speichern);
-            head.zeit = line.datum + " " + line.uhrzeit;
-            head.rechner = line.rechner;
-            head.benutzer.clear(), head.sid.clear();
-            head.tipp = line.tipp;
-            head.überschrift = values.of(line.tipp).überschrift;
-            head.zeile = entry.Zeile;
-            lists.journal().adoptLine(head);
+    for (const HistorySatz& entry : lists.history().udtHistory()) {
+        if (auto& count = recorded[entry.Zeile]; count > 0) {
+            --count;
+            continue;
         }
+        const HistoryKopf line = historyHead(entry.Zeile);
+        JournalKopf& head = unknown.emplace_back(newHead(programm.context(), Aenderung::Art::Speichern));
+        head.zeit = line.datum + " " + line.uhrzeit;
+        head.rechner = line.rechner;
+        head.benutzer.clear(), head.sid.clear();
+        head.tipp = line.tipp;
+        head.überschrift = values.of(line.tipp).überschrift;
+        head.zeile = entry.Zeile;
+        head.nurZeile = true;
+    }
+    return unknown;
+}
+
+// They get a number too, so that every change has one that stays.
+void adoptLines(Programm& programm, Listen& lists) {
+    if (!lists.journal().writable()) return;
+    lists.journal().transaction([&] {
+        for (const JournalKopf& head : unknownLines(programm, lists)) lists.journal().adoptLine(head);
     });
 }
 
-int list(Programm&, Listen& lists, bool json) {
+int list(Programm& programm, Listen& lists, bool json) {
     ordered_json out = ordered_json::array();
-    for (const JournalKopf& change : lists.journal().heads()) {
+    std::vector<JournalKopf> changes = lists.journal().heads();
+    for (JournalKopf& line : unknownLines(programm, lists)) changes.push_back(std::move(line));   // some are left where nothing can be written
+    for (const JournalKopf& change : changes) {
         if (isUndo(change) || (change.nurZeile && change.ausgeblendet)) continue;
         if (json) out.push_back(changeJson(change));
         else std::cout << changeLine(change) << "\n";
@@ -71,7 +81,13 @@ int result(bool done, std::int64_t number, const char* what, bool json) {
     return done ? 0 : 1;
 }
 
+// What cannot be recorded is not taken back: it would stand as done for ever.
+void requireWritable(Listen& lists) {
+    lists.journal().transaction([] {});
+}
+
 int undo(Programm& programm, Listen& lists, std::int64_t number, bool exact, bool json) {
+    requireWritable(lists);
     const auto change = lists.journal().head(number);
     if (!change || isUndo(*change)) return failed(fmt::format(meldung::KeinSolcherEintrag, number));
     if (change->aufgehobenDurch != 0) return failed(meldung::SchonZurueck);
@@ -93,6 +109,7 @@ int undo(Programm& programm, Listen& lists, std::int64_t number, bool exact, boo
 }
 
 int redo(Programm& programm, Listen& lists, std::int64_t number, bool json) {
+    requireWritable(lists);
     const bool done = Ruecknahme(programm.context(), lists.journal(), lists.history()).wiederherstellen(number);
     if (done) lists.history().HistorySave();
     return result(done, number, "redone", json);

@@ -33,6 +33,7 @@ bool selectMachine(Programm& programm, const std::string& text) {
     ctx.strRechnername = machine;
     ctx.blnLokal = equalText(machine, ctx.strLokalerRechner);
     if (!ctx.strParamProfil.empty() && !ctx.target().chooseProfile(ctx.strParamProfil)) {
+        tellTargetNotes(ctx);   // perhaps why it cannot be read
         std::cerr << profileUnknown(ctx) << "\n";
         return false;
     }

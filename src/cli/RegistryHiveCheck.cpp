@@ -1,4 +1,5 @@
 // registry check | recover
+#include <algorithm>
 #include <iostream>
 
 #include <fmt/format.h>
@@ -28,7 +29,7 @@ struct Rescue {
 
 // The file with what its logs hold, in memory; withLogs false: as it lies there.
 Rescue rescue(const fs::path& hive, bool withLogs) {
-    if (!isHiveFile(hive)) throw RegError(regerr::KeyNotRead, "Dies ist keine Hivedatei: " + utf8FromPath(hive));
+    requireHiveFile(hive);
     Rescue found{readHiveFile(hive), {}};
     if (withLogs && !found.files.linkedLogs.empty())
         throw RegError(regerr::KeyNotRead, "Die Protokolldatei " + utf8FromPath(found.files.linkedLogs.front()) + " ist ein Verweis und wird nicht gelesen.");
@@ -57,6 +58,11 @@ ordered_json findingJson(const Rescue& found, const HiveFinding& finding) {
     ordered_json entry{{"fault", finding.fault}, {"offset", finding.offset}, {"text", finding.text}};
     if (finding.log != 0) entry["log"] = found.logName(finding.log - 1);
     return entry;
+}
+
+std::size_t faultsIn(hivefmt::ByteSpan hive) {
+    const std::vector<HiveFinding> findings = checkHive(hive);
+    return static_cast<std::size_t>(std::count_if(findings.begin(), findings.end(), [](const HiveFinding& finding) { return finding.fault; }));
 }
 
 int check(const std::string& file, bool withLogs, bool json) {
@@ -104,12 +110,13 @@ int recover(const std::string& file, const std::string& target, bool salvage, bo
     bool whole = true;
     try {
         requireSoundHiveOf(hive, found.recovery.hive);
-        bytes = std::move(found.recovery.hive);
     } catch (const RegError& fault) {
         if (!salvage) return failed(std::string(fault.what()) + "\nMit --salvage wird geschrieben, was lesbar ist.");
-        bytes = salvaged(found);
         whole = false;
     }
+    const std::size_t faults = whole ? faultsIn(found.recovery.hive) : 0;   // some that reading does not mind
+    bytes = !whole || (salvage && faults > 0) ? salvaged(found) : std::move(found.recovery.hive);
+    if (faults > 0 && !salvage) std::cerr << fmt::format("Die neue Datei hat Fehler wie die alte ({}); registry check nennt sie, mit --salvage wird alles neu geschrieben.\n", faults);
     if (!writeNewHiveFile(out, bytes, hive)) return failed("Die Datei ist schon vorhanden und bleibt, wie sie ist: " + target);
     if (json) {
         std::cout << jsonText({{"file", file}, {"out", target}, {"whole", whole}, {"entries", usedJson(found)}}) << "\n";

@@ -12,7 +12,7 @@ using Art = Unterschied::Art;
 
 constexpr int Different = 1, Trouble = 2;
 
-Baumort treeOf(const Ort& place, Root root, const std::string& key) { return {place.store, root, key, place.hasLinks()}; }
+Baumort treeOf(const Ort& place, Root root, const std::string& key) { return {place.store, root, key}; }
 
 // The key of a REG file that all its entries lie in.
 Baumort topmost(const Ort& place) {

@@ -97,6 +97,9 @@ std::vector<std::string> choicesOf(Programm& programm, std::int16_t entry) {
     return {};
 }
 
+constexpr const char* Unread = "[Registry Wert nicht lesbar]";
+bool isUnread(const ordered_json& entry) { return entry["status"] == "" || entry["status"] == Unread; }
+
 ordered_json entryJson(Programm& programm, std::int16_t i) {
     Context& ctx = programm.context();
     const TippEintrag& e = ctx.aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
@@ -112,6 +115,8 @@ ordered_json entryJson(Programm& programm, std::int16_t i) {
                      {"shown", beside(programm.maschine().shownText(i))},
                      {"found", ctx.aktuellerTipp.INITipp ? w.blnWertGelesen : w.gefunden},
                      {"status", programm.maschine().statusOf(i).text}};
+    // What is shown of a value that could not be read says nothing of it.
+    if (isUnread(out)) out["current"] = out["shown"] = "", out["found"] = nullptr, out["status"] = Unread;
     if (const Panel* panel = keyListOf(programm); panel != nullptr && i == 1) out["rows"] = rowsJson(programm.maschine(), *panel);
     if (const auto choices = choicesOf(programm, i); !choices.empty()) out["choices"] = choices;
     return out;
@@ -141,9 +146,10 @@ int printTip(Programm& programm, std::int32_t number, bool json) {
     ordered_json out{{"number", number},           {"heading", tipp.Überschrift}, {"description", tipp.Beschreibung},
                      {"systems", systemsOf(tipp)},   {"restart", tipp.Neustart},    {"entries", ordered_json::array()}};
     for (std::int16_t i = 1; i <= static_cast<std::int16_t>(tipp.letzterEintrag()); ++i) out["entries"].push_back(entryJson(programm, i));
+    const int code = std::any_of(out["entries"].begin(), out["entries"].end(), isUnread) ? 1 : 0;
     if (json) {
         std::cout << jsonText(out) << "\n";
-        return 0;
+        return code;
     }
     std::string names;
     for (const std::string& s : systemsOf(tipp)) names += (names.empty() ? "" : ", ") + s;
@@ -168,7 +174,7 @@ int printTip(Programm& programm, std::int32_t number, bool json) {
         }
         std::cout << "   " << oneLine(e["status"].get<std::string>()) << "\n";
     }
-    return 0;
+    return code;
 }
 
 int printTips(Programm& programm, int view, bool json, bool values) {

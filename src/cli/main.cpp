@@ -43,6 +43,14 @@ bool loadTips(Programm& programm) {
     return true;
 }
 
+// Of a home that can only be read nothing need be said as long as nothing was to be written; the registry says it itself. One
+// that lacks something shows less than there is.
+void tellObstacle(Programm& programm, const cli::Aufruf& call, CliPort& port, bool failed) {
+    if (programm.schreibhindernis().empty()) return;
+    const bool lacksFiles = programm.heimFehlt() || programm.machines().store("").writable(), said = call.ownPlaces && failed;
+    if (!said && (failed || lacksFiles)) port.tell(programm.schreibhindernis());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -56,6 +64,9 @@ int main(int argc, char** argv) {
     app.add_option("--home", home, "Verzeichnis, in dem Brenvik seine Daten hält")->type_name("DIR");
     app.add_option("--machine", machine, "Rechner, dessen Registry gemeint ist: ein Name oder der Ordner, in dem ein Windows liegt")->type_name("NAME");
     app.add_option("--user", profile, "Benutzer des Rechners, dessen HKEY_CURRENT_USER gemeint ist: Name oder SID")->type_name("NAME")->needs("--machine");
+    // A script whose variable is empty must not work on what nobody named.
+    for (const char* option : {"--home", "--machine", "--user"})
+        app.get_option(option)->check([option](const std::string& text) { return text.empty() ? "Hinter " + std::string(option) + " steht nichts." : std::string(); });
     app.add_flag("--json", call.json, "Ausgabe als JSON");
     app.add_flag("--yes", call.yes, "Fragen mit Ja beantworten");
     app.add_flag("--debug", debug, "Das Protokoll brenvik.log im Heim führen");
@@ -93,9 +104,7 @@ int main(int argc, char** argv) {
         if (!machine.empty() && !cli::selectMachine(programm, machine)) return 1;
         if (call.needsDatabase && !loadTips(programm)) return 1;
         const int code = call.run(programm);
-        // Of a home that can only be read nothing need be said as long as nothing was to be written. The registry says it itself.
-        const bool said = call.ownPlaces && code != 0;
-        if (!said && (code != 0 || programm.heimFehlt()) && !programm.schreibhindernis().empty()) port.tell(programm.schreibhindernis());
+        tellObstacle(programm, call, port, code != 0);
         return code;
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";

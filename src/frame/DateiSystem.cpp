@@ -28,6 +28,9 @@ std::string fileErrorText(const std::error_code& code) {
     if (code == std::errc::read_only_file_system) return "Der Datenträger ist schreibgeschützt.";
     if (code == std::errc::not_a_directory) return "Der Pfad führt durch eine Datei.";
     if (code == std::errc::too_many_symbolic_link_levels) return "Die Verknüpfungen führen im Kreis.";
+    if (code == std::errc::is_a_directory) return "Statt einer Datei steht dort ein Ordner.";
+    if (code == std::errc::filename_too_long) return "Der Name ist zu lang.";
+    if (code == std::errc::io_error) return "Der Datenträger meldet einen Fehler.";
     return code.message();
 }
 

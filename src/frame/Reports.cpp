@@ -52,10 +52,11 @@ void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& 
     ctx.port.messageBox({procName, box::Critical + box::Help, strBVKFehler(17), "\\" + std::string(produkt::HilfeDatei), hilfethema::DebugModus});
 }
 
-void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber) {
+void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber, const std::string& reason) {
     ProcTrace trace(ctx.trace, "RegFehlermeldungen");
     const std::string text = registryErrorText(errorNumber);
-    ctx.port.tell(text, box::Critical, strBVKFehler(9));
+    const bool writing = errorNumber == regerr::NoAssignment && !reason.empty();
+    ctx.port.tell(writing ? text + LineEnd + LineEnd + reason : text, box::Critical, strBVKFehler(9));
     trace.note("Fehler: " + text);
 }
 
@@ -99,7 +100,9 @@ bool reportAndGoOn(FrameContext& ctx, const char* procName, const std::function<
         return true;
     } catch (const std::exception& error) {
         std::string name = procName;
-        const bool located = dynamic_cast<const LocatedError*>(&error) != nullptr;
+        // What a store says of what it cannot read names the file.
+        const auto* const registry = dynamic_cast<const RegError*>(&error);
+        const bool located = dynamic_cast<const LocatedError*>(&error) != nullptr || (registry != nullptr && registry->number == regerr::KeyNotRead);
         FehlerMeldung(ctx, name, numberText(errorNumberOf(error)), located ? error.what() : std::string());
         return false;
     }

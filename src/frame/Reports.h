@@ -16,8 +16,9 @@ namespace brenvik {
 // failure stands at its end.
 void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& errNumber, const std::string& place = {});
 
-// The report for errors of the registry service.
-void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber);
+// The report for errors of the registry service. Where a write failed, the number's text alone does not tell what to do about it:
+// a full disk, or a file that somebody else has changed.
+void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber, const std::string& reason = {});
 
 // One entry of a database connection's error list.
 struct DatenbankFehlerEintrag {

@@ -73,6 +73,8 @@ void TraceLog::hide(std::string secret) {
 
 bool TraceLog::open() {
     std::error_code error;
+    // A link would have foreign files written, a pipe would be waited for.
+    if (const auto kind = std::filesystem::symlink_status(path_, error); std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind)) return false;
     host::makePrivate(path_);   // where that is not possible the log is as good as it can be
     file_ = std::make_unique<File>();
     file_->handle = host::openFile(path_, "ab");

@@ -16,6 +16,7 @@ using sqlite::Statement;
 struct Journal::Tables {
     explicit Tables(const std::filesystem::path& file) : database(openJournal(file)) {}
     std::unique_ptr<sqlite::Database> database;
+    bool writable = isWritable(*database);
     sqlite3* db() { return database->handle(); }
     int depth = 0;
 
@@ -122,7 +123,12 @@ template <class Work> auto Journal::guarded(Work work) {
     }
 }
 
+bool Journal::writable() {
+    return guarded([](Tables& t) { return t.writable; });
+}
+
 void Journal::transaction(const std::function<void()>& changes) {
+    if (tables_ && !tables_->writable) tables_.reset();   // by now it may be possible
     guarded([&](Tables& t) {
         if (t.depth > 0) return changes();
         t.database->execute("BEGIN IMMEDIATE");

@@ -54,6 +54,7 @@ public:
     Journal& operator=(const Journal&) = delete;
     ~Journal();
     const std::filesystem::path& file() const { return file_; }
+    bool writable();                                        // else it only tells what stands in it
 
     std::int64_t add(const JournalEintrag& entry);          // begun; finish() ends it
     void written(std::int64_t nummer, std::size_t value, const WertAenderung& content);

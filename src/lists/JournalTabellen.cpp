@@ -7,13 +7,13 @@
 #include "frame/Errors.h"
 #include "frame/HostDatei.h"
 #include "lists/Meldungen.h"
+#include "registry/StorePicture.h"
 
 namespace brenvik {
 namespace {
 
 constexpr std::int64_t ApplicationId = 0x42564B4A;   // "BVKJ"
 constexpr std::int64_t FormatVersion = 2;
-constexpr std::uintmax_t LeastSpace = 64 << 10;
 constexpr int WaitMs = 5000;                         // for another process of ours
 constexpr int LongestField = 64 << 20;               // more than any value or file that is recorded
 
@@ -66,13 +66,6 @@ PRAGMA user_version = 2;
 
 [[noreturn]] void refuse(const std::filesystem::path& file, const char* why) {
     throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::JournalFehler, utf8FromPath(file), why));
-}
-
-// Its companion files cannot even be made then, which looks like lacking rights.
-bool isFull(const std::filesystem::path& file) {
-    std::error_code error;
-    const auto space = std::filesystem::space(file.parent_path(), error);
-    return !error && space.available < LeastSpace;
 }
 
 // The folder that stood for a drive, and so the Windows path of what lies below it: "/home/anna/drive_c/windows/win.ini".
@@ -133,6 +126,48 @@ bool hasOwnTables(sqlite::Database& database, std::int64_t version) {
     return schemaOf(database) == schemaOf(model);
 }
 
+bool meansNoWriting(const sqlite::Error& error) {
+    return error.code == SQLITE_CANTOPEN || error.code == SQLITE_READONLY || error.code == SQLITE_PERM || error.code == SQLITE_IOERR || error.code == SQLITE_FULL;
+}
+
+// Whether it is ours; an empty one becomes it.
+void checkAndComplete(sqlite::Database& database, const std::filesystem::path& file) {
+    sqlite3_limit(database.handle(), SQLITE_LIMIT_LENGTH, LongestField);
+    database.execute("PRAGMA trusted_schema = OFF");
+    database.execute("PRAGMA cell_size_check = ON");
+    const bool isNew = database.number("SELECT count(*) FROM sqlite_master") == 0;
+    const std::int64_t version = database.number("PRAGMA user_version");
+    if (!isNew && database.number("PRAGMA application_id") != ApplicationId) refuse(file, meldung::JournalKeines);
+    if (version > FormatVersion) refuse(file, meldung::JournalNeuer);
+    if (!isNew && !hasOwnTables(database, version)) refuse(file, meldung::JournalKeines);
+    database.execute("PRAGMA journal_mode = WAL");
+    database.execute("PRAGMA synchronous = NORMAL");
+    if (version < FormatVersion) bringUpToDate(database);
+}
+
+// Nothing if the file cannot be had for writing.
+std::unique_ptr<sqlite::Database> openToWrite(const std::filesystem::path& file) {
+    // SQLite gives its companion files the rights of this one. What a link leads to may be anything.
+    std::error_code error;
+    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(file, error)) && host::makePrivate(file)) return nullptr;
+    auto database = std::make_unique<sqlite::Database>(utf8FromPath(file), SQLITE_OPEN_READWRITE);
+    if (sqlite3_db_readonly(database->handle(), "main") != 0) return nullptr;
+    sqlite3_busy_timeout(database->handle(), WaitMs);
+    database->execute("PRAGMA secure_delete = ON");      // what was forgotten is to be gone
+    checkAndComplete(*database, file);
+    return database;
+}
+
+// As it stands at this moment, in memory. To change that would lose the change without a word.
+std::unique_ptr<sqlite::Database> openToRead(const std::filesystem::path& file) {
+    std::error_code error;
+    const bool missing = std::filesystem::status(file, error).type() == std::filesystem::file_type::not_found;
+    auto picture = missing ? std::make_unique<sqlite::Database>(":memory:", SQLITE_OPEN_READWRITE) : pictureOf(file);
+    checkAndComplete(*picture, file);
+    picture->execute("PRAGMA query_only = ON");
+    return picture;
+}
+
 }  // namespace
 
 std::string journalFailure(const std::filesystem::path& file, const sqlite::Error& error) {
@@ -140,7 +175,9 @@ std::string journalFailure(const std::filesystem::path& file, const sqlite::Erro
     switch (error.code) {
         case SQLITE_NOTADB: case SQLITE_CORRUPT: why = meldung::JournalKeines; break;
         case SQLITE_FULL: why = meldung::JournalVoll; break;
-        case SQLITE_PERM: case SQLITE_AUTH: case SQLITE_CANTOPEN: case SQLITE_READONLY: case SQLITE_IOERR: why = isFull(file) ? meldung::JournalVoll : meldung::JournalRechte; break;
+        case SQLITE_PERM: case SQLITE_AUTH: case SQLITE_CANTOPEN: case SQLITE_READONLY: case SQLITE_IOERR:
+            // On a full disk its companion files cannot even be made, which looks like lacking rights.
+            why = host::meansDiskFull(whyNotWritable(file)) ? meldung::JournalVoll : meldung::JournalRechte; break;
         case SQLITE_BUSY: case SQLITE_LOCKED: why = meldung::JournalGesperrt; break;
         default: why = fmt::format(meldung::JournalSonst, error.what());
     }
@@ -149,24 +186,20 @@ std::string journalFailure(const std::filesystem::path& file, const sqlite::Erro
 
 std::unique_ptr<sqlite::Database> openJournal(const std::filesystem::path& file) {
     std::error_code error;
-    if (const auto kind = std::filesystem::status(file, error); std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind)) refuse(file, meldung::JournalKeines);
-    // SQLite gives its companion files the rights of this one.
-    if (host::makePrivate(file)) refuse(file, meldung::JournalRechte);
-    auto database = std::make_unique<sqlite::Database>(utf8FromPath(file), SQLITE_OPEN_READWRITE);
-    sqlite3_busy_timeout(database->handle(), WaitMs);
-    sqlite3_limit(database->handle(), SQLITE_LIMIT_LENGTH, LongestField);
-    database->execute("PRAGMA trusted_schema = OFF");
-    database->execute("PRAGMA cell_size_check = ON");
-    database->execute("PRAGMA secure_delete = ON");      // what was forgotten is to be gone
-    const bool isNew = database->number("SELECT count(*) FROM sqlite_master") == 0;
-    const std::int64_t version = database->number("PRAGMA user_version");
-    if (!isNew && database->number("PRAGMA application_id") != ApplicationId) refuse(file, meldung::JournalKeines);
-    if (version > FormatVersion) refuse(file, meldung::JournalNeuer);
-    if (!isNew && !hasOwnTables(*database, version)) refuse(file, meldung::JournalKeines);
-    database->execute("PRAGMA journal_mode = WAL");
-    database->execute("PRAGMA synchronous = NORMAL");
-    if (version < FormatVersion) bringUpToDate(*database);
-    return database;
+    const auto kind = std::filesystem::status(file, error);
+    if (std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind)) refuse(file, meldung::JournalKeines);
+    try {
+        if (auto database = openToWrite(file)) return database;
+    } catch (const sqlite::Error& failure) {
+        if (!meansNoWriting(failure)) throw;
+    }
+    try {
+        return openToRead(file);
+    } catch (const std::filesystem::filesystem_error&) {   // its log, or where a copy of it would lie
+        refuse(file, meldung::JournalRechte);
+    }
 }
+
+bool isWritable(sqlite::Database& journal) { return journal.number("PRAGMA query_only") == 0; }
 
 }  // namespace brenvik

@@ -9,8 +9,10 @@
 
 namespace brenvik {
 
-// Opens the journal, makes it if it is not there. Throws sqlite::Error, or NumberedError for a file that is none.
+// Opens the journal, makes it if it is not there. Where nothing can be written it is what the journal holds, only to be read.
+// Throws sqlite::Error, or NumberedError for a file that is none.
 std::unique_ptr<sqlite::Database> openJournal(const std::filesystem::path& file);
+bool isWritable(sqlite::Database& journal);
 // Takes changes with all that undid or redid them out of the tables, in a transaction of the caller's. Answers the lines of
 // History.txt that were theirs.
 std::vector<std::string> forgetChanges(sqlite::Database& database, const std::vector<std::int64_t>& numbers);

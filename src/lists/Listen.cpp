@@ -288,6 +288,7 @@ bool Listen::endInterrupted(JournalEintrag& entry) {
 }
 
 void Listen::reconcile() {
+    if (!journal_.writable()) return;
     for (const std::int64_t nummer : journal_.unfinished()) {
         auto entry = journal_.entry(nummer);
         if (!entry || !endInterrupted(*entry)) continue;

@@ -1,5 +1,6 @@
 #include "registry/HiveCommit.h"
 
+#include "frame/DateiSystem.h"
 #include "frame/HostDatei.h"
 
 namespace brenvik {
@@ -9,7 +10,7 @@ namespace {
 void replaceOne(HiveFile& file) {
     const HiveSwap swap = file.swap();
     if (const std::error_code error = host::replaceFile(swap.fresh, swap.file))
-        throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(swap.file) + " kann nicht geschrieben werden: " + error.message());
+        throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(swap.file) + " kann nicht geschrieben werden: " + fileErrorText(error));
     file.tookPlace();
 }
 

@@ -1,5 +1,6 @@
 #include "registry/HiveFile.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <thread>
@@ -34,8 +35,9 @@ void fillFrom(const fs::path& source, const fs::path& target) {
     std::string bytes(piece, '\0');
     bool done = in != nullptr && out != nullptr;
     for (std::size_t count; done && (count = std::fread(bytes.data(), 1, piece, in.get())) > 0;) done = std::fwrite(bytes.data(), 1, count, out.get()) == count;
-    if (done && std::ferror(in.get()) == 0 && !host::flushToDisk(out.get())) return;
-    throw RegError(regerr::NoAssignment, std::make_error_code(std::errc::io_error).message());
+    done = done && std::ferror(in.get()) == 0;
+    const std::error_code failure = done ? host::flushToDisk(out.get()) : std::error_code(errno, std::generic_category());
+    if (!done || failure) throw RegError(regerr::NoAssignment, fileErrorText(failure));
 }
 
 // The copy is what file is: with its rights, whoever may read it. Not by way of the memory, which has the tree to hold.
@@ -54,7 +56,7 @@ void keepCopy(const fs::path& file) {
     std::string reason;
     try {
         fillFrom(file, fresh);
-        if ((error = host::replaceFile(fresh, copy))) reason = error.message();
+        if ((error = host::replaceFile(fresh, copy))) reason = fileErrorText(error);
     } catch (const RegError& failure) {
         reason = failure.what();
     }

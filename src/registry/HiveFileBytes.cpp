@@ -1,6 +1,7 @@
 #include "registry/HiveFileBytes.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
 #include "frame/DateiSystem.h"
@@ -51,13 +52,27 @@ std::vector<hivefmt::ByteSpan> HiveFileBytes::logSpans() const {
     return spans;
 }
 
+// A pipe would keep whoever opens it waiting.
 bool isHiveFile(const fs::path& file) {
     Bytes start(HiveStartSize);
-    std::FILE* const in = host::openFile(file, "rb");
+    std::error_code error;
+    std::FILE* const in = fs::is_regular_file(file, error) ? host::openFile(file, "rb") : nullptr;
     if (in == nullptr) return false;
     start.resize(std::fread(start.data(), 1, start.size(), in));
     std::fclose(in);
     return looksLikeHive(start);
+}
+
+void requireHiveFile(const fs::path& file) {
+    std::error_code error;
+    if (fs::status(file, error).type() == fs::file_type::regular) {
+        if (isHiveFile(file)) return;
+        std::FILE* const in = host::openFile(file, "rb");
+        if (in == nullptr) error = {errno, std::generic_category()};
+        else std::fclose(in);
+    }
+    if (error) throw RegError(regerr::KeyNotRead, "Die Datei " + shownFile(file) + " kann nicht gelesen werden: " + fileErrorText(error));
+    throw RegError(regerr::KeyNotRead, "Dies ist keine Hivedatei: " + utf8FromPath(file));
 }
 
 HiveFileBytes readHiveFile(const fs::path& file) {
@@ -106,7 +121,7 @@ fs::path writeBeside(const fs::path& file, hivefmt::ByteSpan bytes, const fs::pa
     if (!error) return fresh;
     std::error_code ignored;
     if (error != std::errc::file_exists) fs::remove(fresh, ignored);
-    throw RegError(regerr::NoAssignment, "Die Datei " + shownFile(file) + " kann nicht geschrieben werden: " + error.message());
+    throw RegError(regerr::NoAssignment, "Die Datei " + shownFile(file) + " kann nicht geschrieben werden: " + fileErrorText(error));
 }
 
 bool writeNewHiveFile(const fs::path& file, hivefmt::ByteSpan bytes, const fs::path& model) {
@@ -125,7 +140,7 @@ bool writeNewHiveFile(const fs::path& file, hivefmt::ByteSpan bytes, const fs::p
         if (!error) return true;
     }
     fs::remove(fresh, ignored);
-    if (error && !taken) throw RegError(regerr::NoAssignment, "Die Datei " + shownFile(file) + " kann nicht geschrieben werden: " + error.message());
+    if (error && !taken) throw RegError(regerr::NoAssignment, "Die Datei " + shownFile(file) + " kann nicht geschrieben werden: " + fileErrorText(error));
     return !taken;
 }
 

@@ -29,6 +29,7 @@ struct HiveFileBytes {
 bool isHiveFile(const std::filesystem::path& file);   // by its start; also one whose first block is lost
 
 // Throw RegError KeyNotRead whose message names the file.
+void requireHiveFile(const std::filesystem::path& file);
 HiveFileBytes readHiveFile(const std::filesystem::path& file);
 // Strict: also for a dirty hive with a log that is a link.
 HiveReading readHiveFrom(const HiveFileBytes& bytes, const std::filesystem::path& file, HiveMode mode);

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "frame/DateiSystem.h"
+#include "frame/Errors.h"
 #include "frame/FreshFile.h"
 #include "frame/HostDatei.h"
 #include "registry/HiveFileBytes.h"
@@ -42,20 +43,30 @@ std::string relativePath(const fs::path& file, const fs::path& folder) {
     return {text.begin(), text.end()};
 }
 
+// Without it nobody can tell whether the change stands.
+[[noreturn]] void cannotReadJournal(const fs::path& hive, const std::string& why) {
+    throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(hive) + " wurde mitten in einer Änderung mehrerer Hivedateien verlassen, und deren Journal " +
+                                           shownFile(journalOf(hive)) + " kann nicht gelesen werden. Bis dahin wird sie weder gelesen noch geschrieben. " + why);
+}
+
 std::optional<HiveJournalRecord> journalBeside(const fs::path& hive) {
     const fs::path journal = journalOf(hive);
     std::error_code error;
-    if (!fs::is_regular_file(fs::symlink_status(journal, error))) return std::nullopt;
+    const auto there = [&] { return fs::symlink_status(journal, error).type(); };
+    const fs::file_type kind = there();
+    if (kind == fs::file_type::none) cannotReadJournal(hive, fileErrorText(error));
+    if (kind != fs::file_type::regular) return std::nullopt;
     try {
         return readJournal(readFile(journal, MostJournal));
-    } catch (const NumberedError&) {
-        return std::nullopt;   // too large, unreadable: of no use either way
+    } catch (const NumberedError& failure) {
+        if (failure.number == errnum::OutOfMemory || there() == fs::file_type::not_found) return std::nullopt;   // none of ours, or settled just now
+        cannotReadJournal(hive, failure.what());
     }
 }
 
 void putInPlace(const fs::path& fresh, const fs::path& file, std::int32_t number) {
     if (const std::error_code error = host::replaceFile(fresh, file))
-        throw RegError(number, "Die Datei " + shownFile(file) + " kann nicht geschrieben werden: " + error.message());
+        throw RegError(number, "Die Datei " + shownFile(file) + " kann nicht geschrieben werden: " + fileErrorText(error));
 }
 
 void writeBesideHive(const fs::path& hive, const HiveJournalRecord& record) {
@@ -278,6 +289,7 @@ void settleInterrupted(const fs::path& hive) {
         if (found.stands) {
             finishPlan(found.plan);
         } else {
+            if (isInterrupted(found.plan.first) && !journalBeside(found.plan.first)) refuseJournal(found.plan.first);   // it may have stood
             std::error_code ignored;
             for (const Plan::Step& step : found.plan.steps)
                 if (step.file == hive) fs::remove(step.fresh, ignored);
@@ -300,7 +312,7 @@ HiveFolderLocks::HiveFolderLocks(const std::vector<fs::path>& files) {
         held_.push_back({std::make_unique<host::FolderLock>(folder, LongestWait)});
         const std::error_code error = held_.back().lock->error();
         if (error == std::errc::timed_out) throw RegError(regerr::NoAssignment, "Im Ordner " + shownFile(folder) + " schreibt gerade ein anderes Programm. Versuchen Sie es noch einmal.");
-        if (error) throw RegError(regerr::NoAssignment, "Der Ordner " + shownFile(folder) + " kann nicht gegen andere Programme gesperrt werden: " + error.message());
+        if (error) throw RegError(regerr::NoAssignment, "Der Ordner " + shownFile(folder) + " kann nicht gegen andere Programme gesperrt werden: " + fileErrorText(error));
     }
 }
 

@@ -1,8 +1,10 @@
 #include "registry/RegImport.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 #include "frame/Errors.h"
+#include "registry/RegLimits.h"
 #include "registry/RegLinks.h"
 #include "registry/Upcase.h"
 
@@ -43,7 +45,9 @@ class Places final : public TreeSink {
 public:
     Places(RegStore& store, std::vector<Aenderungsvorschau>& places) : store_(store), places_(places) {}
 
+    // Deeper keys there are none, and to make one is refused when the file is carried out.
     void add(const RegOperation& operation) {
+        if (static_cast<std::size_t>(std::count(operation.key.begin(), operation.key.end(), '\\')) >= MaxKeyDepth) return;
         root_ = operation.root;
         switch (operation.kind) {
             case RegOperation::Kind::CreateKey: return addKeyWithParents(operation.key);
@@ -103,6 +107,25 @@ private:
     std::size_t depth_ = 0;
 };
 
+std::vector<RegTextProblem> collect(RegStore& store, const RegTextFile& file, std::vector<Aenderungsvorschau>& places) {
+    Places collector(store, places);
+    return file.each([&](const RegOperation& operation) { collector.add(operation); });
+}
+
+// In place: there may be many of them.
+void keepChanged(RegStore& store, std::vector<Aenderungsvorschau>& places) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        Aenderungsvorschau& place = places[i];
+        if (!place.isKey) place.after = store.value(place.root, place.key, place.name);
+        const bool same = place.isKey ? store.keyExists(place.root, place.key) == place.keyBefore : place.after == place.before;
+        if (same) continue;
+        if (kept != i) places[kept] = std::move(place);
+        ++kept;
+    }
+    places.resize(kept);
+}
+
 }  // namespace
 
 // The file is read once where all is well, and again only to find all that is not.
@@ -125,21 +148,11 @@ std::vector<RegTextProblem> einspielen(RegStore& store, const RegTextFile& file)
 Vorschau vorschau(RegStore& store, const RegTextFile& file) {
     Vorschau result;
     onTrial(store, [&] {
-        std::vector<Aenderungsvorschau> places;
-        Places collector(store, places);
-        result.problems = file.each([&](const RegOperation& operation) { collector.add(operation); });
+        result.problems = collect(store, file, result.changes);
         if (result.problems.empty()) result.problems = einspielen(store, file);
-        if (!result.problems.empty()) return;
-        for (Aenderungsvorschau& place : places) {
-            if (place.isKey) {
-                if (store.keyExists(place.root, place.key) == place.keyBefore) continue;
-            } else {
-                place.after = store.value(place.root, place.key, place.name);
-                if (place.after == place.before) continue;
-            }
-            result.changes.push_back(std::move(place));
-        }
+        if (result.problems.empty()) keepChanged(store, result.changes);
     });
+    if (!result.problems.empty()) result.changes.clear();
     return result;
 }
 

@@ -46,6 +46,7 @@ std::string causeOf(const sqlite::Error& error, const fs::path& file) {
         case SQLITE_CANTOPEN: return name + " kann nicht geöffnet werden. Prüfen Sie, ob Sie die Datei und ihren Ordner lesen und schreiben dürfen.";
         case SQLITE_READONLY: return name + " kann nicht geschrieben werden. Prüfen Sie die Rechte der Datei und ihres Ordners.";
         case SQLITE_FULL: return name + " kann nicht geschrieben werden, " + obstacle(std::make_error_code(std::errc::no_space_on_device));
+        case SQLITE_NOMEM: return name + " ist zu groß für den Speicher.";
         case SQLITE_TOOBIG: return name + " enthält einen Eintrag, der größer ist, als er sein darf.";
         case SQLITE_IOERR: return name + " kann nicht gelesen oder geschrieben werden. Prüfen Sie den Datenträger (Fehler " + std::to_string(error.system) + ").";
         default: return name + " kann nicht benutzt werden (Fehler " + std::to_string(error.extended) + ").";
@@ -168,6 +169,10 @@ void checkFileKind(const fs::path& file) {
     std::error_code error;
     if (fs::is_directory(file, error)) {
         throw StoreOpenError(file, "Statt der Registrydatei " + shown(file) + " ist ein Ordner dieses Namens da. Benennen Sie den Ordner um, dann legt das Programm eine neue Registry an.");
+    }
+    const fs::file_type kind = fs::status(file, error).type();
+    if (kind != fs::file_type::regular && kind != fs::file_type::not_found && kind != fs::file_type::none) {   // a pipe would be waited for
+        throw StoreOpenError(file, "Statt der Registrydatei " + shown(file) + " ist etwas dieses Namens da, das keine Datei ist. Benennen Sie es um, dann legt das Programm eine neue Registry an.");
     }
     // SQLite takes an empty file for a new database and would throw away a journal beside it.
     if (fs::is_regular_file(file, error) && fs::file_size(file, error) == 0) {

@@ -10,7 +10,6 @@
 #include "frame/DateiSystem.h"
 #include "frame/FreshFile.h"
 #include "frame/HostDatei.h"
-#include "registry/StoreFile.h"
 
 namespace brenvik {
 
@@ -103,8 +102,7 @@ std::unique_ptr<sqlite::Database> pictureOf(const fs::path& file) {
         const Stamps before = stampsOf(file);
         const std::uintmax_t logged = before.log ? before.log->size : 0;
         if (!before.file) throw sqlite::Error(SQLITE_CANTOPEN, "not there");
-        if (before.file->size + logged > LargestPicture)
-            throw StoreOpenError(file, "Die Registrydatei \"" + utf8FromPath(file) + "\" ist zu groß, um sie ohne Schreibrecht zu lesen.");
+        if (before.file->size + logged > LargestPicture) throw sqlite::Error(SQLITE_NOMEM, "too large");
         auto picture = once(file, logged > 0);
         if (stampsOf(file) == before) return picture;
         if (attempt == Attempts) throw sqlite::Error(SQLITE_BUSY, "changing");
@@ -113,8 +111,8 @@ std::unique_ptr<sqlite::Database> pictureOf(const fs::path& file) {
 
 std::error_code whyNotWritable(const fs::path& file) {
     std::FILE* const itself = host::openFile(file, "r+b");
-    if (itself == nullptr) return {errno, std::generic_category()};
-    std::fclose(itself);
+    if (itself != nullptr) std::fclose(itself);
+    else if (errno != ENOENT) return {errno, std::generic_category()};
     const fs::path probe = freshNameBeside(file);
     const std::error_code error = host::writeNewFile(probe, std::string(SpaceForASession, '\0'), {});
     std::error_code ignored;

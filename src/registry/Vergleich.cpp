@@ -25,9 +25,10 @@ public:
         auto l = left.begin(), r = right.begin();
         while (l != left.end() || r != right.end()) {
             const int order = l == left.end() ? 1 : r == right.end() ? -1 : compareNames(l->first, r->first);
+            const std::string child = joinKey(path, order <= 0 ? l->second : r->second);
             if (order == 0) {
-                key(joinKey(path, l->second), depth + 1);
-            } else if (const std::string child = joinKey(path, order < 0 ? l->second : r->second); !isLink(order < 0 ? first_ : second_, child)) {
+                if (!isSameLink(child)) key(child, depth + 1);
+            } else if (!isLink(order < 0 ? first_ : second_, child)) {
                 single(order < 0, child, depth + 1);
             }
             if (order <= 0) ++l;
@@ -44,9 +45,17 @@ private:
         for (std::string& name : place.store->subKeys(place.root, joinKey(place.key, path))) result.emplace(foldName(name), std::move(name));
         return result;
     }
+    // A second name of what is told under its own one, too.
     static bool isLink(const Baumort& place, const std::string& path) {
         const std::string whole = joinKey(place.key, path);
-        return place.hasLinks && place.root == Root::LocalMachine && isControlSetLink(whole) && sameName(lastKeyName(whole), CurrentControlSetName);
+        if (!place.store->isLink(place.root, whole)) return false;
+        const std::vector<std::string> out = place.store->linksOut(place.root, place.key);
+        return std::none_of(out.begin(), out.end(), [&](const std::string& link) { return sameName(link, whole); });
+    }
+    // Two that lead to different places say something of their own.
+    bool isSameLink(const std::string& path) const {
+        const auto real = [&](const Baumort& place) { return place.store->realKey(place.root, joinKey(place.key, path)).key; };
+        return isLink(first_, path) && isLink(second_, path) && sameName(real(first_), real(second_));
     }
 
     void single(bool isFirst, const std::string& path, std::size_t depth) {

@@ -13,7 +13,6 @@ struct Baumort {
     RegStore* store = nullptr;
     Root root = Root::LocalMachine;
     std::string key;
-    bool hasLinks = false;   // a machine's registry, in which CurrentControlSet is only a second name
 };
 
 struct Unterschied {

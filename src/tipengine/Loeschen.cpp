@@ -82,7 +82,7 @@ bool TippMaschine::RegWerteLoeschen() {
             else
                 deleteTickedKeys();
         } catch (const NumberedError& error) {
-            RegFehlermeldungen(ctx_, error.number);
+            RegFehlermeldungen(ctx_, error.number, error.what());
             recorder_.offerTakeBack(change);
             if (change.werte.empty())
                 reloadTipp();   // keys: the list shows those that are left

@@ -349,7 +349,7 @@ bool TippMaschine::RegWerteSchreiben(Aenderung::Art art) {
         writePlanned(plan, change);
     } catch (const NumberedError& error) {
         pointer.off();
-        RegFehlermeldungen(ctx_, error.number);
+        RegFehlermeldungen(ctx_, error.number, error.what());
         const std::vector<Arbeitswert> before = ctx_.werte;
         reportAndGoOn(ctx_, "RegWerteSchreiben", [&] { tellPartialWrite(plan); });
         if (recorder_.offerTakeBack(change)) {

@@ -81,6 +81,11 @@ TEST_F(Heim, VollerDatentraeger) {
     EXPECT_NE(refused.find("weil der Datenträger voll ist"), std::string::npos) << refused;
     EXPECT_NE(refused.find("[1]"), std::string::npos) << refused;
     EXPECT_EQ(screenSaver("a"), "0\n");
+    const std::string list = full("history list"), forgotten = full("--yes history forget 1");
+    EXPECT_EQ(list.substr(list.rfind("Tipp 109")), "Tipp 109   Bildschirmschoner ein- und ausschalten\n[0]\n") << list;
+    EXPECT_NE(forgotten.find("kann nicht geschrieben werden, weil der Datenträger voll ist"), std::string::npos) << forgotten;
+    EXPECT_NE(full("registry save HKCU \"$1.hiv\"").find("kann nicht geschrieben werden: Der Datenträger ist voll.\n[1]"), std::string::npos);
+    EXPECT_EQ(cli("a", {"history", "list"}).out, list.substr(0, list.rfind("[0]")).substr(list.find("    1  ")));
 }
 
 TEST_F(Heim, MehrereErsteStartsZugleich) {

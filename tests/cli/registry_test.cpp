@@ -224,6 +224,8 @@ TEST_F(Registry, UnverstandeneAufrufe) {
         {{"registry", "list", "HKCU", "--unfug"}, "Unbekannte Angabe: --unfug"},
         {{"tip", "show", "eins"}, "Ungültige Angabe: \"eins\" ist keine ganze Zahl von 1 bis 2147483647"},
         {{"--machine"}, "Zu wenige oder zu viele Angaben: --machine"},
+        {{"--machine", ".", "--user", "", "tip", "list"}, "Ungültige Angabe: Hinter --user steht nichts."},
+        {{"--machine", "", "tip", "list"}, "Ungültige Angabe: Hinter --machine steht nichts."},
     };
     for (const auto& call : calls) {
         const Ergebnis e = cli(call.words);
@@ -501,6 +503,7 @@ TEST_F(Registry, FalscheAufrufe) {
         {{"read", "HKLM"}, 1, "Der Pfad nennt keinen Wert.\n"},
         {{"write", "HKCU\\Software\\x", "REG_SZ"}, 2, "Es fehlt DATA oder --data-file\n"},
         {{"find", ""}, 2, "Der Suchtext ist leer.\n"},
+        {{"check", "/fehlt"}, 2, "Die Datei \"/fehlt\" kann nicht gelesen werden: Die Datei oder ihr Ordner ist nicht vorhanden.\n"},
         {{"find", "x", "HKCU\\fehlt"}, 1, "Der Schlüssel ist nicht vorhanden: HKCU\\fehlt\n"},
         {{"list", "gibt/es/nicht.hiv:\\A"}, 1, "Die Datei ist nicht vorhanden: gibt/es/nicht.hiv:\\A\n"},
         {{"list", path("kaputt.reg")}, 1, "Die Datei kaputt.reg kann nicht gelesen werden:\nZeile 1: Die Datei beginnt weder mit \"REGEDIT4\" noch mit \"Windows Registry Editor Version 5.00\".\n"},

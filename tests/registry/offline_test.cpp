@@ -14,6 +14,7 @@
 #include "registry/RegTextWriter.h"
 #include "registry/RegTree.h"
 #include "registry/Suche.h"
+#include "registry/Vergleich.h"
 
 using namespace brenvik;
 using namespace brenvik::test;
@@ -229,6 +230,17 @@ TEST_F(OfflineTest, AWalkTellsWhatTheKeysName) {
     EXPECT_EQ(joined(windows.subKeys(Root::CurrentUser, "Software")), "Classes");
     EXPECT_EQ(joined(windows.linksOut(Root::CurrentUser, "")), "Software\\Classes");
     EXPECT_EQ(joined(windows.linksOut(Root::Users, std::string(Anna) + "\\SOFTWARE")), std::string(Anna) + "\\Software\\Classes");
+    // So does a comparison: each difference once, under its own name.
+    TempDir dir;
+    fs::copy(disk, dir / "b", fs::copy_options::recursive);
+    OfflineWindows changed(dir / "b");
+    changed.createKey(Root::Users, ".DEFAULT\\Neu");
+    changed.createKey(Root::Users, std::string(Anna) + "\\Software\\Classes\\.neu");
+    changed.createKey(Root::LocalMachine, "System\\CurrentControlSet\\Neu");
+    Lines told;
+    const auto tell = [&](const Unterschied& difference) { told.push_back(difference.key); };
+    for (const Root root : {Root::Users, Root::CurrentUser, Root::LocalMachine}) vergleichen({&windows, root, ""}, {&changed, root, ""}, tell);
+    EXPECT_EQ(joined(told), "?");
     EXPECT_EQ(joined(windows.linksOut(Root::Users, Bert)) + joined(windows.linksOut(Root::Users, "")) + joined(windows.linksOut(Root::LocalMachine, "")), "");
     const auto single = openHiveFile(disk / "WINDOWS/system32/CONFIG/SYSTEM");
     expectWalkLikeKeys(*single, "one hive", {{Root::LocalMachine, ""}, {Root::LocalMachine, "Select"}}, 20);
