@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "frame/HostDatei.h"
+#include "frame/UserPort.h"
 #include "registry/HiveFileBytes.h"
 #include "registry/RegLinks.h"
 
@@ -42,6 +43,11 @@ std::string hibernationNote(const fs::path& hiberfil) {
 
 std::string hibernationQuestion(const fs::path& hiberfil) {
     return hibernationNote(hiberfil) + " Starten Sie es besser erst und fahren Sie es ganz herunter (shutdown /s /t 0).\n\nSoll trotzdem geschrieben werden?";
+}
+
+bool mayBeWritten(UserPort& port, const fs::path& file) {
+    const auto image = hibernatedAbove(file);
+    return !image || port.ask(hibernationQuestion(*image), box::Exclamation + box::DefaultNo);
 }
 
 }  // namespace brenvik

@@ -9,6 +9,8 @@
 
 namespace brenvik {
 
+class UserPort;
+
 bool isLiveImage(const std::filesystem::path& hiberfil);
 // The hiberfil.sys of a Windows that sleeps, in one of the folders above the file.
 std::optional<std::filesystem::path> hibernatedAbove(const std::filesystem::path& file);
@@ -16,5 +18,8 @@ std::optional<std::filesystem::path> hibernatedAbove(const std::filesystem::path
 // German texts about one.
 std::string hibernationNote(const std::filesystem::path& hiberfil);
 std::string hibernationQuestion(const std::filesystem::path& hiberfil);
+
+// Asks whether a file is really to be written that belongs to one. True also where there is nothing to ask.
+bool mayBeWritten(UserPort& port, const std::filesystem::path& file);
 
 }  // namespace brenvik

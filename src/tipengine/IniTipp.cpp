@@ -8,6 +8,7 @@
 #include "frame/Profildatei.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
+#include "registry/Hibernation.h"
 #include "registry/ValueOperations.h"
 #include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
@@ -165,7 +166,10 @@ bool TippMaschine::SaveINITipp(bool loeschen) {
         Aenderung trial = newChange(Aenderung::Art::IniDatei), change = trial;
         planIniFiles(loeschen, trial, refusal, [](const std::string&) { return true; });   // before the boot file is written
         if (!refusal.empty()) return ctx_.port.tell(refusal, box::Exclamation);
-        if (const auto boot = bootFileEntry(); boot && !saveBootFile(*boot)) return;
+        const auto boot = bootFileEntry();
+        const std::string first = !trial.dateien.empty() ? trial.dateien.front().datei : boot ? iniFile(*boot).string() : std::string();
+        if (!ctx_.blnLokal && !first.empty() && !mayBeWritten(ctx_.port, first)) return;   // all are of one machine
+        if (boot && !saveBootFile(*boot)) return;
         planIniFiles(loeschen, change, refusal, [&](const std::string& path) { return ctx_.port.ask(meldung::DateiNeu1 + path + meldung::DateiNeu2); });
         if (!refusal.empty()) return ctx_.port.tell(refusal, box::Exclamation);
         if (!change.dateien.empty()) {

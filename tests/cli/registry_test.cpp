@@ -311,6 +311,10 @@ TEST_F(Registry, OrdnerAlsRechner) {
     there({"--yes", "tip", "set", "2207", "7"});
     EXPECT_EQ(bytesOf(dir / "win/BOOT.INI"), std::string(boot).replace(boot.find("30"), 2, "7"));
     EXPECT_EQ(bytesOf(dir / "heim/drive_c/boot.ini"), local);
+    dir.put("win/hiberfil.sys", "hibr");
+    EXPECT_EQ(cli({"--machine", path("win"), "tip", "set", "2207", "8"}).code, 1);
+    EXPECT_EQ(bytesOf(dir / "win/BOOT.INI"), std::string(boot).replace(boot.find("30"), 2, "7"));
+    std::filesystem::remove(dir / "win/hiberfil.sys");
     std::filesystem::rename(dir / "win/BOOT.INI", dir / "draussen.ini");
     std::filesystem::create_symlink("../draussen.ini", dir / "win/boot.ini");
     EXPECT_NE(cli({"--machine", path("win"), "tip", "show", "2207"}).out.find("nicht erreichbar"), std::string::npos);

@@ -234,13 +234,14 @@ TEST_F(OfflineTest, AWalkTellsWhatTheKeysName) {
     TempDir dir;
     fs::copy(disk, dir / "b", fs::copy_options::recursive);
     OfflineWindows changed(dir / "b");
+    changed.chooseUser(Anna);
     changed.createKey(Root::Users, ".DEFAULT\\Neu");
     changed.createKey(Root::Users, std::string(Anna) + "\\Software\\Classes\\.neu");
     changed.createKey(Root::LocalMachine, "System\\CurrentControlSet\\Neu");
     Lines told;
     const auto tell = [&](const Unterschied& difference) { told.push_back(difference.key); };
     for (const Root root : {Root::Users, Root::CurrentUser, Root::LocalMachine}) vergleichen({&windows, root, ""}, {&changed, root, ""}, tell);
-    EXPECT_EQ(joined(told), "?");
+    EXPECT_EQ(joined(told), ".DEFAULT\\Neu|" + std::string(Anna) + "_Classes\\.neu|Software\\Classes\\.neu|System\\ControlSet002\\Neu");
     EXPECT_EQ(joined(windows.linksOut(Root::Users, Bert)) + joined(windows.linksOut(Root::Users, "")) + joined(windows.linksOut(Root::LocalMachine, "")), "");
     const auto single = openHiveFile(disk / "WINDOWS/system32/CONFIG/SYSTEM");
     expectWalkLikeKeys(*single, "one hive", {{Root::LocalMachine, ""}, {Root::LocalMachine, "Select"}}, 20);
