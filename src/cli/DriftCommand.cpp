@@ -73,11 +73,7 @@ void addDriftCommand(CLI::App& app, Aufruf& call) {
     command->add_flag("--all", *all, "Auch die nennen, die noch so dastehen");
     command->callback([&call, all] {
         call.needsDatabase = true;
-        call.run = reported([&call, all](Programm& programm) {
-            call.listen->loadHistory();
-            for (const std::string& note : call.listen->notes()) std::cerr << note << "\n";
-            return printDrift(programm.context(), call.listen->journal(), *all, call.json);
-        });
+        call.run = withHistory(call, [&call, all](Programm& programm, Listen& listen) { return printDrift(programm.context(), listen.journal(), *all, call.json); });
     });
 }
 

@@ -19,6 +19,20 @@ std::string artName(Aenderung::Art kind) {
 
 }  // namespace
 
+std::function<int(Programm&)> withHistory(Aufruf& call, std::function<int(Programm&, Listen&)> work) {
+    return reported([&call, work = std::move(work)](Programm& programm) {
+        Listen& listen = *call.listen;
+        listen.loadHistory();
+        for (const std::string& note : listen.notes()) std::cerr << note << "\n";
+        try {
+            return work(programm, listen);
+        } catch (const NumberedError& error) {
+            if (listen.journalFailure() != error.what()) throw;
+            return 1;
+        }
+    });
+}
+
 std::string changeLine(const JournalKopf& change) {
     const char* state = change.aufgehobenDurch != 0 ? "  (zurückgesetzt)" : change.nurZeile ? "  (nur in der History)" : "";
     return fmt::format("{:>5}  {}  {}  {:<12}  Tipp {:<5} {}{}", change.nummer != 0 ? std::to_string(change.nummer) : "-", oneLine(change.zeit), oneLine(machineOf(change)), artName(change.art), change.tipp,

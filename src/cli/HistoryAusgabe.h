@@ -2,12 +2,15 @@
 // How changes of the journal are printed.
 #include <nlohmann/json.hpp>
 
+#include "cli/Befehle.h"
 #include "cli/RegistryAusgabe.h"
 #include "lists/Listen.h"
 #include "lists/RegAddress.h"
 
 namespace brenvik::cli {
 
+// Work on the history once it is loaded. What the user was told of the journal then is not said twice.
+std::function<int(Programm&)> withHistory(Aufruf& call, std::function<int(Programm&, Listen&)> work);
 // One change in a line, or as JSON without its values.
 std::string changeLine(const JournalKopf& change);
 nlohmann::ordered_json changeJson(const JournalKopf& change);

@@ -31,7 +31,7 @@ std::vector<JournalKopf> unknownLines(Programm& programm, Listen& lists) {
         head.zeit = line.datum + " " + line.uhrzeit;
         head.rechner = line.rechner;
         head.benutzer.clear(), head.sid.clear();
-        head.tipp = line.tipp;
+        head.tipp = values.of(line.tipp).tipp;
         head.überschrift = values.of(line.tipp).überschrift;
         head.zeile = entry.Zeile;
         head.nurZeile = true;
@@ -43,6 +43,7 @@ std::vector<JournalKopf> unknownLines(Programm& programm, Listen& lists) {
 void adoptLines(Programm& programm, Listen& lists) {
     if (!lists.journal().writable()) return;
     lists.journal().transaction([&] {
+        if (!lists.history().vereinen()) return;   // what another process does to the list belongs with what it does to the journal
         for (const JournalKopf& head : unknownLines(programm, lists)) lists.journal().adoptLine(head);
     });
 }
@@ -123,8 +124,7 @@ int forget(Programm& programm, Listen& lists, std::int64_t number, const std::st
         if (!isUndo(change) && (number != 0 ? change.nummer == number : before.empty() || isoTime(change) < before)) numbers.push_back(change.nummer);
     if (numbers.empty()) return number != 0 ? failed(fmt::format(meldung::KeinSolcherEintrag, number)) : 0;
     if (!programm.context().port.ask(fmt::format(meldung::VergessenAnzahl, numbers.size()), box::Exclamation + box::DefaultNo)) return 1;
-    for (const std::string& line : lists.journal().forget(numbers)) lists.history().deleteLine(line);
-    lists.history().HistorySave(false);
+    lists.history().forget(numbers);
     if (json) std::cout << jsonText({{"forgotten", numbers}}) << "\n";
     return 0;
 }
@@ -139,11 +139,9 @@ void addHistoryBefehle(CLI::App& app, Aufruf& call) {
     const auto on = [&call](CLI::App* command, std::function<int(Programm&, Listen&)> work) {
         command->callback([&call, work] {
             call.needsDatabase = true;
-            call.run = reported([&call, work](Programm& programm) {
-                call.listen->loadHistory();
-                for (const std::string& note : call.listen->notes()) std::cerr << note << "\n";
-                adoptLines(programm, *call.listen);
-                return work(programm, *call.listen);
+            call.run = withHistory(call, [work](Programm& programm, Listen& listen) {
+                adoptLines(programm, listen);
+                return work(programm, listen);
             });
         });
     };

@@ -14,6 +14,7 @@
 #include "cli/ValueInput.h"
 #include "frame/Konvertierung.h"
 #include "frame/Texte.h"
+#include "tipengine/Meldungen.h"
 
 namespace brenvik::cli {
 namespace {
@@ -76,6 +77,18 @@ bool savesNothing(const Context& ctx, std::int32_t entry) {
     return ctx.werte.at(place).strAnzeigeWert.empty() && ctx.aktuellerTipp.Eintrag.at(place).Ausgabeart != art::BootINI;
 }
 
+// Of every entry, since any of them may be what cannot be written.
+std::string allStatuses(Programm& programm) {
+    TippMaschine& maschine = programm.maschine();
+    std::string text;
+    const auto last = static_cast<std::int16_t>(programm.context().aktuellerTipp.letzterEintrag());
+    for (std::int16_t i = 1; i <= last; ++i) {
+        const std::string& name = programm.context().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Wertname;
+        text += last == 1 ? maschine.statusOf(i).text : "\n" + fmt::format(meldung::Eintragszeile, i, name.empty() ? name : " (" + name + ")", maschine.statusOf(i).text);
+    }
+    return text;
+}
+
 int set(Programm& programm, Angaben given, bool json) {
     if (given.entries.empty() ? given.texts.size() != 1 : given.entries.size() != given.texts.size())
         return failed("Zu jedem --entry gehört genau ein TEXT", 2);
@@ -88,7 +101,7 @@ int set(Programm& programm, Angaben given, bool json) {
         if (!open(programm, given.number)) return 1;
         if (const std::string refusal = fillPanels(maschine, given); !refusal.empty()) return failed(refusal);
     }
-    if (!programm.context().frmBVK_Prog.KeySave) return failed("Der Tipp kann nicht gespeichert werden: " + maschine.statusOf(1).text);
+    if (!programm.context().frmBVK_Prog.KeySave) return failed("Der Tipp kann nicht gespeichert werden: " + allStatuses(programm));
     if (!maschine.DatenRead()) return 1;
     for (const std::int32_t entry : given.entries.empty() ? std::vector<std::int32_t>{1} : given.entries)
         if (savesNothing(programm.context(), entry)) return failed(emptyTextRefused(entry));

@@ -88,7 +88,7 @@ private:
         std::vector<std::string> order;
         for (const WertAenderung& value : step.werte) {
             SetValue set{source, addressOf(ctx_, step, value), value.neu};
-            if (value.TippIndex != 0) set.tipp = value.TippIndex;
+            if (set.tipp == 0) set.tipp = value.TippIndex;
             const std::string id = set.address.id();
             const auto known = byPlace.find(id);
             if (known != byPlace.end()) known->second.first = std::move(set);
@@ -179,6 +179,10 @@ SetState setState(Context& ctx, Journal& journal) {
             state.unknown.push_back({{step.nummer, step.tipp, step.überschrift}, error.what()});
         }
     });
+    for (const std::int64_t nummer : journal.tooLong()) {
+        const auto head = journal.head(nummer);
+        state.unknown.push_back({{nummer, head ? head->tipp : 0, head ? head->überschrift : std::string()}, fmt::format(meldung::JournalZuLang, nummer)});
+    }
     return state;
 }
 

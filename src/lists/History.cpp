@@ -252,6 +252,16 @@ bool History::HistorySave(bool remember) {
     });
 }
 
+// First as deleted lines: whatever comes in between, no line outlives the change that it tells of.
+void History::forget(const std::vector<std::int64_t>& changes, std::int32_t row) {
+    const std::vector<std::string> lines = journal_.hideLines(changes);
+    if (HistorySatz* const entry = find(row)) entry->Geloescht = true;
+    else
+        for (const std::string& line : lines) deleteLine(line);
+    HistorySave(false);
+    if (!changes.empty()) journal_.forget(changes);
+}
+
 void History::deleteLine(const std::string& line) {
     const auto found = std::find_if(udtHistory_.rbegin(), udtHistory_.rend(), [&](const HistorySatz& entry) { return !entry.Geloescht && entry.Zeile == line; });
     if (found != udtHistory_.rend()) found->Geloescht = true;

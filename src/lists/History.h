@@ -41,6 +41,8 @@ public:
     const std::vector<HistorySatz>& udtHistory() const { return udtHistory_; }
     HistorySatz* find(std::int32_t nummer);
 
+    // Takes changes out of journal and list for good; row: the entry of the list that is meant, where lines are equal.
+    void forget(const std::vector<std::int64_t>& changes, std::int32_t row = 0);
     bool LoadHistory();                                // false, with the reason told: the list is not to be written
     bool vereinen();                                   // the same after the folder was changed: what the table holds is joined with the file
     // The line of a change, and in pairs what it says; none if there is nothing to say. Of the Tip on screen the texts that the

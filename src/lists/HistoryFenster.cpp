@@ -129,7 +129,7 @@ HistoryListeAnfrage::Zeile HistoryFenster::shown(const Tag& tag) {
     if (entry == nullptr) return {};
     const HistoryKopf head = historyHead(entry->Zeile);
     std::string heading = tippwerte_.of(head.tipp).überschrift;
-    if (heading.empty())   // a further value of a Tip has no heading of its own
+    if (heading.empty())   // the database has no such Tip any more
         if (const auto known = quietHead([&] { return journal_.byLine(entry->Zeile); })) heading = known->überschrift;
     return {head.datum, head.uhrzeit, head.rechner, heading};
 }
@@ -197,11 +197,8 @@ void HistoryFenster::vergessen(HistoryListeAnfrage& list, std::size_t row) {
     const auto shownRow = shown(tag);
     if (!ctx_.port.ask(fmt::format(meldung::VergessenFrage, shownRow.datum + " " + shownRow.uhrzeit + "  " + shownRow.überschrift), box::Exclamation + box::DefaultNo)) return;
     reportAndGoOn(ctx_, "frmBVK_HistoryListe", [&] {
-        if (const std::int64_t nummer = journalOf(tag); nummer != 0) journal_.forget({nummer});
-        if (HistorySatz* entry = history_.find(tag.Nummer); tag.journal == 0 && entry != nullptr) {
-            entry->Geloescht = true;
-            history_.HistorySave(false);
-        }
+        const std::int64_t nummer = journalOf(tag);
+        history_.forget(nummer != 0 ? std::vector{nummer} : std::vector<std::int64_t>(), tag.journal == 0 ? tag.Nummer : 0);
         const bool changedBefore = list.blnListeGeaendert;
         removeRow(list, row);
         list.blnListeGeaendert = changedBefore;

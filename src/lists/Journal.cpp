@@ -26,7 +26,7 @@ struct Journal::Tables {
     Statement addPair{db(), "INSERT INTO paar VALUES (?, ?, ?)"};
     Statement addNewKey{db(), "INSERT INTO neuerschluessel VALUES (?, ?)"};
     Statement addKey{db(), "INSERT OR REPLACE INTO schluessel VALUES (?, ?, ?, ?, ?, ?)"};
-    Statement addSubKey{db(), "INSERT INTO unterschluessel VALUES (?, ?, ?, ?, ?, ?, ?)"};
+    Statement addSubKey{db(), "INSERT INTO unterschluessel VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"};
     Statement addSubValue{db(), "INSERT INTO unterwert VALUES (?, ?, ?, ?, ?, ?, ?)"};
     Statement dropSubKeys{db(), "DELETE FROM unterschluessel WHERE aenderung = ? AND nr = ?"};
     Statement dropSubValues{db(), "DELETE FROM unterwert WHERE aenderung = ? AND nr = ?"};
@@ -199,7 +199,8 @@ void Journal::addImage(std::int64_t nummer, std::int64_t place, const Schluessel
         const KeyDetails details = n < image.details.size() ? image.details[n] : KeyDetails{};
         t.addSubKey.run().bind(1, nummer).bind(2, place).bind(3, number(n)).bind(4, image.unterschluessel[n])
             .bindBytes(5, details.className.data(), details.className.size()).bind(6, static_cast<std::int64_t>(details.written))
-            .bindBytes(7, details.descriptor.data(), details.descriptor.size()).step();
+            .bindBytes(7, details.descriptor.data(), details.descriptor.size())
+            .bind(8, std::int64_t{details.flags}).bind(9, std::int64_t{details.userFlags}).step();
     }
     for (std::size_t n = 0; n < image.werte.size(); ++n) {
         const auto& [unter, wert] = image.werte[n];
@@ -335,11 +336,12 @@ void Journal::readParts(JournalEintrag& entry) {
         const auto found = images.find(row.number(0));
         return found == images.end() ? nullptr : found->second;
     };
-    each("SELECT nr, unter, klasse, geschrieben, rechte FROM unterschluessel WHERE aenderung = ? ORDER BY nr, folge", [&](auto& row) {
+    each("SELECT nr, unter, klasse, geschrieben, rechte, merkmale, eigene FROM unterschluessel WHERE aenderung = ? ORDER BY nr, folge", [&](auto& row) {
         SchluesselBild* const image = imageAt(row);
         if (image == nullptr) return;
         image->unterschluessel.push_back(row.text(1));
-        image->details.push_back({row.bytes(2), static_cast<std::uint64_t>(row.number(3)), row.bytes(4), false});
+        image->details.push_back({row.bytes(2), static_cast<std::uint64_t>(row.number(3)), row.bytes(4), false,
+                                  static_cast<std::uint16_t>(row.number(5)), static_cast<std::uint16_t>(row.number(6))});
     });
     each("SELECT nr, unter, name, typ, bytes FROM unterwert WHERE aenderung = ? ORDER BY nr, folge", [&](auto& row) {
         if (SchluesselBild* const image = imageAt(row); image != nullptr)
@@ -358,7 +360,13 @@ std::optional<JournalEintrag> Journal::entry(std::int64_t nummer) {
     entry.aenderung.art = entry.art;
     entry.aenderung.tippÜberschrift = entry.überschrift;
     entry.aenderung.tippIndex = static_cast<std::int16_t>(entry.tipp);
-    guarded([&](Tables&) { readParts(entry); });
+    try {
+        guarded([&](Tables&) { readParts(entry); });
+    } catch (const NumberedError&) {
+        const auto tooLong = this->tooLong();
+        if (std::find(tooLong.begin(), tooLong.end(), nummer) == tooLong.end()) throw;
+        throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::JournalZuLang, nummer));
+    }
     return entry;
 }
 
@@ -448,10 +456,11 @@ std::vector<std::pair<JournalKopf, std::string>> Journal::keysOfUndone() {
 // All tables are read along in the order of the changes.
 void Journal::eachStep(const std::function<void(JournalSchritt&)>& take) {
     guarded([&](Tables& t) {
-        Teilliste values(t.db(), fmt::format("SELECT aenderung, {} FROM wert WHERE geschrieben = 1 ORDER BY aenderung, nr", WertSpalten));
-        Teilliste keys(t.db(), fmt::format("SELECT aenderung, nr, pfad FROM schluessel WHERE nachher != 0 OR geloescht OR angelegt OR "
-                                           "aenderung IN (SELECT nummer FROM aenderung WHERE art >= {}) ORDER BY aenderung, nr", FirstUndo));
-        Teilliste files(t.db(), "SELECT aenderung, datei, inhalt, vorhanden, neu FROM datei WHERE geschrieben = 1 ORDER BY aenderung, nr");
+        const std::string readable = fmt::format("aenderung NOT IN ({})", fmt::join(tooLongChanges(*t.database), ", "));
+        Teilliste values(t.db(), fmt::format("SELECT aenderung, {} FROM wert WHERE geschrieben = 1 AND {} ORDER BY aenderung, nr", WertSpalten, readable));
+        Teilliste keys(t.db(), fmt::format("SELECT aenderung, nr, pfad FROM schluessel WHERE (nachher != 0 OR geloescht OR angelegt OR "
+                                           "aenderung IN (SELECT nummer FROM aenderung WHERE art >= {})) AND {} ORDER BY aenderung, nr", FirstUndo, readable));
+        Teilliste files(t.db(), fmt::format("SELECT aenderung, datei, inhalt, vorhanden, neu FROM datei WHERE geschrieben = 1 AND {} ORDER BY aenderung, nr", readable));
         Statement keyValues(t.db(), "SELECT unter, name, typ, bytes FROM unterwert WHERE aenderung = ? AND nr = ? ORDER BY folge");
         Statement heads(t.db(), (std::string(Columns) + "ORDER BY nummer").c_str());
         for (auto row = heads.run(); row.step();) {
@@ -471,14 +480,16 @@ void Journal::eachStep(const std::function<void(JournalSchritt&)>& take) {
     });
 }
 
-std::vector<std::string> Journal::forget(const std::vector<std::int64_t>& numbers) {
-    std::vector<std::string> lines;
-    transaction([&] { lines = forgetChanges(*tables().database, numbers); });
+std::vector<std::int64_t> Journal::tooLong() {
+    return guarded([](Tables& t) { return tooLongChanges(*t.database); });
+}
+
+void Journal::forget(const std::vector<std::int64_t>& numbers) {
+    transaction([&] { forgetChanges(*tables().database, numbers); });
     guarded([&](Tables& t) {   // else the contents stay readable in pages that nobody uses
         t.database->execute("VACUUM");
         t.database->execute("PRAGMA wal_checkpoint(TRUNCATE)");
     });
-    return lines;
 }
 
 }  // namespace brenvik

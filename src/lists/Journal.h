@@ -89,8 +89,11 @@ public:
     std::vector<std::string> linesToCome();                 // of changes that stand again
     void lineIsThere();                                     // all of them
 
-    // Takes everything out that is known of these changes and their undoing, for good. Answers their lines.
-    std::vector<std::string> forget(const std::vector<std::int64_t>& numbers);
+    // Takes everything out that is known of these changes and their undoing, for good.
+    void forget(const std::vector<std::int64_t>& numbers);
+    std::vector<std::string> hideLines(const std::vector<std::int64_t>& numbers);   // as deleted from the list; answers those that stood there
+    // Changes with more in one place than is ever written there: they cannot be read, and others are told without them.
+    std::vector<std::int64_t> tooLong();
 
     void transaction(const std::function<void()>& changes);
     // Runs the work while no other process may write here; without that if the journal cannot be used.

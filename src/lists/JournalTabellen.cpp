@@ -13,7 +13,7 @@ namespace brenvik {
 namespace {
 
 constexpr std::int64_t ApplicationId = 0x42564B4A;   // "BVKJ"
-constexpr std::int64_t FormatVersion = 2;
+constexpr std::int64_t FormatVersion = 3;
 constexpr int WaitMs = 5000;                         // for another process of ours
 constexpr int LongestField = 64 << 20;               // more than any value or file that is recorded
 
@@ -64,6 +64,13 @@ UPDATE schluessel SET nachher = 1 WHERE aenderung IN (SELECT nummer FROM aenderu
 PRAGMA user_version = 2;
 )";
 
+// Of unterschluessel: KeyDetails::flags and userFlags.
+constexpr const char* ThirdSql = R"(
+ALTER TABLE unterschluessel ADD COLUMN merkmale INTEGER NOT NULL DEFAULT 0;
+ALTER TABLE unterschluessel ADD COLUMN eigene INTEGER NOT NULL DEFAULT 0;
+PRAGMA user_version = 3;
+)";
+
 [[noreturn]] void refuse(const std::filesystem::path& file, const char* why) {
     throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::JournalFehler, utf8FromPath(file), why));
 }
@@ -103,6 +110,7 @@ void bringUpToDate(sqlite::Database& database) {
             rebaseFiles(database);
             database.execute(SecondSql);
         }
+        if (database.number("PRAGMA user_version") == 2) database.execute(ThirdSql);
         database.execute("COMMIT");
     } catch (...) {
         sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
@@ -123,6 +131,7 @@ bool hasOwnTables(sqlite::Database& database, std::int64_t version) {
     sqlite::Database model(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     model.execute(SchemaSql);
     if (version > 1) model.execute(SecondSql);
+    if (version > 2) model.execute(ThirdSql);
     return schemaOf(database) == schemaOf(model);
 }
 
@@ -169,6 +178,19 @@ std::unique_ptr<sqlite::Database> openToRead(const std::filesystem::path& file) 
 }
 
 }  // namespace
+
+// Lengths are told without reading what is that long.
+std::vector<std::int64_t> tooLongChanges(sqlite::Database& database) {
+    static constexpr std::pair<const char*, const char*> Places[] = {{"wert", "alt"}, {"wert", "neu"}, {"datei", "inhalt"}, {"datei", "neu"},
+                                                                     {"unterschluessel", "klasse"}, {"unterschluessel", "rechte"}, {"unterwert", "bytes"}};
+    std::string sql;
+    for (const auto& [table, column] : Places)
+        sql += fmt::format("{}SELECT aenderung FROM {} WHERE length({}) > {}", sql.empty() ? "" : " UNION ", table, column, LongestField);
+    std::vector<std::int64_t> numbers;
+    sqlite::Statement all(database.handle(), sql.c_str());
+    for (auto row = all.run(); row.step();) numbers.push_back(row.number(0));
+    return numbers;
+}
 
 std::string journalFailure(const std::filesystem::path& file, const sqlite::Error& error) {
     std::string why;

@@ -13,9 +13,9 @@ namespace brenvik {
 // Throws sqlite::Error, or NumberedError for a file that is none.
 std::unique_ptr<sqlite::Database> openJournal(const std::filesystem::path& file);
 bool isWritable(sqlite::Database& journal);
-// Takes changes with all that undid or redid them out of the tables, in a transaction of the caller's. Answers the lines of
-// History.txt that were theirs.
-std::vector<std::string> forgetChanges(sqlite::Database& database, const std::vector<std::int64_t>& numbers);
+// Takes changes with all that undid or redid them out of the tables, in a transaction of the caller's.
+void forgetChanges(sqlite::Database& database, const std::vector<std::int64_t>& numbers);
+std::vector<std::int64_t> tooLongChanges(sqlite::Database& database);
 // What the user is told of a failure.
 std::string journalFailure(const std::filesystem::path& file, const sqlite::Error& error);
 

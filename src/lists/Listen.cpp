@@ -143,8 +143,8 @@ void Listen::journaling(const std::function<void()>& work) {
         work();
     } catch (const std::exception& error) {
         ctx_.trace.write(std::string("--- Fehler: ") + error.what());
-        if (!journalGestoert_) ctx_.port.tell(error.what(), box::Exclamation);
-        journalGestoert_ = true;
+        if (journalFehler_.empty()) ctx_.port.tell(error.what(), box::Exclamation);
+        journalFehler_ = error.what();
     }
 }
 
@@ -179,10 +179,9 @@ JournalEintrag Listen::entryOf(const Aenderung& change, const std::vector<Histor
     std::unordered_map<std::string, std::string> paths;   // as they were given, to the real ones
     for (WertAenderung& value : entry.aenderung.werte) {
         const std::string given = givenPath(value);
-        const RegPath asked = parseRegPath(given);
         const RegAddress place = addressForWriting(ctx_, value, !value.neu && change.art != Aenderung::Art::Kontextmenue);
-        // Below HKCR another value may be seen than the one that is written.
-        if (asked.root == Root::ClassesRoot) value.alt = storeOf(ctx_, place.machine).value(place.root, place.key, *place.name);
+        // Below HKCR another value may be seen than the one that is written, and others may have written since it was read.
+        value.alt = storeOf(ctx_, place.machine).value(place.root, place.key, *place.name);
         value.machine = place.machine, value.path = place.keyPath(), value.name = place.name->text();
         paths.emplace(lowerCase(given), place.path());
     }
@@ -208,6 +207,7 @@ void Listen::record(const Aenderung& change, Laufend& running, const std::vector
 // Line and record are made as one, for other processes too. Both stand before the first write.
 void Listen::begin(const Aenderung& change) {
     if (!historyGeladen_) loadHistory();
+    if (laufend_.empty()) turn_.emplace(ctx_.heimPfad, PatienceOfChanges);
     Laufend running;
     std::vector<HistoryPaar> pairs;
     const auto recordAll = [&] {
@@ -268,6 +268,7 @@ void Listen::finished(const Aenderung& change) {
     letzte_ = std::move(known);
     letzteAenderung_ = &change;
     laufend_.erase(running);
+    if (laufend_.empty()) turn_.reset();
 }
 
 // --- after an interruption ---
@@ -289,7 +290,11 @@ bool Listen::endInterrupted(JournalEintrag& entry) {
 
 void Listen::reconcile() {
     if (!journal_.writable()) return;
+    const host::FolderLock turn(ctx_.heimPfad, std::chrono::milliseconds(0));
+    if (turn.error() == std::errc::timed_out) return;   // what is unfinished may be under way
+    const std::vector<std::int64_t> unreadable = journal_.tooLong();
     for (const std::int64_t nummer : journal_.unfinished()) {
+        if (std::find(unreadable.begin(), unreadable.end(), nummer) != unreadable.end()) continue;
         auto entry = journal_.entry(nummer);
         if (!entry || !endInterrupted(*entry)) continue;
         const auto undone = isUndo(*entry) ? journal_.head(entry->hebtAuf) : std::nullopt;

@@ -2,7 +2,9 @@
 // The lists that belong to the user, put together: history with its journal, favourites. Hears of every change.
 #include <filesystem>
 #include <map>
+#include <optional>
 
+#include "frame/HostDatei.h"
 #include "lists/Favoriten.h"
 #include "lists/History.h"
 #include "lists/HistoryFenster.h"
@@ -23,6 +25,8 @@ public:
 
     // What was put right at the start, since a change had been interrupted; German, a line each.
     const std::vector<std::string>& notes() const { return notes_; }
+
+    const std::string& journalFailure() const { return journalFehler_; }   // the user was told it; empty: none
 
     History& history() { return history_; }
     Journal& journal() { return journal_; }
@@ -70,7 +74,8 @@ private:
     const Aenderung* letzteAenderung_ = nullptr;       // to be compared only
     std::map<std::string, std::string> brauchbar_;     // by file: the folder where it was found usable last
     bool historyGeladen_ = false;
-    bool journalGestoert_ = false;                     // the user knows
+    std::string journalFehler_;                        // the user knows
+    std::optional<host::FolderLock> turn_;             // while changes are under way
 };
 
 }  // namespace brenvik

@@ -33,6 +33,8 @@ inline constexpr char GenauSchonSo[] = "Es steht schon alles so da wie vor der �
 inline constexpr char GenauBisAuf[] =
     "Alle Werte stehen wieder genau so da wie vor der Änderung, bis auf {}, die inzwischen geändert wurden und so bleiben sollten.";
 inline constexpr char RedoBisAuf[] = "Die zurückgesetzte Änderung wurde wiederhergestellt, bis auf {} Werte, die inzwischen geändert wurden und so bleiben sollten.";
+inline constexpr char AllesBleibt[] =
+    "Was zu schreiben gewesen wäre, wurde inzwischen geändert und sollte so bleiben. Es wurde nichts geändert, und die Änderung steht weiter in der Liste wie bisher.";
 inline constexpr char RedoNichts[] = "Es steht schon alles so da wie vor dem Zurücksetzen, es war nichts wiederherzustellen.";
 inline constexpr char RedoFertig[] = "Die zurückgesetzte Änderung wurde wiederhergestellt.";
 inline constexpr char RedoFrage[] = "Soll die zurückgesetzte Änderung\r\n\r\n{}\r\n\r\nwiederhergestellt werden ?";
@@ -51,7 +53,7 @@ inline constexpr char EigeneAenderung[] = "durch die Änderung {} vom {} ({})";
 inline constexpr char NurGenau[] = "Diese Änderung steht nicht in der History, sie kann nur genau zurückgesetzt werden.";
 inline constexpr char NichtImJournal[] = "Das Änderungsjournal kennt die Werte dieses Eintrags nicht, genau zurücksetzen ist nicht möglich.";
 inline constexpr char DriftAenderung[] = "Änderung {}";
-inline constexpr char AndererSetztZurueck[] = "Ein anderes Brenvik nimmt gerade eine Änderung zurück und ist damit noch nicht fertig. Bitte versuchen Sie es gleich noch einmal.";
+inline constexpr char AndererSetztZurueck[] = "Ein anderes Brenvik schreibt gerade eine Änderung oder nimmt eine zurück und ist damit noch nicht fertig. Bitte versuchen Sie es gleich noch einmal.";
 inline constexpr char SchonZurueck[] = "Diese Änderung ist schon zurückgesetzt.";
 inline constexpr char NichtZurueck[] = "Diese Änderung wurde nicht zurückgesetzt, es gibt nichts wiederherzustellen.";
 inline constexpr char KeinSolcherEintrag[] = "Den Eintrag {} gibt es nicht.";
@@ -81,6 +83,8 @@ inline constexpr char JournalNeuer[] = "stammt von einer neueren Version des Pro
 inline constexpr char JournalVoll[] = "kann nicht geschrieben werden, weil der Datenträger voll ist.";
 inline constexpr char JournalRechte[] = "kann nicht geöffnet oder geschrieben werden. Prüfen Sie die Rechte der Datei und ihres Ordners.";
 inline constexpr char JournalGesperrt[] = "wird von einem anderen Programm gesperrt.";
+inline constexpr char JournalZuLang[] =
+    "Die Änderung {} hält im Änderungsjournal mehr als 64 MiB an einer Stelle. So etwas schreibt das Programm nicht; sie kann nicht gelesen und nicht genau zurückgesetzt werden.";
 inline constexpr char JournalSonst[] = "kann nicht benutzt werden ({}).";
 
 // Windows

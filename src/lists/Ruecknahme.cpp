@@ -23,8 +23,6 @@
 namespace brenvik {
 namespace {
 
-constexpr std::chrono::seconds PatienceForOthers{10};
-
 constexpr std::uint32_t LocalMachineRoot = 0x80000002;
 constexpr std::size_t MostShown = 120, MostLines = 10;
 
@@ -351,6 +349,7 @@ Ruecknahme::Ausgang Ruecknahme::restore(const JournalEintrag& change, Aenderung:
     planFiles(change, prior, plan);
     if (!settleConflicts(change, plan)) return Ausgang::Declined;
     kept = plan.kept;
+    if (plan.empty() && kept > 0) return Ausgang::AllKept;   // nothing is taken back, and so the change stands as before
     JournalEintrag record = recordOf(change, art, plan);
     const std::int64_t recorded = journal_.add(record);
     try {
@@ -381,6 +380,7 @@ bool Ruecknahme::zuruecksetzen(std::int64_t nummer, bool tell) {
         std::size_t kept = 0;
         const Ausgang result = restore(*change, Aenderung::Art::Zuruecksetzen, [&](std::int64_t recorded) { journal_.takenBack(nummer, recorded); }, kept);
         if (result == Ausgang::Declined) return false;
+        if (result == Ausgang::AllKept) return refuse(meldung::AllesBleibt);
         if (tell) ctx_.port.tell(kept > 0 ? fmt::format(meldung::GenauBisAuf, kept) : result == Ausgang::Nothing ? meldung::GenauSchonSo : meldung::GenauFertig);
         return true;
     } catch (const std::exception& error) {
@@ -402,6 +402,7 @@ bool Ruecknahme::wiederherstellen(std::int64_t nummer) {
             journal_.takenBack(nummer, 0);
         }, kept);
         if (result == Ausgang::Declined) return false;
+        if (result == Ausgang::AllKept) return refuse(meldung::AllesBleibt);
         if (change->zeile) history_.putBack(*change->zeile);
         ctx_.port.tell(kept > 0 ? fmt::format(meldung::RedoBisAuf, kept) : result == Ausgang::Nothing ? meldung::RedoNichts : meldung::RedoFertig);
         return true;

@@ -3,6 +3,8 @@
 // change was made, all of it or nothing. What was changed since, by others or by later changes, is shown first, and stays
 // unless the user wants it back too. A machine that is not at hand is named and asked about. Taking back is itself
 // recorded, and so can be taken back in its turn.
+#include <chrono>
+
 #include "lists/History.h"
 #include "lists/Journal.h"
 #include "lists/RegAddress.h"
@@ -12,6 +14,10 @@ namespace brenvik {
 std::string machineOf(const JournalKopf& change);                                  // its name, also of the local one
 std::string shownRaw(const std::optional<RawValue>& value);                        // "REG_DWORD 1", one line, cut if long
 JournalKopf newHead(Context& ctx, Aenderung::Art art);                             // with time, user and machine of now
+
+// Saving and taking back go one after the other in all processes of a home: what a record says stood there is to be true when
+// the change begins. Whoever takes back waits that long; a change goes on all the same, having waited less.
+inline constexpr std::chrono::seconds PatienceForOthers{10}, PatienceOfChanges{2};
 
 class PriorState;
 
@@ -31,7 +37,7 @@ public:
 
 private:
     struct Plan;
-    enum class Ausgang { Declined, Nothing, Done };
+    enum class Ausgang { Declined, AllKept, Nothing, Done };
     Ausgang restore(const JournalEintrag& change, Aenderung::Art art, const std::function<void(std::int64_t recorded)>& mark, std::size_t& kept);
     bool mayWorkOn(const std::string& machine);
     void planValues(const JournalEintrag& change, const PriorState& prior, Plan& plan);

@@ -27,6 +27,7 @@ std::string Tippwerte::shown(std::int32_t number, const RawValue& value) {
 
 Tippwert Tippwerte::read(std::int32_t number) {
     Tippwert tipp;
+    tipp.tipp = number;
     if (!ctx_.objRS || number < 1) return tipp;
     ctx_.objRS->MoveFirst();
     ctx_.objRS->moveToNumber(spalte::Index, number);
@@ -41,8 +42,19 @@ Tippwert Tippwerte::read(std::int32_t number) {
     tipp.ausgabeart = static_cast<std::int16_t>(Val(text(spalte::Ausgabeart)));
     if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
     tipp.path = root + "\\" + key + "\\" + tipp.wertname;
+    if (tipp.überschrift.empty()) {   // a further value of a Tip has no heading of its own
+        tipp.tipp = tipOfRow(number);
+        if (tipp.tipp != number) tipp.überschrift = DBTextSuchen(ctx_, spalte::Überschrift, tipp.tipp);
+    }
     tipp.brauchbar = rootByName(root).has_value() && !key.empty() && list != Dateiliste;
     return tipp;
+}
+
+std::int32_t Tippwerte::tipOfRow(std::int32_t number) {
+    const auto row = ctx_.objDB.GetNewRS(ctx_, ctx_.objVerbindung.get(), "Select HauptIndex From RegDaten where Index=" + std::to_string(number));
+    if (row->State() != RecordSet::Offen || row->atEOF()) return number;
+    const auto head = row->numberOrZero<std::int32_t>(0);
+    return head > 0 ? head : number;
 }
 
 }  // namespace brenvik

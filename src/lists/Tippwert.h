@@ -12,7 +12,9 @@ struct Tippwert {
     bool imBestand = false;     // the database has a row of this number
     bool brauchbar = false;     // and the row says where the value lies
     std::string path;           // root "\" key "\" value name, [SID] replaced
-    std::string wertname, überschrift;
+    std::string wertname;
+    std::string überschrift;    // of the Tip
+    std::int32_t tipp = 0;      // whose row it is: of several values each has a row of its own
     std::int16_t datentyp = 0, ausgabeart = 0;
 };
 
@@ -26,6 +28,7 @@ public:
 
 private:
     Tippwert read(std::int32_t number);
+    std::int32_t tipOfRow(std::int32_t number);
     Context& ctx_;
     std::unordered_map<std::int32_t, Tippwert> known_;
 };

@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "frame/HostDatei.h"
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
@@ -179,10 +180,15 @@ bool Zuruecksetzen::writeStep(const Schritt& step) {
 }
 
 bool Zuruecksetzen::perform(const std::vector<Schritt>& steps, const std::string& zeile, std::int64_t nummer) {
+    const host::FolderLock turn(ctx_.heimPfad, PatienceForOthers);
+    if (turn.error() == std::errc::timed_out) {
+        ctx_.port.tell(meldung::AndererSetztZurueck, box::Exclamation);
+        return false;
+    }
     JournalEintrag record;
     static_cast<JournalKopf&>(record) = newHead(ctx_, Aenderung::Art::Zuruecksetzen);
     record.rechner.clear();
-    record.tipp = historyHead(zeile).tipp;
+    record.tipp = values_.of(historyHead(zeile).tipp).tipp;
     std::vector<RegAddress> places;
     const auto present = [&](const RegAddress& place) { return storeOf(ctx_, place.machine).value(place.root, place.key, *place.name); };
     std::int64_t recorded = 0;
@@ -198,6 +204,7 @@ bool Zuruecksetzen::perform(const std::vector<Schritt>& steps, const std::string
         }
         const auto change = journal_.head(nummer);
         record.überschrift = change ? change->überschrift : std::string();
+        if (change && change->tipp != 0) record.tipp = change->tipp;
         record.hebtAuf = nummer;
         recorded = journal_.add(record);
     });

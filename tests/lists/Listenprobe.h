@@ -40,9 +40,9 @@ struct Listenprobe : Probe {
     std::string alles() {
         struct Sammler final : TreeSink {
             std::vector<std::string> path, lines;
-            void enter(std::string_view name, const KeyDetails&) override {
+            void enter(std::string_view name, const KeyDetails& details) override {
                 path.push_back((path.empty() ? std::string() : path.back() + "\\") + std::string(name));
-                lines.push_back(path.back());
+                lines.push_back(path.back() + (details.flags + details.userFlags != 0 ? " " + std::to_string(details.flags) + " " + std::to_string(details.userFlags) : ""));
             }
             void value(std::string_view name, const RawValue& value) override { lines.push_back(path.back() + "\\" + std::string(name) + " = " + shownRaw(value)); }
             void leave() override { path.pop_back(); }

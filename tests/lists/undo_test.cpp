@@ -68,7 +68,12 @@ TEST(Undo, JedeArtVonAenderungGenauHinUndHer) {
         {"Menü neu", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("neu")(p), p.engine->clickRegSave(p.fenster().cmdRegSave); }},
         {"Menü geändert", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("eins")(p), p.engine->clickDefault(p.fenster().cmdDefault); }},
         {"Menü umbenannt", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("zwei")(p), p.engine->clickDefault(p.fenster().cmdDefault); }},
-        {"Listenschlüssel", Art::Schluessel, {liste}, [](Listenprobe& p) { p.put("HKCU\\Software\\Probe\\eins\\Tief\\Wert", 7, std::string("a\0b", 3)); },
+        {"Listenschlüssel", Art::Schluessel, {liste}, [](Listenprobe& p) {
+             p.put("HKCU\\Software\\Probe\\eins\\Tief\\Wert", 7, std::string("a\0b", 3));
+             KeyDetails link;
+             link.flags = 16, link.userFlags = 3;
+             p.store->setDetails(Root::Users, std::string(Sid) + "\\Software\\Probe\\eins\\Tief", link);
+         },
          [&](Listenprobe& p) { p.engine->userTick(0, 0, true), press(p); }},
         {"INI", Art::IniDatei, {ini}, file("windows/win.ini", "; x\n[windows]\r\nload = alt\r\nrun=1"), [](Listenprobe& p) { p.engine->userText(0, "neu.exe"), p.save(); }},
         {"INI weg", Art::IniDatei, {ini}, file("windows/win.ini", "[windows]\r\nload=alt\r\n"), press},
