@@ -6,9 +6,11 @@
 #include <map>
 #include <set>
 
+#include "frame/Codepage.h"
 #include "frame/HostDatei.h"
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
+#include "frame/ShownText.h"
 #include "frame/ZeilenAbgleich.h"
 #include "lists/ChangedFiles.h"
 #include "lists/Drift.h"
@@ -25,15 +27,6 @@ namespace {
 
 constexpr std::uint32_t LocalMachineRoot = 0x80000002;
 constexpr std::size_t MostShown = 120, MostLines = 10;
-
-std::string oneLine(std::string text) {
-    for (char& c : text)
-        if (static_cast<unsigned char>(c) < 0x20) c = c == '\0' ? '|' : ' ';
-    if (text.size() <= MostShown) return text;
-    std::size_t end = MostShown;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;   // never inside a character
-    return text.substr(0, end) + "…";
-}
 
 std::string shownKey(const SchluesselBild& image) {
     if (image.unterschluessel.empty()) return meldung::NichtVorhanden;
@@ -60,7 +53,7 @@ std::string newLines(const std::string& then, const std::string& now) {
     std::string lines;
     std::size_t shown = 0;
     for (const LineChange& run : lineChanges({before.begin(), before.end()}, present))
-        for (std::size_t k = run.newFirst; k < run.newLast && shown < MostLines; ++k, ++shown) lines += "\r\n   + " + oneLine(present[k]);
+        for (std::size_t k = run.newFirst; k < run.newLast && shown < MostLines; ++k, ++shown) lines += "\r\n   + " + shownLine(utf8FromAnsi(present[k]), MostShown);
     return lines;
 }
 
@@ -114,7 +107,7 @@ std::string shownRaw(const std::optional<RawValue>& value) {
     if (!value) return meldung::NichtVorhanden;
     static constexpr const char* Names[] = {"REG_NONE", "REG_SZ", "REG_EXPAND_SZ", "REG_BINARY", "REG_DWORD", "REG_DWORD_BIG_ENDIAN", "REG_LINK", "REG_MULTI_SZ"};
     const std::string type = value->type < std::size(Names) ? Names[value->type] : "Typ " + std::to_string(value->type);
-    return type + " \"" + oneLine(dataText(*value)) + "\"";
+    return type + " \"" + shownLine(dataText(*value), MostShown) + "\"";
 }
 
 JournalKopf newHead(Context& ctx, Aenderung::Art art) {
@@ -210,7 +203,7 @@ void Ruecknahme::planFiles(const JournalEintrag& change, const PriorState& prior
 bool Ruecknahme::settleConflicts(const JournalEintrag& change, Plan& plan) {
     if (plan.conflicts.empty()) return true;
     std::map<std::string, std::string> ours;   // by place
-    const auto tell = [](const JournalKopf& step) { return fmt::format(meldung::EigeneAenderung, step.nummer, step.zeit, oneLine(step.überschrift)); };
+    const auto tell = [](const JournalKopf& step) { return fmt::format(meldung::EigeneAenderung, step.nummer, step.zeit, shownLine(step.überschrift, MostShown)); };
     journal_.eachStep([&](JournalSchritt& step) {
         if (step.nummer <= change.nummer) return;
         for (const auto& conflict : plan.conflicts) {

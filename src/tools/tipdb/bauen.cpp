@@ -10,6 +10,7 @@
 #include "TomlQuelle.h"
 #include "cli/Aufruffehler.h"
 #include "frame/DateiSystem.h"
+#include "frame/ShownOutput.h"
 
 namespace {
 
@@ -58,6 +59,7 @@ int check(const std::filesystem::path& file, const std::string& password) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const ShownOutput out(std::cout), err(std::cerr);
     CLI::App app{"Übersetzt die Quellen der Tipp-Datenbank oder prüft eine fertige.", "tipdb-bauen"};
     std::string folder, target, finished, password;
     app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");

@@ -8,8 +8,10 @@
 #include "Wertformen.h"
 #include "cli/Aufruffehler.h"
 #include "frame/DateiSystem.h"
+#include "frame/ShownOutput.h"
 
 int main(int argc, char** argv) {
+    const brenvik::ShownOutput out(std::cout), err(std::cerr);
     using brenvik::tipbau::decimal;
     constexpr std::int64_t MostRows = 400'000;
     CLI::App app{"Schreibt eine große erfundene Tipp-Datenbank zum Messen.", "tipdb-erzeugen"};
