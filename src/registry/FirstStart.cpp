@@ -65,16 +65,26 @@ constexpr const char* WholeMark = "drive_c.ganz";     // the home's drive has al
 constexpr fs::perms OwnerOnly = fs::perms::owner_read | fs::perms::owner_write;
 constexpr auto Abandoned = std::chrono::hours(24);    // no start takes that long
 
+bool isOurs(const std::string& name) {
+    constexpr std::string_view Ours[] = {StoreName, JournalName, LogName, "drive_", "History.txt", "Favoriten.txt", "instanz.", "Backup", "RegBack.txt"};
+    return std::any_of(std::begin(Ours), std::end(Ours), [&](std::string_view own) { return name.starts_with(own); });
+}
+
 // Whether the folder holds nothing but what the program puts into a home, and was not meant to be shared.
 bool isOursAlone(const fs::path& folder) {
-    constexpr std::string_view Ours[] = {StoreName, JournalName, LogName, DriveC, "History.txt", "Favoriten.txt", "instanz.", "Backup", "RegBack.txt"};
     std::error_code error;
     if ((fs::status(folder, error).permissions() & (fs::perms::others_write | fs::perms::sticky_bit)) != fs::perms::none) return false;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = utf8FromPath(entry->path().filename());
-        if (std::none_of(std::begin(Ours), std::end(Ours), [&](std::string_view own) { return name.starts_with(own); })) return false;
-    }
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        if (!isOurs(utf8FromPath(entry->path().filename()))) return false;
     return !error;
+}
+
+// A home may come from anybody; a link in the place of a file of ours would have the program write wherever it leads.
+std::optional<fs::path> linkIn(const fs::path& home) {
+    std::error_code error, unknown;
+    for (fs::directory_iterator entry(home, error), end; !error && entry != end; entry.increment(error))
+        if (isOurs(utf8FromPath(entry->path().filename())) && entry->is_symlink(unknown)) return entry->path();
+    return std::nullopt;
 }
 
 fs::path freshName(const fs::path& target) {
@@ -163,6 +173,7 @@ std::string privateHome(const fs::path& home) {
     std::error_code error, ignored;   // ignored: of another owner, or on a drive that knows no rights
     fs::create_directories(home, error);
     if (error) return "Der Ordner " + shown(home) + " kann nicht angelegt werden: " + fileErrorText(error);
+    if (const auto link = linkIn(home)) throw StoreOpenError(home, "Das Heim wird nicht geöffnet: " + shown(*link) + " ist eine Verknüpfung, und ihr wird nicht gefolgt. Setzen Sie an ihre Stelle, worauf sie zeigt.");
     if (isOursAlone(home)) fs::permissions(home, fs::perms::owner_all, fs::perm_options::replace, ignored);
     return {};
 }

@@ -16,6 +16,7 @@ class SqliteStore;
 bool fillEmptyStore(SqliteStore& store, const std::filesystem::path& firstStartFolder);
 
 // Makes the home if it is not there, its owner's alone; a folder that holds other things too keeps its rights. Answers why it cannot be made, empty if it is there.
+// Throws StoreOpenError if a file of the program is a link there.
 std::string privateHome(const std::filesystem::path& home);
 void privateFiles(const std::filesystem::path& home);
 

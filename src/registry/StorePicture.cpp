@@ -5,11 +5,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <optional>
-#include <random>
 
 #include "frame/DateiSystem.h"
 #include "frame/FreshFile.h"
 #include "frame/HostDatei.h"
+#include "frame/PrivateFolder.h"
 
 namespace brenvik {
 
@@ -20,11 +20,6 @@ namespace {
 constexpr std::uintmax_t LargestPicture = std::uintmax_t{1} << 30;
 constexpr int Attempts = 10;
 constexpr std::size_t SpaceForASession = 65536;   // log and index of the smallest work
-
-fs::path unused(fs::path start) {
-    std::random_device random;
-    return start += std::to_string(random()) + std::to_string(random());
-}
 
 struct Stamps {
     std::optional<host::FileStamp> file, log;
@@ -46,25 +41,6 @@ std::string uriOf(const fs::path& file) {
     return uri + "?immutable=1";
 }
 
-// A folder that nobody else can look into, gone with its content at the end.
-class PrivateFolder {
-public:
-    PrivateFolder() : path_(unused(fs::temp_directory_path() / "brenvik-")) {
-        fs::create_directory(path_);
-        fs::permissions(path_, fs::perms::owner_all);
-    }
-    ~PrivateFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    PrivateFolder(const PrivateFolder&) = delete;
-    PrivateFolder& operator=(const PrivateFolder&) = delete;
-    const fs::path& path() const { return path_; }
-
-private:
-    fs::path path_;
-};
-
 void copyInto(sqlite::Database& from, sqlite::Database& to) {
     sqlite3_backup* const backup = sqlite3_backup_init(to.handle(), "main", from.handle(), "main");
     if (backup == nullptr) throw sqlite::Error(sqlite3_extended_errcode(to.handle()), sqlite3_errmsg(to.handle()));
@@ -79,7 +55,7 @@ std::unique_ptr<sqlite::Database> once(const fs::path& file, bool withLog) {
         copyInto(source, *picture);
         return picture;
     }
-    const PrivateFolder folder;   // applying a log writes
+    const PrivateFolder folder("brenvik-registry");   // applying a log writes
     const fs::path copy = folder.path() / "registry.db";
     fs::copy_file(file, copy);
     fs::copy_file(sqliteLogOf(file), sqliteLogOf(copy));

@@ -1,6 +1,5 @@
 #include "shell/Fensterprogramm.h"
 
-#include <QTemporaryDir>
 #ifdef Q_OS_WIN
 #include <QWinEventNotifier>
 #else
@@ -9,6 +8,8 @@
 
 #include "frame/DateiSystem.h"
 #include "frame/Meldungen.h"
+#include "frame/PrivateFolder.h"
+#include "frame/ShownText.h"
 #include "frame/Sitzungsende.h"
 #include "frame/Startpruefung.h"
 #include "registry/StoreFile.h"
@@ -23,6 +24,15 @@ namespace brenvik {
 namespace {
 
 constexpr std::chrono::milliseconds SecondStartPatience{5000};
+
+// Nobody sits there while pictures are taken.
+class PicturePort : public QtPort {
+public:
+    Answer messageBox(const MessageBox& request) override {
+        std::fputs((shownText(request.text, ShownAs::Lines) + "\n").c_str(), stderr);
+        return restingAnswer(request.flags);
+    }
+};
 
 // Every area hooks its windows and commands in, in a line of its own.
 void verbinde(Fensterteile& teile, Listen& listen) {
@@ -116,18 +126,19 @@ static int run(QApplication& application, const FensterOptionen& options, QtPort
 }
 
 int runFensterprogramm(QApplication& application, FensterOptionen options) {
-    QtPort port;
+    const bool pictures = !options.screenshots.empty();
+    const std::unique_ptr<QtPort> port = pictures ? std::make_unique<PicturePort>() : std::make_unique<QtPort>();
     const auto platform = makeNativePlatform();
-    std::optional<QTemporaryDir> fresh;     // pictures show the program as shipped, not what stands in the user's home
-    if (!options.screenshots.empty() && options.programm.home.empty()) options.programm.home = pathFromUtf8(fresh.emplace().path().toStdString());
     try {
-        const int code = run(application, options, port, *platform);
-        if (code == 0 && !options.screenshots.empty()) takeScreenshotsAtDoubleScale(options.screenshots, options.programm.home);
+        std::optional<PrivateFolder> fresh;     // pictures show the program as shipped, not what stands in the user's home
+        if (pictures && options.programm.home.empty()) options.programm.home = fresh.emplace("brenvik-bilder").path();
+        const int code = run(application, options, *port, *platform);
+        if (code == 0 && pictures) takeScreenshotsAtDoubleScale(options.screenshots, options.programm.home);
         return code;
     } catch (const StoreOpenError& error) {
-        port.tell(meldung::DienstFehlt1 + utf8FromPath(platform->executableDirectory()) + meldung::DienstFehlt2 + "\r\n\r\n" + error.what());
+        port->tell(meldung::DienstFehlt1 + utf8FromPath(platform->executableDirectory()) + meldung::DienstFehlt2 + "\r\n\r\n" + error.what());
     } catch (const std::exception& error) {
-        port.tell(error.what(), box::Critical);
+        port->tell(error.what(), box::Critical);
     }
     return 1;
 }

@@ -118,6 +118,8 @@ QWidget* QtPort::frontWindow() {
     return nullptr;
 }
 
+Answer QtPort::restingAnswer(int flags) { return buttonsOf(flags).back().answer; }
+
 Answer QtPort::messageBox(const MessageBox& request) {
     const ArrowPointer arrow(waiting_);
     const std::vector<BoxButton> wanted = buttonsOf(request.flags);
@@ -141,7 +143,7 @@ Answer QtPort::messageBox(const MessageBox& request) {
     dialog.exec();
     for (std::size_t i = 0; i < buttons.size(); ++i)
         if (dialog.clickedButton() == buttons[i]) return wanted[i].answer;
-    return wanted.back().answer;   // closed by the program's end: the answer that does nothing
+    return restingAnswer(request.flags);   // closed by the program's end
 }
 
 QStringList qtFileFilters(std::string_view filter) {

@@ -39,6 +39,7 @@ public:
     void showHelp(const std::string& file, int context) override;
 
     static QWidget* frontWindow();
+    static Answer restingAnswer(int flags);     // the one that does nothing: of a box that nobody answers
 
 private:
     QHash<QString, ShowWindow> windows_;
