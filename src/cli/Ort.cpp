@@ -5,6 +5,7 @@
 
 #include "frame/DateiSystem.h"
 #include "frame/HostDatei.h"
+#include "registry/CregFile.h"
 #include "registry/HiveFileBytes.h"
 #include "registry/HiveStore.h"
 #include "registry/MemoryStore.h"
@@ -105,7 +106,7 @@ Ort Orte::open(const std::string& file, const std::string& inside) {
 Orte::Geoeffnet Orte::openFile(const fs::path& file) {
     if (fs::is_directory(file)) return {Ort::Art::Speicher, &programm_.machines().store(utf8FromPath(file)), nullptr};
     const std::string start = startOf(file);
-    if (isHiveFile(file)) return openHive(file);
+    if (isHiveFile(file) || isCregFile(file)) return openHive(file);
     if (start != StoreStart) return openRegFile(file);
     auto store = std::make_unique<SqliteStore>(file, StoreOptions{.create = false});
     return {Ort::Art::Speicher, store.get(), std::move(store)};
@@ -114,7 +115,8 @@ Orte::Geoeffnet Orte::openFile(const fs::path& file) {
 Orte::Geoeffnet Orte::openHive(const fs::path& file) {
     const auto tell = [&](const HiveFinding& finding) { std::cerr << utf8FromPath(file) << ", " << finding.line() << "\n"; };
     try {
-        auto store = openHiveFile(file, {salvage_, tell, [&port = programm_.context().port](const std::string& question) { return port.ask(question, box::Exclamation); }});
+        const HiveOpenOptions options{salvage_, tell, [&port = programm_.context().port](const std::string& question) { return port.ask(question, box::Exclamation); }};
+        auto store = isCregFile(file) ? openCregFile(file, options) : openHiveFile(file, options);
         return {Ort::Art::Hive, store.get(), std::move(store)};
     } catch (const RegError& error) {
         if (salvage_) throw;

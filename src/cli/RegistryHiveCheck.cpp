@@ -6,8 +6,10 @@
 
 #include "cli/RegistryGruppe.h"
 #include "frame/DateiSystem.h"
+#include "registry/CregFile.h"
 #include "registry/HiveFileBytes.h"
 #include "registry/HiveJournal.h"
+#include "registry/creg/CregChecker.h"
 #include "registry/hive/HiveChecker.h"
 #include "registry/hive/HiveLog.h"
 #include "registry/hive/HiveReader.h"
@@ -67,9 +69,10 @@ std::size_t faultsIn(hivefmt::ByteSpan hive) {
 
 int check(const std::string& file, bool withLogs, bool json) {
     const fs::path hive = fs::absolute(pathFromUtf8(file));
-    const Rescue found = rescue(hive, withLogs);
+    const bool isCreg = isCregFile(hive);   // without logs
+    const Rescue found = isCreg ? Rescue{readHiveFile(hive), {}} : rescue(hive, withLogs);
     std::vector<HiveFinding> findings = found.recovery.findings;
-    for (HiveFinding& finding : checkHive(found.recovery.hive)) findings.push_back(std::move(finding));
+    for (HiveFinding& finding : isCreg ? checkCreg(found.files.span()) : checkHive(found.recovery.hive)) findings.push_back(std::move(finding));
     std::size_t faults = 0;
     for (const HiveFinding& finding : findings) faults += finding.fault && finding.log == 0;
     const bool dirty = isDirty(found.files.span()), interrupted = isInterrupted(fs::canonical(hive));
@@ -132,7 +135,7 @@ int recover(const std::string& file, const std::string& target, bool salvage, bo
 void addHiveCheckCommands(const RegistryGruppe& group) {
     const auto file = std::make_shared<std::string>(), target = std::make_shared<std::string>();
     const auto withLogs = std::make_shared<bool>(false);
-    auto* checker = group.add("check", "Eine Hivedatei prüfen, ohne sie zu ändern. Ergebnis 0: keine Fehler (Hinweise schaden nicht), 1: Fehler, 2: nicht zu lesen");
+    auto* checker = group.add("check", "Eine Hivedatei oder eine Registrydatei von Windows 95/98/ME prüfen, ohne sie zu ändern. Ergebnis 0: keine Fehler (Hinweise schaden nicht), 1: Fehler, 2: nicht zu lesen");
     checker->add_option("HIVE", *file, "Hivedatei")->required();
     checker->add_flag("--logs", *withLogs, "Im Speicher erst einspielen, was die Protokolldateien daneben (.LOG, .LOG1, .LOG2) enthalten");
     group.on(checker, [&call = group.call, file, withLogs](Programm&, Orte&) { return check(*file, *withLogs, call.json); }, Trouble);

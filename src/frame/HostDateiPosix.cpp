@@ -8,8 +8,12 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#ifdef __linux__
+#include <linux/msdos_fs.h>
+#endif
 
 #include "frame/HostDatei.h"
 
@@ -55,6 +59,15 @@ std::error_code takeRights(int file, const struct stat& model) {
     if (::fchmod(file, mode) == 0) return {};
     const std::error_code error = lastError();
     return ::fstat(file, &mine) == 0 && (mine.st_mode & 07777 & ~model.st_mode) == 0 ? std::error_code() : error;
+}
+
+// Hidden and system, where the file system has such marks. Without the right to set them the file goes without: they hide, nothing more.
+void takeFatMarks([[maybe_unused]] int file, [[maybe_unused]] const std::filesystem::path& model) {
+#ifdef __linux__
+    std::uint32_t marks = 0;
+    const Descriptor old(::open(model.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (old.get() >= 0 && ::ioctl(old.get(), FAT_IOCTL_GET_ATTRIBUTES, &marks) == 0) static_cast<void>(::ioctl(file, FAT_IOCTL_SET_ATTRIBUTES, &marks));
+#endif
 }
 
 std::uint32_t mixed(std::uint32_t hash, std::string_view text) {
@@ -104,7 +117,9 @@ std::error_code writeNewFile(const std::filesystem::path& file, std::string_view
     const Descriptor out(::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, hasModel ? 0600 : 0666));
     if (out.get() < 0) return lastError();
     if (const std::error_code error = hasModel ? takeRights(out.get(), old) : std::error_code()) return error;
-    return writeAll(out.get(), bytes);
+    if (const std::error_code error = writeAll(out.get(), bytes)) return error;
+    if (hasModel) takeFatMarks(out.get(), model);
+    return {};
 }
 
 std::error_code flushToDisk(std::FILE* file) { return std::fflush(file) != 0 || ::fsync(::fileno(file)) != 0 ? lastError() : std::error_code(); }

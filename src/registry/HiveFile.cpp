@@ -65,9 +65,11 @@ void keepCopy(const fs::path& file) {
     throw RegError(regerr::NoAssignment, "Die Sicherungskopie " + shownFile(copy) + " kann nicht angelegt werden: " + reason);
 }
 
+hivefmt::ByteSpan spanOf(const std::string& bytes) { return {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}; }
+
 }  // namespace
 
-HiveFile::HiveFile(fs::path file, HiveMode mode) : file_(resolved(file)), mode_(mode) {}
+HiveFile::HiveFile(fs::path file, HiveMode mode, std::shared_ptr<HiveFileKind> kind) : file_(resolved(file)), mode_(mode), kind_(std::move(kind)) {}
 
 HiveFile::~HiveFile() { abandon(); }
 
@@ -99,10 +101,13 @@ bool HiveFile::tryLoad(bool asTree) {
     const std::vector<Stamp> before = stamps(true);
     auto bytes = std::make_shared<const HiveFileBytes>(readHiveFile(file_));
     fresh->dirty = isDirty(bytes->span());
-    fresh->base = bytes->hive.substr(0, hivefmt::headerSize);
+    fresh->base = kind_ ? bytes->hive : bytes->hive.substr(0, hivefmt::headerSize);
     if (stamps(true) != before || firstBlock(file_) != fresh->base) return false;
     fresh->stamps = stamps(fresh->dirty);
-    if (asTree || fresh->dirty || mode_ == HiveMode::Salvage) {
+    if (kind_) {
+        fresh->reading = namingTheFile(file_, [&] { return kind_->read(bytes->span(), mode_); });
+        fresh->whyNotWritten = kind_->whyNotWritten(bytes->span());
+    } else if (asTree || fresh->dirty || mode_ == HiveMode::Salvage) {
         fresh->reading = readHiveFrom(*bytes, file_, mode_);
     } else {
         requireSoundHiveOf(file_, bytes->span());
@@ -142,11 +147,23 @@ void HiveFile::walk(std::string_view path, TreeSink& sink) {
 
 // Opening for writing is what a medium that can only be read refuses, whatever the marks of the file say.
 bool HiveFile::writable() {
-    if (mode_ == HiveMode::Salvage || host::isReadOnly(file_)) return false;
+    if (mode_ == HiveMode::Salvage) return false;
+    if (!whyNotWritten().empty()) return false;
+    if (host::isReadOnly(file_)) return kind_ != nullptr;   // a kind's own Windows marks its files so; the mark stays
     std::FILE* const probe = host::openFile(file_, "r+b");
     if (probe == nullptr) return false;
     std::fclose(probe);
     return true;
+}
+
+std::string HiveFile::whyNotWritten() {
+    if (!kind_) return {};
+    try {
+        open();
+    } catch (const RegError& error) {
+        return error.what();
+    }
+    return loaded_->whyNotWritten;
 }
 
 void HiveFile::requireUnchanged() {
@@ -164,22 +181,26 @@ void HiveFile::keepFirstState() {
 }
 
 void HiveFile::prepare() {
-    if (!writable()) throw RegError(regerr::NoAccess, "Die Hivedatei " + shownFile(file_) + " kann nur gelesen werden.");
+    if (!writable()) throw RegError(regerr::NoAccess, "Die Hivedatei " + shownFile(file_) + " kann nur gelesen werden." + (whyNotWritten().empty() ? "" : " " + whyNotWritten()));
     Loaded& now = loaded();
     requireUnchanged();
     abandon();
     sweepUnfinished(file_);
+    const Bytes bytes = freshBytes(now);
     keepFirstState();
+    fresh_ = writeBeside(file_, bytes, file_);
+    now.reading->hive.header.assign(bytes.begin(), kind_ ? bytes.end() : bytes.begin() + hivefmt::headerSize);
+}
+
+Bytes HiveFile::freshBytes(Loaded& now) {
+    if (kind_) return kind_->write(spanOf(now.base), now.reading->hive);
     HiveWriteOptions options;
     options.lastWritten = fileTimeNow();
-    Bytes bytes;
     try {
-        bytes = writeHive(now.reading->hive, options);
+        return writeHive(now.reading->hive, options);
     } catch (const HiveError& error) {
         throw RegError(regerr::NoAssignment, "Die Hivedatei " + shownFile(file_) + " kann diesen Inhalt nicht aufnehmen. " + error.what());
     }
-    fresh_ = writeBeside(file_, bytes, file_);
-    now.reading->hive.header.assign(bytes.begin(), bytes.begin() + hivefmt::headerSize);
 }
 
 HiveSwap HiveFile::swap() {
@@ -191,9 +212,13 @@ HiveSwap HiveFile::swap() {
 void HiveFile::tookPlace() {
     fresh_.clear();
     Hive& hive = loaded_->reading->hive;
-    hive.sequence += 1;
-    hive.lastWritten = hivefmt::get64(hive.header.data() + hivefmt::header::LastWritten);
     loaded_->base.assign(hive.header.begin(), hive.header.end());
+    if (kind_) {
+        loaded_->reading = kind_->read(spanOf(loaded_->base), mode_);   // as the file tells it: without what it cannot keep
+    } else {
+        hive.sequence += 1;
+        hive.lastWritten = hivefmt::get64(hive.header.data() + hivefmt::header::LastWritten);
+    }
     loaded_->dirty = false;
     loaded_->stamps = stamps(false);
 }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "registry/HiveFileBytes.h"
+#include "registry/HiveFileKind.h"
 #include "registry/HiveJournal.h"
 #include "registry/RegStore.h"
 
@@ -21,7 +22,7 @@ namespace brenvik {
 class HiveFile {
 public:
     // Opens nothing yet. A salvaging file gives what can be read and is never written.
-    explicit HiveFile(std::filesystem::path file, HiveMode mode = HiveMode::Strict);
+    explicit HiveFile(std::filesystem::path file, HiveMode mode = HiveMode::Strict, std::shared_ptr<HiveFileKind> kind = nullptr);
     ~HiveFile();
     HiveFile(const HiveFile&) = delete;
     HiveFile& operator=(const HiveFile&) = delete;
@@ -31,6 +32,7 @@ public:
     void walk(std::string_view path, TreeSink& sink);   // tells nothing if the key is not there
     const std::vector<HiveFinding>& findings();   // what was wrong: replaying logs, salvaging
     bool writable();                              // asked of the file system each time
+    std::string whyNotWritten();                  // what a kind says of it (German); empty: nothing
     void forget() { loaded_.reset(); }            // the next use reads the file again
     const std::filesystem::path& file() const { return file_; }
 
@@ -53,16 +55,19 @@ private:
         std::optional<HiveReading> reading;
         std::vector<Stamp> stamps;   // of the file and, if it was dirty, its logs
         std::string base;            // the file's first block as it was read
+        std::string whyNotWritten;   // of a file with a kind
         bool dirty = false;
     };
     std::vector<Stamp> stamps(bool withLogs) const;
     void requireUnchanged();
     void keepFirstState();
     void load(bool asTree);
+    Bytes freshBytes(Loaded& now);
     bool tryLoad(bool asTree);   // false: the file was changed while it was read
     Loaded& loaded();   // with its tree
     std::filesystem::path file_;
     HiveMode mode_;
+    std::shared_ptr<HiveFileKind> kind_;
     std::unique_ptr<Loaded> loaded_;
     std::filesystem::path fresh_;   // prepared and not yet in place
 };

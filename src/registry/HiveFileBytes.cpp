@@ -91,18 +91,6 @@ HiveFileBytes readHiveFile(const fs::path& file) {
     }
 }
 
-namespace {
-
-template <class Work> auto namingTheFile(const fs::path& file, const Work& work) {
-    try {
-        return work();
-    } catch (const HiveError& error) {
-        throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(file) + " kann nicht gelesen werden. " + error.what());
-    }
-}
-
-}  // namespace
-
 HiveReading readHiveFrom(const HiveFileBytes& bytes, const fs::path& file, HiveMode mode) {
     if (mode == HiveMode::Strict && !bytes.linkedLogs.empty()) {
         throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(file) + " wurde nicht ordentlich geschlossen, und ihre Protokolldatei " +

@@ -43,4 +43,13 @@ bool writeNewHiveFile(const std::filesystem::path& file, hivefmt::ByteSpan bytes
 
 std::string shownFile(const std::filesystem::path& file);   // quoted, for messages
 
+// What the work finds wrong with a hive's bytes, as a RegError KeyNotRead that names the file.
+template <class Work> auto namingTheFile(const std::filesystem::path& file, const Work& work) {
+    try {
+        return work();
+    } catch (const HiveError& error) {
+        throw RegError(regerr::KeyNotRead, "Die Hivedatei " + shownFile(file) + " kann nicht gelesen werden. " + error.what());
+    }
+}
+
 }  // namespace brenvik

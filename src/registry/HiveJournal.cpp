@@ -14,6 +14,7 @@
 #include "frame/FreshFile.h"
 #include "frame/HostDatei.h"
 #include "registry/HiveFileBytes.h"
+#include "registry/creg/CregFormat.h"
 #include "registry/hive/HiveLog.h"
 
 namespace brenvik {
@@ -228,6 +229,10 @@ std::string firstBlock(const fs::path& hive) {
     std::FILE* const in = host::openFile(hive, "rb");
     if (in == nullptr) return {};
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), in));
+    if (cregfmt::isCreg({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()})) {
+        std::string piece(1 << 16, '\0');
+        for (std::size_t count; bytes.size() <= MaxHiveFile && (count = std::fread(piece.data(), 1, piece.size(), in)) > 0;) bytes.append(piece, 0, count);
+    }
     std::fclose(in);
     return bytes;
 }

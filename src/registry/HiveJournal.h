@@ -17,7 +17,8 @@ struct HiveSwap {
     std::string before, after;           // first blocks of the two, by which the states are told apart
 };
 
-std::string firstBlock(const std::filesystem::path& hive);   // 4096 bytes, fewer if there are no more
+// 4096 bytes, fewer if there are no more. Registry files of the 9x family have no numbers that count up: of them all bytes.
+std::string firstBlock(const std::filesystem::path& hive);
 
 // The caller holds the folders' locks (HiveFolderLocks). From the return of begin on the change stands, even if finish fails or is
 // not reached any more. Both throw RegError NoAssignment; a begin that fails leaves no journal.

@@ -15,6 +15,7 @@
 #include "registry/RegLinks.h"
 #include "registry/RegPath.h"
 #include "registry/Upcase.h"
+#include "registry/Windows9x.h"
 
 namespace brenvik {
 
@@ -189,8 +190,22 @@ std::vector<std::string> MountedWindows::notes() const {
     return all;
 }
 
+namespace {
+
+std::unique_ptr<TargetSystem> windowsOf(const fs::path& folder) {
+    try {
+        return std::make_unique<MountedWindows>(folder);
+    } catch (const RegError& error) {
+        auto older = error.number == regerr::NoKey ? openWindows9x(folder) : nullptr;
+        if (!older) throw;
+        return older;
+    }
+}
+
+}  // namespace
+
 void reachOfflineWindows(LocalMachines& machines, std::function<bool(const std::string& question)> ask) {
-    auto opened = std::make_shared<std::map<fs::path, std::unique_ptr<MountedWindows>>>();
+    auto opened = std::make_shared<std::map<fs::path, std::unique_ptr<TargetSystem>>>();
     machines.setFinder([opened, ask = std::move(ask)](const std::string& machine) -> TargetSystem* {
         if (machine.find('/') == std::string::npos) return nullptr;
         std::error_code error;
@@ -198,7 +213,7 @@ void reachOfflineWindows(LocalMachines& machines, std::function<bool(const std::
         if (error || !fs::is_directory(folder, error)) return nullptr;
         auto& windows = (*opened)[folder];
         if (!windows) {
-            windows = std::make_unique<MountedWindows>(folder);
+            windows = windowsOf(folder);
             windows->setAsk(ask);
         }
         return windows.get();

@@ -31,23 +31,21 @@ void CregView::readBlocks() {
             findings_.fault(at + block::Size, "Die Größe des Blocks stimmt nicht.");
             break;
         }
-        const bool whole = readRecords(found);
+        readRecords(found);
         at += found.size;
         blocks_.push_back(std::move(found));
-        if (!whole && !findings_.salvaging()) break;
     }
     end_ = at;
 }
 
-bool CregView::readRecords(CregBlock& block) {
+void CregView::readRecords(CregBlock& block) {
     const std::uint32_t end = block.offset + block.size;
     std::uint32_t at = block.offset + block::headerSize;
     for (; end - at >= record::headerSize;) {
         const std::uint32_t size = get32(file_.data() + at);
         if (size < record::headerSize || size > end - at) {
             findings_.fault(at, "Die Größe des Datensatzes stimmt nicht.");
-            block.stray = end - at;
-            return false;
+            break;
         }
         block.records.emplace_back(get16(file_.data() + at + record::Id), at);
         at += size;
@@ -58,7 +56,6 @@ bool CregView::readRecords(CregBlock& block) {
         const auto& [id, offset] = block.records[i];
         if (id != noRecord && id == block.records[i - 1].first) findings_.fault(offset + record::Id, "Zwei Datensätze des Blocks haben dieselbe Nummer.");
     }
-    return true;
 }
 
 CregSlot CregView::slot(std::uint32_t at) const {

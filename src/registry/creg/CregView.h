@@ -53,7 +53,7 @@ public:
 
 private:
     void readBlocks();
-    bool readRecords(CregBlock& block);
+    void readRecords(CregBlock& block);
     cregfmt::ByteSpan file_, table_;
     HiveFindings& findings_;
     std::vector<CregBlock> blocks_;
