@@ -29,7 +29,7 @@ public:
         return reading;
     }
     std::string whyNotWritten(hivefmt::ByteSpan file) override { return brenvik::whyNotWritten(file); }
-    Bytes write(hivefmt::ByteSpan file, const Hive& wanted) override { return writeCreg(file, wanted, codepage()); }
+    Bytes write(hivefmt::ByteSpan file, const Hive& wanted, Hive& written) override { return writeCreg(file, wanted, codepage(), &written); }
 
 private:
     CregCodepage codepage() {

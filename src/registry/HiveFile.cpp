@@ -106,7 +106,6 @@ bool HiveFile::tryLoad(bool asTree) {
     fresh->stamps = stamps(fresh->dirty);
     if (kind_) {
         fresh->reading = namingTheFile(file_, [&] { return kind_->read(bytes->span(), mode_); });
-        fresh->whyNotWritten = kind_->whyNotWritten(bytes->span());
     } else if (asTree || fresh->dirty || mode_ == HiveMode::Salvage) {
         fresh->reading = readHiveFrom(*bytes, file_, mode_);
     } else {
@@ -163,7 +162,8 @@ std::string HiveFile::whyNotWritten() {
     } catch (const RegError& error) {
         return error.what();
     }
-    return loaded_->whyNotWritten;
+    if (!loaded_->whyNotWritten) loaded_->whyNotWritten = kind_->whyNotWritten(spanOf(loaded_->base));
+    return *loaded_->whyNotWritten;
 }
 
 void HiveFile::requireUnchanged() {
@@ -193,7 +193,7 @@ void HiveFile::prepare() {
 }
 
 Bytes HiveFile::freshBytes(Loaded& now) {
-    if (kind_) return kind_->write(spanOf(now.base), now.reading->hive);
+    if (kind_) return kind_->write(spanOf(now.base), now.reading->hive, freshReading_.emplace().hive);
     HiveWriteOptions options;
     options.lastWritten = fileTimeNow();
     try {
@@ -214,7 +214,8 @@ void HiveFile::tookPlace() {
     Hive& hive = loaded_->reading->hive;
     loaded_->base.assign(hive.header.begin(), hive.header.end());
     if (kind_) {
-        loaded_->reading = kind_->read(spanOf(loaded_->base), mode_);   // as the file tells it: without what it cannot keep
+        loaded_->reading = std::move(freshReading_);   // as the file tells it: without what it cannot keep
+        loaded_->whyNotWritten = std::string();
     } else {
         hive.sequence += 1;
         hive.lastWritten = hivefmt::get64(hive.header.data() + hivefmt::header::LastWritten);

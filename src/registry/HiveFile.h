@@ -55,7 +55,7 @@ private:
         std::optional<HiveReading> reading;
         std::vector<Stamp> stamps;   // of the file and, if it was dirty, its logs
         std::string base;            // the file's first block as it was read
-        std::string whyNotWritten;   // of a file with a kind
+        std::optional<std::string> whyNotWritten;   // of a file with a kind, once it was asked
         bool dirty = false;
     };
     std::vector<Stamp> stamps(bool withLogs) const;
@@ -70,6 +70,7 @@ private:
     std::shared_ptr<HiveFileKind> kind_;
     std::unique_ptr<Loaded> loaded_;
     std::filesystem::path fresh_;   // prepared and not yet in place
+    std::optional<HiveReading> freshReading_;   // of a file with a kind: what the prepared one tells
 };
 
 }  // namespace brenvik

@@ -11,7 +11,7 @@ public:
     virtual ~HiveFileKind() = default;
     virtual HiveReading read(hivefmt::ByteSpan file, HiveMode mode) = 0;              // throws HiveError
     virtual std::string whyNotWritten(hivefmt::ByteSpan file) = 0;                    // German; empty: it may be written
-    virtual Bytes write(hivefmt::ByteSpan file, const Hive& wanted) = 0;              // throws RegError
+    virtual Bytes write(hivefmt::ByteSpan file, const Hive& wanted, Hive& written) = 0;   // written: as the new file tells it; throws RegError
 };
 
 }  // namespace brenvik

@@ -113,8 +113,15 @@ int compareNames(std::u16string_view left, std::u16string_view right) {
     return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
 }
 
+// As far as both are ASCII, which most names are, nothing needs to be converted.
 int compareNames(std::string_view left, std::string_view right) {
-    return compareNames(toUtf16(left), toUtf16(right));
+    const std::size_t common = std::min(left.size(), right.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        const auto l = static_cast<unsigned char>(left[i]), r = static_cast<unsigned char>(right[i]);
+        if (l >= 0x80 || r >= 0x80) return compareNames(toUtf16(left.substr(i)), toUtf16(right.substr(i)));
+        if (const int difference = static_cast<int>(upcase(l)) - static_cast<int>(upcase(r)); difference != 0) return difference;
+    }
+    return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
 }
 
 }  // namespace brenvik

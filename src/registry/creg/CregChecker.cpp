@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <set>
 
-#include "registry/Upcase.h"
 #include "registry/creg/CregReader.h"
 #include "registry/creg/CregText.h"
 #include "registry/creg/CregView.h"
+#include "registry/hive/HiveNames.h"
 
 namespace brenvik {
 
@@ -33,27 +33,22 @@ public:
         if (slot.parent != (root ? none : open_.back().at)) findings_.fault(place + slot::Parent, "Der Schlüssel verweist nicht auf den Schlüssel, unter dem er steht.");
         if (root && slot.next != none) findings_.fault(place + slot::Next, "Neben dem obersten Schlüssel steht ein weiterer.");
         cover(slot.at, slot::size);
-        if (!root) open_.back().names.push_back(record ? cregName(record->name) : std::string());
+        if (!root) open_.back().names.emplace_back().name = record ? cregName(record->name) : std::string();
         open_.push_back({slot.at, {}});
         if (record) content(slot, *record, root);
     }
     void leave() override {
-        if (hasTwins(open_.back().names)) findings_.fault(placeOf(open_.back().at), "Zwei Unterschlüssel haben denselben Namen.");
+        if (secondOfSameName(open_.back().names) != noTwin) findings_.fault(placeOf(open_.back().at), "Zwei Unterschlüssel haben denselben Namen.");
         open_.pop_back();
     }
 
 private:
     struct Open {
         std::uint32_t at;
-        std::vector<std::string> names;
+        std::vector<HiveValue> names;   // without data
     };
     static std::uint64_t placeOf(std::uint32_t slot) { return cregfmt::headerSize + std::uint64_t{slot}; }
     const std::uint8_t* bytes() const { return view_.file().data(); }
-
-    static bool hasTwins(const std::vector<std::string>& names) {
-        std::set<std::u16string> seen;
-        return std::any_of(names.begin(), names.end(), [&](const std::string& name) { return !seen.insert(foldName(name)).second; });
-    }
 
     void content(const CregSlot& slot, const CregRecord& record, bool root) {
         keyed_[record.offset] = true;
@@ -61,10 +56,10 @@ private:
             findings_.note(placeOf(slot.at) + slot::Hash, "Die Prüfzahl des Schlüsselnamens stimmt nicht; dieser Schlüssel und was unter ihm steht werden nicht geschrieben.");
         if (std::any_of(record.name.begin(), record.name.end(), [](std::uint8_t c) { return c >= 0x80; })) findings_.note(record.offset, "Der Schlüsselname hat Zeichen außerhalb von ASCII.");
         std::size_t end = 0;
-        std::vector<std::string> names;
-        for (const CregValue& value : view_.values(record, &end)) names.push_back(cregName(value.name));
+        std::vector<HiveValue> names;
+        for (const CregValue& value : view_.values(record, &end)) names.emplace_back().name = cregName(value.name);
         if (record.used != record::headerSize + end) findings_.fault(record.offset + record::Used, "Die benutzte Größe des Datensatzes stimmt nicht.");
-        if (hasTwins(names)) findings_.fault(record.offset, "Zwei Werte des Schlüssels haben denselben Namen.");
+        if (secondOfSameName(names) != noTwin) findings_.fault(record.offset, "Zwei Werte des Schlüssels haben denselben Namen.");
     }
 
     void fileHeader() {

@@ -150,7 +150,7 @@ std::string whyNotWritten(ByteSpan file) {
     return findings.empty() || !findings.front().fault ? std::string() : findings.front().line();
 }
 
-Bytes writeCreg(ByteSpan file, const Hive& wanted, const CregCodepage& codepage) {
+Bytes writeCreg(ByteSpan file, const Hive& wanted, const CregCodepage& codepage, Hive* readBack) {
     if (const std::string why = whyNotWritten(file); !why.empty()) throw RegError(regerr::NoAccess, why);
     HiveFindings findings(HiveMode::Strict);
     CregView view(file, findings);
@@ -161,8 +161,11 @@ Bytes writeCreg(ByteSpan file, const Hive& wanted, const CregCodepage& codepage)
     Bytes result = editor.finish();
     if (result.size() > MaxCregFile) throw RegError(regerr::NoAssignment, "Die Registrydatei würde zu groß. Es wurde nichts geschrieben.");
     const std::string fault = whyNotWritten(result);
-    if (!fault.empty() || !sameTree(readCreg(result).hive.root, wanted.root, codepage, true))
+    Hive read;
+    if (fault.empty()) read = readCreg(result).hive;
+    if (!fault.empty() || !sameTree(read.root, wanted.root, codepage, true))
         throw RegError(regerr::NoAssignment, "Die geänderte Registrydatei besteht ihre Prüfung nicht und wird nicht geschrieben. " + fault);
+    if (readBack != nullptr) *readBack = std::move(read);
     return result;
 }
 
