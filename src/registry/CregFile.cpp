@@ -29,7 +29,11 @@ public:
         return reading;
     }
     std::string whyNotWritten(hivefmt::ByteSpan file) override { return brenvik::whyNotWritten(file); }
-    Bytes write(hivefmt::ByteSpan file, const Hive& wanted, Hive& written) override { return writeCreg(file, wanted, codepage(), &written); }
+    Bytes write(hivefmt::ByteSpan file, const Hive& wanted, Hive& written) override {
+        Bytes bytes = writeCreg(file, wanted, codepage(), &written);
+        own_ = codepageIn(written);   // what is not put in place is read again
+        return bytes;
+    }
 
 private:
     CregCodepage codepage() {
@@ -63,9 +67,11 @@ private:
 
 }  // namespace
 
+// A pipe would keep whoever opens it waiting.
 bool isCregFile(const fs::path& file) {
     std::uint8_t start[4] = {};
-    std::FILE* const in = host::openFile(file, "rb");
+    std::error_code error;
+    std::FILE* const in = fs::is_regular_file(file, error) ? host::openFile(file, "rb") : nullptr;
     if (in == nullptr) return false;
     const std::size_t count = std::fread(start, 1, sizeof start, in);
     std::fclose(in);

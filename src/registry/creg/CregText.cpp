@@ -64,7 +64,7 @@ Bytes cregValueName(std::string_view name, const CregCodepage& codepage) {
 
 Bytes cregKeyName(std::string_view name) {
     if (name.empty() || name.size() > cregfmt::longestName || !isAscii(name) || name.find_first_of(std::string_view("\\\0", 2)) != std::string_view::npos)
-        throw RegError(regerr::NoKey, "Schlüsselnamen haben bei Windows 95, 98 und ME 1 bis 255 Zeichen aus ASCII. Es wurde nichts geschrieben.");
+        throw RegError(regerr::NoKey, "Schlüssel \"" + std::string(name) + "\": Schlüsselnamen haben bei Windows 95, 98 und ME 1 bis 255 Zeichen aus ASCII. Es wurde nichts geschrieben.");
     return {name.begin(), name.end()};
 }
 

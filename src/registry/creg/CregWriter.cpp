@@ -26,6 +26,16 @@ void appendValue(Bytes& bytes, std::uint32_t type, std::uint32_t rubbish, ByteSp
     append(bytes, data);
 }
 
+// With the bytes of the name that is there already, if it keeps it.
+void appendWanted(Bytes& bytes, const HiveValue& value, const CregCodepage& codepage, std::uint32_t rubbish = 0, const ByteSpan* name = nullptr) {
+    try {
+        const Bytes own = name == nullptr ? cregValueName(value.name, codepage) : Bytes(name->begin(), name->end());
+        appendValue(bytes, value.data.type, rubbish, own, cregBytes(value.data, codepage));
+    } catch (const RegError& error) {
+        throw RegError(error.number, "Wert \"" + value.name + "\": " + error.what());
+    }
+}
+
 // Where file and tree differ, in the order in which the file is changed: what is taken away makes room.
 class CregDifference {
 public:
@@ -101,7 +111,7 @@ private:
             const HiveValue& value = wanted.values[i];
             const std::size_t same = i < names.size() && names[i] == value.name ? i : indexOf(names, value.name);
             if (same == names.size()) {
-                appendValue(content.bytes, value.data.type, 0, cregValueName(value.name, codepage_), cregBytes(value.data, codepage_));
+                appendWanted(content.bytes, value, codepage_);
                 continue;
             }
             const CregValue& old = values[same];
@@ -109,8 +119,7 @@ private:
             if (kept && cregValue(old.type, old.data) == value.data) {
                 append(content.bytes, old.whole);
             } else {
-                const Bytes name = kept ? Bytes(old.name.begin(), old.name.end()) : cregValueName(value.name, codepage_);
-                appendValue(content.bytes, value.data.type, get32(old.whole.data() + value::Rubbish), name, cregBytes(value.data, codepage_));
+                appendWanted(content.bytes, value, codepage_, get32(old.whole.data() + value::Rubbish), kept ? &old.name : nullptr);
             }
         }
         return content;
@@ -122,7 +131,7 @@ private:
 
     void add(CregEditor& editor, std::uint32_t parent, const HiveKey& key) const {
         CregContent content{cregKeyName(key.name), static_cast<std::uint16_t>(key.name.size()), static_cast<std::uint16_t>(key.values.size())};
-        for (const HiveValue& value : key.values) appendValue(content.bytes, value.data.type, 0, cregValueName(value.name, codepage_), cregBytes(value.data, codepage_));
+        for (const HiveValue& value : key.values) appendWanted(content.bytes, value, codepage_);
         const std::uint32_t slot = editor.add(parent, content);
         for (const HiveKey& subKey : key.subKeys) add(editor, slot, subKey);
     }

@@ -4,8 +4,6 @@
 #include <set>
 #include <sstream>
 
-#include <sys/wait.h>
-
 #include "CregSeed.h"
 #include "hive/HiveTestSupport.h"
 #include "registry/creg/CregChecker.h"
