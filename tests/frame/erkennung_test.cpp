@@ -64,16 +64,3 @@ TEST(Erkennung, TracesAndSetsTheContext) {
     EXPECT_EQ(ctx.intBS, 4);
     EXPECT_EQ(ctx.strBS, "Windows 2000");
 }
-
-TEST(Erkennung, UserAndSurroundings) {
-    test::ScriptedPort port;
-    test::TestPlatform platform;
-    FrameContext ctx(port, platform);
-    EXPECT_EQ(ReadUserName(ctx), "Brenvik");
-    platform.user.clear();
-    EXPECT_EQ(ReadUserName(ctx), "<unbekannt>");
-    ctx.strWindir = "C:\\WINNT\\";
-    EXPECT_EQ(Windir(ctx), "C:\\WINNT");
-    platform.variables["TEMP"] = "t";
-    EXPECT_EQ(umgebungswert(ctx, "WinDir") + umgebungswert(ctx, "SystemDrive") + umgebungswert(ctx, "TEMP") + umgebungswert(ctx, "nichts"), "C:\\WINNT\\C:t");
-}

@@ -30,13 +30,6 @@ template <class Call> void check(const std::vector<Fall>& cases, Call call) {
 
 }  // namespace
 
-TEST(Konvertierung, Dec2Hex) {
-    EXPECT_EQ(Dec2Hex(0), "0");
-    EXPECT_EQ(Dec2Hex(171), "AB");
-    EXPECT_EQ(Dec2Hex(-1), "FFFFFFFF");
-    EXPECT_EQ(Dec2Hex(-2147483647 - 1), "80000000");
-}
-
 TEST(Konvertierung, Hex2Dec) {
     check({{"0A", "10"}, {"9", "09"}, {"5", "05"}, {"10", "16"}, {"FF", "255"}, {"ff", "255"}, {"", "00"}, {"0", "00"}, {"G1", "00"}, {"1G", "01"},
            {"7FFF", "32767"}, {"8000", "0-32768"}, {"FFFF", "0-1"}, {"0FFFF", "65535"}, {"FFFF&", "65535"}, {"10000", "65536"},

@@ -91,16 +91,6 @@ TEST(Profildatei, ChangesOneLineAndNoOtherByte) {
     EXPECT_EQ(set("fenster", "Titel", "Größe"), without(without(sample, "\""), "\""));
 }
 
-TEST(Profildatei, RemovesOneLine) {
-    Profildatei profile(sample);
-    EXPECT_TRUE(profile.removeKey("fenster", "TITEL"));
-    EXPECT_EQ(profile.bytes(), without(sample, "Titel=\"Gr\xF6\xDF" "e\"\r\n"));
-    EXPECT_TRUE(profile.removeKey("Öl", "k"));
-    EXPECT_FALSE(profile.removeKey("Öl", "k"));
-    EXPECT_FALSE(profile.removeKey("fehlt", "k"));
-    EXPECT_FALSE(profile.removeKey("fenster", "Nur"));
-}
-
 TEST(Profildatei, WritesSectionsLineByLine) {
     const std::string boot = "[boot loader]\r\ntimeout=30\r\n[operating systems]\r\n  a = 1 \r\n; Bemerkung\r\nb=2\r\n\r\nc=3\r\n\r\n[ende]\r\nx=1\r\n";
     const Lines present = Profildatei(boot).sectionLines("Operating Systems");

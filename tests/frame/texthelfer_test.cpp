@@ -3,10 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "frame/Codepage.h"
+#include "frame/Errors.h"
 #include "frame/Konvertierung.h"
-#include "frame/Reports.h"
-#include "support/ScriptedPort.h"
-#include "support/TestPlatform.h"
 
 using namespace brenvik;
 
@@ -62,17 +60,6 @@ TEST(Stuecke, PositionsCountCharacters) {
     EXPECT_EQ(ReplaceFirst("aXbX", "X", "X-"), "aX-bX");
     EXPECT_EQ(Replace("abc", "", "x"), "abc");
     EXPECT_EQ(SQLString("a\"b'c\r\nd"), "a\"\"b''c\r\r\n\nd");
-}
-
-TEST(Stuecke, SelectionSort) {
-    test::ScriptedPort port;
-    test::TestPlatform platform;
-    FrameContext ctx(port, platform);
-    std::vector<std::string> texts = {"z", "Über", "b", "A", "a1", "uhr", "0"};
-    SelectionSort(ctx, texts, 1, 5);
-    EXPECT_EQ(texts, (std::vector<std::string>{"z", "A", "a1", "b", "Über", "uhr", "0"}));
-    port.expectBox("Funktion: SelectionSort aufgetreten mit der Fehlernummer: 9");
-    SelectionSort(ctx, texts, 0, 7);
 }
 
 TEST(Codepage, EveryAnsiByteComesBack) {
