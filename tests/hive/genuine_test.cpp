@@ -50,34 +50,19 @@ TEST(GenuineHives, ReadCompletelyAndWrittenAgainUnchanged) {
     }
 }
 
-// hivexml also tells where in the file the bytes of a value lie.
-std::string withoutPlaces(const std::string& text) {
-    std::string kept;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t from = std::min(text.find("<byte_runs>", at), text.size());
-        kept.append(text, at, from - at);
-        const std::size_t to = text.find("</byte_runs>", from);
-        at = to == std::string::npos ? text.size() : to;
-    }
-    return kept;
-}
-
-void sameForOthers(const std::string& tool, const std::string& command) {
+TEST(GenuineHives, ReglookupSeesNoDifference) {
     NEED_GENUINE();
-    if (!installed(tool)) GTEST_SKIP() << tool << " is not installed";
+    if (!installed("reglookup")) GTEST_SKIP() << "reglookup is not installed";
     const test::TempDir folder;
     for (const Clean& clean : cleanFiles) {
         SCOPED_TRACE(clean.file);
         save(folder / "a", load(genuineFolder() / clean.file));
-        const std::string before = withoutPlaces(othersView(command, folder / "a"));
+        const std::string before = othersView("reglookup -s", folder / "a");
         save(folder / "a", writeHive(readHive(load(genuineFolder() / clean.file)).hive));
         ASSERT_FALSE(before.empty());
-        EXPECT_TRUE(withoutPlaces(othersView(command, folder / "a")) == before) << "the written file reads differently";
+        EXPECT_TRUE(othersView("reglookup -s", folder / "a") == before) << "the written file reads differently";
     }
 }
-
-TEST(GenuineHives, ReglookupSeesNoDifference) { sameForOthers("reglookup", "reglookup -s"); }
-TEST(GenuineHives, HivexmlSeesNoDifference) { sameForOthers("hivexml", "hivexml"); }
 
 struct Damaged {
     const char* file;

@@ -83,21 +83,6 @@ Bytes oldLog(const States& states, std::uint32_t sequence) {
     return log;
 }
 
-TEST(HiveLog, GenuineSetComesOutAsWindowsMadeIt) {
-    if (genuineFolder().empty()) GTEST_SKIP() << "BRENVIK_TESTDATA is not set";
-    const auto folder = genuineFolder() / "schmutzig";
-    const Bytes hive = load(folder / "NewDirtyHive"), log1 = load(folder / "NewDirtyHive.LOG1"), log2 = load(folder / "NewDirtyHive.LOG2");
-    const Bytes expected = load(folder / "RecoveredHive_Windows10");
-    for (const auto& logs : {std::vector<ByteSpan>{log1, log2}, std::vector<ByteSpan>{log2, log1}}) {
-        const HiveRecovery recovery = replayLogs(hive, logs);
-        EXPECT_EQ(recovery.used.size(), 4u);
-        EXPECT_EQ(lines(recovery.findings), std::vector<std::string>());
-        EXPECT_TRUE(recovery.hive == expected);
-        EXPECT_EQ(dump(readHive(hive, logs).hive), dump(readHive(expected).hive));
-    }
-    EXPECT_THROW(readHive(hive, std::vector<ByteSpan>{}), HiveError);
-}
-
 struct Case {
     const char* what;
     std::function<void(Bytes& hive, Bytes& log1, Bytes& log2)> spoil;
