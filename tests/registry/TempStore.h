@@ -44,4 +44,14 @@ template <class Call> std::uint32_t errorOf(const Call& call) {
     return 0;
 }
 
+// What the call complains about, "<none>" if nothing.
+template <class Call> std::string messageOf(const Call& call) {
+    try {
+        call();
+    } catch (const NumberedError& error) {
+        return error.what();
+    }
+    return "<none>";
+}
+
 }  // namespace brenvik::test

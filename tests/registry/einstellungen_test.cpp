@@ -1,34 +1,17 @@
 // The start password between the registry and the settings.
 #include <gtest/gtest.h>
 
-#include "TempStore.h"
+#include "RegistryWorld.h"
 #include "frame/Startpasswort.h"
 #include "registry/Einstellungen.h"
-#include "registry/LocalMachines.h"
-#include "registry/ValueOperations.h"
-#include "support/ScriptedPort.h"
-#include "support/TempDir.h"
-#include "support/TestPlatform.h"
 
 namespace brenvik::test {
 namespace {
 
 constexpr DateTime Moment{2002, 11, 9, 12, 30, 0};
 
-struct Welt {
-    Welt() {
-        store.createKey(Root::Users, "S-1-5-21-1-2-3-1003\\Software");
-        store.createKey(Root::LocalMachine, "SOFTWARE");
-        ctx.trace.setFile(dir / "log");
-        ctx.trace.setDebug(true);
-    }
+struct Welt : RegistryWorld {
     std::string stored(const char* name) { return ReadRegistryKey(ctx, std::string(MaschinenEinstellungenPfad) + name, "-"); }
-    TempDir dir;
-    ScriptedPort port;
-    TestPlatform platform;
-    SqliteStore store{dir / "registry.db"};
-    LocalMachines machines{store};
-    RegistryContext ctx{port, platform, machines};
 };
 
 TEST(StartpasswortEinstellungen, NeedAdministrativeRightsToBeSaved) {
@@ -45,7 +28,7 @@ TEST(StartpasswortEinstellungen, NeedAdministrativeRightsToBeSaved) {
     EXPECT_TRUE(w.ctx.einstellungen.blnPasswortAktiv);
     EXPECT_EQ(w.ctx.einstellungen.strPasswortWert, own.strPasswortWert);
     EXPECT_EQ(w.ctx.einstellungen.strPasswortSalz, own.strPasswortSalz);
-    const std::string log = bytesOf(w.dir / "log");
+    const std::string log = bytesOf(w.dir / "brenvik.log");
     EXPECT_NE(log.find("BVKOPT2"), std::string::npos);
     EXPECT_EQ(log.find(own.strPasswortWert), std::string::npos) << "whoever gets the log could unscramble it";
 }
@@ -57,7 +40,7 @@ TEST(StartpasswortEinstellungen, AMissingOrDamagedSwitchMeansOff) {
         w.ctx.einstellungen.blnPasswortAktiv = true;
         loadCoreSettings(w.ctx);
         EXPECT_FALSE(w.ctx.einstellungen.blnPasswortAktiv) << bad;
-        EXPECT_EQ(bytesOf(w.dir / "log").find("BVKOPT1 ist unbrauchbar") != std::string::npos, *bad != '\0') << bad;
+        EXPECT_EQ(bytesOf(w.dir / "brenvik.log").find("BVKOPT1 ist unbrauchbar") != std::string::npos, *bad != '\0') << bad;
         // What stands there stays until there is a password again.
         w.ctx.blnAdmin = true;
         saveCoreSettings(w.ctx);

@@ -1,15 +1,11 @@
 // A new home: the registry and the drive it starts with.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
-#include <set>
 
 #include "TempStore.h"
 #include "registry/FirstStart.h"
-#include "registry/LocalMachines.h"
 
 using namespace brenvik;
 using namespace brenvik::test;
@@ -18,21 +14,6 @@ namespace fs = std::filesystem;
 namespace {
 
 const std::string V5 = "Windows Registry Editor Version 5.00\n";
-
-std::string messageOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const NumberedError& error) {
-        return error.what();
-    }
-    return "<none>";
-}
-
-std::set<std::string> namesIn(const fs::path& folder) {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename().string());
-    return names;
-}
 
 // Every file with its content, every folder, every link.
 std::string treeOf(const fs::path& folder) {
@@ -83,7 +64,7 @@ TEST(FirstStart, CopiesTheDriveOnce) {
     for (const char* old : {"drive_c.neu", "drive_c.123.neu"}) fs::last_write_time(home / old, fs::file_time_type::clock::now() - std::chrono::hours(48));
     EXPECT_TRUE(copyDriveC(data, home));
     EXPECT_EQ(bytesOf(home / "drive_c/WINDOWS/win.ini"), "[windows]\r\n");
-    EXPECT_EQ(namesIn(home), (std::set<std::string>{"drive_c", "drive_c.456.neu", "drive_c.ganz"}));
+    EXPECT_EQ(joined(folder.names("home")), "drive_c|drive_c.456.neu|drive_c.ganz");
     EXPECT_EQ(fs::status(home / "drive_c/WINDOWS").permissions(), fs::perms::owner_all);
     EXPECT_EQ(fs::status(home / "drive_c/WINDOWS/win.ini").permissions(), fs::perms::owner_read | fs::perms::owner_write);
     writeFile(home / "drive_c/WINDOWS/win.ini", "changed");
@@ -91,43 +72,6 @@ TEST(FirstStart, CopiesTheDriveOnce) {
     EXPECT_EQ(bytesOf(home / "drive_c/WINDOWS/win.ini"), "changed");
     fs::remove(home / "drive_c/WINDOWS/win.ini");
     EXPECT_TRUE(missingOnDriveC(data, home).empty()) << "what the user deletes later is his business";
-}
-
-// Several processes at the same moment: each does its work, and one drive is there, whole.
-TEST(FirstStart, SeveralAtATime) {
-    const fs::path data = fs::path(BRENVIK_SOURCE_DIR) / "data";
-    TempDir reference;
-    ASSERT_TRUE(copyDriveC(data, reference.path()));
-    for (int round = 0; round < 20; ++round) {
-        TempDir home;
-        int gate[2];
-        ASSERT_EQ(::pipe(gate), 0);
-        std::vector<pid_t> children;
-        for (int i = 0; i < 4; ++i) {
-            children.push_back(::fork());
-            if (children.back() != 0) continue;
-            ::close(gate[1]);
-            char byte = 0;
-            (void)!::read(gate[0], &byte, 1);   // ends when the parent closes its side
-            try {
-                copyDriveC(data, home.path());
-                SqliteStore store(home / "registry.db");
-                fillEmptyStore(store, data / "registry");
-                _exit(store.isEmpty() ? 3 : 0);
-            } catch (const std::exception&) {
-                _exit(2);
-            }
-        }
-        ::close(gate[0]);
-        ::close(gate[1]);
-        for (const pid_t child : children) {
-            int status = 0;
-            ::waitpid(child, &status, 0);
-            EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "round " << round << ": " << status;
-        }
-        EXPECT_EQ(treeOf(home / "drive_c"), treeOf(reference / "drive_c")) << "round " << round;
-        for (const std::string& name : namesIn(home.path())) EXPECT_FALSE(name.ends_with("neu")) << name;
-    }
 }
 
 TEST(FirstStart, AnIncompleteDriveIsCompletedAndNothingTouched) {
@@ -140,7 +84,7 @@ TEST(FirstStart, AnIncompleteDriveIsCompletedAndNothingTouched) {
     EXPECT_EQ(missingOnDriveC(data, home), (std::vector<std::string>{"C:\\WINDOWS\\win.ini", "C:\\boot.ini"}));
     completeDriveC(data, home);
     EXPECT_EQ(treeOf(home / "drive_c"), "Dokumente@\nboot.ini=neu\nwindows/\nwindows/SYSTEM.INI=eigen\nwindows/win.ini=neu\n");
-    EXPECT_EQ(namesIn(folder / "fremd"), std::set<std::string>{"x"});
+    EXPECT_EQ(joined(folder.names("fremd")), "x");
     EXPECT_TRUE(missingOnDriveC(data, home).empty());
 }
 
@@ -157,17 +101,4 @@ TEST(FirstStart, AHomeIsItsOwnersAlone) {
     }
     writeFile(folder / "datei", "");
     EXPECT_EQ(privateHome(folder / "datei/heim"), "Der Ordner \"" + (folder / "datei/heim").string() + "\" kann nicht angelegt werden: Der Pfad führt durch eine Datei.");
-}
-
-// The data that the program is shipped with.
-TEST(FirstStart, ShippedData) {
-    const fs::path data = fs::path(BRENVIK_SOURCE_DIR) / "data";
-    TempStore t;
-    ASSERT_TRUE(fillEmptyStore(t.store, data / "registry"));
-    EXPECT_EQ(t.store.currentUserSid(), "S-1-5-21-1844237615-1960408961-725345543-1003");
-    EXPECT_EQ(storedComputerName(t.store), "BRENVIK-PC");
-    EXPECT_EQ(storedUserName(t.store, t.store.currentUserSid()), "Brenvik");
-    EXPECT_EQ(textOf(t.store, Root::LocalMachine, "Software\\Microsoft\\Windows NT\\CurrentVersion", "CurrentVersion"), "5.1");
-    EXPECT_TRUE(copyDriveC(data, t.folder / "home"));
-    EXPECT_TRUE(fs::exists(t.folder / "home/drive_c/WINDOWS/win.ini"));
 }

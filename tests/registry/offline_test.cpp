@@ -6,11 +6,11 @@
 
 #include "TempStore.h"
 #include "hive/HiveTestSupport.h"
-#include "registry/BVKRegistry.h"
-#include "registry/HiveFilesImpl.h"
+#include "registry/LocalMachines.h"
 #include "registry/MemoryStore.h"
 #include "registry/OfflineWindows.h"
 #include "registry/RegLinks.h"
+#include "registry/RegPath.h"
 #include "registry/RegTextWriter.h"
 #include "registry/RegTree.h"
 #include "registry/Suche.h"
@@ -313,26 +313,6 @@ TEST_F(OfflineTest, ChangesArriveInTheirFilesOnly) {
     EXPECT_FALSE(again.deleteKey(Root::LocalMachine, "SAM"));
 }
 
-TEST_F(OfflineTest, WhenOneFileCannotBeWrittenNoneIs) {
-    const auto before = files();
-    OfflineWindows windows(disk);
-    const fs::path software = disk / "WINDOWS/system32/CONFIG/software";
-    fs::permissions(software, fs::perms::owner_read);
-    EXPECT_TRUE(windows.writable());
-    EXPECT_FALSE(windows.canOpen(Root::LocalMachine, "Software", KEY_ALL_ACCESS_MASK));
-    EXPECT_EQ(errorOf([&] {
-                  windows.transaction([&] {
-                      windows.setValue(Root::CurrentUser, "Neu", ValueName::unnamed(), sz("x"));
-                      windows.setValue(Root::LocalMachine, "Software\\Neu", ValueName::unnamed(), sz("x"));
-                  });
-              }),
-              0x80040204u);
-    auto now = files();
-    now.erase("Dokumente und Einstellungen/Anna/ntuser.dat.bvk");
-    EXPECT_EQ(now, before);
-    EXPECT_FALSE(windows.keyExists(Root::CurrentUser, "Neu"));
-}
-
 // Whose HKCU it is: nobody writes into a user's registry by chance, and what is not there is no empty registry.
 TEST_F(OfflineTest, OneOfSeveralUsersIsWrittenWhenThatIsWanted) {
     auto expected = files();
@@ -386,9 +366,6 @@ TEST_F(OfflineTest, ItsFilesAreThoseOfItsDrive) {
 
 TEST_F(OfflineTest, ADamagedHiveLeavesTheOthersReadable) {
     hivetest::save(disk / "WINDOWS/system32/CONFIG/SYSTEM", Bytes(5000, 7));
-    OfflineWindows windows(disk);
-    EXPECT_EQ(textOf(windows, Root::CurrentUser, "Software", "wer"), "Anna");
-    EXPECT_EQ(errorOf([&] { windows.subKeys(Root::LocalMachine, "System"); }), 0x80040208u);
     hivetest::save(disk / "WINDOWS/system32/CONFIG/software", Bytes(5000, 7));
     OfflineWindows without(disk);
     EXPECT_TRUE(without.profiles().empty());
@@ -396,34 +373,3 @@ TEST_F(OfflineTest, ADamagedHiveLeavesTheOthersReadable) {
     EXPECT_EQ(without.notes().size(), 2u);
     EXPECT_EQ(textOf(without, Root::Users, ".DEFAULT\\Software", "wer"), "default");
 }
-
-TEST_F(OfflineTest, TheServiceReachesItAsAMachine) {
-    TempStore local;
-    LocalMachines machines(local.store);
-    reachOfflineWindows(machines, [](const std::string&) { return true; });
-    TraceLog trace;
-    BVKRegistry registry(trace, machines);
-    RegfHiveFiles hiveFiles;
-    registry.setHiveFiles(&hiveFiles);
-    const std::string machine = disk.string();
-    EXPECT_EQ(registry.ConnectRemote(machine, 0x80000002), 0);
-    EXPECT_EQ(registry.ConnectRemote(folder.path().string(), 0x80000002), 53);
-    EXPECT_EQ(registry.ConnectRemote("SERVER", 0x80000002), 53);
-    registry.SetPath(machine, "HKEY_USERS\\");
-    EXPECT_EQ(registry.EnumSubKeys().size(), 5u);
-    registry.SetPath(machine + "/", "HKCU\\Software\\wer");
-    EXPECT_EQ(registry.ReadValue(false), "Anna");
-    EXPECT_TRUE(registry.WriteValue("Anna 2", 1));
-    registry.SetPath(machine, "HKU\\" + std::string(Anna) + "\\Software\\wer");
-    EXPECT_EQ(registry.ReadValue(false), "Anna 2");
-
-    registry.SetPath(machine, "HKLM\\System");
-    ASSERT_TRUE(registry.SaveKey((folder / "system.bin").string()));
-    const Hive saved = readHive(load(folder / "system.bin")).hive;
-    EXPECT_EQ(hivetest::lines(checkHive(load(folder / "system.bin"))), Lines());
-    EXPECT_EQ(saved.findPath("CurrentControlSet"), nullptr);
-    registry.SetPath("", "HKLM\\System");
-    ASSERT_TRUE(registry.RestoreKey(folder.path().string(), "system.bin"));
-    EXPECT_EQ(storedComputerName(local.store), "PC-ControlSet002");
-}
-

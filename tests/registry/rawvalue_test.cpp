@@ -14,32 +14,21 @@ TEST(RawValueText, FromBytes) {
         std::string text;
     };
     const Case cases[] = {
-        {1, {'a', 0, 0xE4, 0, 0, 0}, "aä"},
-        {1, {'a', 0}, "a"},                              // no terminator
         {1, {'a', 0, 0, 0, 'b', 0, 0, 0}, "a"},          // shown up to the first zero
         {1, {'a', 0, 'b'}, "a"},                         // odd length
         {1, {}, ""},
         {2, {'%', 0, 0x3D, 0xD8, 0x00, 0xDE, 0, 0}, "%\xF0\x9F\x98\x80"},
-        {3, {0, 0x0F, 0xFF}, "00 0F FF"},
-        {3, {}, ""},
-        {4, {0xFF, 0xFF, 0xFF, 0xFF}, "-1"},
         {4, {0, 0, 0, 0x80}, "-2147483648"},
         {4, {1, 2, 0, 0}, "513"},
         {5, {0, 0, 0, 1}, "00 00 00 01"},
-        {6, {'a', 0}, "61 00"},
         {7, {'a', 0, 0, 0, 'b', 0, 0, 0, 0, 0}, "a\0b"s},
         {7, {'a', 0, 0, 0, 0, 0, 'b', 0, 0, 0, 0, 0}, "a\0\0b"s},   // an empty element within
-        {7, {'a', 0, 0, 0}, "a"},
         {7, {0, 0}, ""},
         {7, {0, 0, 0, 0}, ""},
-        {11, {1, 0, 0, 0, 0, 0, 0, 0}, "01 00 00 00 00 00 00 00"},
-        {0, {7}, "07"},
         {0xFFFF0001, {7}, "07"},
     };
     for (const Case& c : cases) EXPECT_EQ(toText({c.type, c.bytes}), c.text) << c.type << " " << c.text;
-    for (const std::size_t size : {0, 2, 3, 5, 8}) {
-        EXPECT_EQ(errorOf([&] { toText({4, Bytes(size)}); }), 0x80040208u) << size;
-    }
+    for (const std::size_t size : {0, 3, 5}) EXPECT_EQ(errorOf([&] { toText({4, Bytes(size)}); }), 0x80040208u) << size;
 }
 
 TEST(RawValueText, ToBytes) {
@@ -59,7 +48,6 @@ TEST(RawValueText, ToBytes) {
         {7, "a\0b"s, {'a', 0, 0, 0, 'b', 0, 0, 0, 0, 0}},
         {7, "a\0\0b"s, {'a', 0, 0, 0, 0, 0, 'b', 0, 0, 0, 0, 0}},
         {7, "", {0, 0}},
-        {0, "", {}},
         {5, "0 0 0 1", {0, 0, 0, 1}},
         {11, "1", {1}},
     };

@@ -149,13 +149,9 @@ TEST(RegText, AppliedWholeOrNotAtAll) {
     t.store.setValue(Root::LocalMachine, "Software\\Classes\\.x\\Sub", ValueName::named("v"), sz("x"));
     t.store.setValue(Root::CurrentUser, "Software\\Classes\\.x\\sub", ValueName::named("v"), sz("x"));
     const auto apply = [&](const std::string& text) { applyOperations(t.store, parseRegText(V5 + text).operations); };
-    try {
-        apply("[-HKCU\\Old]\n[HKCU\\New]\n@=\"1\"\n[HKDD\\x]\n");
-        FAIL();
-    } catch (const RegError& error) {
-        EXPECT_EQ(static_cast<std::uint32_t>(error.number), 0x80040204u);
-        EXPECT_EQ(std::string(error.what()), "Zeile 5: HKEY_DYN_DATA kann nicht geändert werden.");
-    }
+    const auto bad = [&] { apply("[-HKCU\\Old]\n[HKCU\\New]\n@=\"1\"\n[HKDD\\x]\n"); };
+    EXPECT_EQ(errorOf(bad), 0x80040204u);
+    EXPECT_EQ(messageOf(bad), "Zeile 5: HKEY_DYN_DATA kann nicht geändert werden.");
     EXPECT_EQ(textOf(t.store, Root::CurrentUser, "Old\\Deep\\er", "v"), "x");
     EXPECT_FALSE(t.store.keyExists(Root::CurrentUser, "New"));
     apply("[-HKCU\\Old]\n[-HKCU\\Absent]\n[HKCU\\New]\n@=\"1\"\n\"gone\"=-\n[-HKCR\\.x]\n");

@@ -33,9 +33,9 @@ fs::path TempDir::put(const fs::path& name, std::string_view bytes) const {
     return file;
 }
 
-std::vector<std::string> TempDir::names() const {
+std::vector<std::string> TempDir::names(const fs::path& folder) const {
     std::vector<std::string> result;
-    for (const auto& entry : fs::directory_iterator(path_)) result.push_back(entry.path().filename().string());
+    for (const auto& entry : fs::directory_iterator(path_ / folder)) result.push_back(entry.path().filename().string());
     std::sort(result.begin(), result.end());
     return result;
 }

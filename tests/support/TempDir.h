@@ -17,7 +17,7 @@ public:
     std::filesystem::path operator/(const std::filesystem::path& name) const { return path_ / name; }
     // Writes a file below (folders are made) and answers its path.
     std::filesystem::path put(const std::filesystem::path& name, std::string_view bytes) const;
-    std::vector<std::string> names() const;  // everything directly below, sorted
+    std::vector<std::string> names(const std::filesystem::path& folder = {}) const;  // everything directly below, sorted
 
 private:
     std::filesystem::path path_;
