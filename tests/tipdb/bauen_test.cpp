@@ -1,9 +1,9 @@
 // The tip compiler, driven as the build drives it: what it writes, and what it refuses with which words.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
 #include "Welt.h"
+#include "frame/Konvertierung.h"
+#include "support/Kommando.h"
 
 namespace brenvik::test {
 namespace {
@@ -13,16 +13,9 @@ struct Output {
     std::string text;  // both streams
 };
 
-Output run(const std::filesystem::path& folder, const std::string& arguments, const std::string& program = "tipdb-bauen") {
-    Output out;
-    const std::string command = "cd '" + folder.string() + "' && '" BRENVIK_PROGRAMM_DIR "/" + program + "' " + arguments + " 2>&1";
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return out;
-    char buffer[4096];
-    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.text.append(buffer, n);
-    const int status = pclose(pipe);
-    out.exit = status / 256;
-    return out;
+Output run(const std::filesystem::path& folder, const std::string& arguments) {
+    const Ergebnis ran = test::run(BRENVIK_PROGRAMM_DIR "/tipdb-bauen", Split(arguments, " "), {"-C", folder.string()});
+    return {ran.code, ran.err + ran.out};
 }
 
 const std::string Versions = "[[version]]\nversion = \"1.0.0\"\ndatum = \"02.03.2001\"\nformat = \"7\"\n[[version]]\nversion = \"1.2.18\"\ndatum = \"09.11.2002\"\nformat = \"8\"\n";
@@ -100,21 +93,13 @@ TEST_F(Bauen, whatIsRefused) {
     const Case cases[] = {
         // the form of the sources
         {"x = \n", "t/a.toml:1: Das ist kein gültiges TOML: zum Namen fehlt der Wert (Spalte 5).\n"},
-        {"x = 1\nx = 2\n", "t/a.toml:2: Das ist kein gültiges TOML: dieser Name ist schon vergeben (Spalte 5).\n"},
         {"x = 'offen\n", "t/a.toml:1: Das ist kein gültiges TOML: der Text ist in seiner Zeile nicht zu Ende, ein Anführungszeichen fehlt (Spalte 11).\n"},
         {"\xEF\xBB\xBF[%]\n", "t/a.toml:1: Das ist kein gültiges TOML: die Überschrift des Abschnitts ist nicht zu lesen.\n"},
-        {"x = 1\n [[%]]\n", "t/a.toml:2: Das ist kein gültiges TOML: die Überschrift des Abschnitts ist nicht zu lesen.\n"},
         {"# ä\nx = 'ä'\ngröße = 1\n", "t/a.toml:3: Das ist kein gültiges TOML: Umlaute und andere Zeichen außerhalb von ASCII stehen nur in Anführungszeichen.\n"},
-        {"x = \"\"\"a\\\n  ä\"\"\"\n", "t/a.toml:1: Das ist kein gültiges TOML: hinter einem \"\\\" am Ende der Zeile beginnt die nächste mit einem Zeichen außerhalb von ASCII.\n"},
-        {"x y = 1\n", "t/a.toml:1: Das ist kein gültiges TOML: hinter dem Namen fehlt das Gleichheitszeichen (Spalte 3).\n"},
-        {"x = ja\n", "t/a.toml:1: Das ist kein gültiges TOML: der Wert ist nicht zu lesen; Texte stehen in Anführungszeichen (Spalte 5).\n"},
-        {"x = 1 2\n", "t/a.toml:1: Das ist kein gültiges TOML: hinter dem Wert steht noch etwas (Spalte 7).\n"},
         {"x = \"\xE4\"\n", "t/a.toml:1: Das ist kein gültiges TOML: die Datei ist nicht in UTF-8 geschrieben.\n"},
         {"x = \"HKCU\\Software\"\n", "t/a.toml:1: Das ist kein gültiges TOML: " + backslash + " (Spalte 11).\n"},
-        {"x = \"a\\User\"\n", "t/a.toml:1: Das ist kein gültiges TOML: " + backslash + " (Spalte 9).\n"},
         {"a" + repeated(".a", 39'999) + " = 1\n", "t/a.toml:1: Das ist kein gültiges TOML: mehr als 16 Ebenen ineinander werden nicht gelesen.\n"},
         {"[grupe]\n", "t/a.toml:1: Der Abschnitt [gruppe] fehlt.\nt/a.toml:1: Das Feld \"grupe\" ist unbekannt.\n"},
-        {Group + "farbe = 1\n", "t/a.toml:6: Das Feld \"farbe\" ist unbekannt.\n"},
         {Group + Tip + box + "wert = 5\n", "t/a.toml:19: Das Feld \"wert\" ist unbekannt.\n"},
         {Group + Tip, "t/a.toml:6: Der Tipp hat keinen Abschnitt [[tipp.wert]].\n"},
         {Group + "[[tipp]]\nnummer = 5\ntitel = 7\nbeschreibung = \"\"\nsysteme = [\"XP\"]\nneu = \"1.0.0\"\nneustart = \"nein\"\n" + box,
@@ -146,8 +131,6 @@ TEST_F(Bauen, whatIsRefused) {
          "t/a.toml:16: Ein Wertname kann kein \"\\\" enthalten.\nt/a.toml:17: Der Hauptschlüssel \"hkcu\" ist keiner; möglich sind HKCU, HKLM, HKU, HKCR, HKCC, HKDD.\n"
          "t/a.toml:18: Der Schlüssel darf nicht mit \"\\\" beginnen oder enden und kein leeres Glied haben.\n"},
         {rooted("HKCU\\Software"), "t/a.toml:18: " + ownRoot},
-        {rooted("hkey_local_machine\\Software"), "t/a.toml:18: " + ownRoot},
-        {rooted("HKEY_MINE"), "t/a.toml:18: " + ownRoot},
         {rooted("HKCU/Software"), "t/a.toml:18: " + ownRoot + "t/a.toml:18: Die Glieder eines Schlüssels trennt \"\\\", nicht \"/\".\n"},
         {Group + Tip + "[[tipp.wert]]\nart = \"haken\"\ntyp = \"REG_SZ\"\nname = \"a\"\nwurzel = \"HKU\"\nschluessel = 'x[sid]\\a'\n",
          "t/a.toml:18: \"[SID]\" steht genau so, einmal und als ganzes Glied eines Schlüssels unter HKU oder HKLM.\n"},
@@ -197,17 +180,6 @@ TEST_F(Bauen, hints) {
     EXPECT_EQ(out.text, "t/a.toml:46: Hinweis: Diesen Wert hat auch der Tipp 301.\nt/a.toml:58: Hinweis: Der Schlüssel enthält \"/\"; seine Glieder trennt nur \"\\\".\n"
                         "R.mdb: 1 Gruppe, 4 Tipps, 4 Zeilen, Version 1.2.18\n");
     EXPECT_EQ(out.exit, 0);
-}
-
-TEST_F(Bauen, helpAndUsageInGerman) {
-    const Output help = run(dir.path(), "--help"), made = run(dir.path(), "--hilfe"), range = run(dir.path(), "0 x.mdb", "tipdb-erzeugen");
-    EXPECT_EQ(help.exit, 0);
-    for (const char* english : {"Usage", "OPTIONS", "Options", "Positionals", "Print this", "TEXT:"}) EXPECT_EQ(help.text.find(english), std::string::npos) << help.text;
-    EXPECT_NE(help.text.find("Aufruf: tipdb-bauen [OPTIONEN]"), std::string::npos) << help.text;
-    EXPECT_EQ(made.text, "Unbekannte Angabe: --hilfe\ntipdb-bauen --help nennt, was möglich ist.\n");
-    EXPECT_EQ(made.exit, 2);
-    EXPECT_EQ(range.text, "Ungültige Angabe: erwartet wird eine Zahl von 1 bis 400000\ntipdb-erzeugen --help nennt, was möglich ist.\n");
-    EXPECT_EQ(range.exit, 2);
 }
 
 TEST_F(Bauen, checkingForeignDatabases) {

@@ -85,15 +85,6 @@ TEST_P(Satz, fileList) {
                        "15" + key + "[timedate.cpl] typ1 art8 ein[No] aus[Yes] text[Datum und Uhrzeit]" + rest);
 }
 
-TEST_P(Satz, moreRowsThanAnzahlWerteSays) {
-    w.port.expectBox("DBTippRead aufgetreten mit der Fehlernummer: 9");
-    tip(15);  // no file fits, so its three rows are read for one value
-    EXPECT_EQ(w.ctx.aktuellerTipp.Überschrift, "Symbole der Systemsteuerung ausblenden");
-    ASSERT_EQ(w.ctx.aktuellerTipp.Eintrag.size(), 2U);
-    EXPECT_EQ(w.ctx.aktuellerTipp.Eintrag[1].WertEin, "No");
-    EXPECT_TRUE(w.port.done());
-}
-
 TEST_P(Satz, searchGoesForwardOnly) {
     w.ctx.objRS->MoveFirst();
     DBTippSuchen(w.ctx, "Startseite");
