@@ -1,26 +1,15 @@
 // history and drift, driven as a user would.
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
 #include <sqlite3.h>
 
 #include <fstream>
 
+#include "Cliprobe.h"
 #include "registry/Sqlite.h"
-#include "support/Kommando.h"
-#include "support/TempDir.h"
 
 namespace brenvik::test {
 namespace {
 
-class HistoryCli : public ::testing::Test {
-protected:
-    Ergebnis cli(std::vector<std::string> arguments, const std::string& input = {}) {
-        arguments.insert(arguments.begin(), {"--home", (dir / "heim").string()});
-        return run(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli", arguments, {}, input);
-    }
-    TempDir dir;
-};
+class HistoryCli : public Cliprobe {};
 
 constexpr const char* Sicher = "HKCU\\Control Panel\\Desktop\\ScreenSaverIsSecure";
 
@@ -35,7 +24,7 @@ TEST_F(HistoryCli, DriftHatDreiAntworten) {
     EXPECT_EQ(tip["tip"], 109);   // not the row of its second value
     EXPECT_EQ(value["state"].get<std::string>() + value["set"]["data"].get<std::string>() + value["now"]["data"].get<std::string>(), "differs19");
     EXPECT_NE(cli({"drift"}).out.find("Anders als gesetzt: 1\n"), std::string::npos);
-    EXPECT_EQ(nlohmann::json::parse(cli({"--json", "drift", "--all"}).out)[0]["values"].size(), 1u);
+    EXPECT_EQ(parsed({"drift", "--all"})[0]["values"].size(), 1u);
 
     const Ergebnis refused = cli({"history", "undo", "1", "--exact"});   // somebody else's 9 stays
     EXPECT_EQ(refused.code, 1);
@@ -81,7 +70,7 @@ TEST_F(HistoryCli, AllesZurueckIstDerAnfang) {
     EXPECT_EQ(cli({"registry", "write", "HKCU\\Software\\Classes\\Drive\\shell\\find\\Eigen", "REG_SZ", "user"}).code, 0);
     yes({"tip", "delete", "607", "--row", "find"});
     EXPECT_EQ(cli({"registry", "list", "HKLM\\Software\\Classes\\Drive\\shell\\find"}).code, 1);
-    const auto history = nlohmann::json::parse(cli({"--json", "history", "list"}).out);
+    const auto history = parsed({"history", "list"});
     yes({"history", "undo", history.back()["number"].dump(), "--exact"});
     EXPECT_TRUE(classes() == before);
     EXPECT_EQ(cli({"registry", "read", "HKCU\\Software\\Classes\\Drive\\shell\\find\\Eigen"}).out, "user\n");
@@ -89,18 +78,18 @@ TEST_F(HistoryCli, AllesZurueckIstDerAnfang) {
 
 TEST_F(HistoryCli, VergessenUndGeheimes) {
     constexpr const char* Secret = "HKCU\\Software\\Probe\\DefaultPassword";
-    EXPECT_EQ(cli({"registry", "write", Secret, "REG_SZ", "-"}, "geheim\n").code, 0);
+    EXPECT_EQ(cli({"registry", "write", Secret, "REG_SZ", "-"}, "heim", "geheim\n").code, 0);
     EXPECT_EQ(cli({"registry", "read", Secret}).out, "geheim\n");
     EXPECT_EQ(cli({"registry", "write", Secret, "REG_SZ", "-", "--value-fd", "99"}).code, 1);
-    EXPECT_EQ(cli({"tip", "set", "109", "-"}, "off\r\n").code, 0);
+    EXPECT_EQ(cli({"tip", "set", "109", "-"}, "heim", "off\r\n").code, 0);
     EXPECT_EQ(cli({"tip", "set", "109", "on"}).code, 0);
     EXPECT_EQ(cli({"history", "forget", "7"}).code, 1);
     EXPECT_EQ(cli({"history", "forget", "1"}).code, 1);   // asks
     EXPECT_EQ(cli({"--yes", "history", "forget", "1"}).code, 0);
-    EXPECT_EQ(nlohmann::json::parse(cli({"--json", "history", "list"}).out).size(), 1u);
+    EXPECT_EQ(parsed({"history", "list"}).size(), 1u);
     EXPECT_EQ(cli({"history", "forget", "--before", "gestern"}).code, 2);
     EXPECT_EQ(cli({"--yes", "history", "forget", "--before", "2002-11-09"}).code, 0);
-    EXPECT_EQ(nlohmann::json::parse(cli({"--json", "history", "list"}).out).size(), 1u);
+    EXPECT_EQ(parsed({"history", "list"}).size(), 1u);
     EXPECT_EQ(cli({"--yes", "history", "forget"}).code, 0);
     EXPECT_EQ(cli({"history", "list"}).out + bytesOf(dir / "heim/History.txt"), "");
 }
@@ -114,7 +103,7 @@ TEST_F(HistoryCli, EinKopiertesHeimBleibtBeiSich) {
     const std::string changed = bytesOf(ini("heim"));
     EXPECT_NE(changed.find("probe.exe"), std::string::npos);
     std::filesystem::copy(dir / "heim", dir / "kopie", std::filesystem::copy_options::recursive);
-    const Ergebnis undone = run(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli", {"--home", (dir / "kopie").string(), "history", "undo", "1", "--exact"});
+    const Ergebnis undone = cli({"history", "undo", "1", "--exact"}, "kopie");
     EXPECT_EQ(undone.code, 0) << undone.err;
     EXPECT_EQ(bytesOf(ini("heim")), changed);
     EXPECT_EQ(bytesOf(ini("kopie")).find("probe.exe"), std::string::npos);

@@ -1,23 +1,14 @@
 // The home as the command line meets it: copied, moved, unwritable, missing, begun by several at a time.
-#include <gtest/gtest.h>
-
-#include "support/Kommando.h"
-#include "support/TempDir.h"
+#include "Cliprobe.h"
 
 namespace brenvik::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Worte = std::vector<std::string>;
 
-class Heim : public ::testing::Test {
+class Heim : public Cliprobe {
 protected:
-    const std::string program = (fs::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli").string();
-    std::string path(const std::string& name) { return (dir / name).string(); }
-    Ergebnis cli(const std::string& home, Worte arguments) {
-        arguments.insert(arguments.begin(), {"--home", path(home)});
-        return run(program, arguments);
-    }
+    Ergebnis cli(const std::string& home, const Worte& arguments) { return Cliprobe::cli(arguments, home); }
     // A line for the shell; $0 is the program.
     Ergebnis shell(const std::string& line, const Worte& arguments = {}) {
         Worte words{"-c", line, program};
@@ -25,7 +16,6 @@ protected:
         return run("/bin/sh", words);
     }
     std::string screenSaver(const std::string& home) { return cli(home, {"registry", "read", "HKCU\\Control Panel\\Desktop\\ScreenSaveActive"}).out; }
-    TempDir dir;
 };
 
 // As the first normal end of an earlier version left it: with the folders of the home in full.
@@ -94,6 +84,7 @@ TEST_F(Heim, MehrereErsteStartsZugleich) {
         EXPECT_EQ(all.out.find("falsch"), std::string::npos) << all.out;
         const std::string one = cli("h" + std::to_string(round), {"tip", "show", "109"}).out;
         EXPECT_EQ(all.out, one + one + one + one);
+        for (const std::string& name : dir.names("h" + std::to_string(round))) EXPECT_FALSE(name.ends_with("neu")) << name;
     }
 }
 

@@ -1,22 +1,12 @@
 // The commands on Tips, driven as a user would: whole outputs, exit codes, and the value after a restart.
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
-#include "support/Kommando.h"
-#include "support/TempDir.h"
+#include "Cliprobe.h"
 
 namespace brenvik::test {
 namespace {
 
-class Tip : public ::testing::Test {
+class Tip : public Cliprobe {
 protected:
-    Ergebnis cli(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"--home", (dir / "heim").string()});
-        return run(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik-cli", arguments);
-    }
-    nlohmann::json show(int number) { return nlohmann::json::parse(cli({"--json", "tip", "show", std::to_string(number)}).out); }
-    TempDir dir;
+    nlohmann::json show(int number) { return parsed({"tip", "show", std::to_string(number)}); }
 };
 
 constexpr int Bildschirmschoner = 109;   // two check boxes, REG_SZ "1"/"0"
@@ -39,9 +29,7 @@ TEST_F(Tip, SetzenUeberlebtDenNeustart) {
 
 TEST_F(Tip, StandardUndLoeschenFragen) {
     cli({"tip", "set", "109", "off"});
-    const Ergebnis asked = cli({"tip", "default", "109"});
-    EXPECT_EQ(asked.code, 1);
-    EXPECT_NE(asked.err.find("Soll die Aktion ausgeführt werden ? [Nein; mit --yes wird Ja geantwortet]"), std::string::npos);
+    EXPECT_THAT(fails({"tip", "default", "109"}), testing::HasSubstr("Soll die Aktion ausgeführt werden ? [Nein; mit --yes wird Ja geantwortet]"));
     EXPECT_EQ(show(Bildschirmschoner)["entries"][0]["shown"], "off");
     EXPECT_EQ(cli({"--yes", "tip", "default", "109"}).code, 0);
     EXPECT_EQ(show(Bildschirmschoner)["entries"][0]["shown"], "on");
@@ -55,42 +43,6 @@ TEST_F(Tip, StandardUndLoeschenFragen) {
     const std::string last = show(Bildschirmschoner)["entries"][1]["name"];
     cli({"--yes", "registry", "delete", "HKCU\\Control Panel\\Desktop\\" + last});
     EXPECT_EQ(cli({"--yes", "tip", "delete", "109"}).err, "Der Tipp kann nicht gelöscht werden. Eintrag 2 (" + last + "): [Registry Wert nicht vorhanden]\n");
-}
-
-TEST_F(Tip, FalscheAufrufe) {
-    const struct {
-        std::vector<std::string> arguments;
-        int code;
-        const char* err;
-    } faelle[] = {
-        {{"tip", "show", "31999"}, 1, "Den Tipp 31999 gibt es nicht\n"},
-        {{"tip", "set", "109", "vielleicht"}, 1, "\"vielleicht\" passt nicht: erwartet wird on oder off\n"},
-        {{"tip", "set", "109", "--entry", "9", "on"}, 1, "Der Tipp hat keinen Eintrag 9\n"},
-        {{"tip", "set", "109", "--entry", "65537", "on"}, 1, "Der Tipp hat keinen Eintrag 65537\n"},   // not entry 1
-        {{"tip", "set", "109", "--entry", "4294967297", "on"}, 2, "Ungültige Angabe: \"4294967297\" ist keine ganze Zahl von 1 bis 2147483647\nbrenvik-cli --help nennt, was möglich ist.\n"},
-        {{"tip", "show", "0x6D"}, 2, nullptr},
-        {{"tip", "show", "4294967405"}, 2, nullptr},
-        {{"export", "reg", "4294967405"}, 2, nullptr},
-        {{"export", "reg", "109", "--set", "109:65537=off"}, 1, "Tipp 109: Der Tipp hat keinen Eintrag 65537\n"},
-        {{"history", "show", "99999999999999999999"}, 2, nullptr},
-        {{"tip", "new", "607", "   ", "--command", "x"}, 1, "Ein Schlüsselname darf nicht leer sein und das Zeichen \"\\\" nicht enthalten.\n"},
-        {{"tip", "set", "109", "--entry", "1", "--entry", "2", "on"}, 2, "Zu jedem --entry gehört genau ein TEXT\n"},
-        {{"tip", "list", "--view", "os2"}, 2, nullptr},
-        {{"tip"}, 2, nullptr},
-        {{}, 2, nullptr},
-        {{"registry", "write", "HKCU\\Software\\x", "REG_FALSCH", "1"}, 2, "Unbekannter Datentyp: REG_FALSCH\n"},
-        {{"registry", "write", "HKCU\\Software\\x", "REG_DWORD", "zwei"}, 1, nullptr},
-        {{"registry", "read", "HKXX\\x"}, 1, "Es wurde kein gültiger Hauptschlüssel angegeben\n"},
-        {{"registry", "read", "HKCU\\Software\\fehlt"}, 1, "Der Wert ist nicht vorhanden: HKCU\\Software\\fehlt\n"},
-    };
-    for (const auto& fall : faelle) {
-        const Ergebnis e = cli(fall.arguments);
-        EXPECT_EQ(e.code, fall.code) << e.err;
-        EXPECT_EQ(e.out, "");
-        if (fall.err != nullptr) {
-            EXPECT_EQ(e.err, fall.err);
-        }
-    }
 }
 
 // Saving passes an empty text over, so that the command must not say it has saved one.
@@ -173,17 +125,6 @@ TEST_F(Tip, BootmenueUeberschreibenOderNeu) {
     EXPECT_EQ(cli({"tip", "set", "2201", "/SOS"}).err, "Es ist kein Eintrag des Bootmenüs da, der gesetzt werden könnte: [Datei: C:\\boot.ini nicht vorhanden]\n");
 }
 
-TEST_F(Tip, AndererDatentypWirdNurNachFrageGeloescht) {
-    const std::string path = "HKCU\\Control Panel\\Desktop\\ScreenSaveActive";
-    cli({"registry", "write", path, "REG_DWORD", "7"});
-    EXPECT_EQ(show(Bildschirmschoner)["entries"][0]["status"], "[Anderer Datentyp in der Registry: REG_DWORD]");
-    EXPECT_EQ(cli({"--yes", "tip", "set", "109", "vielleicht"}).code, 1);   // what does not fit is refused before anything is asked
-    EXPECT_EQ(cli({"tip", "set", "109", "--entry", "2", "off"}).code, 0);
-    EXPECT_EQ(cli({"registry", "read", path}).out, "7\n");
-    EXPECT_NE(cli({"--yes", "tip", "set", "109", "off"}).err.find("Soll der Wert gelöscht werden, damit der Tipp ihn neu anlegen kann ? [Ja]\n"), std::string::npos);
-    EXPECT_EQ(show(Bildschirmschoner)["entries"][0]["status"], "[Registry Wert vorhanden]");
-}
-
 TEST_F(Tip, ListenInAllenAnsichten) {
     const std::string alle = cli({"tip", "list"}).out;
     EXPECT_NE(alle.find("109  Bildschirmschoner ein- und ausschalten\n"), std::string::npos);
@@ -191,22 +132,13 @@ TEST_F(Tip, ListenInAllenAnsichten) {
     EXPECT_NE(abc.substr(0, 8), "Desktop\n");
     EXPECT_GT(std::count(abc.begin(), abc.end(), '\n'), 200);
     EXPECT_EQ(cli({"tip", "list", "--view", "win95"}).out.find("Bildschirmschoner ein- und"), std::string::npos);
-    const auto neu = nlohmann::json::parse(cli({"--json", "tip", "list", "--view", "neu"}).out);
+    const auto neu = parsed({"tip", "list", "--view", "neu"});
     EXPECT_EQ(neu[0]["text"], "1.0.0");
     EXPECT_GT(neu.size(), 3u);
     EXPECT_NE(cli({"tip", "show", "3529"}).out.find("\nWirkt nach einer neuen Anmeldung\n"), std::string::npos);
     EXPECT_NE(cli({"tip", "show", "1801"}).out.find("\nWirkt nach einer neuen Anmeldung, spätestens nach einem Neustart\n"), std::string::npos);
     const std::string values = cli({"tip", "list", "--values"}).out;
     EXPECT_NE(values.find("ScreenSaveActive: on  [Registry Wert vorhanden]\n"), std::string::npos);
-}
-
-TEST_F(Tip, KaputterSpeicherUndFehlendeDatenbank) {
-    std::filesystem::create_directories(dir / "heim");
-    dir.put("heim/registry.db", "keine Datenbank, sondern ein Text, der lang genug ist, um einer zu sein ------------------------");
-    const Ergebnis e = cli({"tip", "list"});
-    EXPECT_EQ(e.code, 1);
-    EXPECT_NE(e.err.find("registry.db"), std::string::npos);
-    EXPECT_EQ(bytesOf(dir / "heim/registry.db").substr(0, 15), "keine Datenbank");
 }
 
 }  // namespace
