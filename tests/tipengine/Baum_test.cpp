@@ -137,19 +137,5 @@ TEST(Baum, BefehleEinesTippsNurWoEinerIst) {
     }
 }
 
-TEST(Panels, EntladenLaesstNichtsZurueck) {
-    Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 5, .Anzeigetext = "A#B", .AnzahlWerte = 2},
-             {.Index = 2, .Ausgabeart = 5, .Wertname = "B", .Anzeigetext = "A#B", .HauptIndex = 1},
-             {.Index = 3, .Ausgabeart = 1, .Wertname = "C", .HauptIndex = 1}});
-    p.show("Tipp");
-    EXPECT_EQ(p.ctx->intPanelOption, 1);
-    EXPECT_EQ(p.ctx->intPanelCheckBox, 0);
-    p.engine->TippsEntladen();
-    EXPECT_EQ(p.ctx->intPanelOption, 0);
-    EXPECT_TRUE(p.fenster().panels.empty());
-    p.engine->userChoose(0, 1);   // a late event of a panel that is gone
-    EXPECT_FALSE(p.ctx->blnGeaendert);
-}
-
 }  // namespace
 }  // namespace brenvik::test

@@ -97,6 +97,10 @@ public:
         ctx->objBVKReg.SetPath("", path);
         ctx->objBVKReg.WriteRaw(fromText(text, type));
     }
+    // As get tells it.
+    void putTyped(const std::string& path, const std::string& typed) {
+        if (typed != "-") put(path, static_cast<std::uint32_t>(std::stoul(typed)), typed.substr(typed.find(':') + 1));
+    }
     void show(const std::string& heading) { ASSERT_TRUE(engine->showTippByHeading(heading)) << heading; }
     Panel& panel(std::size_t place = 0) { return ctx->frmBVK_Prog.panels.at(place); }
     Hauptfenster& fenster() { return ctx->frmBVK_Prog; }

@@ -13,13 +13,6 @@ TEST(Schlecht, UnbekannteArtWirdGemeldetUndDerRestGezeigt) {
     EXPECT_EQ(p.fenster().panels.size(), 1u);
 }
 
-TEST(Schlecht, MehrZeilenAlsAngesagt) {
-    Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}, {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .HauptIndex = 1}});
-    p.port.expectBox("in der Funktion: DBTippRead aufgetreten mit der Fehlernummer: 9");
-    p.show("Tipp");
-    EXPECT_EQ(p.fenster().panels.size(), 1u);
-}
-
 TEST(Schlecht, WertVerschwindetZwischenZeigenUndSpeichern) {
     Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .AnzahlWerte = 1},
              {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
@@ -32,16 +25,6 @@ TEST(Schlecht, WertVerschwindetZwischenZeigenUndSpeichern) {
     p.saveOk();
     EXPECT_EQ(p.get(Pfad), "1:neu");
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\B"), "-");   // what somebody else deleted does not come back
-}
-
-TEST(Schlecht, GrosserBinaerwertImTextfeldBleibtWieErIst) {
-    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 3}});
-    const RawValue big{3, Bytes(1 << 20, 0xAB)};
-    p.store->setValue(Root::CurrentUser, "Software\\Probe", ValueName::named("Wert"), big);
-    p.show("Tipp");
-    EXPECT_EQ(p.panel().text.size(), (1u << 20) * 3 - 1);
-    p.saveOk();
-    EXPECT_EQ(p.store->value(Root::CurrentUser, "Software\\Probe", ValueName::named("Wert")), big);
 }
 
 TEST(Schlecht, FarbeAusZweiTeilenUndMaskeMitVierzigBits) {
