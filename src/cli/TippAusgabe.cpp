@@ -10,6 +10,7 @@
 #include "frame/Konvertierung.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik::cli {
 namespace {
@@ -69,8 +70,7 @@ private:
 // Where the display text is a list of choices, the value's name stands for the entry.
 std::string captionOf(const TippEintrag& e) {
     if (!e.Beschriftung.empty()) return e.Beschriftung;
-    const bool choices = e.Ausgabeart == art::AuswahlBox || e.Ausgabeart == art::OptionsAuswahl || e.Ausgabeart == art::BitMaske;
-    return choices || e.Anzeigetext.empty() ? e.Wertname : e.Anzeigetext;
+    return kindOf(e).captionList || e.Anzeigetext.empty() ? e.Wertname : e.Anzeigetext;
 }
 
 // The rows of a list of keys: each with its text, in context menus with its command too.
@@ -78,7 +78,7 @@ ordered_json rowsJson(TippMaschine& maschine, const Panel& panel) {
     ordered_json rows = ordered_json::array();
     for (const ListenZeile& row : panel.zeilen) {
         ordered_json out{{"name", row.text}, {"text", row.unterText}};
-        if (panel.Ausgabeart == art::Kontext) {
+        if (kindOf(panel).menu) {
             BearbeitenAnfrage entry = maschine.bearbeitenAnfrage(true);
             entry.txtKeyName = row.text;
             entry.befehlLesen(entry);
@@ -92,7 +92,7 @@ ordered_json rowsJson(TippMaschine& maschine, const Panel& panel) {
 // What the panel of an entry can be set to; empty where that is no list.
 std::vector<std::string> choicesOf(Programm& programm, std::int16_t entry) {
     for (const Panel& panel : programm.context().frmBVK_Prog.panels)
-        if ((panel.Ausgabeart == art::AuswahlBox || panel.Ausgabeart == art::OptionsAuswahl || panel.Ausgabeart == art::BootINI) && panel.eintraege.front() == entry)
+        if (kindOf(panel).offers && panel.eintraege.front() == entry)
             return panel.auswahl;
     return {};
 }

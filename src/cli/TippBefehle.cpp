@@ -15,6 +15,7 @@
 #include "frame/Konvertierung.h"
 #include "frame/Texte.h"
 #include "tipengine/Meldungen.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik::cli {
 namespace {
@@ -74,7 +75,7 @@ std::string fillPanels(TippMaschine& maschine, const Angaben& given) {
 // Saving passes empty texts over; what a boot menu holds is no text of an entry.
 bool savesNothing(const Context& ctx, std::int32_t entry) {
     const auto place = static_cast<std::size_t>(entry);
-    return ctx.werte.at(place).strAnzeigeWert.empty() && ctx.aktuellerTipp.Eintrag.at(place).Ausgabeart != art::BootINI;
+    return ctx.werte.at(place).strAnzeigeWert.empty() && !kindOf(ctx.aktuellerTipp.Eintrag.at(place)).section;
 }
 
 // Of every entry, since any of them may be what cannot be written.
@@ -131,7 +132,7 @@ int remove(Programm& programm, const Angaben& given) {
     if (!open(programm, given.number)) return 1;
     Context& ctx = programm.context();
     TippMaschine& maschine = programm.maschine();
-    if (ctx.frmBVK_Prog.panels.front().Ausgabeart == art::BootINI) return failed("Einträge des Bootmenüs werden hier nicht gelöscht");
+    if (kindOf(ctx.frmBVK_Prog.panels.front()).section) return failed("Einträge des Bootmenüs werden hier nicht gelöscht");
     if (!ctx.frmBVK_Prog.KeyDel && !ctx.einstellungen.LöschenAktiv) return failed("Das Löschen von Registrywerten ist in den Einstellungen nicht erlaubt");
     if (!ctx.frmBVK_Prog.KeyDel) return failed("Der Tipp kann nicht gelöscht werden. " + maschine.deleteBlocker());
     const Panel* keys = keyListOf(programm);
@@ -150,7 +151,7 @@ int remove(Programm& programm, const Angaben& given) {
 int saveEntry(Programm& programm, const Angaben& given, bool neu) {
     if (!open(programm, given.number)) return 1;
     const Panel* list = keyListOf(programm);
-    if (list == nullptr || list->Ausgabeart != art::Kontext) return failed("Der Tipp ist kein Kontextmenü");
+    if (list == nullptr || !kindOf(*list).menu) return failed("Der Tipp ist kein Kontextmenü");
     const int row = neu ? -1 : rowNamed(*list, given.key);
     if (!neu && row < 0) return noRow(given.key);
     programm.maschine().userSelectRow(static_cast<std::size_t>(list - programm.context().frmBVK_Prog.panels.data()), row);

@@ -7,6 +7,7 @@
 #include "frame/Konvertierung.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
@@ -55,9 +56,9 @@ bool twoStates(AnsiText& out, const TippListEintrag& entry, const TippListWert& 
         if (value.WertEin != DelKey) out.line(ColPart, "ValueON" + numeric + " \"" + value.WertEin + "\"");
         if (value.WertAus != DelKey) out.line(ColPart, "ValueOFF" + numeric + " \"" + value.WertAus + "\"");
     }
-    ADMHilfeTextSchreiben(out, ersteArt == art::Liste ? value.WertInfo + " ausblenden. Info: " + entry.Beschreibung : entry.Beschreibung);
+    ADMHilfeTextSchreiben(out, kindOf(ersteArt).ticksHide ? value.WertInfo + " ausblenden. Info: " + entry.Beschreibung : entry.Beschreibung);
     out.line(ColPolicy, "END POLICY");
-    const bool ticked = value.PanelArt != art::Liste || value.WertEin == ListTicked;
+    const bool ticked = !kindOf(value.PanelArt).ticksHide || value.WertEin == ListTicked;
     return ticked && value.WertEin != DelKey && (value.Datentyp == Sz || value.Datentyp == Dword);
 }
 
@@ -68,7 +69,7 @@ bool textOrPath(AnsiText& out, const TippListWert& value) {
         out.line(ColPart, "ValueON" + numeric + " \"\"");
         out.line(ColPart, "ValueOff" + numeric + " \"\"");
     }
-    out.line(ColPart, value.PanelArt == art::Drive ? "Part \"Pfad:\" EDITTEXT" : "Part \"Text:\" EDITTEXT");
+    out.line(ColPart, fmt::format("Part \"{}\" EDITTEXT", kindOf(value.PanelArt).fieldLabel));
     out.line(ColName, "VALUENAME \"" + value.Wertname + "\"");
     if (value.Datentyp == MultiSz || value.Datentyp == ExpandSz) {
         out.line(ColDetail, "REQUIRED");
@@ -108,9 +109,11 @@ bool numberAsText(AnsiText& out, const TippListWert& value) {
 }
 
 bool formA(AnsiText& out, const TippListEintrag& entry, const TippListWert& value, std::int16_t ersteArt) {
-    if (value.PanelArt == art::CheckBox || value.PanelArt == art::Liste) return twoStates(out, entry, value, ersteArt);
-    if (value.PanelArt == art::TextWerte || value.PanelArt == art::Drive) return textOrPath(out, value);
-    return false;
+    switch (kindOf(value.PanelArt).part) {
+        case TemplatePart::States: return twoStates(out, entry, value, ersteArt);
+        case TemplatePart::Text: return textOrPath(out, value);
+        default: return false;
+    }
 }
 
 bool formB(AnsiText& out, const TippListWert& value) {
@@ -124,9 +127,9 @@ using Gesagt = std::set<const TippListWert*>;   // the values that a policy sets
 
 void tippBlock(AnsiText& out, const TippListEintrag& entry, std::int16_t ersteArt, Gesagt& said) {
     out.line(ColTipp, fmt::format("; [{}] - {}", entry.TippNr, commentText(ADMTextBereinigen(entry.Titel))));
-    const std::int16_t kind = entry.Werte.front().PanelArt;
-    const bool isA = kind == art::CheckBox || kind == art::TextWerte || kind == art::Drive || kind == art::Liste;
-    if (!isA && kind != art::ZahlenWerte) return;
+    const TemplatePart part = kindOf(entry.Werte.front().PanelArt).part;
+    if (part == TemplatePart::None) return;
+    const bool isA = part != TemplatePart::Number;
     out.line(ColTipp, "CATEGORY \"" + ADMTextBereinigen(entry.Titel) + "\"");
     out.line(ColPolicy, "KEYNAME \"" + entry.Werte.front().Unterschluessel + "\"");
     for (const TippListWert& value : entry.Werte)

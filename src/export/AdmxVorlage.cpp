@@ -11,6 +11,7 @@
 #include "frame/Zeichen.h"
 #include "registry/RegPath.h"
 #include "registry/ValueOperations.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
@@ -86,7 +87,7 @@ struct Inhalt {
 };
 
 Inhalt twoStates(const TippListWert& value) {
-    const bool hide = value.PanelArt == art::Liste;    // the engine writes this text for a ticked row
+    const bool hide = kindOf(value.PanelArt).ticksHide;    // the engine writes this text for a ticked row
     const auto on = state(hide ? "no" : value.WertEin, value.Datentyp), off = state(hide ? DelKey : value.WertAus, value.Datentyp);
     if (!on || !off) return {};
     return {"      <enabledValue>" + *on + "</enabledValue>\n      <disabledValue>" + *off + "</disabledValue>\n", {}, {}};
@@ -131,12 +132,13 @@ Inhalt numberRange(const std::string& id, const std::string& label, const TippLi
 }
 
 Inhalt inhaltOf(const std::string& id, const std::string& label, const TippListWert& value) {
-    switch (value.PanelArt) {
-        case art::CheckBox: case art::Liste: return twoStates(value);
-        case art::TextWerte: case art::Drive: return textField(id, label, value);
-        case art::ZahlenWerte: return numberRange(id, label, value);
-        default: return {};
+    switch (kindOf(value.PanelArt).part) {
+        case TemplatePart::States: return twoStates(value);
+        case TemplatePart::Text: return textField(id, label, value);
+        case TemplatePart::Number: return numberRange(id, label, value);
+        case TemplatePart::None: break;
     }
+    return {};
 }
 
 class Schreiber {
@@ -154,7 +156,7 @@ public:
             const bool user = root == Root::CurrentUser;
             const std::string key = root ? parseRegPath(value.Hauptschluessel + "\\" + value.Unterschluessel + "\\").key : std::string();
             const std::string id = fmt::format("Tipp_{}_{}", entry.TippNr, i + 1);
-            const bool unit = value.PanelArt == art::ZahlenWerte;   // there the text says only what is counted
+            const bool unit = kindOf(value.PanelArt).part == TemplatePart::Number;   // there the text says only what is counted
             const std::string label = unit ? Trim(value.Wertname + " " + value.WertInfo) : value.WertInfo.empty() ? value.Wertname : value.WertInfo;
             Inhalt content;
             if (!user && root != Root::LocalMachine)
@@ -216,7 +218,7 @@ private:
         const std::string parent = category(entry.Baumpfad);
         const bool shows = !content.presentation.empty();
         std::string name = entry.Titel;
-        if (entry.Werte.size() > 1) name += ": " + label + (value.PanelArt == art::Liste ? " ausblenden" : "");
+        if (entry.Werte.size() > 1) name += ": " + label + (kindOf(value.PanelArt).ticksHide ? " ausblenden" : "");
         text(id, name);
         text(id + "_Hilfe", entry.Beschreibung + "\n\n" + value.pfad());
         policies_ += fmt::format("    <policy name=\"{0}\" class=\"{1}\" displayName=\"$(string.{0})\" explainText=\"$(string.{0}_Hilfe)\"{2} key=\"{3}\"{4}>\n"

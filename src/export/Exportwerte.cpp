@@ -3,16 +3,9 @@
 #include <algorithm>
 #include <fmt/format.h>
 
+#include "tipengine/kinds/Kind.h"
+
 namespace brenvik {
-namespace {
-
-// Context menus, and lists that show the sub keys of a key, have no values behind their entries.
-bool isKeyList(const TippListWert& value) {
-    return value.PanelArt == art::Kontext || value.PanelArt == art::BootINI || (value.PanelArt == art::Liste && value.Wertname.empty());
-}
-
-}  // namespace
-
 std::string Exportwert::pfad() const {
     return std::string(longRootName(root)) + "\\" + key + "\\" + (name.isUnnamed() ? std::string("(Standard)") : name.text());
 }
@@ -39,7 +32,7 @@ Exportsatz exportwerte(const TippListe& liste) {
             const TippListWert& value = entry.Werte[i];
             const GesammelterWert& own = value.gesammelt;
             const auto root = rootByName(value.Hauptschluessel);
-            if (!root || isKeyList(value)) continue;
+            if (!root || !kindOf(value.PanelArt).holdsValue(value.Wertname)) continue;
             if (!own.unpassend.empty() && own.beruehrt) result.hindernisse.push_back(fmt::format("Tipp {}, {}: {}", entry.TippNr, entry.Titel, own.unpassend));
             if (!own.geloescht && !(own.wert && (own.gefunden || own.beruehrt))) continue;
             // Written through the path's rules, so that a doubled or closing backslash means the same key everywhere.

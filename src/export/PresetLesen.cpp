@@ -8,6 +8,7 @@
 #include "frame/Konvertierung.h"
 #include "frame/toml/TomlText.h"
 #include "registry/ValueOperations.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
@@ -147,8 +148,7 @@ private:
     // As the panel of the value shows it.
     std::string shownText(const RawValue& value, const TippListWert& of) {
         if (value.type != regtype::Dword || value.bytes.size() != 4) return toText(value);
-        const std::int32_t signedNumber = toLng(toText(value));
-        return of.PanelArt == art::TextWerte ? Dec2Hex(signedNumber) : numberText(static_cast<std::uint32_t>(signedNumber));
+        return kindOf(of.PanelArt).dwordForm(toLng(toText(value)));
     }
 
     TippMaschine& maschine_;

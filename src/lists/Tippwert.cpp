@@ -3,7 +3,7 @@
 #include "frame/Konvertierung.h"
 #include "registry/RegPath.h"
 #include "tipdb/LoadDB.h"
-#include "tipengine/DisplayForm.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
@@ -19,7 +19,7 @@ std::string Tippwerte::shown(std::int32_t number, const RawValue& value) {
     const Tippwert& tipp = of(number);
     const std::string text = toText(value);
     try {
-        return tipp.imBestand && value.type == static_cast<std::uint32_t>(tipp.datentyp) ? displayForm(ctx_, tipp.ausgabeart, tipp.datentyp, text) : text;
+        return tipp.imBestand && value.type == static_cast<std::uint32_t>(tipp.datentyp) ? kindOf(tipp.ausgabeart).displayForm(ctx_, tipp.datentyp, text) : text;
     } catch (const NumberedError&) {   // what no panel can show
         return text;
     }

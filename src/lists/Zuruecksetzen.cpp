@@ -11,17 +11,12 @@
 #include "lists/Meldungen.h"
 #include "lists/PriorState.h"
 #include "registry/ValueOperations.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
 
 constexpr int TextGescheitert = 49, TextErfolg = 61;
-
-// Kinds whose display form is another than the registry's text: hexadecimal dwords, sums of bytes, colours.
-bool shownDifferently(const Tippwert& tipp) {
-    return (tipp.ausgabeart == art::TextWerte && tipp.datentyp == 4) || (tipp.ausgabeart == art::ZahlenWerte && tipp.datentyp == 3) ||
-           (tipp.ausgabeart == art::Farbe && tipp.datentyp == 3);
-}
 
 // The value of the change that a pair of the line tells of.
 const WertAenderung* changeAt(Context& ctx, const JournalEintrag& known, const std::string& id) {
@@ -128,7 +123,7 @@ bool Zuruecksetzen::ausfuehren(const std::string& zeile, std::int64_t nummer) {
     std::string inexact = inexactness(steps, known);
     if (known == nullptr)
         for (const HistoryPaar& pair : historyPairs(zeile))
-            if (const Tippwert& tipp = values_.of(pair.tipp); shownDifferently(tipp) && pair.alt != KeyNichtVorhanden) {
+            if (const Tippwert& tipp = values_.of(pair.tipp); kindOf(tipp.ausgabeart).shownDifferently(tipp.datentyp) && pair.alt != KeyNichtVorhanden) {
                 const Wirkung effect = effectOf({tipp.path, tipp.wertname, pair.alt, tipp.datentyp, 0, {}, {}});
                 if (effect.possible) inexact += fmt::format(meldung::UndoZeileUngenau, tipp.path, "\"" + pair.alt + "\" in der Form der Anzeige", shownRaw(effect.value));
             }

@@ -1,4 +1,4 @@
-// From the Tip record to panels: the frame of the output. The builders of the single kinds stand in AusgabeArten.cpp.
+// From the Tip record to panels: the frame of the output. The panels themselves are built by their kinds.
 #include <algorithm>
 #include <array>
 
@@ -7,6 +7,7 @@
 #include "frame/Texte.h"
 #include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
@@ -32,7 +33,7 @@ private:
 }  // namespace
 
 TippMaschine::TippMaschine(Context& context, WindowObserver& observer, ChangeRecorder& recorder)
-    : ctx_(context), observer_(observer), recorder_(recorder) {}
+    : KindHost(tip_, files_), ctx_(context), observer_(observer), recorder_(recorder), tip_(context), files_(tip_), menu_(tip_, recorder) {}
 
 void TippMaschine::FB_KeySave(bool on) { fenster().KeySave = on; }
 void TippMaschine::FB_KeyDel(bool on) { fenster().KeyDel = on; }
@@ -54,7 +55,7 @@ void TippMaschine::captionsNormal() {
     f.tipRegDel = strBVKTips(12);
 }
 
-void TippMaschine::captionsKontext() {
+void TippMaschine::captionsForEntries() {
     Hauptfenster& f = fenster();
     f.cmdRegSave = f.mnuRegSave = strBVKButtons(26);
     f.cmdDefault = f.mnuDefault = strBVKButtons(27);
@@ -89,7 +90,8 @@ void TippMaschine::prepareOutput() {
     FB_RegFile(false);
     captionsNormal();
     ctx_.blnSchreibrecht = true;
-    ctx_.intPanelCheckBox = ctx_.intPanelText = ctx_.intPanelZahl = ctx_.intPanelAuswahl = ctx_.intPanelOption = ctx_.intPanelBit = -1;
+    for (const Kind* kind : allKinds())
+        if (kind->counter != nullptr) ctx_.*kind->counter = -1;
     ctx_.blnEinWertGelesen = false;
     ctx_.werte.assign(ctx_.aktuellerTipp.Eintrag.size(), {});
     ctx_.udtBootEintraege.clear();
@@ -196,27 +198,7 @@ void TippMaschine::finishPanel(Panel& panel) {
         Arbeitswert& w = wert(i);
         if (panel.unfertig && !w.roh && !w.gefunden) w.strAktuellerWert = w.strAnzeigeWert = {};
     }
-    showLocks(panel);
-}
-
-// Whether the controls may change what the panel shows now, and the line that goes with it.
-void TippMaschine::showLocks(Panel& panel) const {
-    panel.nurLesen = panel.unfertig;
-    panel.hinweis = panel.unfertig ? meldung::PanelUnfertig : "";
-    if (panel.unfertig || rowsAreKeys(panel)) return;
-    if (panel.Ausgabeart == art::Liste) {
-        const auto locked = std::count_if(panel.zeilen.begin(), panel.zeilen.end(), [](const ListenZeile& row) { return row.nurLesen; });
-        panel.nurLesen = locked > 0 && static_cast<std::size_t>(locked) == panel.zeilen.size();
-        if (locked > 0 && !panel.nurLesen) panel.hinweis = meldung::ZeilenNurLesen;
-        return;
-    }
-    const bool oneOfSeveral = panel.eintraege.size() > 1 && panel.gewaehlt >= 0;
-    const Arbeitswert& w = wert(panel.eintraege.at(oneOfSeveral ? static_cast<std::size_t>(panel.gewaehlt) : 0));
-    panel.nurLesen = w.nurLesen || w.sperre != nullptr;
-    const bool typed = panel.Ausgabeart == art::TextWerte || panel.Ausgabeart == art::Drive;
-    if (w.sperre != nullptr) panel.hinweis = w.sperre;
-    else if (w.nurLesen && oneOfSeveral) panel.hinweis = meldung::WertNurLesen;
-    else if (typed && w.beruehrt && w.gefunden && w.strAnzeigeWert.empty()) panel.hinweis = meldung::LeeresFeld;
+    kindOf(panel).showLocks(tip_, panel);
 }
 
 void TippMaschine::finishOutput() {
@@ -230,16 +212,6 @@ void TippMaschine::reloadTipp() {
     if (!ctx_.blnTippGeladen) return;
     TippsEntladen();
     DBTippsAusgeben();
-}
-
-Panel& TippMaschine::addPanel(std::int16_t kind, std::int16_t index, std::int16_t entry) {
-    Panel panel;
-    panel.Ausgabeart = kind;
-    panel.index = index;
-    panel.eintraege.push_back(entry);
-    panel.unfertig = true;   // until its builder comes to an end
-    fenster().panels.push_back(std::move(panel));
-    return fenster().panels.back();
 }
 
 void TippMaschine::readEntry(std::int16_t i, StatusZeile& status) {
@@ -261,51 +233,21 @@ void TippMaschine::buildEntry(std::int16_t i) {
     const TippEintrag& e = eintrag(i);
     if (!e.Standardwert.empty()) FB_Default(true);
 
-    // Kinds with one panel for the whole Tip are built at their first entry.
-    const auto firstOfKind = [&] {
-        for (std::int16_t k = 1; k < i; ++k)
-            if (eintrag(k).Ausgabeart == e.Ausgabeart) return false;
-        return true;
-    };
+    const Kind& kind = kindOf(e);
+    if (kind.number != 0) ctx_.trace.write(kind.traceName);
+    for (std::int16_t k = 1; k < i; ++k)   // one panel for the whole Tip is built at its first entry
+        if (kind.onePanel() && &kindOf(eintrag(k)) == &kind) return;
     const std::size_t panels = fenster().panels.size();
-    switch (e.Ausgabeart) {
-        case art::CheckBox: ctx_.trace.write("Checkbox"); buildCheckBox(i); break;
-        case art::TextWerte: ctx_.trace.write("Textwerte"); buildTextWerte(i); break;
-        case art::ZahlenWerte: ctx_.trace.write("Zahlenwerte"); buildZahlenWerte(i); break;
-        case art::AuswahlBox: ctx_.trace.write("Auswahlboxen"); buildAuswahlBox(i); break;
-        case art::OptionsAuswahl: ctx_.trace.write("Optionsauswahl"); buildOptionsAuswahl(i); break;
-        case art::Drive:
-            ctx_.trace.write("Laufwerksauswahl");
-            if (firstOfKind()) buildDrive();
-            break;
-        case art::Farbe:
-            ctx_.trace.write("Farbauswahl");
-            if (firstOfKind()) buildFarbe();
-            break;
-        case art::Liste:
-            ctx_.trace.write("Listbox");
-            if (firstOfKind()) buildListe(i);
-            break;
-        case art::BootINI:
-            ctx_.trace.write("BOOT.INI");
-            if (firstOfKind()) BootINIAuslesen(i);
-            break;
-        case art::Kontext:
-            ctx_.trace.write("Kontextmenü");
-            if (firstOfKind()) buildKontext();
-            break;
-        case art::BitMaske: ctx_.trace.write("BIT-Maske"); buildBitMaske(i); break;
-        default: throw NumberedError(errnum::InvalidCall, "Unbekannte Ausgabeart " + std::to_string(e.Ausgabeart));
-    }
+    kind.build(*this, i);
     if (fenster().panels.size() > panels) fenster().panels.back().unfertig = false;
 }
 
 void TippMaschine::inspectTipp(std::int32_t number) {
     if (!readTippNumber(number)) return;
-    modus_ = Modus::NurAnsehen;
+    tip_.lookOnly = true;
     prepareOutput();
     buildEntries();
-    modus_ = Modus::Anzeigen;
+    tip_.lookOnly = false;
     ctx_.blnGeaendert = false;
 }
 

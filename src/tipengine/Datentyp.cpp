@@ -3,8 +3,8 @@
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
-#include "tipengine/DisplayForm.h"
 #include "tipengine/TippMaschine.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 
@@ -20,7 +20,7 @@ bool TippMaschine::DatenTypOK(std::int32_t regType, std::int16_t i) {
         if (ctx_.intBS == 1 || ctx_.intBS == 2) e.Datentyp = regType;
     } else if (regType != e.Datentyp) {
         ok = false;
-        if (modus_ == Modus::NurAnsehen) {
+        if (tip_.lookOnly) {
             ctx_.blnDatenTypAbbruch = true;
             ctx_.blnDatenTypAnpassen = false;
         } else if (w.DatentypModus != 1) {
@@ -66,12 +66,8 @@ bool TippMaschine::CheckDatenWert(std::int16_t i) {
         const std::string upper = e.WertEin == DelKey ? std::string() : lowerCase(e.WertEin);
         if (ctx_.trace.debug()) ctx_.trace.write("--- MinWert: " + lower + " MaxWert: " + upper);
         const std::string compared = upperCase(value);   // before a dword loses its sign
-        value = displayForm(ctx_, e.Ausgabeart, e.Datentyp, value);
-        if (e.Ausgabeart == art::CheckBox && e.Datentyp == 1) {
-            ok = value == lower || value == upper;
-        } else if (e.Ausgabeart == art::CheckBox && (e.Datentyp == 3 || e.Datentyp == 4)) {
-            ok = compared == upperCase(lower) || compared == upperCase(upper);
-        }
+        value = kindOf(e).displayForm(ctx_, e.Datentyp, value);
+        ok = kindOf(e).isKnown({e.Datentyp, lower, upper, compared, value});
     });
     // What cannot be converted must not stand in a panel as if it were the value.
     if (!converted) ok = false;

@@ -10,35 +10,6 @@
 #include "tipengine/TippMaschine.h"
 
 namespace brenvik {
-namespace {
-constexpr std::string_view SidMarke = "[SID]";
-}
-
-std::string TippMaschine::keyPath(std::int16_t i) const {
-    return NetzRegPfad(ctx_, eintrag(i).Hauptschlüssel) + "\\" + eintrag(i).Schlüssel;
-}
-
-std::string TippMaschine::valuePath(std::int16_t i) const { return keyPath(i) + "\\" + eintrag(i).Wertname; }
-
-BVKRegistry& TippMaschine::valueOf(std::int16_t i) const {
-    ctx_.objBVKReg.SetValuePath(ctx_.strRechnername, keyPath(i), eintrag(i).Wertname);
-    return ctx_.objBVKReg;
-}
-
-WertAenderung TippMaschine::changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const {
-    const std::string& name = eintrag(i).Wertname;
-    WertAenderung change{ctx_.strRechnername, valuePath(i), eintrag(i).TippIndex, std::move(alt), std::move(neu), false};
-    if (name.find('\\') != std::string::npos) {
-        change.path = keyPath(i);
-        change.name = name;
-    }
-    return change;
-}
-
-void TippMaschine::replaceSid(std::int16_t i) {
-    std::string& key = eintrag(i).Schlüssel;
-    if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
-}
 
 void TippMaschine::ReadRecTipp(std::int16_t i, StatusZeile* label) {
     const bool read = reportAndGoOn(ctx_, "ReadRecTipp", [&] {
@@ -58,7 +29,7 @@ void TippMaschine::ReadRecTipp(std::int16_t i, StatusZeile* label) {
 bool TippMaschine::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRepeat) {
     Arbeitswert& w = wert(i);
     ctx_.trace.write("*** ReadRecTipp: START ***");
-    replaceSid(i);
+    tip_.replaceSid(i);
     const TippEintrag& e = eintrag(i);
     if (ctx_.trace.debug()) {
         ctx_.trace.write("Registrypfad: " + e.Hauptschlüssel + "\\" + e.Schlüssel + "\\" + e.Wertname);
@@ -91,7 +62,7 @@ bool TippMaschine::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayR
             w.strAnzeigeWert.clear();
             w.ignoriert = true;
             if (label != nullptr) {
-                *label = {modus_ == Modus::NurAnsehen ? fmt::format(meldung::AndererDatentyp, DatenTypText(ctx_, type)) : strBVKTexte(179),
+                *label = {tip_.lookOnly ? fmt::format(meldung::AndererDatentyp, DatenTypText(ctx_, type)) : strBVKTexte(179),
                           StatusFarbe::Gefunden};
             }
         }
@@ -155,62 +126,44 @@ void TippMaschine::RegWertNotFound(std::int16_t i, StatusZeile* label) {
     FB_KeySave(true);
 }
 
-void TippMaschine::fillRows(const std::string& unterWert, Panel& panel) {
-    for (ListenZeile& row : panel.zeilen) {
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(1) + "\\" + row.text + "\\" + unterWert);
-        const auto raw = ctx_.objBVKReg.ReadRaw();
-        if (!raw) continue;
-        try {
-            row.unterText = toText(*raw);
-        } catch (const RegError&) {
-            row.unterText = bytesText(raw->bytes);   // one value that is damaged must not cost the list
-        }
+// Kinds 6, 7 and 8 read their entries without a label; one status line then speaks for all of them.
+void TippMaschine::readSilently(Panel& panel) {
+    if (ctx_.aktuellerTipp.INITipp) return readIniSilently(panel);
+    std::size_t found = 0, shown = 0;
+    bool writable = false;
+    for (std::int16_t i : panel.eintraege) {
+        ReadRecTipp(i, nullptr);
+        writable = writable || !wert(i).nurLesen;
+        if (!wert(i).gefunden) continue;
+        ++found;
+        if (!wert(i).ignoriert) ++shown;
     }
-}
-
-void TippMaschine::ReadRecListe(const std::string& unterWert, Panel& panel, StatusZeile* label) {
-    reportAndGoOn(ctx_, "ReadRecListe", [&] {
-        replaceSid(1);
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(1) + "\\");
-        for (const std::string& name : ctx_.objBVKReg.EnumSubKeys()) {
-            panel.zeilen.push_back({name, {}, false});
-            if (ctx_.trace.debug()) ctx_.trace.write("Werte: " + name);
-        }
-        fillRows(unterWert, panel);
-        FB_KeyDel(true);
+    if (found == 0) {
+        RegWertNotFound(panel.eintraege.front(), &panel.status);
+        panel.status.text = strBVKTexte(32);
+        return;
+    }
+    if (shown == 0) {
+        panel.status = {strBVKTexte(179), StatusFarbe::Gefunden};
         FB_KeySave(true);
-        FB_RegFile(true);
-        ctx_.blnSchreibrecht = true;
-        if (label == nullptr) return;
-        *label = {strBVKTexte(20), StatusFarbe::Gefunden};
-        wert(1).blnWertGelesen = wert(1).gefunden = true;   // what the line says, whatever stands there
-    });
+        return;
+    }
+    statusOfFound(writable, panel.status);
+    for (std::int16_t i : panel.eintraege) wert(i).blnWertGelesen = wert(i).gefunden && !wert(i).ignoriert;
+    if (shown < panel.eintraege.size()) panel.status = {strBVKTexte(31), StatusFarbe::Gefunden};
+    allowDelete(panel.eintraege.front(), ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
 }
 
-void TippMaschine::ReadRecKontext(const std::string& unterWert, Panel& panel, StatusZeile* label) {
-    reportAndGoOn(ctx_, "ReadRecKontext", [&] {
-        replaceSid(1);
-        ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(1) + "\\");
-        const bool found = ctx_.objBVKReg.Exists(KEY_QUERY_VALUE_MASK);
-        if (found)
-            for (const std::string& name : ctx_.objBVKReg.EnumSubKeys()) {
-                panel.zeilen.push_back({name, {}, false});
-                if (ctx_.trace.debug()) ctx_.trace.write("Werte: " + name);
-            }
-        else
-            ctx_.trace.write("Wert nicht vorhanden");
-        fillRows(unterWert, panel);
-        const bool rows = !panel.zeilen.empty();
-        FB_KeyDel(rows);
-        FB_Default(rows);
-        FB_KeySave(rows);
-        ctx_.blnSchreibrecht = true;
-        if (label == nullptr) return;
-        *label = found ? StatusZeile{strBVKTexte(20), StatusFarbe::Gefunden} : StatusZeile{strBVKTexte(21), StatusFarbe::Fehlt};
-        FB_RegFile(rows);
-        wert(1).blnWertGelesen = true;
-        wert(1).gefunden = found;
-    });
+void TippMaschine::readIniSilently(Panel& panel) {
+    bool found = false, any = false;
+    for (std::int16_t i : panel.eintraege) {
+        StatusZeile line;
+        ReadINITipp(i, &line, found);
+        if (!any || !found) panel.status = line;
+        any = any || wert(i).blnWertGelesen;
+        if (!found) return;   // a file that is not there is asked for once
+    }
+    allowDelete(panel.eintraege.front(), any && ctx_.einstellungen.LöschenAktiv);
 }
 
 }  // namespace brenvik

@@ -5,6 +5,7 @@
 #include "registry/ValueOperations.h"
 #include "tipengine/Schluesselbild.h"
 #include "tipengine/TippMaschine.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
@@ -48,11 +49,10 @@ void TippMaschine::deleteValues(Aenderung& change) {
 
 void TippMaschine::deleteTickedKeys() {
     for (const Panel& panel : fenster().panels) {
-        if (panel.Ausgabeart != art::Liste && panel.Ausgabeart != art::Kontext) continue;
         for (const ListenZeile& row : panel.zeilen) {
             if (!row.angehakt || row.text.empty()) continue;   // an empty name would mean the Tip's own key
             std::string path = keyPath(1) + "\\" + row.text;
-            Aenderung change = newChange(panel.Ausgabeart == art::Kontext ? Aenderung::Art::Kontextmenue : Aenderung::Art::Schluessel);
+            Aenderung change = newChange(kindOf(panel).menu ? Aenderung::Art::Kontextmenue : Aenderung::Art::Schluessel);
             change.schluessel = schluesselBilder(ctx_.objBVKReg, ctx_.strRechnername, path);
             for (SchluesselBild& image : change.schluessel) image.geloescht = true;   // what of it, the registry tells
             LaufendeAenderung running(recorder_, change);
@@ -70,17 +70,16 @@ void TippMaschine::deleteTickedKeys() {
 
 bool TippMaschine::RegWerteLoeschen() {
     if (letzterEintrag() < 1) return false;
-    const std::int16_t kind = eintrag(1).Ausgabeart;
-    const bool list = kind == art::Liste || kind == art::Kontext;
-    const bool yes = ctx_.port.ask(strBVKTexte(list ? 162 : 59));
+    const Kind& kind = kindOf(eintrag(1));
+    const bool yes = ctx_.port.ask(strBVKTexte(kind.ticks ? 162 : 59));
     ctx_.klick();
     if (yes) {
         Aenderung change;
         try {
-            if (kind != art::Kontext && (!eintrag(1).Wertname.empty() || kind != art::Liste))
-                deleteValues(change);
-            else
+            if (kind.rowsAreKeys(eintrag(1).Wertname))
                 deleteTickedKeys();
+            else
+                deleteValues(change);
         } catch (const NumberedError& error) {
             RegFehlermeldungen(ctx_, error.number, error.what());
             recorder_.offerTakeBack(change);

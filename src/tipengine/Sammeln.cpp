@@ -5,6 +5,7 @@
 #include "frame/Reports.h"
 #include "registry/ValueOperations.h"
 #include "tipengine/TippMaschine.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
@@ -41,7 +42,7 @@ struct TakeBack {};
 // since that opens its window.
 bool TippMaschine::collectForExport() {
     const auto& panels = fenster().panels;
-    if (std::any_of(panels.begin(), panels.end(), [](const Panel& panel) { return panel.Ausgabeart == art::BootINI; })) return true;
+    if (std::any_of(panels.begin(), panels.end(), [](const Panel& panel) { return kindOf(panel).section; })) return true;
     const bool changed = ctx_.blnGeaendert;
     const bool ok = DatenRead();
     ctx_.blnGeaendert = changed;
@@ -74,9 +75,9 @@ std::vector<GesammelterWert> TippMaschine::collectedValues() {
         values.push_back(collectedValue(speakerOf(i)));
         values.back().text = wert(i).strAnzeigeWert;
         // Values that nobody touched keep the form they were read in; what their panel shows is told by the panel.
-        const Panel* panel = panelOfEntry(i);
+        const Panel* panel = tip_.panelOfEntry(i);
         if (panel == nullptr || wert(i).beruehrt || panel->zahlUngueltig) continue;
-        if (auto text = panelText(*panel, i)) values.back().text = std::move(*text);
+        if (auto text = kindOf(*panel).valueText(tip_, *panel, i)) values.back().text = std::move(*text);
     }
     return values;
 }
@@ -87,7 +88,7 @@ std::optional<Tipp> TippMaschine::lookUpTipp(std::int32_t number) {
     const Bildschirmtipp keeper(ctx_);
     if (!readTippNumber(number)) return std::nullopt;
     takeSystemsKeys();
-    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) replaceSid(i);
+    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) tip_.replaceSid(i);
     return ctx_.aktuellerTipp;
 }
 

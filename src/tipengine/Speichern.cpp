@@ -11,11 +11,10 @@
 #include "tipengine/GeplanterWert.h"
 #include "tipengine/Meldungen.h"
 #include "tipengine/TippMaschine.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
-
-constexpr double Bit31 = 2147483648.0, Bit32 = 4294967296.0;
 
 // The pointer never stays behind, whatever happens in between.
 class Wartezeiger {
@@ -34,90 +33,16 @@ private:
     bool on_ = true;
 };
 
-bool plainDecimal(const std::string& text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-}
-
-// A number as the bytes of a binary value: whole 255s first, the rest last.
-std::string numberAsBytes(std::int32_t number) {
-    std::string bytes;
-    for (; number >= 256; number -= 255) bytes += "FF ";
-    return bytes + fmt::format("{:02X}", number);
-}
-
 }  // namespace
 
-Aenderung TippMaschine::newChange(Aenderung::Art art) const {
-    Aenderung change;
-    change.art = art;
-    change.tippÜberschrift = ctx_.aktuellerTipp.Überschrift;
-    change.tippIndex = letzterEintrag() >= 1 ? eintrag(1).TippIndex : std::int16_t{0};
-    change.amBildschirm = true;
-    return change;
-}
-
 // --- collecting ---
-
-// The boxes of a bit mask over the text of the value as it was.
-std::string TippMaschine::bitMaskText(const Panel& panel, std::int16_t i, std::string text) const {
-    const auto box = [&](std::size_t j) { return panel.schalter[j].angehakt; };
-    if (eintrag(i).Datentyp == 4) {
-        std::uint32_t mask = text.empty() ? 0 : static_cast<std::uint32_t>(static_cast<std::int64_t>(Val(text)));
-        for (std::size_t j = 0; j < panel.schalter.size(); ++j) mask = box(j) ? mask | 1u << j : mask & ~(1u << j);
-        return numberText(mask);
-    }
-    auto bytes = Split(text, " ");
-    std::erase(bytes, std::string());
-    for (std::size_t j = 0; j < panel.schalter.size(); j += 8) {
-        const std::size_t k = j / 8;
-        if (k >= bytes.size()) bytes.resize(k + 1, "00");
-        auto byte = static_cast<unsigned>(Val(Hex2Dec(bytes[k])));
-        for (std::size_t b = 0; b < 8 && j + b < panel.schalter.size(); ++b) byte = box(j + b) ? byte | 1u << b : byte & ~(1u << b);
-        bytes[k] = Dec2Hex(ctx_, static_cast<std::int32_t>(byte & 0xFF));
-    }
-    text.clear();
-    for (const std::string& byte : bytes) text += byte + " ";
-    return text;
-}
-
-// What the panel says for one of its entries; none where an event set the text already, and where there is no value.
-std::optional<std::string> TippMaschine::panelText(const Panel& panel, std::int16_t i) const {
-    switch (panel.Ausgabeart) {
-        case art::Liste: {
-            if (rowsAreKeys(panel)) return std::nullopt;
-            const auto row = static_cast<std::size_t>(std::find(panel.eintraege.begin(), panel.eintraege.end(), i) - panel.eintraege.begin());
-            if (row >= panel.zeilen.size()) return std::nullopt;
-            return panel.zeilen[row].angehakt ? "no" : DelKey;
-        }
-        case art::CheckBox: return panel.angehakt ? eintrag(i).WertEin : eintrag(i).WertAus;
-        case art::TextWerte: {
-            std::string text = panel.text;
-            if (panel.mehrzeilig) std::replace(text.begin(), text.end(), '\n', '\0');
-            return text;
-        }
-        case art::ZahlenWerte: {
-            if (panel.zahlUngueltig) return std::nullopt;
-            const std::string& divisor = eintrag(i).Werteliste;
-            return divisor.empty() || ctx_.aktuellerTipp.INITipp ? numberText(panel.Value) : numberText(panel.Value * toDbl(divisor));
-        }
-        case art::AuswahlBox: return panel.gewaehlt < 0 ? std::string() : panel.auswahl.at(static_cast<std::size_t>(panel.gewaehlt));
-        case art::OptionsAuswahl: {
-            if (panel.gewaehlt < 0) return std::nullopt;
-            double value = panel.dblOptionsWert.at(static_cast<std::size_t>(panel.gewaehlt));
-            if (value > Bit31) value -= Bit32;   // dwords are passed as signed numbers
-            return numberText(value);
-        }
-        case art::BitMaske: return bitMaskText(panel, i, wert(i).strAnzeigeWert);
-        default: return std::nullopt;
-    }
-}
 
 // The panel's state becomes strAnzeigeWert of its entries. Entries that were found and not touched keep what was read.
 void TippMaschine::collectPanel(const Panel& panel) {
     if (panel.unfertig) return;
     for (const std::int16_t i : panel.eintraege) {
         if (!wert(i).beruehrt && (wert(i).roh || wert(i).gefunden)) continue;
-        if (auto text = panelText(panel, i)) wert(i).strAnzeigeWert = std::move(*text);
+        if (auto text = kindOf(panel).valueText(tip_, panel, i)) wert(i).strAnzeigeWert = std::move(*text);
     }
 }
 
@@ -127,11 +52,7 @@ bool TippMaschine::DatenRead() {
     reportAndGoOn(ctx_, "DatenRead", [&] {
         std::optional<BootEingabe> bootInput;
         for (Panel& panel : fenster().panels) {
-            if (panel.Ausgabeart == art::ZahlenWerte && panel.zahlUngueltig && wert(panel.eintraege.front()).beruehrt) {
-                ctx_.port.tell(fmt::format(meldung::KeineZahlImFeld, panel.zahlText, panel.Min, panel.Max), box::Exclamation);
-                return;
-            }
-            if (panel.Ausgabeart == art::BootINI && !collectBootEntry(panel, bootInput)) return;
+            if (!kindOf(panel).mayCollect(*this, panel, bootInput)) return;
             if (panel.eintraege.empty()) continue;
             collectPanel(panel);
         }
@@ -165,21 +86,7 @@ bool TippMaschine::DatenSichern(Verbleib verbleib) {
 // The value as the registry takes it. Throws NumberedError or RegError with the refusal as its text.
 RawValue TippMaschine::valueToWrite(std::int16_t i) const {
     const TippEintrag& e = eintrag(i);
-    std::string text = wert(i).strAnzeigeWert;
-    if (e.Datentyp == 3 && e.Ausgabeart == art::Farbe) {
-        std::string bytes;
-        for (const std::string& piece : Split(text, " ")) bytes += (bytes.empty() ? "" : " ") + fmt::format("{:02X}", toLng(piece));
-        text = bytes;
-    } else if (e.Datentyp == 3 && e.Ausgabeart != art::CheckBox && e.Ausgabeart != art::BitMaske && plainDecimal(text)) {
-        if (text.size() > 9 || std::stol(text) > 32767) throw NumberedError(errnum::Overflow, fmt::format(meldung::ZahlZuGross, text));
-        const auto number = static_cast<std::int32_t>(std::stol(text));
-        text = text > "1" ? numberAsBytes(number) : fmt::format("{:02X} 00 00 00", number);
-    }
-    if (e.Ausgabeart == art::TextWerte && e.Datentyp == 4) {
-        const bool hex = !text.empty() && text.size() <= 8 && text.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
-        if (!hex) throw NumberedError(errnum::TypeMismatch, fmt::format(meldung::KeineHexzahl, text));
-        text = std::to_string(std::stoul(text, nullptr, 16));
-    }
+    std::string text = kindOf(e).registryText(e, wert(i).strAnzeigeWert);
     if (e.Datentyp == 7) {
         std::replace(text.begin(), text.end(), '\0', '\n');
         std::erase(text, '\r');
@@ -199,7 +106,7 @@ RawValue TippMaschine::valueToWrite(std::int16_t i) const {
 // Whether two entries name one value.
 bool TippMaschine::sameValue(std::int16_t i, std::int16_t j) const {
     const TippEintrag &a = eintrag(i), &b = eintrag(j);
-    if (ctx_.aktuellerTipp.INITipp) return equalText(iniPath(i), iniPath(j)) && equalText(a.Schlüssel, b.Schlüssel) && equalText(a.Wertname, b.Wertname);
+    if (ctx_.aktuellerTipp.INITipp) return equalText(files_.path(i), files_.path(j)) && equalText(a.Schlüssel, b.Schlüssel) && equalText(a.Wertname, b.Wertname);
     const auto key = [&](std::int16_t entry) {   // a doubled or closing backslash means the same key
         std::string path;
         for (const std::string& part : Split(keyPath(entry), "\\"))
@@ -296,7 +203,7 @@ void TippMaschine::showWhatIsThere() {
     for (Panel& panel : fenster().panels)
         if (!rowsAreKeys(panel)) {
             panel.status = statusNow(panel);
-            showLocks(panel);
+            kindOf(panel).showLocks(tip_, panel);
         }
     observer_.panelsChanged();
 }
@@ -311,8 +218,7 @@ StatusZeile TippMaschine::statusNow(const Panel& panel) {
         ++there;
         writable = writable || !readOnlyNow(i);
     }
-    const bool forSeveral = panel.Ausgabeart == art::Drive || panel.Ausgabeart == art::Farbe || panel.Ausgabeart == art::Liste;
-    if (there == 0) return {strBVKTexte(forSeveral ? 32 : 21), StatusFarbe::Fehlt};
+    if (there == 0) return {strBVKTexte(kindOf(panel).forSeveral ? 32 : 21), StatusFarbe::Fehlt};
     if (there < panel.eintraege.size()) return {strBVKTexte(31), StatusFarbe::Gefunden};
     return {strBVKTexte(writable ? 20 : 18), StatusFarbe::Gefunden};
 }
@@ -327,7 +233,7 @@ Aenderung TippMaschine::changeOf(const std::vector<GeplanterWert>& plan, Aenderu
 Aenderung TippMaschine::plannedSave(std::string& refusal) {
     if (!ctx_.aktuellerTipp.INITipp) return changeOf(planWrites(refusal), Aenderung::Art::Speichern);
     Aenderung change = newChange(Aenderung::Art::IniDatei);
-    if (const auto boot = bootFileEntry()) planBootFile(*boot, change, refusal);
+    if (const auto own = sectionEntry()) kindOf(eintrag(*own)).planFile(*this, *own, change, refusal);
     if (refusal.empty()) planIniFiles(false, change, refusal, [](const std::string&) { return true; });
     return change;
 }
@@ -393,6 +299,16 @@ bool TippMaschine::Default_Einstellungen() {
 }
 
 // --- commands ---
+
+// What was typed elsewhere in the Tip is settled first: the Tip is read anew when the window closes.
+void TippMaschine::openBearbeiten() {
+    const int selected = menu_.list() != nullptr ? menu_.list()->gewaehlteZeile : -1;
+    if (!DatenSichern()) return;
+    if (Panel* panel = menu_.list(); panel != nullptr && selected < static_cast<int>(panel->zeilen.size())) panel->gewaehlteZeile = selected;
+    BearbeitenAnfrage dialog = menu_.request(ctx_.blnBearbeitenNeu);
+    ctx_.port.showWindow(dialog);
+    reloadTipp();
+}
 
 void TippMaschine::clickRegSave(const std::string& ownCaption) {
     ctx_.klick();

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -14,10 +13,10 @@
 #include "tipengine/Aenderung.h"
 #include "tipengine/Context.h"
 #include "tipengine/Fensteranfragen.h"
+#include "tipengine/kinds/KindHost.h"
+#include "tipengine/kinds/Kontext.h"
 
 namespace brenvik {
-
-class Profildatei;
 
 // An entry of the Tip on screen as the user sees it now.
 struct GesammelterWert {
@@ -32,7 +31,7 @@ struct GesammelterWert {
 // What becomes of the Tip on screen after it was asked about.
 enum class Verbleib { BleibtStehen, WirdErsetzt };
 
-class TippMaschine {
+class TippMaschine : private KindHost {
 public:
     TippMaschine(Context& context, WindowObserver& observer, ChangeRecorder& recorder);
     TippMaschine(const TippMaschine&) = delete;
@@ -100,7 +99,7 @@ public:
     void clickDefault(const std::string& ownCaption);
     void clickRegDel();
     // The fields of frmBVK_Bearbeiten as it opens, for a new entry or the selected row. Its speichern asks and writes.
-    BearbeitenAnfrage bearbeitenAnfrage(bool neu);
+    BearbeitenAnfrage bearbeitenAnfrage(bool neu) { return menu_.request(neu); }
 
     // --- Events of the panels; panel is the place in frmBVK_Prog.panels ---
     void userCheck(std::size_t panel, bool on);                                // kind 1
@@ -131,7 +130,6 @@ public:
     void FB_ADMListe(bool on);
 
 private:
-    enum class Modus { Anzeigen, NurAnsehen };           // NurAnsehen asks nothing and changes nothing
     struct GeplanterWert;
 
     // Tree
@@ -148,7 +146,7 @@ private:
     bool readTippAt(int ordinal, const std::string& text);
     bool readTippNumber(std::int32_t number);
 
-    // Output, one builder per kind
+    // Output
     void prepareOutput();
     bool isRemote() const;
     bool meantForThisSystem() const;
@@ -156,34 +154,19 @@ private:
     void takeSystemsKeys();
     bool buildEntries();
     void finishPanel(Panel& panel);
-    void showLocks(Panel& panel) const;
     void buildEntry(std::int16_t i);
-    Panel& addPanel(std::int16_t kind, std::int16_t index, std::int16_t entry);
-    void readEntry(std::int16_t i, StatusZeile& status);
-    void buildCheckBox(std::int16_t i);
-    void buildTextWerte(std::int16_t i);
-    void buildZahlenWerte(std::int16_t i);
-    void buildAuswahlBox(std::int16_t i);
-    void buildOptionsAuswahl(std::int16_t i);
-    Panel& buildChoicePanel(std::int16_t kind);
-    void buildDrive();
-    void buildFarbe();
-    void buildListe(std::int16_t i);
-    void buildKontext();
-    void buildBitMaske(std::int16_t i);
-    void readSilently(Panel& panel);
+    void readEntry(std::int16_t i, StatusZeile& status) override;
+    void readSilently(Panel& panel) override;
     void readIniSilently(Panel& panel);
     void finishOutput();
     void captionsNormal();
-    void captionsKontext();
+    void captionsForEntries() override;
 
     // Panels
-    Panel* panelOf(std::size_t place, std::initializer_list<std::int16_t> kinds);
-    Panel* panelOfEntry(std::int16_t entry);
-    void touched(std::size_t panel, std::int16_t entry);
-    void DynModAdd(std::int16_t kind, std::int16_t index);
-    void DynModDel(std::int16_t kind, std::int16_t index);
-    void unloadKind(std::int16_t kind, std::int16_t& counter);
+    Panel* listening(std::size_t place);                 // none while the engine itself fills or draws panels
+    void touched(Panel& panel, std::int16_t entry) override;
+    void redraw(Panel& panel) override;
+    bool settle() override;
 
     // Reading
     void ReadRecTipp(std::int16_t i, StatusZeile* label);
@@ -193,20 +176,13 @@ private:
     bool mayWrite(std::int16_t i) const;
     void statusOfFound(bool writable, StatusZeile& label);
     void allowDelete(std::int16_t i, bool on);
-    void replaceSid(std::int16_t i);
-    void ReadRecListe(const std::string& unterWert, Panel& panel, StatusZeile* label);
-    void ReadRecKontext(const std::string& unterWert, Panel& panel, StatusZeile* label);
-    void fillRows(const std::string& unterWert, Panel& panel);
     void ReadINITipp(std::int16_t i, StatusZeile* label, bool& found);
-    void fileMissing(const std::string& path, StatusZeile* label);
     bool CheckDatenWert(std::int16_t i);
     bool DatenTypOK(std::int32_t regType, std::int16_t i);
     bool adaptType(std::int16_t i);
 
     // Saving
     void collectPanel(const Panel& panel);
-    std::optional<std::string> panelText(const Panel& panel, std::int16_t i) const;
-    std::string bitMaskText(const Panel& panel, std::int16_t i, std::string text) const;
     bool sameValue(std::int16_t i, std::int16_t j) const;
     std::int16_t speakerOf(std::int16_t i) const;
     std::vector<GeplanterWert> planWrites(std::string& refusal);
@@ -220,48 +196,36 @@ private:
     void afterChange();
     void deleteValues(Aenderung& change);
     void deleteTickedKeys();
-    Aenderung newChange(Aenderung::Art art) const;
+    Aenderung newChange(Aenderung::Art art) const { return tip_.newChange(art); }
 
     // INI and boot files
-    std::string iniPath(std::int16_t i) const;
-    void DateiCheck(std::int16_t i, std::string& path, bool& found);
-    std::filesystem::path iniFile(std::int16_t i) const;
-    static Profildatei loadProfildatei(const std::filesystem::path& file);
     void planIniFiles(bool loeschen, Aenderung& change, std::string& refusal, const std::function<bool(const std::string& path)>& mayBeMade);
-    bool writeProfildatei(const std::filesystem::path& file, std::string_view bytes);
-    void BootINIAuslesen(std::int16_t i);
-    void BootINIParamAusW(Panel& panel);
-    bool collectBootEntry(const Panel& panel, std::optional<BootEingabe>& input);
-    std::optional<std::int16_t> bootFileEntry() const;
-    bool planBootFile(std::int16_t i, Aenderung& change, std::string& refusal) const;
-    bool saveBootFile(std::int16_t i);
+    std::optional<std::int16_t> sectionEntry() const;
 
     // Context menus
     void openBearbeiten();
-    bool KontextSpeichern(BearbeitenAnfrage& dialog);
-    std::string kontextKey() const;
 
     // Paths of the Tip on screen
-    std::string keyPath(std::int16_t i) const;           // NetzRegPfad(root) "\" key, no backslash at the end
-    std::string valuePath(std::int16_t i) const;         // keyPath "\" value name, for the eye: a name may hold a backslash
-    BVKRegistry& valueOf(std::int16_t i) const;          // the service with the entry's value selected
-    WertAenderung changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const;
-    TippEintrag& eintrag(std::int16_t i) { return ctx_.aktuellerTipp.Eintrag.at(static_cast<std::size_t>(i)); }
-    const TippEintrag& eintrag(std::int16_t i) const { return ctx_.aktuellerTipp.Eintrag.at(static_cast<std::size_t>(i)); }
-    Arbeitswert& wert(std::int16_t i) { return ctx_.werte.at(static_cast<std::size_t>(i)); }
-    const Arbeitswert& wert(std::int16_t i) const { return ctx_.werte.at(static_cast<std::size_t>(i)); }
-    std::int16_t letzterEintrag() const { return static_cast<std::int16_t>(ctx_.aktuellerTipp.letzterEintrag()); }
+    std::string keyPath(std::int16_t i) const { return tip_.keyPath(i); }
+    std::string valuePath(std::int16_t i) const { return tip_.valuePath(i); }
+    BVKRegistry& valueOf(std::int16_t i) const { return tip_.valueOf(i); }
+    WertAenderung changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const {
+        return tip_.changeOfValue(i, std::move(alt), std::move(neu));
+    }
+    TippEintrag& eintrag(std::int16_t i) const { return tip_.entry(i); }
+    Arbeitswert& wert(std::int16_t i) const { return tip_.value(i); }
+    std::int16_t letzterEintrag() const { return tip_.last(); }
     Hauptfenster& fenster() { return ctx_.frmBVK_Prog; }
 
     Context& ctx_;
     WindowObserver& observer_;
     ChangeRecorder& recorder_;
-    Modus modus_ = Modus::Anzeigen;
+    CurrentTip tip_;
+    TipFiles files_;
+    MenuEntries menu_;
     std::optional<std::int32_t> gemeinteNummer_;         // while a Tip is shown by number; else its heading decides
     std::int16_t loeschSperre_ = 0;                      // entry whose reading switched KeyDel off; 0: none
     std::unordered_map<std::int32_t, std::vector<std::size_t>> tippsByIndex_;   // Index -> places in udtTippListe
-    std::string dateiHindernis_;                         // why the file asked for last is out of reach; empty: it is not
-    std::set<std::filesystem::path> bootIniGesichert_;   // files whose *.bvk was made in this session
 };
 
 // The children of a node in the order they are shown: sorted without case where the node is Sorted.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "tipengine/Panel.h"
+
 namespace brenvik::tipbau {
 
 namespace {
@@ -18,7 +20,7 @@ Zeile rowOf(std::int64_t index, std::int64_t group) {
     if (index % 4 == 0) z.SchlüsselNT = "Software\\Microsoft\\Windows NT\\CurrentVersion\\Bereich " + std::to_string(index % 100);
     z.Wertname = "Einstellung" + std::to_string(index);
     z.Datentyp = index % 2 == 0 ? typ::Dword : typ::Sz;
-    z.Ausgabeart = art::Haken;
+    z.Ausgabeart = art::CheckBox;
     z.WertEin = "1";
     z.WertAus = index % 5 == 0 ? DelKey : "0";
     z.Anzeigetext = "Einstellung Nummer " + std::to_string(index) + " einschalten";

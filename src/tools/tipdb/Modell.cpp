@@ -6,19 +6,6 @@
 
 namespace brenvik::tipbau {
 
-namespace {
-
-template <std::size_t N> std::string nameOf(const std::array<Name, N>& names, std::int64_t nummer) {
-    for (const Name& name : names)
-        if (name.nummer == nummer) return name.text;
-    return std::to_string(nummer);
-}
-
-}  // namespace
-
-std::string artName(std::int64_t art) { return nameOf(Arten, art); }
-std::string typName(std::int64_t typ) { return nameOf(Typen, typ); }
-
 void Beschwerden::add(const Ort& ort, const std::string& text) { liste_.push_back({ort, text}); }
 
 void Beschwerden::hint(const Ort& ort, const std::string& text) { hinweise_.push_back({ort, "Hinweis: " + text}); }

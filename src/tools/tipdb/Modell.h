@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "registry/ValueOperations.h"
+#include "tipengine/kinds/SourceCheck.h"
+
 namespace brenvik::tipbau {
 
 // Where something stands, as the user finds it: "tipps/03_symbole.toml:12" or "RegDaten, Index 5".
@@ -53,27 +56,22 @@ struct GruppenQuelle {
     std::int64_t reihenfolge = 0;
 };
 
-using OptText = std::optional<std::string>;
-
 // One row of RegDaten. Absent texts and numbers are null columns.
-struct Zeile {
+struct Zeile : SourceRow {
     Ort ort;
     std::map<std::string, int> felder;  // line of each field of the source, by its column
     std::int64_t Index = 0, HauptIndex = 0;
     std::vector<std::int64_t> Gruppen;
-    OptText Hauptschlüssel, Schlüssel, SchlüsselNT, Wertname;
-    std::int64_t Datentyp = 1, Ausgabeart = 0;
+    OptText Hauptschlüssel, Schlüssel, SchlüsselNT;
     OptText Überschrift, Beschreibung;
     std::optional<std::int64_t> HilfeNummer;
     std::int64_t AnzahlWerte = 0;
-    OptText WertEin, Anzeigetext, WertAus, Werteliste, Standardwert;
     std::int64_t TypAnpassen = 0, Symbol = 2;
     std::optional<std::int64_t> Verweis;
     bool Win95 = false, Win98 = false, WinME = false, WinNT = false, Win2000 = false, WinXP = false;
     OptText NeuInVersion;
     std::optional<std::int64_t> Neustart;
-    bool INITipp = false, ADMExport = false;
-    OptText Beschriftung;
+    bool ADMExport = false;
     bool artLesbar = true;    // the source names a kind and a type that there are; else the rules of the kind say nothing
 
     bool istKopf() const { return HauptIndex == 0; }
@@ -87,24 +85,7 @@ struct Bestand {
 };
 
 // Texts and numbers of the format.
-inline constexpr const char* DelKey = "<delkey>";
-inline constexpr const char* Dateiliste = "<filelist>";
 inline constexpr const char* WindowsPfad = "[WindowsPfad]";
 inline constexpr const char* Sid = "[SID]";
-
-struct Name {
-    const char* text;
-    std::int64_t nummer;
-};
-inline constexpr std::array<Name, 11> Arten = {{{"haken", 1}, {"text", 2}, {"zahl", 3}, {"auswahl", 4}, {"optionen", 5}, {"datei", 6}, {"farbe", 7}, {"liste", 8}, {"bootini", 9}, {"kontextmenue", 10}, {"bitmaske", 11}}};
-inline constexpr std::array<Name, 5> Typen = {{{"REG_SZ", 1}, {"REG_EXPAND_SZ", 2}, {"REG_BINARY", 3}, {"REG_DWORD", 4}, {"REG_MULTI_SZ", 7}}};
-namespace art {
-inline constexpr std::int64_t Haken = 1, Text = 2, Zahl = 3, Auswahl = 4, Optionen = 5, Datei = 6, Farbe = 7, Liste = 8, BootIni = 9, Kontextmenue = 10, Bitmaske = 11;
-}
-namespace typ {
-inline constexpr std::int64_t Sz = 1, ExpandSz = 2, Binary = 3, Dword = 4, MultiSz = 7;
-}
-std::string artName(std::int64_t art);
-std::string typName(std::int64_t typ);
 
 }  // namespace brenvik::tipbau

@@ -8,6 +8,7 @@
 #include "frame/Konvertierung.h"
 #include "tipdb/Limits.h"
 #include "tipdb/Schema.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik::tipbau {
 
@@ -188,7 +189,7 @@ void checkIniPlace(const Zeile& row, Beschwerden& complaints) {
     if (row.Hauptschlüssel) complaints.add(row.ortVon("Hauptschlüssel"), "Ein INI-Tipp hat keinen Hauptschlüssel.");
     if (row.Schlüssel.value_or("").empty()) complaints.add(row.ortVon("Schlüssel"), "Der Abschnitt der INI-Datei fehlt (Schlüssel).");
     if (row.SchlüsselNT.value_or("").empty()) complaints.add(row.ortVon("SchlüsselNT"), "Der Name der INI-Datei fehlt (SchlüsselNT).");
-    if (row.Ausgabeart != art::BootIni && row.Wertname.value_or("").empty()) complaints.add(row.ortVon("Wertname"), "Der Name des Eintrags in der INI-Datei fehlt (Wertname).");
+    if (!kindOf(row.Ausgabeart).section && row.Wertname.value_or("").empty()) complaints.add(row.ortVon("Wertname"), "Der Name des Eintrags in der INI-Datei fehlt (Wertname).");
     if (row.ADMExport) complaints.add(row.ortVon("ADMExport"), "Ein INI-Tipp kann nicht als ADM exportiert werden.");
 }
 
@@ -208,9 +209,8 @@ void checkRow(const Zeile& row, const std::set<std::int64_t>& groups, Beschwerde
         if (!own.insert(group).second) complaints.add(row.ortVon("Gruppen"), "Die Gruppe " + std::to_string(group) + " steht doppelt.");
     }
     checkText(row.ortVon("Gruppen"), "Gruppen", joined, MaxGruppen, complaints);
-    static const std::set<std::int64_t> AdmKinds = {art::Haken, art::Text, art::Zahl, art::Datei, art::Liste};
     static const std::set<std::string> AdmRoots = {"HKCU", "HKLM", "HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE"};
-    if (row.ADMExport && (AdmKinds.count(row.Ausgabeart) == 0 || AdmRoots.count(row.Hauptschlüssel.value_or("")) == 0))
+    if (row.ADMExport && (kindOf(row.Ausgabeart).part == TemplatePart::None || AdmRoots.count(row.Hauptschlüssel.value_or("")) == 0))
         complaints.add(row.ortVon("ADMExport"), "Als ADM lassen sich nur die Arten haken, text, zahl, datei und liste unter HKCU und HKLM exportieren.");
 }
 
@@ -234,15 +234,14 @@ void checkReference(const Zeile& row, const std::map<std::int64_t, const Zeile*>
 // --- Tips as a whole ---
 
 void checkTip(const Zeile& head, const std::vector<const Zeile*>& rows, Beschwerden& complaints) {
-    static const std::set<std::int64_t> OnePanel = {art::Datei, art::Farbe, art::Liste, art::BootIni, art::Kontextmenue};
     if (rows.size() > MaxEintraege) complaints.add(head.ort, "Der Tipp hat mehr als 255 Werte.");
     if (static_cast<std::size_t>(head.AnzahlWerte) + 1 != rows.size())
         complaints.add(head.ort, "AnzahlWerte ist " + std::to_string(head.AnzahlWerte) + ", der Tipp hat aber " + std::to_string(rows.size() - 1) + " weitere Werte.");
     std::set<std::string> places;
     for (const Zeile* row : rows) {
         if (row->artLesbar && textLength(row->Anzeigetext.value_or("")) <= MaxListe && textLength(row->Werteliste.value_or("")) <= MaxListe) checkKind(*row, rows.size(), complaints);
-        const bool single = OnePanel.count(row->Ausgabeart) != 0 || OnePanel.count(head.Ausgabeart) != 0;
-        if (single && row->Ausgabeart != head.Ausgabeart) complaints.add(row->ortVon("Ausgabeart"), "Die Arten datei, farbe, liste, bootini und kontextmenue lassen sich mit keiner anderen mischen.");
+        const Kind &kind = kindOf(row->Ausgabeart), &first = kindOf(head.Ausgabeart);
+        if ((kind.onePanel() || first.onePanel()) && &kind != &first) complaints.add(row->ortVon("Ausgabeart"), "Die Arten datei, farbe, liste, bootini und kontextmenue lassen sich mit keiner anderen mischen.");
         if (row->INITipp != head.INITipp) complaints.add(row->ortVon("INITipp"), "Alle Werte eines Tipps liegen entweder in INI-Dateien oder in der Registry.");
         const std::string place = lowerCase(row->Hauptschlüssel.value_or("") + "\\" + row->Schlüssel.value_or("") + "\\" + row->SchlüsselNT.value_or("") + "\\" + row->Wertname.value_or(""));
         if (!places.insert(place).second) complaints.add(row->ortVon("Wertname"), "Der Tipp hat diesen Wert schon.");
@@ -251,7 +250,12 @@ void checkTip(const Zeile& head, const std::vector<const Zeile*>& rows, Beschwer
 
 }  // namespace
 
-std::vector<std::string> pieces(const OptText& text, const char* separator) { return Split(text.value_or(""), separator); }
+void checkKind(const Zeile& row, std::size_t entries, Beschwerden& complaints) {
+    const Kind& kind = kindOf(row.Ausgabeart);
+    kind.checkSource({row, kind.sourceName, entries, row.istKopf(), [&](const char* column, const std::string& text) { complaints.add(row.ortVon(column), text); }});
+    if (row.Werteliste && lowerCase(*row.Werteliste) == FileList && (row.Werteliste != FileList || !kind.listsFiles || !row.istKopf()))
+        complaints.add(row.ortVon("Werteliste"), "\"<filelist>\" steht genau so und nur im ersten Wert eines Tipps der Art liste.");
+}
 
 void checkAll(const Bestand& b, Beschwerden& complaints) {
     checkVersions(b, complaints);

@@ -12,7 +12,4 @@ void checkKind(const Zeile& row, std::size_t entries, Beschwerden& complaints);
 // Values that several Tips of the same system have: a change in one of them shows in the others.
 void hintSharedValues(const Bestand& bestand, Beschwerden& complaints);
 
-// Parts that both files of rules use.
-std::vector<std::string> pieces(const OptText& text, const char* separator = "#");
-
 }  // namespace brenvik::tipbau

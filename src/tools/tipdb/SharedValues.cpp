@@ -3,13 +3,17 @@
 
 #include "Pruefung.h"
 #include "frame/Konvertierung.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik::tipbau {
 
 namespace {
 
 // The boot menu and keys whose entries are the values are edited in parts, by as many Tips as one likes.
-bool isOneValue(const Zeile& row) { return row.Ausgabeart != art::BootIni && row.Ausgabeart != art::Kontextmenue && row.Wertname.has_value(); }
+bool isOneValue(const Zeile& row) {
+    const Kind& kind = kindOf(row.Ausgabeart);
+    return !kind.section && !kind.menu && row.Wertname.has_value();
+}
 
 // Where the value lies on a system of the NT family, or on one of the others.
 std::string placeOf(const Zeile& row, bool nt) {

@@ -6,6 +6,7 @@
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
 #include "frame/toml/TomlText.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik::tipbau {
 
@@ -130,13 +131,13 @@ OptText withCrLf(OptText text) {
 }
 
 // The number of a name; nothing where there is none, which has been complained about if it had to be there.
-template <std::size_t N> std::optional<std::int64_t> named(Felder& felder, const std::string& field, const std::array<Name, N>& names, bool required) {
+template <class Names> std::optional<std::int64_t> named(Felder& felder, const std::string& field, const Names& names, bool required) {
     const OptText text = felder.text(field, required);
     if (!text) return std::nullopt;
-    for (const Name& name : names)
+    for (const SourceName& name : names)
         if (*text == name.text) return name.nummer;
     std::string allowed;
-    for (const Name& name : names) allowed += (allowed.empty() ? "" : ", ") + std::string(name.text);
+    for (const SourceName& name : names) allowed += (allowed.empty() ? "" : ", ") + std::string(name.text);
     felder.complain(field, "\"" + *text + "\" ist unbekannt; möglich sind " + allowed + ".");
     return std::nullopt;
 }
@@ -158,7 +159,7 @@ void readSystems(Felder& felder, Zeile& head) {
 
 // What belongs to the Tip as a whole; further rows start as copies of it.
 Zeile readTip(Felder& felder, std::int64_t fileGroup) {
-    static constexpr std::array<Name, 3> Restarts = {{{"nein", 0}, {"neustart", 1}, {"desktop", 2}}};
+    static constexpr std::array<SourceName, 3> Restarts = {{{"nein", 0}, {"neustart", 1}, {"desktop", 2}}};
     Zeile head;
     head.ort = felder.ort();
     head.Index = felder.number("nummer", true).value_or(0);
@@ -178,16 +179,22 @@ Zeile readTip(Felder& felder, std::int64_t fileGroup) {
     return head;
 }
 
+std::vector<SourceName> kindNames() {
+    std::vector<SourceName> names;
+    for (const Kind* kind : allKinds()) names.push_back({kind->sourceName, kind->number});
+    return names;
+}
+
 void readEntry(Felder& felder, Zeile& row) {
     row.ort = felder.ort();
-    const auto kind = named(felder, "art", Arten, true);
+    const auto kind = named(felder, "art", kindNames(), true);
     row.Ausgabeart = kind.value_or(0);
     row.Hauptschlüssel = felder.text("wurzel");
     row.Schlüssel = felder.text("schluessel");
     row.SchlüsselNT = felder.text("schluessel_nt");
     row.Wertname = felder.text("name");
-    const bool typed = !row.INITipp && row.Ausgabeart != art::Kontextmenue;  // the others hold texts
-    const auto type = named(felder, "typ", Typen, typed);
+    const bool typed = !row.INITipp && !kindOf(row.Ausgabeart).menu;  // the others hold texts
+    const auto type = named(felder, "typ", SourceTypes, typed);
     row.Datentyp = type.value_or(typ::Sz);
     row.artLesbar = kind && (type || (!typed && felder.get("typ") == nullptr));
     row.WertEin = felder.text("ein");

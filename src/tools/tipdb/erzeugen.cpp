@@ -5,14 +5,14 @@
 
 #include "Erzeuger.h"
 #include "Schreiber.h"
-#include "Wertformen.h"
 #include "cli/Aufruffehler.h"
 #include "frame/DateiSystem.h"
 #include "frame/ShownOutput.h"
+#include "tipengine/kinds/ValueForms.h"
 
 int main(int argc, char** argv) {
     const brenvik::ShownOutput out(std::cout), err(std::cerr);
-    using brenvik::tipbau::decimal;
+    using brenvik::decimal;
     constexpr std::int64_t MostRows = 400'000;
     CLI::App app{"Schreibt eine große erfundene Tipp-Datenbank zum Messen.", "tipdb-erzeugen"};
     app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");

@@ -1,4 +1,4 @@
-#include "tipengine/Farbwert.h"
+#include "tipengine/kinds/Farbwert.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "tipengine/BootSchalter.h"
+#include "tipengine/kinds/BootSchalter.h"
 
 #include "frame/Konvertierung.h"
 

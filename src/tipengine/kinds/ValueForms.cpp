@@ -1,13 +1,13 @@
-#include "Wertformen.h"
+#include "tipengine/kinds/ValueForms.h"
 
 #include <algorithm>
 #include <charconv>
 
-#include "Modell.h"
 #include "frame/Hexziffer.h"
 #include "frame/Konvertierung.h"
+#include "tipengine/kinds/SourceCheck.h"
 
-namespace brenvik::tipbau {
+namespace brenvik {
 
 namespace {
 
@@ -48,4 +48,4 @@ bool fitsType(std::int64_t datentyp, const std::string& text) {
     return value && *value >= INT32_MIN && *value <= INT32_MAX;
 }
 
-}  // namespace brenvik::tipbau
+}  // namespace brenvik

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace brenvik::tipbau {
+namespace brenvik {
 
 // Plain decimal without sign "+", leading zeros or blanks, as the registry service writes it; nothing for other texts.
 std::optional<std::int64_t> decimal(const std::string& text);
@@ -18,4 +18,4 @@ bool isHexDword(const std::string& text);
 // Whether a value of this type can have the text, as the service reads it: a dword is a signed decimal.
 bool fitsType(std::int64_t datentyp, const std::string& text);
 
-}  // namespace brenvik::tipbau
+}  // namespace brenvik

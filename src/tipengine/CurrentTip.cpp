@@ -1,0 +1,51 @@
+#include "tipengine/CurrentTip.h"
+
+#include <algorithm>
+
+#include "registry/ValueOperations.h"
+
+namespace brenvik {
+namespace {
+constexpr std::string_view SidMarke = "[SID]";
+}
+
+Panel* CurrentTip::panelOfEntry(std::int16_t entry) const {
+    for (Panel& panel : window().panels)
+        if (std::find(panel.eintraege.begin(), panel.eintraege.end(), entry) != panel.eintraege.end()) return &panel;
+    return nullptr;
+}
+
+std::string CurrentTip::keyPath(std::int16_t i) const { return NetzRegPfad(ctx_, entry(i).Hauptschlüssel) + "\\" + entry(i).Schlüssel; }
+
+std::string CurrentTip::valuePath(std::int16_t i) const { return keyPath(i) + "\\" + entry(i).Wertname; }
+
+BVKRegistry& CurrentTip::valueOf(std::int16_t i) const {
+    ctx_.objBVKReg.SetValuePath(ctx_.strRechnername, keyPath(i), entry(i).Wertname);
+    return ctx_.objBVKReg;
+}
+
+void CurrentTip::replaceSid(std::int16_t i) const {
+    std::string& key = entry(i).Schlüssel;
+    if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
+}
+
+Aenderung CurrentTip::newChange(Aenderung::Art art) const {
+    Aenderung change;
+    change.art = art;
+    change.tippÜberschrift = record().Überschrift;
+    change.tippIndex = last() >= 1 ? entry(1).TippIndex : std::int16_t{0};
+    change.amBildschirm = true;
+    return change;
+}
+
+WertAenderung CurrentTip::changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const {
+    const std::string& name = entry(i).Wertname;
+    WertAenderung change{ctx_.strRechnername, valuePath(i), entry(i).TippIndex, std::move(alt), std::move(neu), false};
+    if (name.find('\\') != std::string::npos) {
+        change.path = keyPath(i);
+        change.name = name;
+    }
+    return change;
+}
+
+}  // namespace brenvik
