@@ -84,7 +84,7 @@ struct Lauf {
         if (!program.loadDatabase()) throw std::runtime_error("no database");
         relay.target = &window;
         window.attach(events);
-        program.maschine().TreeEinlesen();
+        program.maschine().tree().TreeEinlesen();
         window.resize(980, 720);
         window.show();
         settle();
@@ -250,7 +250,7 @@ int printMemory(bool many) {
     run.tree().expandAll();
     const auto& tips = run.program.context().udtTippListe;
     for (std::size_t i = 0; i < tips.size() && i < 20; ++i) {
-        run.program.maschine().showTippByNumber(tips[i * tips.size() / 20].Index);
+        run.program.maschine().tree().showTippByNumber(tips[i * tips.size() / 20].Index);
         run.settle();
     }
     std::printf("%.1f %.1f\n", residentMegabytes("VmRSS:"), residentMegabytes("VmHWM:"));

@@ -47,7 +47,7 @@ struct Welt {
         ctx.einstellungen.BSSystemAktiv = false;
     }
     void load(const fs::path& file) {
-        if (LoadDB(ctx, file) == LoadErgebnis::Geladen) engine.TreeEinlesen();
+        if (LoadDB(ctx, file) == LoadErgebnis::Geladen) engine.tree().TreeEinlesen();
     }
     Ordner ordner;
     StillerPort port;
@@ -73,7 +73,7 @@ void TreeOf50000Tips(benchmark::State& state) {
         ++group.TippAnzahl;
     }
     for (auto _ : state) {
-        w.engine.TreeEinlesen();
+        w.engine.tree().TreeEinlesen();
         for (int g = 1; g < Gruppen; ++g) benchmark::DoNotOptimize(displayOrder(w.ctx.frmBVK_Prog, w.ctx.frmBVK_Prog.tvBVKDB[0].kinder[static_cast<std::size_t>(g)]));
     }
 }
@@ -86,7 +86,7 @@ void ShowTipOfTenValues(benchmark::State& state) {
     w.load(file);
     const std::string heading = w.ctx.udtTippListe.at(0).Überschrift;
     for (auto _ : state)
-        if (!w.engine.showTippByHeading(heading)) state.SkipWithError("not shown");
+        if (!w.engine.tree().showTippByHeading(heading)) state.SkipWithError("not shown");
     state.counters["values"] = static_cast<double>(w.ctx.aktuellerTipp.letzterEintrag());
     if (w.port.boxes != 0) state.SkipWithError("boxes came");
 }
@@ -101,7 +101,7 @@ void ShowEachShippedTip(benchmark::State& state) {
     for (auto _ : state)
         for (const auto& tipp : w.ctx.udtTippListe) {
             const auto start = std::chrono::steady_clock::now();
-            w.engine.showTippByHeading(tipp.Überschrift);
+            w.engine.tree().showTippByHeading(tipp.Überschrift);
             const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
             const auto [place, first] = best.try_emplace(tipp.Index, ms);
             if (!first) place->second = std::min(place->second, ms);
@@ -122,7 +122,7 @@ void ShowKeyListOf5000(benchmark::State& state) {
             w.store.setValue(Root::LocalMachine, "Software\\Classes\\Drive\\shell\\Eintrag" + std::to_string(k), ValueName::unnamed(), fromText("Text", 1));
     });
     for (auto _ : state)
-        if (!w.engine.showTippByNumber(607)) state.SkipWithError("not shown");
+        if (!w.engine.tree().showTippByNumber(607)) state.SkipWithError("not shown");
     state.counters["rows"] = static_cast<double>(w.ctx.frmBVK_Prog.panels.at(0).zeilen.size());
 }
 BENCHMARK(ShowKeyListOf5000)->Unit(benchmark::kMillisecond);
@@ -133,7 +133,7 @@ void ShowFileListOf200(benchmark::State& state) {
     const fs::path folder = w.ordner.path() / "drive_c/WINDOWS/system32";
     for (int k = 0; k < 180; ++k) std::ofstream(folder / ("x" + std::to_string(k) + ".cpl")) << "x";
     for (auto _ : state)
-        if (!w.engine.showTippByNumber(3603)) state.SkipWithError("not shown");
+        if (!w.engine.tree().showTippByNumber(3603)) state.SkipWithError("not shown");
     state.counters["rows"] = static_cast<double>(w.ctx.frmBVK_Prog.panels.at(0).zeilen.size());
 }
 BENCHMARK(ShowFileListOf200)->Unit(benchmark::kMillisecond);

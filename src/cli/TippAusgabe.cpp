@@ -178,7 +178,7 @@ int printTip(Programm& programm, std::int32_t number, bool json) {
 }
 
 int printTips(Programm& programm, int view, bool json, bool values) {
-    programm.maschine().selectTab(view);
+    programm.maschine().tree().selectTab(view);
     return Liste(programm, json, values && !json).print();
 }
 

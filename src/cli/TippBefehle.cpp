@@ -36,7 +36,7 @@ bool exists(Programm& programm, std::int32_t number) {
 bool open(Programm& programm, std::int32_t number) {
     if (!exists(programm, number)) return false;
     const auto& f = programm.context().frmBVK_Prog;
-    if (!programm.maschine().showTippByNumber(number) || f.panels.empty()) {
+    if (!programm.maschine().tree().showTippByNumber(number) || f.panels.empty()) {
         failed(f.txtInfo);
         return false;
     }
@@ -141,7 +141,7 @@ int remove(Programm& programm, const Angaben& given) {
     for (const std::string& name : given.rows) {
         const int row = rowNamed(*keys, name);
         if (row < 0) return noRow(name);
-        maschine.userTick(static_cast<std::size_t>(keys - ctx.frmBVK_Prog.panels.data()), row, true);
+        maschine.input().userTick(static_cast<std::size_t>(keys - ctx.frmBVK_Prog.panels.data()), row, true);
     }
     const bool done = ctx.aktuellerTipp.INITipp ? maschine.SaveINITipp(true) : maschine.RegWerteLoeschen();
     return done ? 0 : 1;
@@ -154,7 +154,7 @@ int saveEntry(Programm& programm, const Angaben& given, bool neu) {
     if (list == nullptr || !kindOf(*list).menu) return failed("Der Tipp ist kein Kontextmenü");
     const int row = neu ? -1 : rowNamed(*list, given.key);
     if (!neu && row < 0) return noRow(given.key);
-    programm.maschine().userSelectRow(static_cast<std::size_t>(list - programm.context().frmBVK_Prog.panels.data()), row);
+    programm.maschine().input().userSelectRow(static_cast<std::size_t>(list - programm.context().frmBVK_Prog.panels.data()), row);
     BearbeitenAnfrage entry = programm.maschine().bearbeitenAnfrage(neu);
     if (neu) entry.txtKeyName = given.key;
     entry.txtBeschreibung = given.text.value_or(entry.txtBeschreibung);

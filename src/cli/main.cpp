@@ -39,7 +39,7 @@ bool loadTips(Programm& programm) {
     programm.offerMissingFiles(false);
     if (!programm.loadDatabase()) return false;
     programm.maschine().FrameStartEinstellungen();
-    programm.maschine().TreeEinlesen();
+    programm.maschine().tree().TreeEinlesen();
     return true;
 }
 

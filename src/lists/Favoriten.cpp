@@ -83,8 +83,8 @@ void Favoriten::showNodeOf(const std::string& text) {
     reportAndGoOn(ctx_, "FavAuswahlAnzeigen", [&] {
         const auto& tree = ctx_.frmBVK_Prog.tvBVKDB;
         const auto found = std::find_if(tree.begin(), tree.end(), [&](const TreeNode& node) { return node.text == text; });
-        if (found != tree.end()) engine_.showNode(static_cast<int>(found - tree.begin()));
-        else engine_.TreeViewAbfrage(false);   // on the old selection
+        if (found != tree.end()) engine_.tree().showNode(static_cast<int>(found - tree.begin()));
+        else engine_.tree().TreeViewAbfrage(false);   // on the old selection
     });
 }
 

@@ -210,8 +210,8 @@ private:
     void visitMain() {
         frmBVK_Prog& window = teile_.fenster;
         TippMaschine& engine = teile_.programm.maschine();
-        engine.TreeEinlesen();
-        engine.selectNode(0);
+        engine.tree().TreeEinlesen();
+        engine.tree().selectNode(0);
         visit_(window, "start");
         for (std::int16_t kind = art::CheckBox; kind <= art::BitMaske; ++kind) {
             showTypical(kind);
@@ -223,8 +223,8 @@ private:
     void showTypical(std::int16_t kind) {
         TippMaschine& engine = teile_.programm.maschine();
         if (typical_.empty()) findTypical();
-        engine.TreeEinlesen();      // shut groups, so that the pictures do not depend on their order
-        engine.showTippByNumber(typical_[kind]);
+        engine.tree().TreeEinlesen();      // shut groups, so that the pictures do not depend on their order
+        engine.tree().showTippByNumber(typical_[kind]);
     }
 
     // Of each kind the Tip that has most to show, but no more than fits.

@@ -26,7 +26,7 @@ void zeigeSuche(TippMaschine& engine, Suchauftrag& auftrag) {
     };
     ctx.port.showWindow(request);
     auftrag = request.auftrag;
-    if (!request.gewaehlt.empty()) engine.TippOeffnen(request.gewaehlt);
+    if (!request.gewaehlt.empty()) engine.tree().TippOeffnen(request.gewaehlt);
 }
 
 void zeigeOptionen(TippMaschine& engine, const std::function<void()>& listenOrdnerNeu) {

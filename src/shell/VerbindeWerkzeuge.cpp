@@ -38,8 +38,8 @@ std::string msinfo32(const Context& ctx) {
 
 void verbindeDatenbankwahl(Fensterteile& teile) {
     TippMaschine& engine = teile.programm.maschine();
-    teile.fenster.setCommand(Befehl::AndereDBLaden, [&engine] { engine.mnuandereDBLoad(); });
-    teile.fenster.setCommand(Befehl::BVKDBLaden, [&engine] { engine.mnuBVKDBLoad(); });
+    teile.fenster.setCommand(Befehl::AndereDBLaden, [&engine] { engine.tree().mnuandereDBLoad(); });
+    teile.fenster.setCommand(Befehl::BVKDBLaden, [&engine] { engine.tree().mnuBVKDBLoad(); });
 }
 
 void verbindeWerkzeuge(Fensterteile& teile) {

@@ -55,9 +55,6 @@ struct Context : TipdbContext {
     bool blnInitPanel = false;
     bool blnTabInit = false;
     bool blnTippAnzeige = false;
-    bool blnDatenTypAnpassen = false;
-    bool blnDatenTypAbbruch = false;
-    bool blnBearbeitenNeu = false;
     bool blnDateiSuchen = true;
     bool blnListeGeaendert = false;
     std::string strGewaehlteDatei;

@@ -29,6 +29,27 @@ void CurrentTip::replaceSid(std::int16_t i) const {
     if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
 }
 
+// In an INI Tip the column names the file.
+void CurrentTip::takeSystemsKeys() const {
+    if (!ctx_.istNT() || ctx_.aktuellerTipp.INITipp) return;
+    for (TippEintrag& entry : ctx_.aktuellerTipp.Eintrag)
+        if (!entry.SchlüsselNT.empty()) entry.Schlüssel = entry.SchlüsselNT;
+}
+
+bool CurrentTip::mayWrite(std::int16_t i) const {
+    const RegPath place = parseRegPath(keyPath(i) + "\\");
+    ctx_.objBVKReg.SetPath(ctx_.strRechnername, keyPath(i) + "\\");
+    RegStore& store = ctx_.objBVKReg.selectedStore();
+    for (std::string key = place.key; !key.empty(); key.resize(key.find_last_of('\\') == std::string::npos ? 0 : key.find_last_of('\\')))
+        if (store.keyExists(place.root, key)) return store.canOpen(place.root, key, KEY_ALL_ACCESS_MASK);
+    return true;
+}
+
+StatusZeile CurrentTip::statusOf(std::int16_t entry) const {
+    const Panel* panel = panelOfEntry(entry);
+    return panel != nullptr ? panel->status : StatusZeile{};
+}
+
 Aenderung CurrentTip::newChange(Aenderung::Art art) const {
     Aenderung change;
     change.art = art;

@@ -29,6 +29,9 @@ public:
     std::string valuePath(std::int16_t i) const;         // keyPath "\" value name, for the eye: a name may hold a backslash
     BVKRegistry& valueOf(std::int16_t i) const;          // the service with the entry's value selected
     void replaceSid(std::int16_t i) const;
+    void takeSystemsKeys() const;                        // before the first panel is built, since one may be for several entries
+    bool mayWrite(std::int16_t i) const;                 // its key or, where it is missing, the nearest one above it
+    StatusZeile statusOf(std::int16_t entry) const;      // of its panel
 
     Aenderung newChange(Aenderung::Art art) const;
     WertAenderung changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const;

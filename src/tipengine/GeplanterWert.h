@@ -4,12 +4,11 @@
 #include <string>
 
 #include "registry/RawValue.h"
-#include "tipengine/TippMaschine.h"
 
 namespace brenvik {
 
 // One step of a save, decided before the first write.
-struct TippMaschine::GeplanterWert {
+struct GeplanterWert {
     enum class Tat { Schreiben, Loeschen };
     std::int16_t eintrag = 0;
     std::string path;

@@ -30,6 +30,14 @@ struct Hauptfenster {
     // Enable pairs (FB_KeySave ... FB_ADMListe): one flag serves button, menu entry and toolbar button.
     bool KeySave = false, KeyDel = false, Default = false, RegFile = false, ADMFile = false, KeyInfo = false, RegListe = false,
          ADMListe = false;
+    void FB_KeySave(bool on) { KeySave = on; }
+    void FB_KeyDel(bool on) { KeyDel = on; }
+    void FB_Default(bool on) { Default = on; }
+    void FB_RegFile(bool on) { RegFile = on; }
+    void FB_ADMFile(bool on) { ADMFile = on; }
+    void FB_KeyInfo(bool on) { KeyInfo = on; }
+    void FB_RegListe(bool on) { RegListe = on; }
+    void FB_ADMListe(bool on) { ADMListe = on; }
     bool mnuBSFreigabe = false;
     bool tbrHistory = false;
     bool historySichtbar = true, favoritenSichtbar = true;   // false: the list is switched off for this run

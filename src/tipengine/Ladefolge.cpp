@@ -69,7 +69,7 @@ private:
         stageWithPause(151, 70);
         if (!programm_.loadDatabase()) return false;
         stage(221, 80);
-        step([&] { programm_.maschine().TreeEinlesen(); });
+        step([&] { programm_.maschine().tree().TreeEinlesen(); });
         return true;
     }
     void finish() {

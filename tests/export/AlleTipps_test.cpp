@@ -26,7 +26,7 @@ protected:
         EXPECT_TRUE(programm.loadDatabase());
         poison();
         ctx().strDBVersion += Attack;
-        engine().TreeEinlesen();
+        engine().tree().TreeEinlesen();
     }
 
     static constexpr const char* Attack =

@@ -40,7 +40,7 @@ TEST(RegDatei, TextDerKeinWertIstVerweigertDieDatei) {
     Exportprobe p({{.Index = 4, .Überschrift = "Hex", .Ausgabeart = 2}});
     p.put("HKCU\\Software\\Probe\\Wert", 4, "26");
     p.show("Hex");
-    p.engine->userText(0, "keine Zahl");
+    p.engine->input().userText(0, "keine Zahl");
     p.ctx->einstellungen.RegFileGeprueft = true;
     p.file("x.reg");
     p.port.expectBox("Tipp 4, Hex: Der Wert \"keine Zahl\" kann nicht gespeichert werden");

@@ -22,7 +22,7 @@ TEST(AddTippToList, ErstLeerDannMitText) {
     EXPECT_EQ(entry.Werte[0].WertEin + entry.Werte[0].WertAus, "10");
     EXPECT_EQ(entry.Werte[0].gesammelt.wert, fromText("0", 1));   // beside the text, and raw
     EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 1  |  Zur REG-Liste hinzugefügt (Tipps darin: 1)");
-    p.engine->userCheck(0, true);
+    p.engine->input().userCheck(0, true);
     p.exporte.addRegListe();
     EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 1  |  In der REG-Liste stehen jetzt die neuen Werte (Tipps darin: 1)");
     EXPECT_EQ(p.listen.RegListe.size(), 1u);

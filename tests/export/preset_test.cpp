@@ -24,7 +24,7 @@ TEST(Preset, SchreibtLiestUndWendetAn) {
     p.put("HKCU\\Software\\Probe\\" + std::string(Sid) + "\\Text", 7, std::string("it's\0zwei\tä", 12));
     p.put("HKLM\\SYSTEM\\Probe\\Maske", 3, "0A FF");
     p.show("Haken");
-    p.engine->userCheck(0, false);   // chosen, not saved
+    p.engine->input().userCheck(0, false);   // chosen, not saved
     p.exporte.addRegListe();
     p.ctx->blnGeaendert = false;
     for (const char* title : {"Text", "Maske"}) {

@@ -67,7 +67,7 @@ TEST(RegFileSave, SammeltUndSagtWasAndersAnkommt) {
     p.put("HKCU\\Software\\Probe\\Wert", 4, "50");
     p.put("HKCU\\Software\\Probe\\Haken", 1, "0");
     p.show("Haken");
-    p.engine->userCheck(0, true);
+    p.engine->input().userCheck(0, true);
     EXPECT_EQ(p.regFile(), std::string("REGEDIT4\n\n") + Kopf + "\n; ------ Anfang ------\n\n; [2] - Haken\n[HKEY_CURRENT_USER\\Software\\Probe]\n\"Haken\"=\"1\"\n\n; ------ Ende ------\n\n");
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\Haken"), "1:0");   // only a file was written
     EXPECT_TRUE(p.ctx->blnGeaendert);

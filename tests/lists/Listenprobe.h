@@ -29,9 +29,9 @@ struct Listenprobe : Probe {
     }
     void change(const std::string& a, const std::string& b, const std::string& c) {
         show("Drei");
-        engine->userText(0, a);
-        engine->userText(1, b);
-        engine->userText(2, c);
+        engine->input().userText(0, a);
+        engine->input().userText(1, b);
+        engine->input().userText(2, c);
         saveOk();
     }
     std::string values() { return get("HKCU\\Software\\Probe\\A") + " " + get("HKCU\\Software\\Probe\\B") + " " + get("HKCU\\Software\\Neu\\Tief\\C"); }
@@ -96,7 +96,7 @@ private:
     TippMaschine* engine2(Aufzeichnungen& recorders) {
         engine = std::make_unique<TippMaschine>(*ctx, observer, recorders);
         engine->FrameStartEinstellungen();
-        engine->TreeEinlesen();
+        engine->tree().TreeEinlesen();
         return engine.get();
     }
 };

@@ -28,10 +28,10 @@ TEST(History, EinSpeichernIstEineZeile) {
     p.saveOk();                                         // nothing differs
     EXPECT_EQ(p.file(), Erste);
     p.show("Drei");
-    p.engine->userText(0, "ä\r\nzweite Zeile");
+    p.engine->input().userText(0, "ä\r\nzweite Zeile");
     p.saveOk();
     p.show("Drei");
-    p.engine->userText(0, "x");
+    p.engine->input().userText(0, "x");
     p.saveOk();
     EXPECT_EQ(p.file(), Erste + std::string("09.11.2002#12:30:00#PROBE-PC#1#neu#\r\n09.11.2002#12:30:00#PROBE-PC#1#\xE4#\r\n"));
     p.start();
@@ -57,7 +57,7 @@ TEST(History, LoeschungenGeltenErstNachZurueck) {
     EXPECT_EQ(p.file(), "1#a#PC#1#x#\r\n   \r\n2#b#PC#1#y#\n3#c#PC#9#z#");
     p.put("HKCU\\Software\\Probe\\A", 1, "alt");
     p.show("Drei");
-    p.engine->userText(0, "neu");
+    p.engine->input().userText(0, "neu");
     p.saveOk();                                         // rewrites deleted ones too
     const std::string fourth = "09.11.2002#12:30:00#PROBE-PC#1#alt#\r\n";
     EXPECT_TRUE(p.file().starts_with("1#a#PC#1#x#\r\n2#b#PC#1#y#\r\n3#c#PC#9#z#\r\n" + fourth)) << p.file();
@@ -148,7 +148,7 @@ TEST(History, WasNichtGeschriebenWerdenKannHaeltNichtsAuf) {
     Listenprobe p;
     std::filesystem::permissions(p.dir / HistoryDatei, std::filesystem::perms::owner_read);
     p.show("Drei");
-    p.engine->userText(0, "neu");
+    p.engine->input().userText(0, "neu");
     p.port.expectBox("Beim schreiben der History ist folgender Fehler aufgetreten:\r\n\r\nDie Datei ist schreibgeschütz !!!", Answer::Yes);
     p.saveOk();
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:neu");
@@ -182,7 +182,7 @@ TEST(History, EinOrdnerDerZwischendurchFehltNimmtNichtsMit) {
     p.start();
     std::filesystem::rename(p.dir / "liste", p.dir / "fort");
     p.show("Drei");
-    p.engine->userText(0, "neu");
+    p.engine->input().userText(0, "neu");
     p.port.expectBox("Beim schreiben der History ist folgender Fehler aufgetreten:\r\n\r\n09.11.2002#12:30:00#PROBE-PC#1#<Key nicht vorhanden>#", Answer::Yes);
     p.saveOk();
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "1:neu");
@@ -209,7 +209,7 @@ TEST(History, PasswoerterStehenNichtImProtokoll) {
     p.put("HKCU\\Software\\Probe\\DefaultPassword", 1, "geheim1");
     std::filesystem::permissions(p.dir / HistoryDatei, std::filesystem::perms::owner_read);
     p.show("Drei");
-    p.engine->userText(0, "geheim2");
+    p.engine->input().userText(0, "geheim2");
     p.port.expectBox("Beim schreiben der History", Answer::Yes);
     p.saveOk();
     EXPECT_NE(bytesOf(p.dir / "log").find("*****"), std::string::npos);

@@ -56,7 +56,7 @@ TEST(Journal, UnterHKCRHatJederOrtSeinBild) {
         const auto& rows = p.panel().zeilen;
         const auto row = std::find_if(rows.begin(), rows.end(), [](const ListenZeile& r) { return r.text == "eins"; });
         ASSERT_NE(row, rows.end());
-        p.engine->userTick(0, static_cast<int>(row - rows.begin()), true);
+        p.engine->input().userTick(0, static_cast<int>(row - rows.begin()), true);
         p.port.expectBox("gelöscht", Answer::Yes).expectBox(Fertig);
         p.engine->clickRegDel();
         EXPECT_NE(p.alles(), before);
@@ -73,7 +73,7 @@ TEST(Journal, EinWertUnterHKCRHatSeineEigeneVorgeschichte) {
     const std::string before = p.alles();
     for (const bool told : {false, true}) {
         p.show("Drei");
-        p.engine->userText(0, "neu");
+        p.engine->input().userText(0, "neu");
         p.saveOk();
         EXPECT_EQ(p.get("HKCU\\Software\\Classes\\.txt\\W") + p.get("HKLM\\Software\\Classes\\.txt\\W"), "1:neu1:maschine");
         EXPECT_EQ(p.drifted(), "");
@@ -91,8 +91,8 @@ TEST(Journal, UnveraendertGeschriebenesGehoertNichtDazu) {
     Listenprobe p;
     p.put("HKCU\\Software\\Probe\\B", 4, "1");
     p.show("Drei");
-    p.engine->userText(0, "neu");
-    p.engine->userText(2, "c");
+    p.engine->input().userText(0, "neu");
+    p.engine->input().userText(2, "c");
     p.saveOk();
     p.put("HKCU\\Software\\Probe\\B", 4, "7");
     EXPECT_EQ(p.drifted(), "");
@@ -121,7 +121,7 @@ TEST(Journal, EigeneSpaetereAenderungenWerdenGenannt) {
     Listenprobe p;
     p.change("eins", "1", "c");
     p.show("Drei");
-    p.engine->userText(0, "zwei");
+    p.engine->input().userText(0, "zwei");
     p.saveOk();
     p.onConflicts(true, true);
     p.port.expectBox(Fertig);
@@ -142,7 +142,7 @@ TEST(Journal, GeloeschteZeilenBleibenFort) {
     EXPECT_EQ(p.file(), "2#b#PC#1#y#\r\n");
     p.dir.put("History.txt", old + "3#c#PC#1#z#\r\n");
     p.show("Drei");
-    p.engine->userText(0, "zwei");
+    p.engine->input().userText(0, "zwei");
     p.saveOk();
     EXPECT_EQ(p.file(), "2#b#PC#1#y#\r\n3#c#PC#1#z#\r\n09.11.2002#12:30:00#PROBE-PC#1#neu#\r\n");
     p.dir.put("History.txt", old);
@@ -157,7 +157,7 @@ TEST(Journal, VonGleichenZeilenIstJedeIhreEigene) {
     for (const char* text : {"eins", "zwei"}) {
         p.put("HKCU\\Software\\Probe\\A", 1, "alt");
         p.show("Drei");
-        p.engine->userText(0, text);
+        p.engine->input().userText(0, text);
         p.saveOk();
     }
     ASSERT_EQ(p.lists->history().find(1)->Zeile, p.lists->history().find(2)->Zeile);
@@ -175,8 +175,8 @@ TEST(Journal, VonGleichenZeilenIstJedeIhreEigene) {
 TEST(Journal, WoNichtsZuTunWarWirdDasGesagt) {
     Listenprobe p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 1, .Datentyp = 4, .Wertname = "A", .WertEin = "1", .WertAus = "<delkey>"}});
     p.show("Drei");
-    p.engine->userCheck(0, true);
-    p.engine->userCheck(0, false);
+    p.engine->input().userCheck(0, true);
+    p.engine->input().userCheck(0, false);
     p.saveOk();
     EXPECT_EQ(p.file(), "09.11.2002#12:30:00#PROBE-PC#1#<Key nicht vorhanden>#\r\n");
     p.port.expectBox("es war nichts zu schreiben");
@@ -190,7 +190,7 @@ TEST(Journal, ZeilenHabenDieFormDerAnzeige) {
     Listenprobe p;
     p.put("HKCU\\Software\\Probe\\B", 4, "26");
     p.show("Drei");
-    p.engine->userText(1, "FF");
+    p.engine->input().userText(1, "FF");
     p.saveOk();
     Aenderung applied;
     applied.tippIndex = 1;
@@ -205,7 +205,7 @@ TEST(Journal, KennwoerterStehenNurHierUndWerdenVergessen) {
     Listenprobe p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "DefaultPassword"}});
     p.put("HKCU\\Software\\Probe\\DefaultPassword", 1, "geheim1");
     p.show("Drei");
-    p.engine->userText(0, "geheim2");
+    p.engine->input().userText(0, "geheim2");
     p.saveOk();
     EXPECT_EQ(p.file(), "09.11.2002#12:30:00#PROBE-PC#1#*****#\r\n");
     p.port.expectBox("erfolgreich zurückgesetzt").expectBox("wurde wiederhergestellt");
@@ -278,7 +278,7 @@ TEST(Journal, EinFeindlichesJournalReichtNirgendsHin) {
     Listenprobe p({IniZeile});
     p.dir.put("drive_c/windows/win.ini", "[windows]\r\nload=alt\r\n");
     p.show("Ini");
-    p.engine->userText(0, "neu.exe");
+    p.engine->input().userText(0, "neu.exe");
     p.save();
     const auto outside = p.dir.put("aussen/.bashrc", "alias a=b\n");
     std::filesystem::create_symlink(p.dir / "aussen", p.dir / "drive_c/windows/link");

@@ -118,7 +118,7 @@ public:
         ctx().einstellungen.strHistoryPfad = ctx().einstellungen.strFavoritenPfad = dir_.path().string() + "/";
         ASSERT_TRUE(programm_->loadDatabase());
         engine().FrameStartEinstellungen();
-        engine().TreeEinlesen();
+        engine().tree().TreeEinlesen();
         lists_ = std::make_unique<Listen>(engine());
         recorders_->add(*lists_);
         lists_->LoadFHListe();
@@ -245,7 +245,7 @@ private:
         const auto& list = ctx().udtTippListe;
         const auto& tip = list[any(list.size())];
         said_ = std::to_string(tip.Index) + " " + tip.Überschrift;
-        return engine().showTippByNumber(tip.Index) && !ctx().frmBVK_Prog.panels.empty();
+        return engine().tree().showTippByNumber(tip.Index) && !ctx().frmBVK_Prog.panels.empty();
     }
     std::vector<std::string> choices(std::int16_t i) {
         for (const Panel& panel : ctx().frmBVK_Prog.panels) {
@@ -290,7 +290,7 @@ private:
         if (numbers.empty()) return false;
         const std::int32_t number = numbers[any(numbers.size())];
         said_ = std::to_string(number);
-        return engine().showTippByNumber(number) && !ctx().frmBVK_Prog.panels.empty();
+        return engine().tree().showTippByNumber(number) && !ctx().frmBVK_Prog.panels.empty();
     }
     void deleteTip() {
         if (any(2) == 0) {
@@ -298,14 +298,14 @@ private:
             return;
         }
         if (!showKeys() || ctx().frmBVK_Prog.panels.front().zeilen.empty()) return;
-        engine().userTick(0, static_cast<int>(any(ctx().frmBVK_Prog.panels.front().zeilen.size())), true);
+        engine().input().userTick(0, static_cast<int>(any(ctx().frmBVK_Prog.panels.front().zeilen.size())), true);
         engine().RegWerteLoeschen();
     }
     void contextEntry() {
         if (!showKeys()) return;
         const auto& rows = ctx().frmBVK_Prog.panels.front().zeilen;
         const bool fresh = rows.empty() || any(2) == 0;
-        engine().userSelectRow(0, fresh ? -1 : static_cast<int>(any(rows.size())));
+        engine().input().userSelectRow(0, fresh ? -1 : static_cast<int>(any(rows.size())));
         BearbeitenAnfrage entry = engine().bearbeitenAnfrage(fresh);
         if (fresh) entry.txtKeyName = "neu" + std::to_string(any(3));
         entry.txtBeschreibung = any(2) == 0 ? "" : "Text" + std::to_string(any(5));

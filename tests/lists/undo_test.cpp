@@ -43,7 +43,7 @@ TEST(Undo, JedeArtVonAenderungGenauHinUndHer) {
                 d.speichern(d);
             });
             p.port.expectBox("in der Registry gespeichert");
-            p.engine->userSelectRow(0, 0);
+            p.engine->input().userSelectRow(0, 0);
         };
     };
     const auto press = [](Listenprobe& p) {
@@ -57,14 +57,14 @@ TEST(Undo, JedeArtVonAenderungGenauHinUndHer) {
         std::vector<Zeile> rows;
         std::function<void(Listenprobe&)> before, change;
     } cases[] = {
-        {"Speichern", Art::Speichern, drei, values, [](Listenprobe& p) { p.engine->userText(0, "neu"), p.engine->userText(1, "FF"), p.engine->userText(2, "c"), p.saveOk(); }},
+        {"Speichern", Art::Speichern, drei, values, [](Listenprobe& p) { p.engine->input().userText(0, "neu"), p.engine->input().userText(1, "FF"), p.engine->input().userText(2, "c"), p.saveOk(); }},
         {"Standard", Art::Standard, drei, values, [](Listenprobe& p) {
              p.port.expectBox("Windows Standardwerte", Answer::Yes).expectBox("geändert/angelegt");
              p.engine->Default_Einstellungen();
          }},
         {"Löschen", Art::Loeschen, drei, values, press},
         {"Datentyp", Art::TypAngepasst, {typ}, [](Listenprobe& p) { p.put("HKCU\\Software\\Probe\\A", 3, "01 02"); }, [](Listenprobe&) {}},
-        {"Menü weg", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { p.engine->userTick(0, 0, true), press(p); }},
+        {"Menü weg", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { p.engine->input().userTick(0, 0, true), press(p); }},
         {"Menü neu", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("neu")(p), p.engine->clickRegSave(p.fenster().cmdRegSave); }},
         {"Menü geändert", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("eins")(p), p.engine->clickDefault(p.fenster().cmdDefault); }},
         {"Menü umbenannt", Art::Kontextmenue, {menue}, menu, [&](Listenprobe& p) { edit("zwei")(p), p.engine->clickDefault(p.fenster().cmdDefault); }},
@@ -74,12 +74,12 @@ TEST(Undo, JedeArtVonAenderungGenauHinUndHer) {
              link.flags = 16, link.userFlags = 3;
              p.store->setDetails(Root::Users, std::string(Sid) + "\\Software\\Probe\\eins\\Tief", link);
          },
-         [&](Listenprobe& p) { p.engine->userTick(0, 0, true), press(p); }},
-        {"INI", Art::IniDatei, {ini}, file("windows/win.ini", "; x\n[windows]\r\nload = alt\r\nrun=1"), [](Listenprobe& p) { p.engine->userText(0, "neu.exe"), p.save(); }},
+         [&](Listenprobe& p) { p.engine->input().userTick(0, 0, true), press(p); }},
+        {"INI", Art::IniDatei, {ini}, file("windows/win.ini", "; x\n[windows]\r\nload = alt\r\nrun=1"), [](Listenprobe& p) { p.engine->input().userText(0, "neu.exe"), p.save(); }},
         {"INI weg", Art::IniDatei, {ini}, file("windows/win.ini", "[windows]\r\nload=alt\r\n"), press},
         {"Boot", Art::BootDatei, {boot}, file("boot.ini", "[operating systems]\r\nmulti(0)\\WINDOWS=\"XP\" /fastdetect\r\nkaputt\r\n"), [](Listenprobe& p) {
              p.port.onWindow("frmBVK_BootINI", [](WindowRequest& w) { dynamic_cast<BootINIAnfrage&>(w).antwort = BootINIAnfrage::Antwort::Ueberschreiben; });
-             p.engine->userSwitch(0, 0, true), p.save();
+             p.engine->input().userSwitch(0, 0, true), p.save();
          }}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -197,10 +197,10 @@ TEST(Undo, DasGewoehnlicheSchreibtDenTextZurueck) {
     Listenprobe p;
     p.put("HKCU\\Software\\Probe\\A", 1, "alt");
     p.show("Drei");
-    p.engine->userText(0, "neu");
-    p.engine->userText(2, "c");
+    p.engine->input().userText(0, "neu");
+    p.engine->input().userText(2, "c");
     p.engine->setEntryFromText(2, "<delkey>");
-    p.engine->userText(1, "");
+    p.engine->input().userText(1, "");
     p.saveOk();
     p.port.expectBox("Die Änderung wurde wieder erfolgreich zurückgesetzt.");
     EXPECT_TRUE(p.told(1)) << p.port.lastBox();
@@ -253,7 +253,7 @@ TEST(Undo, OhneWegWirdNichtsGeschrieben) {
         Listenprobe known(rows);
         known.put("HKCU\\Software\\Probe\\A", 1, "alt");
         known.show("Drei");
-        known.engine->userText(0, "neu");
+        known.engine->input().userText(0, "neu");
         known.saveOk();
         Ruecknahme exactly(*known.ctx, known.lists->journal(), known.lists->history());
         Tippwerte numbers(*known.ctx);
@@ -268,7 +268,7 @@ TEST(Undo, FremderSchluesselWirdErfragt) {
     p.put("HKCR\\Directory\\shell\\eins\\", 1, "Eins");
     const std::string before = p.alles();
     p.show("Menü");
-    p.engine->userTick(0, 0, true);
+    p.engine->input().userTick(0, 0, true);
     p.port.expectBox("Alle markierten Einträge werden gelöscht", Answer::Yes);
     p.engine->clickRegDel();
     p.put("HKCR\\Directory\\shell\\eins\\", 1, "Fremd");
@@ -288,7 +288,7 @@ TEST(Undo, IniDateiKommtGanzZurueck) {
     const std::string old = "[windows]\r\nload=alt\r\n; Bemerkung\r\n";
     const auto file = p.dir.put("drive_c/WINDOWS/win.ini", old);
     p.show("Ini");
-    p.engine->userText(0, "neu.exe");
+    p.engine->input().userText(0, "neu.exe");
     p.save();
     const std::string changed = bytesOf(file);
     EXPECT_NE(changed, old);
@@ -335,9 +335,9 @@ TEST(Undo, HalbGespeichertesWirdZumZuruecknehmenAngeboten) {
         Listenprobe p(rows);
         p.put("HKCU\\Software\\Probe\\A", 1, "alt");
         p.show("Drei");
-        p.engine->userText(0, "neu");
-        p.engine->userText(1, "1");
-        p.engine->userText(2, "c");
+        p.engine->input().userText(0, "neu");
+        p.engine->input().userText(1, "1");
+        p.engine->input().userText(2, "c");
         p.port.expectBox("Schlüssel").expectBox("Das Speichern wurde nach 2 von 3 Werten abgebrochen").expectBox("Sollen die schon geschriebenen Werte", wish);
         if (wish == Answer::Yes) p.port.expectBox(Fertig);
         p.save();
@@ -357,7 +357,7 @@ TEST(Drift, KenntDieEigenenWege) {
     p.put("HKCU\\Software\\Probe\\B", 4, "7");        // somebody else's, which the next save leaves as it is
     EXPECT_EQ(p.drifted(), "differs 1 HKEY_CURRENT_USER\\Software\\Probe\\B: REG_DWORD \"1\", REG_DWORD \"7\"|");
     p.show("Drei");
-    p.engine->userText(0, "neuer");
+    p.engine->input().userText(0, "neuer");
     p.saveOk();
     EXPECT_EQ(p.drifted(), "differs 1 HKEY_CURRENT_USER\\Software\\Probe\\B: REG_DWORD \"1\", REG_DWORD \"7\"|");
     p.put("HKCU\\Software\\Probe\\B", 4, "1");
@@ -380,10 +380,10 @@ TEST(Drift, EinGeloeschterSchluesselNimmtSeineWerteMit) {
     Listenprobe p({{.Index = 1, .Überschrift = "Wert", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "W", .Schlüssel = "Software\\Probe\\eins"},
                    {.Index = 2, .Überschrift = "Liste", .Ausgabeart = 8, .Datentyp = 1, .Wertname = nullptr}});
     p.show("Wert");
-    p.engine->userText(0, "x");
+    p.engine->input().userText(0, "x");
     p.saveOk();
     p.show("Liste");
-    p.engine->userTick(0, 0, true);
+    p.engine->input().userTick(0, 0, true);
     p.port.expectBox("gelöscht", Answer::Yes);
     p.engine->clickRegDel();
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\eins\\W") + p.drifted(), "-");
@@ -399,9 +399,9 @@ TEST(Drift, NenntZeilenVonIniDateien) {
     Listenprobe p({{.Index = 1, .Überschrift = "Ini", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "load", .INITipp = true, .Hauptschlüssel = nullptr, .Schlüssel = "windows", .SchlüsselNT = "win.ini"}});
     p.dir.put("drive_c/windows/win.ini", "[Windows]\r\nrun=1\r\n");
     p.show("Ini");
-    p.engine->userText(0, "a.exe");
+    p.engine->input().userText(0, "a.exe");
     p.save();
-    p.engine->userText(0, "b.exe");
+    p.engine->input().userText(0, "b.exe");
     p.save();
     EXPECT_EQ(p.drifted(), "");
     const struct {

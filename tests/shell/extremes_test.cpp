@@ -82,7 +82,7 @@ TEST_P(Extremes, OfEveryKindComeOnScreen) {
         for (const Zeile& tip : tipsOfType(GetParam())) {
             QElapsedTimer clock;
             clock.start();
-            p.engine->showTippByHeading(tip.Überschrift);
+            p.engine->tree().showTippByHeading(tip.Überschrift);
             window.panelsChanged();
             window.windowChanged();
             QCoreApplication::processEvents();

@@ -193,7 +193,7 @@ TEST_F(HelpInProgram, F1AndTheButtonKnowWhatIsOnScreen) {
     EXPECT_EQ(page(), "tipps.html");
     QSet<QString> seen;
     for (const auto& row : ctx().udtTippListe) {
-        engine().showTippByNumber(row.Index);
+        engine().tree().showTippByNumber(row.Index);
         control<QPushButton>("cmdHilfe").click();
         const std::int16_t kind = ctx().aktuellerTipp.Eintrag[1].Ausgabeart;
         EXPECT_EQ(page(), hilfeseite(hilfethema::Panelart + kind)->datei) << row.Überschrift;

@@ -29,7 +29,7 @@ protected:
     // The first Tip of this kind that can be changed here.
     bool find() {
         for (const TippListenEintrag& row : ctx().udtTippListe) {
-            engine().showTippByNumber(row.Index);
+            engine().tree().showTippByNumber(row.Index);
             const auto& panels = ctx().frmBVK_Prog.panels;
             const bool fits = !panels.empty() && panels[0].Ausgabeart == kind() && !panels[0].nurLesen && ctx().frmBVK_Prog.fraSteuerung &&
                               ctx().frmBVK_Prog.KeySave && (kind() != art::Drive || !panels[0].text.empty()) &&
@@ -155,7 +155,7 @@ class Schluessellisten : public Programmprobe {
 protected:
     bool find(int kind) {
         for (const TippListenEintrag& row : ctx().udtTippListe) {
-            engine().showTippByNumber(row.Index);
+            engine().tree().showTippByNumber(row.Index);
             const auto& panels = ctx().frmBVK_Prog.panels;
             if (panels.empty() || panels[0].Ausgabeart != kind || panels[0].nurLesen || !ctx().frmBVK_Prog.KeyDel || (kind == art::Liste && !ctx().aktuellerTipp.Eintrag[1].Wertname.empty())) continue;
             key = ctx().aktuellerTipp.Eintrag[1].Hauptschlüssel + "\\" + ctx().aktuellerTipp.Eintrag[1].Schlüssel + "\\";
@@ -247,7 +247,7 @@ TEST_F(Programmprobe, DefaultDeleteAndClosingWithAnUnsavedChange) {
     ctx().einstellungen.LöschenAktiv = true;
     // A box with a default in the user's own part of the registry
     for (const TippListenEintrag& row : ctx().udtTippListe) {
-        engine().showTippByNumber(row.Index);
+        engine().tree().showTippByNumber(row.Index);
         const Hauptfenster& f = ctx().frmBVK_Prog;
         const bool fits = f.panels.size() == 1 && f.panels[0].Ausgabeart == art::CheckBox && f.Default && ctx().aktuellerTipp.letzterEintrag() == 1 &&
                           ctx().aktuellerTipp.Eintrag[1].Standardwert == "0" && ctx().aktuellerTipp.Eintrag[1].Datentyp == 4 && !ctx().aktuellerTipp.INITipp;
@@ -274,7 +274,7 @@ TEST_F(Programmprobe, DefaultDeleteAndClosingWithAnUnsavedChange) {
 TEST_F(Programmprobe, NoWayOutLosesWhatCannotBeSavedOrKeepsWhatWasDropped) {
     ASSERT_TRUE(start());
     for (const TippListenEintrag& row : ctx().udtTippListe) {
-        engine().showTippByNumber(row.Index);
+        engine().tree().showTippByNumber(row.Index);
         const auto& panels = ctx().frmBVK_Prog.panels;
         if (!panels.empty() && panels[0].Ausgabeart == art::ZahlenWerte && !panels[0].nurLesen) break;
     }

@@ -21,7 +21,7 @@ protected:
           window(probe.fenster(), probe.ctx->einstellungen, displayOrder), engine(*probe.ctx, window, probe.recorder), events(engine) {
         probe.put("HKCU\\Software\\Probe\\MenuShowDelay", 1, "400");
         window.attach(events);
-        engine.TreeEinlesen();
+        engine.tree().TreeEinlesen();
         window.show();
     }
     void search(std::function<void(frmBVK_Suchen&)> act) {
@@ -91,7 +91,7 @@ TEST_F(SuchFenster, AHitThatTheTabHidesIsShown) {
 }
 
 TEST_F(SuchFenster, AnUnsavedChangeIsAskedAboutFirst) {
-    ASSERT_TRUE(engine.showTippByHeading("Menüs schneller öffnen"));
+    ASSERT_TRUE(engine.tree().showTippByHeading("Menüs schneller öffnen"));
     const auto openOther = [&](frmBVK_Suchen& dialog) {
         named<QLineEdit>(dialog, "txtSuchText").setText("Rand");
         clickOn(dialog, "cmdSuchen");
@@ -105,7 +105,7 @@ TEST_F(SuchFenster, AnUnsavedChangeIsAskedAboutFirst) {
 }
 
 TEST_F(SuchFenster, WhatCannotBeSavedStaysWithItsTip) {
-    ASSERT_TRUE(engine.showTippByHeading("Zahl"));
+    ASSERT_TRUE(engine.tree().showTippByHeading("Zahl"));
     auto& tree = named<QTreeView>(window, "tvBVKDB");
     const QModelIndex own = tree.currentIndex();
     auto& text = named<QLineEdit>(window, "txtTextWerte(0)");

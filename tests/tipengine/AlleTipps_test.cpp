@@ -44,7 +44,7 @@ protected:
         ctx().einstellungen.SoundOn = false;
         ctx().einstellungen.LöschenAktiv = true;
         ASSERT_TRUE(programm->loadDatabase());
-        engine().TreeEinlesen();
+        engine().tree().TreeEinlesen();
         port.onWindow("frmBVK_Datentyp", [this](WindowRequest&) { ++conflicts; });
         port.onWindow("frmBVK_BootINI", [](WindowRequest& w) { dynamic_cast<BootINIAnfrage&>(w).antwort = BootINIAnfrage::Antwort::Ueberschreiben; });
     }
@@ -111,7 +111,7 @@ TEST_F(AlleTipps, SetztSpeichertLiestUndNimmtZurueck) {
         SCOPED_TRACE(std::to_string(tipp.Index) + " " + tipp.Überschrift);
         const Dump before = dumpOf(programm->localStore());
         recorder.ended.clear();
-        ASSERT_TRUE(engine().showTippByHeading(tipp.Überschrift));
+        ASSERT_TRUE(engine().tree().showTippByHeading(tipp.Überschrift));
         EXPECT_FALSE(ctx().frmBVK_Prog.panels.empty());
         for (std::int16_t i = 1; ctx().aktuellerTipp.WinXP && i <= entries(); ++i)
             EXPECT_NE(engine().statusOf(i).text, "[Aktueller Wert wird ignoriert]") << ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Wertname;
@@ -153,7 +153,7 @@ TEST_F(AlleTipps, LeereUndFremdeRegistryWerdenNichtVeraendert) {
     start(false);
     for (const auto& tipp : std::vector(ctx().udtTippListe)) {
         SCOPED_TRACE(std::to_string(tipp.Index) + " " + tipp.Überschrift);
-        engine().showTippByHeading(tipp.Überschrift);
+        engine().tree().showTippByHeading(tipp.Überschrift);
         if (ctx().aktuellerTipp.INITipp) continue;
         for (std::int16_t i = 1; i <= entries(); ++i) {
             const TippEintrag& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];

@@ -33,7 +33,7 @@ TEST(Baum, ReiterZeigenWasSieSollen) {
         {9, "Brenvik\n Gruppe 1\n  Ärger\n  Gruppe 3\n   Ärger\n  Zebra\n Gruppe 4\n"},
     };
     for (const auto& fall : faelle) {
-        p.engine->selectTab(fall.reiter);
+        p.engine->tree().selectTab(fall.reiter);
         EXPECT_EQ(drawn(p.fenster()), fall.baum) << fall.reiter;
     }
     EXPECT_EQ(p.fenster().sbrBVK[1], "Einträge: 2");
@@ -45,11 +45,11 @@ TEST(Baum, KlickAufGruppeUndWurzel) {
     p.show("Zebra");
     EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 11");
     EXPECT_FALSE(p.fenster().fraBVKLogo);
-    p.engine->selectNode(1);
+    p.engine->tree().selectNode(1);
     EXPECT_EQ(p.fenster().txtInfo, "Text 1");
     EXPECT_TRUE(p.fenster().fraBVKLogo && p.fenster().panels.empty());
     EXPECT_FALSE(p.fenster().KeySave);
-    p.engine->selectNode(0);
+    p.engine->tree().selectNode(0);
     EXPECT_FALSE(p.fenster().txtInfoSichtbar);
     EXPECT_EQ(p.ctx->aktuellerTipp.HilfeNummer, 125);
 }
@@ -61,13 +61,13 @@ TEST(Baum, NummernMeinenIhrenEigenenTipp) {
     const auto shown = [&] { return p.ctx->aktuellerTipp.Eintrag.at(1).Wertname + " " + p.fenster().sbrBVK[2]; };
     const char* const wanted[] = {"erster Index: 10", "zweiter Index: 11", "ohne Gruppe Index: 12"};
     for (const int number : {11, 12, 10, 12, 11}) {
-        EXPECT_TRUE(p.engine->showTippByNumber(number));
+        EXPECT_TRUE(p.engine->tree().showTippByNumber(number));
         EXPECT_EQ(shown(), wanted[number - 10]);
         EXPECT_EQ(p.fenster().tvBVKDB.at(static_cast<std::size_t>(p.fenster().ausgewaehlterKnoten)).nummer, number);
     }
-    p.engine->selectNode(p.fenster().ausgewaehlterKnoten);   // a click is by heading
+    p.engine->tree().selectNode(p.fenster().ausgewaehlterKnoten);   // a click is by heading
     EXPECT_EQ(shown(), wanted[0]);
-    EXPECT_FALSE(p.engine->showTippByNumber(13));
+    EXPECT_FALSE(p.engine->tree().showTippByNumber(13));
 }
 
 TEST(Baum, KaputteBaumzeilenWerdenGemeldetUndDerRestSteht) {
@@ -98,12 +98,12 @@ TEST(Baum, EinAbgelehntesSpeichernHaeltDenTippFest) {
     p.put("HKCU\\Software\\Probe\\Wert", 4, "7");
     p.show("Zahl");
     const int node = p.fenster().ausgewaehlterKnoten;
-    const std::function<void()> ways[] = {[&] { p.engine->selectNode(0); },
-                                          [&] { EXPECT_FALSE(p.engine->showTippByHeading("Andere")); },
-                                          [&] { EXPECT_FALSE(p.engine->TippOeffnen("Andere")); },
-                                          [&] { p.engine->mnuandereDBLoad(); },
-                                          [&] { p.engine->mnuBVKDBLoad(); }};
-    p.engine->userText(0, "keine Zahl");
+    const std::function<void()> ways[] = {[&] { p.engine->tree().selectNode(0); },
+                                          [&] { EXPECT_FALSE(p.engine->tree().showTippByHeading("Andere")); },
+                                          [&] { EXPECT_FALSE(p.engine->tree().TippOeffnen("Andere")); },
+                                          [&] { p.engine->tree().mnuandereDBLoad(); },
+                                          [&] { p.engine->tree().mnuBVKDBLoad(); }};
+    p.engine->input().userText(0, "keine Zahl");
     for (const auto& leave : ways) {
         p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("Erwartet wird eine Hexadezimalzahl");
         leave();
@@ -113,11 +113,11 @@ TEST(Baum, EinAbgelehntesSpeichernHaeltDenTippFest) {
         EXPECT_TRUE(p.ctx->blnGeaendert);
     }
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
-    EXPECT_FALSE(p.engine->TippOeffnen("Gibt es nicht"));
+    EXPECT_FALSE(p.engine->tree().TippOeffnen("Gibt es nicht"));
     EXPECT_EQ(p.panel().text, "7");   // declined: what stands there, at once
-    p.engine->userText(0, "8");
+    p.engine->input().userText(0, "8");
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
-    p.engine->selectNode(0);
+    p.engine->tree().selectNode(0);
     EXPECT_TRUE(p.fenster().panels.empty());
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\Wert"), "4:7");
 }
@@ -132,7 +132,7 @@ TEST(Baum, BefehleEinesTippsNurWoEinerIst) {
         const auto& tree = p.fenster().tvBVKDB;
         const auto found = std::find_if(tree.begin(), tree.end(), [&](const TreeNode& n) { return n.text == node; });
         ASSERT_NE(found, tree.end()) << node;
-        p.engine->selectNode(static_cast<int>(found - tree.begin()));
+        p.engine->tree().selectNode(static_cast<int>(found - tree.begin()));
         EXPECT_EQ(flags(), expected) << node;
     }
 }

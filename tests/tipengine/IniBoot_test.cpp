@@ -18,7 +18,7 @@ TEST(IniTipp, AendertNurDieEineZeile) {
     EXPECT_EQ(p.panel().status.text, "[Wert in win.ini vorhanden]");
     p.save();   // nothing touched: not one byte differs, and no message comes
     EXPECT_EQ(bytesOf(file), "; Kommentar \xE4\r\n[Windows]\r\n  nullport = alt  \r\nload=x\r\n");
-    p.engine->userText(0, "Grün");
+    p.engine->input().userText(0, "Grün");
     p.save();
     const std::string after = bytesOf(file);
     EXPECT_EQ(after.substr(0, 24), "; Kommentar \xE4\r\n[Windows]");
@@ -49,7 +49,7 @@ TEST(IniTipp, WasNichtHineinpasstOderVonAnderenKamBleibtWieEsIst) {
         p.show("INI");
         EXPECT_EQ(p.panel().nurLesen, fall.locked);
         EXPECT_EQ(p.panel().hinweis.empty(), !fall.locked);
-        p.engine->userText(0, fall.input);
+        p.engine->input().userText(0, fall.input);
         p.port.expectBox(fall.box);
         p.save();
         EXPECT_EQ(bytesOf(p.dir / "drive_c/windows/win.ini"), before);
@@ -57,7 +57,7 @@ TEST(IniTipp, WasNichtHineinpasstOderVonAnderenKamBleibtWieEsIst) {
     }
     const auto file = p.dir.put("drive_c/windows/win.ini", "[windows]\r\nNullPort=a\r\n");
     p.show("INI");
-    p.engine->userText(0, "b");
+    p.engine->input().userText(0, "b");
     p.dir.put("drive_c/windows/win.ini", "[windows]\r\nNullPort=a\r\nZweiter=von anderen\r\n");
     p.save();
     EXPECT_EQ(bytesOf(file), "[windows]\r\nNullPort=b\r\nZweiter=von anderen\r\n");
@@ -165,15 +165,15 @@ TEST_F(BootTipp, ZeigtDieSchalterDesEintrags) {
     std::string boxes;
     for (const auto& s : p.panel().schalter) boxes += s.angehakt ? '1' : '0';
     EXPECT_EQ(boxes, "0001");
-    p.engine->userChoose(0, 1);
+    p.engine->input().userChoose(0, 1);
     EXPECT_EQ(p.panel().txtBINI, "Wiederherstellung");
     EXPECT_FALSE(p.fenster().KeyDel);
 }
 
 TEST_F(BootTipp, UeberschreibenUndSicherung) {
-    p.engine->userSwitch(0, 0, true);
-    p.engine->userSwitch(0, 2, true);
-    p.engine->userSwitchText(0, 2, "128");
+    p.engine->input().userSwitch(0, 0, true);
+    p.engine->input().userSwitch(0, 2, true);
+    p.engine->input().userSwitchText(0, 2, "128");
     p.save();
     EXPECT_EQ(bytesOf(file), replaced(Boot, "/noexecute=optin /FASTDETECT", "/noexecute=optin /SOS /MAXMEM=128 /fastdetect"));
     EXPECT_EQ(bytesOf(p.dir / "drive_c/boot.ini.bvk"), Boot);
@@ -198,7 +198,7 @@ TEST_F(BootTipp, TitelInJederFormBleibt) {
         p.dir.put("drive_c/boot.ini", std::string("[operating systems]\r\n") + fall.line + "\r\n");
         p.engine->reloadTipp();
         EXPECT_EQ(p.panel().auswahl, std::vector<std::string>{fall.titel});
-        p.engine->userSwitch(0, 0, true);
+        p.engine->input().userSwitch(0, 0, true);
         p.save();
         EXPECT_EQ(bytesOf(file), std::string("[operating systems]\r\n") + fall.after + "\r\n");
     }
@@ -208,9 +208,9 @@ TEST_F(BootTipp, VerworfenesHaengtDemNaechstenEintragNichtAn) {
     p.dir.put("drive_c/boot.ini", replaced(Boot, "/cmdcons", "  /CMDCONS   /X"));
     p.engine->reloadTipp();
     const std::string before = bytesOf(file);
-    p.engine->userSwitch(0, 0, true);
+    p.engine->input().userSwitch(0, 0, true);
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
-    p.engine->userChoose(0, 1);
+    p.engine->input().userChoose(0, 1);
     p.save();
     EXPECT_EQ(bytesOf(file), before);
 }
@@ -218,7 +218,7 @@ TEST_F(BootTipp, VerworfenesHaengtDemNaechstenEintragNichtAn) {
 TEST_F(BootTipp, EinNeuerEintragDerNichtGeschriebenWurdeKommtNichtNach) {
     answer = BootINIAnfrage::Antwort::Name;
     setReadOnly(file, true);
-    p.engine->userSwitch(0, 0, true);
+    p.engine->input().userSwitch(0, 0, true);
     p.port.expectBox("ist schreibgeschützt", Answer::No);
     p.save();
     setReadOnly(file, false);
@@ -230,12 +230,12 @@ TEST_F(BootTipp, EinNeuerEintragDerNichtGeschriebenWurdeKommtNichtNach) {
     p.dir.put("drive_c/boot.ini", Boot);
     p.engine->reloadTipp();
     setReadOnly(file, true);
-    p.engine->userSwitch(0, 0, true);
+    p.engine->input().userSwitch(0, 0, true);
     p.port.expectBox("ist schreibgeschützt", Answer::No);
     p.save();
     setReadOnly(file, false);
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
-    p.engine->userChoose(0, 1);
+    p.engine->input().userChoose(0, 1);
     answer = BootINIAnfrage::Antwort::Ueberschreiben;
     p.save();
     EXPECT_EQ(bytesOf(file), Boot);
@@ -244,13 +244,13 @@ TEST_F(BootTipp, EinNeuerEintragDerNichtGeschriebenWurdeKommtNichtNach) {
 TEST_F(BootTipp, WasEinAndererInzwischenSchriebBleibt) {
     const std::string others = std::string(Boot) + "D:\\=\"Anderes System\"\r\n";
     p.dir.put("drive_c/boot.ini", others);
-    p.engine->userSwitch(0, 0, true);
+    p.engine->input().userSwitch(0, 0, true);
     p.port.expectBox("inzwischen von einem anderen Programm geändert");
     p.save();
     EXPECT_EQ(bytesOf(file), others);
     EXPECT_TRUE(p.ctx->blnGeaendert);
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("inzwischen von einem anderen Programm geändert");
-    p.engine->userChoose(0, 1);
+    p.engine->input().userChoose(0, 1);
     EXPECT_EQ(p.panel().gewaehlt, 0);   // nor is the entry left
     EXPECT_TRUE(p.panel().schalter.at(0).angehakt && p.ctx->blnGeaendert);
     EXPECT_EQ(bytesOf(file), others);
@@ -266,10 +266,10 @@ TEST_F(BootTipp, NameDerNichtInDieDateiPasstWirdAbgelehnt) {
                   {"XP", "64/SOS", "\"64/SOS\" ist für /MAXMEM= nicht möglich"}};
     EXPECT_NE(p.engine->setEntryFromText(1, "/SOS /FREMD"), "");
     answer = BootINIAnfrage::Antwort::Name;
-    p.engine->userSwitch(0, 2, true);
+    p.engine->input().userSwitch(0, 2, true);
     for (const auto& fall : faelle) {
         name = fall.name;
-        p.engine->userSwitchText(0, 2, fall.memory);
+        p.engine->input().userSwitchText(0, 2, fall.memory);
         p.port.expectBox(fall.box);
         p.save();
         EXPECT_EQ(bytesOf(file), Boot);
@@ -279,10 +279,10 @@ TEST_F(BootTipp, NameDerNichtInDieDateiPasstWirdAbgelehnt) {
 
 TEST_F(BootTipp, AbbruchSchreibtNichts) {
     answer = BootINIAnfrage::Antwort::Abbruch;
-    p.engine->userSwitch(0, 0, true);
+    p.engine->input().userSwitch(0, 0, true);
     p.save();
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes);
-    p.engine->userChoose(0, 1);                 // nor is the input left behind
+    p.engine->input().userChoose(0, 1);                 // nor is the input left behind
     EXPECT_EQ(p.panel().gewaehlt, 0);
     EXPECT_TRUE(p.panel().schalter[0].angehakt);
     EXPECT_EQ(bytesOf(file), Boot);

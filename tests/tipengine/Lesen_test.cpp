@@ -55,7 +55,7 @@ TEST(Lesen, IgnorierterWertNachNurLesbaremTippWirdBeimVerlassenGefragt) {
     p.store->setReadOnly(Root::CurrentUser, "Software\\Probe", true);
     p.show("Nur lesen");
     p.show("Fremd");
-    p.engine->userCheck(0, true);
+    p.engine->input().userCheck(0, true);
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("geändert/angelegt");
     p.show("Nur lesen");
     EXPECT_EQ(p.get("HKCU\\Software\\Zweiter\\F"), "4:1");
@@ -96,7 +96,7 @@ TEST(Lesen, MehrereWerteOhneEigeneZeile) {
     p.show("Farben");
     EXPECT_EQ(p.panel().status.text, "[Einige Registry Werte vorhanden]");
     EXPECT_FALSE(p.panel().farbe.has_value());
-    p.engine->userChoose(0, 1);
+    p.engine->input().userChoose(0, 1);
     EXPECT_EQ(p.panel().farbe, (Rgb{1, 2, 3}));
     EXPECT_FALSE(p.ctx->blnGeaendert);
 }
@@ -145,7 +145,7 @@ TEST(Lesen, ZweiTextartenVertragenSich) {
         p.ctx->intBS = static_cast<std::int16_t>(system);
         p.put(Pfad, 2, "%windir%");
         p.show("Tipp");
-        p.engine->userText(0, "neu");
+        p.engine->input().userText(0, "neu");
         p.saveOk();
         EXPECT_EQ(p.get(Pfad), after);
     }
@@ -154,17 +154,17 @@ TEST(Lesen, ZweiTextartenVertragenSich) {
 TEST(Lesen, WasDieAnzeigeAusloestIstKeineAenderung) {
     struct Echo : WindowObserver {
         TippMaschine* engine = nullptr;
-        void panelChanged(std::size_t place) override { engine->userText(place, "Echo"); }
+        void panelChanged(std::size_t place) override { engine->input().userText(place, "Echo"); }
     } echo;
     Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
     TippMaschine engine(*p.ctx, echo, p.recorder);
     echo.engine = &engine;
-    p.port.onEvents = [&] { engine.userText(0, "während der Ausgabe"); };
+    p.port.onEvents = [&] { engine.input().userText(0, "während der Ausgabe"); };
     p.show("Tipp");
     p.port.onEvents = {};
     EXPECT_EQ(p.panel().text, "");
     EXPECT_FALSE(p.ctx->blnGeaendert);
-    engine.userText(0, "neu");
+    engine.input().userText(0, "neu");
     EXPECT_EQ(p.panel().text, "neu");
 }
 

@@ -83,7 +83,7 @@ public:
         writeDatabase(zeilen, baum, gruppen);
         EXPECT_EQ(LoadDB(*ctx, dir / "RegDaten.mdb"), LoadErgebnis::Geladen);
         engine->FrameStartEinstellungen();
-        engine->TreeEinlesen();
+        engine->tree().TreeEinlesen();
     }
 
     // Registry, through the service's texts; "-" for a value that is not there.
@@ -101,7 +101,7 @@ public:
     void putTyped(const std::string& path, const std::string& typed) {
         if (typed != "-") put(path, static_cast<std::uint32_t>(std::stoul(typed)), typed.substr(typed.find(':') + 1));
     }
-    void show(const std::string& heading) { ASSERT_TRUE(engine->showTippByHeading(heading)) << heading; }
+    void show(const std::string& heading) { ASSERT_TRUE(engine->tree().showTippByHeading(heading)) << heading; }
     Panel& panel(std::size_t place = 0) { return ctx->frmBVK_Prog.panels.at(place); }
     Hauptfenster& fenster() { return ctx->frmBVK_Prog; }
     void save() { engine->clickRegSave(ctx->frmBVK_Prog.cmdRegSave); }

@@ -21,7 +21,7 @@ TEST(Schlecht, WertVerschwindetZwischenZeigenUndSpeichern) {
     p.show("Tipp");
     ASSERT_TRUE(p.store->deleteValue(Root::CurrentUser, "Software\\Probe", ValueName::named("Wert")));
     ASSERT_TRUE(p.store->deleteValue(Root::CurrentUser, "Software\\Probe", ValueName::named("B")));
-    p.engine->userText(0, "neu");
+    p.engine->input().userText(0, "neu");
     p.saveOk();
     EXPECT_EQ(p.get(Pfad), "1:neu");
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\B"), "-");   // what somebody else deleted does not come back
@@ -114,27 +114,27 @@ TEST(Schlecht, AndereDatenbankDieNichtPasstLaesstDieOffeneStehen) {
     p.show("Tipp");
     // What was dropped is not on screen as if it stood in the registry: no file chosen, one that does not fit, none there.
     for (const std::optional<std::string>& choice : {std::optional<std::string>(), std::optional(text.string()), std::optional((p.dir / "fehlt.mdb").string())}) {
-        p.engine->userText(0, "verworfen");
+        p.engine->input().userText(0, "verworfen");
         p.port.expectBox("Sie haben Einstellungen geändert", Answer::No).expectFile(choice);
         if (choice) p.port.expectBox("wird nicht als Tipp-Datenbank geöffnet");
-        p.engine->mnuandereDBLoad();
+        p.engine->tree().mnuandereDBLoad();
         EXPECT_TRUE(p.port.done());
         EXPECT_EQ(p.panel().text, "");
         EXPECT_EQ(p.fenster().lblDBTippU, "Tipp");
         EXPECT_EQ(p.ctx->udtTippListe.size(), 1u);
     }
     std::filesystem::rename(own, other);
-    p.engine->userText(0, "verworfen");
+    p.engine->input().userText(0, "verworfen");
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No).expectBox("Die Datei wurde nicht gefunden.");
-    p.engine->mnuBVKDBLoad();
+    p.engine->tree().mnuBVKDBLoad();
     EXPECT_EQ(p.panel().text, "");
     p.port.expectFile(other.string());
-    p.engine->mnuandereDBLoad();
+    p.engine->tree().mnuandereDBLoad();
     EXPECT_TRUE(p.fenster().panels.empty());
     EXPECT_EQ(p.fenster().tvBVKDB.size(), 3u);
     EXPECT_EQ(p.fenster().sbrBVK[1], "Einträge: 0 | Datenbank: andere.mdb");
     std::filesystem::copy_file(other, own);
-    p.engine->mnuBVKDBLoad();
+    p.engine->tree().mnuBVKDBLoad();
     EXPECT_EQ(p.fenster().sbrBVK[1], "Einträge: 0");
 }
 

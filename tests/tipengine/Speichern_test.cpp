@@ -49,8 +49,8 @@ TEST(Speichern, AenderungKenntDieRohenWerte) {
     Probe p(Drei);
     p.put("HKCU\\Software\\Probe\\A", 2, "alt");
     p.show("Drei");
-    p.engine->userText(0, "neu");
-    p.engine->userText(1, "auch");
+    p.engine->input().userText(0, "neu");
+    p.engine->input().userText(1, "auch");
     p.saveOk();
     ASSERT_EQ(p.recorder.ended.size(), 1u);
     const auto& werte = p.recorder.ended[0].werte;
@@ -75,9 +75,9 @@ TEST(Speichern, AbbruchInDerMitteSagtWasGeschriebenWurde) {
     p.put("HKCU\\Software\\Probe\\A", 1, "alt");
     p.store->createKey(Root::CurrentUser, "Software\\Zweiter");
     p.show("Drei");
-    p.engine->userText(0, "neu");
-    p.engine->userText(1, "geht nicht");
-    p.engine->userText(2, "später");
+    p.engine->input().userText(0, "neu");
+    p.engine->input().userText(1, "geht nicht");
+    p.engine->input().userText(2, "später");
     lockAfterFirstWrite(p);
     p.port.expectBox("Auf den Schlüssel konnte nicht zugegriffen werden").expectBox("nach 1 von 3 Werten abgebrochen");
     p.save();
@@ -103,7 +103,7 @@ TEST(Speichern, WasEinAndererInzwischenAenderteOderAnlegteBleibt) {
         p.putTyped(Pfad, before);
         p.show("Tipp");
         p.put(Pfad, 1, "1");
-        p.engine->userText(1, "neu");
+        p.engine->input().userText(1, "neu");
         p.saveOk();
         EXPECT_EQ(p.get(Pfad), "1:1");
         EXPECT_TRUE(p.panel(0).angehakt);
@@ -116,7 +116,7 @@ TEST(Speichern, ListeVonSchluesselnHatKeinenEigenenWert) {
     p.show("Tipp");
     EXPECT_EQ(p.engine->shownText(1), "eins");
     EXPECT_NE(p.engine->setEntryFromText(1, "on"), "");
-    p.engine->userTick(0, 0, true);   // chosen for deleting
+    p.engine->input().userTick(0, 0, true);   // chosen for deleting
     p.saveOk();
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\"), "-");
 }
@@ -128,7 +128,7 @@ TEST(Speichern, EinNurLesbarerWertHaeltDieAnderenNichtAuf) {
     p.store->setReadOnly(Root::CurrentUser, "Software\\Zweiter", true);
     p.show("Drei");
     EXPECT_TRUE(!p.panel(0).nurLesen && p.panel(1).nurLesen && !p.panel(2).nurLesen);
-    p.engine->userText(0, "neu");
+    p.engine->input().userText(0, "neu");
     p.saveOk();
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A") + p.get("HKCU\\Software\\Zweiter\\B"), "1:neu1:b");
 }
@@ -148,13 +148,13 @@ TEST(Speichern, RechteEinesJedenWertesImGemeinsamenPanel) {
         EXPECT_TRUE(p.fenster().KeySave);
         std::string locked;
         for (int row = 0; row < 3; ++row) {
-            if (kind != art::Liste) p.engine->userChoose(0, row);
+            if (kind != art::Liste) p.engine->input().userChoose(0, row);
             locked += (kind == art::Liste ? p.panel().zeilen[static_cast<std::size_t>(row)].nurLesen : p.panel().nurLesen) ? '1' : '0';
         }
         EXPECT_EQ(locked, "011");
         EXPECT_FALSE(p.panel().hinweis.empty());
         if (kind == art::Liste) {
-            p.engine->userTick(0, 1, false);
+            p.engine->input().userTick(0, 1, false);
             EXPECT_TRUE(p.panel().zeilen[1].angehakt);
         }
         const char* input = kind == art::Liste ? "off" : "4 5 6";
@@ -206,7 +206,7 @@ TEST(Speichern, WertnameMitTrennerIstKeinSchluessel) {
     p.store->setValue(Root::CurrentUser, "Software\\Probe", name, fromText("alt", 1));
     p.show("Tipp");
     EXPECT_EQ(p.panel().text + p.panel().status.text, "alt[Registry Wert vorhanden]");
-    p.engine->userText(0, "neu");
+    p.engine->input().userText(0, "neu");
     p.saveOk();
     EXPECT_EQ(p.store->value(Root::CurrentUser, "Software\\Probe", name), fromText("neu", 1));
     EXPECT_FALSE(p.store->keyExists(Root::CurrentUser, "Software\\Probe\\a"));
@@ -220,17 +220,17 @@ TEST(Speichern, WertnameMitTrennerIstKeinSchluessel) {
 TEST(Speichern, EinGeleertesFeldSagtWasGeschieht) {
     Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
     p.show("Tipp");
-    p.engine->userText(0, "x");
-    p.engine->userText(0, "");
+    p.engine->input().userText(0, "x");
+    p.engine->input().userText(0, "");
     EXPECT_EQ(p.panel().hinweis, "");   // nothing stands there that could stay
     p.put(Pfad, 1, "alt");
     p.engine->reloadTipp();
-    p.engine->userText(0, "");
+    p.engine->input().userText(0, "");
     EXPECT_NE(p.panel().hinweis.find("<delkey>"), std::string::npos);
     p.saveOk();
     EXPECT_EQ(p.get(Pfad), "1:alt");
     EXPECT_EQ(p.panel().hinweis, "");
-    p.engine->userText(0, "<delkey>");
+    p.engine->input().userText(0, "<delkey>");
     EXPECT_EQ(p.panel().hinweis, "");
     p.saveOk();
     EXPECT_EQ(p.get(Pfad), "-");
@@ -263,7 +263,7 @@ TEST(Speichern, GewaehlteDateiStehtMitIhremWindowsPfadDa) {
         p.put(Pfad, 1, fall.present);
         p.show("Tipp");
         p.port.expectFile(file.string());
-        p.engine->userBrowse(0);
+        p.engine->input().userBrowse(0);
         EXPECT_EQ(p.port.fileChoices.back().path, (p.dir / fall.start).string());
         p.saveOk();
         EXPECT_EQ(p.get(Pfad), "1:C:\\WINDOWS\\neu.bmp");
@@ -281,7 +281,7 @@ TEST(Speichern, BinaereFarbeMitGleichemTextIstEineAndere) {
         p.show("Tipp");
         EXPECT_EQ(p.panel().farbe, (Rgb{16, 32, 48}));
         p.port.expectColour(fall.chosen);
-        p.engine->userColour(0);
+        p.engine->input().userColour(0);
         p.saveOk();
         EXPECT_EQ(p.get(Pfad), fall.after);
     }
@@ -316,16 +316,16 @@ TEST(Speichern, MenueUndKnopfVergleichenDieEigeneBeschriftung) {
     p.engine->clickDefault(p.fenster().mnuDefault);
     EXPECT_EQ(opened, 11);
     // Input is settled before the window opens: dropped, or saved, or the window stays away.
-    p.engine->userText(0, "verworfen");
+    p.engine->input().userText(0, "verworfen");
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
     p.engine->clickRegSave(p.fenster().mnuRegSave);
     EXPECT_EQ(p.get(Pfad) + p.panel().text, "-");
-    p.engine->userText(0, "bleibt");
+    p.engine->input().userText(0, "bleibt");
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("geändert/angelegt");
     p.engine->clickDefault(p.fenster().mnuDefault);
     EXPECT_EQ(p.get(Pfad) + p.panel().text, "1:bleibtbleibt");
     p.store->setReadOnly(Root::CurrentUser, "Software\\Probe", true);
-    p.engine->userText(0, "geht nicht");
+    p.engine->input().userText(0, "geht nicht");
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("kann nicht geschrieben werden");
     p.engine->clickRegSave(p.fenster().mnuRegSave);
     EXPECT_EQ(opened, 22);
@@ -372,7 +372,7 @@ TEST(Kontextmenue, BearbeitenVerliertNichts) {
         saved = d.speichern(d);
     });
     const auto edit = [&] {
-        p.engine->userSelectRow(0, 0);
+        p.engine->input().userSelectRow(0, 0);
         p.engine->clickDefault(p.fenster().cmdDefault);
     };
     p.show("Menü");
@@ -399,17 +399,17 @@ TEST(BroadCast, SymbolgroesseGehtZurueckWieSieWar) {
     Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .Neustart = 2}});
     const std::string size = "HKCU\\Control Panel\\Desktop\\WindowMetrics\\Shell Icon Size";
     p.show("Tipp");
-    p.engine->userText(0, "x");
+    p.engine->input().userText(0, "x");
     p.saveOk();
     EXPECT_EQ(p.get(size), "-");
     p.put(size, 1, "48");
-    p.engine->userText(0, "y");
+    p.engine->input().userText(0, "y");
     p.saveOk();
     EXPECT_EQ(p.get(size), "1:48");
     ASSERT_EQ(p.platform.settingChanges.size(), 4u);
     EXPECT_EQ(std::get<0>(p.platform.settingChanges[1]), 42u);
     p.put(size, 1, "2147483647");   // as large as it can be read
-    p.engine->userText(0, "z");
+    p.engine->input().userText(0, "z");
     p.saveOk();
     EXPECT_EQ(p.get(size), "1:2147483647");
 }

@@ -157,7 +157,7 @@ protected:
         programm->detectSystem();
         ctx().intBS = 6;
         ASSERT_TRUE(programm->loadDatabase());
-        programm->maschine().TreeEinlesen();
+        programm->maschine().tree().TreeEinlesen();
         for (const auto& tipp : std::vector(ctx().udtTippListe)) {
             programm->maschine().inspectTipp(tipp.Index);
             if (ctx().aktuellerTipp.INITipp) continue;

@@ -1,14 +1,20 @@
 // The registry's data type against the database's, and the display form of what was read.
+#include <algorithm>
+#include <fmt/format.h>
+
+#include "frame/Errors.h"
 #include "frame/Konvertierung.h"
 #include "frame/Reports.h"
 #include "frame/Texte.h"
 #include "registry/ValueOperations.h"
-#include "tipengine/TippMaschine.h"
+#include "tipengine/Meldungen.h"
+#include "tipengine/Fensteranfragen.h"
+#include "tipengine/ValueReader.h"
 #include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 
-bool TippMaschine::DatenTypOK(std::int32_t regType, std::int16_t i) {
+bool ValueReader::DatenTypOK(std::int32_t regType, std::int16_t i) {
     ProcTrace trace(ctx_.trace, "DatenTypOK");
     trace.p(regType).p(i);
     TippEintrag& e = eintrag(i);
@@ -21,11 +27,11 @@ bool TippMaschine::DatenTypOK(std::int32_t regType, std::int16_t i) {
     } else if (regType != e.Datentyp) {
         ok = false;
         if (tip_.lookOnly) {
-            ctx_.blnDatenTypAbbruch = true;
-            ctx_.blnDatenTypAnpassen = false;
+            blnDatenTypAbbruch_ = true;
+            blnDatenTypAnpassen_ = false;
         } else if (w.DatentypModus != 1) {
-            ctx_.blnDatenTypAbbruch = false;
-            ctx_.blnDatenTypAnpassen = true;
+            blnDatenTypAbbruch_ = false;
+            blnDatenTypAnpassen_ = true;
             trace.note("Info: Datentyp wird automatisch angepasst");
         } else {
             DatentypAnfrage window;
@@ -34,8 +40,8 @@ bool TippMaschine::DatenTypOK(std::int32_t regType, std::int16_t i) {
             window.typRegistry = DatenTypText(ctx_, regType);
             window.inhalt = w.strAktuellerWert;
             ctx_.port.showWindow(window);
-            ctx_.blnDatenTypAbbruch = !window.weiter;
-            ctx_.blnDatenTypAnpassen = window.weiter;
+            blnDatenTypAbbruch_ = !window.weiter;
+            blnDatenTypAnpassen_ = window.weiter;
         }
     }
     trace.r(ok);
@@ -43,20 +49,37 @@ bool TippMaschine::DatenTypOK(std::int32_t regType, std::int16_t i) {
 }
 
 // Takes the value of the other type away. Its raw content goes into a change record first.
-bool TippMaschine::adaptType(std::int16_t i) {
+bool ValueReader::adaptType(std::int16_t i) {
     Arbeitswert& w = wert(i);
     if (w.typBehandelt) return false;
     w.typBehandelt = true;
-    Aenderung change = newChange(Aenderung::Art::TypAngepasst);
-    change.werte.push_back(changeOfValue(i, w.roh, std::nullopt));
+    Aenderung change = tip_.newChange(Aenderung::Art::TypAngepasst);
+    change.werte.push_back(tip_.changeOfValue(i, w.roh, std::nullopt));
     LaufendeAenderung running(recorder_, change);
     if (!WertDel(i)) return false;
     running.written(0);
     return true;
 }
 
+bool ValueReader::WertDel(std::int16_t index) {
+    ctx_.trace.write("Prozedur: WertDel -Ende-");   // stands here for the start line
+    ctx_.trace.write("--- P: " + traceText(index));
+    bool deleted = false;
+    reportAndGoOn(ctx_, "WertDel", [&] {
+        const std::string path = tip_.valuePath(index);
+        ctx_.trace.write("--- Lösche Wert: " + path);
+        if (tip_.valueOf(index).ReadRaw() && ctx_.objBVKReg.CheckAccess(KEY_ALL_ACCESS_MASK)) {
+            ctx_.objBVKReg.DeleteValue();
+            deleted = true;
+        }
+    });
+    ctx_.trace.write("--- R: " + traceText(deleted));
+    ctx_.trace.write("Prozedur: WertDel -Ende-");
+    return deleted;
+}
+
 // Puts strAktuellerWert into display form; false if it is none of the values that the Tip knows.
-bool TippMaschine::CheckDatenWert(std::int16_t i) {
+bool ValueReader::CheckDatenWert(std::int16_t i) {
     const TippEintrag& e = eintrag(i);
     Arbeitswert& w = wert(i);
     std::string& value = w.strAktuellerWert;

@@ -1,4 +1,5 @@
-// The tree of groups and Tips and the click logic.
+#include "tipengine/TipTree.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -14,7 +15,6 @@
 #include "tipdb/Satz.h"
 #include "tipdb/Schema.h"
 #include "tipengine/Meldungen.h"
-#include "tipengine/TippMaschine.h"
 
 namespace brenvik {
 namespace {
@@ -60,7 +60,7 @@ std::vector<int> displayOrder(const Hauptfenster& fenster, int node) {
     return order;
 }
 
-int TippMaschine::addNode(int parent, TreeNode node) {
+int TipTree::addNode(int parent, TreeNode node) {
     auto& tree = fenster().tvBVKDB;
     node.parent = parent;
     const int index = static_cast<int>(tree.size());
@@ -69,13 +69,13 @@ int TippMaschine::addNode(int parent, TreeNode node) {
     return index;
 }
 
-void TippMaschine::indexTips() {
+void TipTree::indexTips() {
     tippsByIndex_.clear();
     tippsByIndex_.reserve(ctx_.udtTippListe.size());
     for (std::size_t k = 0; k < ctx_.udtTippListe.size(); ++k) tippsByIndex_[ctx_.udtTippListe[k].Index].push_back(k);
 }
 
-void TippMaschine::TreeEinlesen() {
+void TipTree::TreeEinlesen() {
     ctx_.trace.write("Treebaum aufbauen");
     ctx_.intTreeAktiv = static_cast<std::int16_t>(fenster().tbsTree);
     const int tab = std::clamp<int>(ctx_.intTreeAktiv, 1, 9);
@@ -98,7 +98,7 @@ void TippMaschine::TreeEinlesen() {
     ctx_.trace.write("Treebaum fertig aufgebaut");
 }
 
-void TippMaschine::buildFlatList() {
+void TipTree::buildFlatList() {
     fenster().tvBVKDB[0].Sorted = true;
     for (const auto& tipp : ctx_.udtTippListe) {
         addNode(0, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}, tipp.Index});
@@ -106,7 +106,7 @@ void TippMaschine::buildFlatList() {
     }
 }
 
-void TippMaschine::buildVersions() {
+void TipTree::buildVersions() {
     fenster().tvBVKDB[0].Sorted = true;
     std::unordered_map<std::string, std::vector<std::size_t>> byVersion;
     for (std::size_t k = 0; k < ctx_.udtTippListe.size(); ++k) byVersion[ctx_.udtTippListe[k].NeuInVersion].push_back(k);
@@ -122,7 +122,7 @@ void TippMaschine::buildVersions() {
     }
 }
 
-void TippMaschine::buildGroups(int filter) {
+void TipTree::buildGroups(int filter) {
     auto& baum = ctx_.udtTreebaum;
     auto& tree = fenster().tvBVKDB;
     std::vector<int> NodeAnEbene(ctx_.udtGruppen.size() + 1, 0);   // levels count from 1
@@ -164,7 +164,7 @@ void TippMaschine::buildGroups(int filter) {
     FehlerMeldung(ctx_, procedure, numberText(firstError), fmt::format(meldung::BaumZeilen, TabelleTreebaum, misplaced.size(), baum.size(), misplaced.front()));
 }
 
-bool TippMaschine::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
+bool TipTree::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
     const Gruppe& g = at(ctx_.udtGruppen, gruppe);
     if (g.TippAnzahl == -1) return false;
     bool added = false;
@@ -183,7 +183,7 @@ bool TippMaschine::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
 }
 
 // Panel 2 counts one Tip too few, and keeps doing so. A database that is not the program's own is named there.
-void TippMaschine::statusBarGeneral() {
+void TipTree::statusBarGeneral() {
     fenster().sbrBVK[1] = "Einträge: " + std::to_string(static_cast<std::int64_t>(ctx_.udtTippListe.size()) - 1);
     std::error_code error;
     if (!std::filesystem::equivalent(ctx_.datenbankDatei, ctx_.programmPfad / DatenbankName, error)) fenster().sbrBVK[1] += meldung::AndereDatenbank + utf8FromPath(ctx_.datenbankDatei.filename());
@@ -191,7 +191,7 @@ void TippMaschine::statusBarGeneral() {
                           " [" + std::string(produkt::ProgrammDatum) + "] ";
 }
 
-void TippMaschine::selectTab(int tab) {
+void TipTree::selectTab(int tab) {
     if (ctx_.blnTabInit || tab == ctx_.intTreeAktiv || tab < 1 || tab > 9) return;
     fenster().tbsTree = tab;
     ctx_.port.waitPointer(true);
@@ -200,19 +200,19 @@ void TippMaschine::selectTab(int tab) {
     ctx_.port.waitPointer(false);
 }
 
-void TippMaschine::selectNode(int node) {
+void TipTree::selectNode(int node) {
     if (node < 0 || node >= static_cast<int>(fenster().tvBVKDB.size())) return;
     const int before = std::exchange(fenster().ausgewaehlterKnoten, node);
     if (!TreeViewAbfrage(false)) selectAgain(before);
 }
 
 // The user stays where he was: what he wanted to save could not be.
-void TippMaschine::selectAgain(int node) {
+void TipTree::selectAgain(int node) {
     fenster().ausgewaehlterKnoten = node;
     observer_.selectionChanged();
 }
 
-bool TippMaschine::showTippByHeading(const std::string& heading) {
+bool TipTree::showTippByHeading(const std::string& heading) {
     const auto& tree = fenster().tvBVKDB;
     for (std::size_t k = 0; k < tree.size(); ++k) {
         if (tree[k].art != TreeNode::Art::Tipp || tree[k].text != heading) continue;
@@ -221,7 +221,7 @@ bool TippMaschine::showTippByHeading(const std::string& heading) {
     return false;
 }
 
-bool TippMaschine::showNode(int node) {
+bool TipTree::showNode(int node) {
     const int before = std::exchange(fenster().ausgewaehlterKnoten, node);
     observer_.selectionChanged();
     const bool left = TreeViewAbfrage(false);
@@ -230,7 +230,7 @@ bool TippMaschine::showNode(int node) {
 }
 
 // By the number alone, whichever Tips share its heading; a Tip in no group stands in the flat list only.
-bool TippMaschine::showTippByNumber(std::int32_t number) {
+bool TipTree::showTippByNumber(std::int32_t number) {
     if (tippsByIndex_.count(number) == 0) return false;
     const auto& tree = fenster().tvBVKDB;
     for (const int tab : {1, 2}) {
@@ -247,8 +247,8 @@ bool TippMaschine::showTippByNumber(std::int32_t number) {
     return false;
 }
 
-bool TippMaschine::TippOeffnen(const std::string& heading) {
-    if (!DatenSichern()) return false;
+bool TipTree::TippOeffnen(const std::string& heading) {
+    if (!settler_.DatenSichern()) return false;
     const auto lastNodeOf = [&] {
         const auto& tree = fenster().tvBVKDB;
         const auto place = std::find_if(tree.rbegin(), tree.rend(), [&](const TreeNode& node) { return node.text == heading; });
@@ -264,7 +264,7 @@ bool TippMaschine::TippOeffnen(const std::string& heading) {
 }
 
 // Opens the table afresh and reads the first row from its start whose column holds the text exactly.
-bool TippMaschine::readTippAt(int ordinal, const std::string& text) {
+bool TipTree::readTippAt(int ordinal, const std::string& text) {
     ctx_.objRS = ctx_.objDB.GetNewRS(ctx_, ctx_.objVerbindung.get(), "Select * From RegDaten");
     ctx_.trace.write("Tipp wurde im Tree ausgewählt ?");
     if (!ctx_.objRS || ctx_.objRS->State() != RecordSet::Offen) return false;
@@ -278,13 +278,13 @@ bool TippMaschine::readTippAt(int ordinal, const std::string& text) {
     return true;
 }
 
-bool TippMaschine::readTippNumber(std::int32_t number) {
+bool TipTree::readTippNumber(std::int32_t number) {
     bool found = false;
     reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { found = readTippAt(spalte::Index, std::to_string(number)); });
     return found;
 }
 
-bool TippMaschine::TreeViewAuswahl() {
+bool TipTree::TreeViewAuswahl() {
     bool tippFound = false;
     const std::string text = fenster().tvBVKDB.empty() ? std::string() : fenster().tvBVKDB.at(static_cast<std::size_t>(fenster().ausgewaehlterKnoten)).text;
     reportAndGoOn(ctx_, "TreeViewAuswahl", [&] {
@@ -294,7 +294,7 @@ bool TippMaschine::TreeViewAuswahl() {
     return tippFound;
 }
 
-void TippMaschine::showGroupOrNothing(const std::string& nodeText) {
+void TipTree::showGroupOrNothing(const std::string& nodeText) {
     Hauptfenster& f = fenster();
     const auto group = std::find_if(ctx_.udtGruppen.begin(), ctx_.udtGruppen.end(), [&](const Gruppe& g) { return g.Name == nodeText; });
     f.txtInfoSichtbar = group != ctx_.udtGruppen.end();
@@ -304,19 +304,19 @@ void TippMaschine::showGroupOrNothing(const std::string& nodeText) {
     f.txtInfo = group->Beschreibung;
 }
 
-bool TippMaschine::TreeViewAbfrage(bool neuladen) {
+bool TipTree::TreeViewAbfrage(bool neuladen) {
     Hauptfenster& f = fenster();
     f.sbrBVK[0] = "PC: " + ctx_.strRechnername;
-    if (ctx_.blnGeaendert && !DatenSichern(Verbleib::WirdErsetzt)) return false;
+    if (ctx_.blnGeaendert && !settler_.DatenSichern(Verbleib::WirdErsetzt)) return false;
     if (ctx_.intPanelCheckBox != 0 || ctx_.intPanelAuswahl != 0 || ctx_.intPanelText != 0 || ctx_.intPanelOption != 0 || ctx_.intPanelZahl >= 1)
-        TippsEntladen();
+        screen_.TippsEntladen();
     if (TreeViewAuswahl() || neuladen) {
         ctx_.blnTippAnzeige = true;
         f.fraBVKLogo = false;
         f.fraEinstellungen = f.fraSteuerung = f.txtInfoSichtbar = true;
         if (letzterEintrag() >= 1) f.sbrBVK[2] = "Index: " + std::to_string(eintrag(1).TippIndex);
         f.lblDBTippU = ctx_.aktuellerTipp.Überschrift;
-        DBTippsAusgeben();
+        screen_.DBTippsAusgeben();
         return true;
     }
     ctx_.blnTippAnzeige = false;
@@ -327,18 +327,37 @@ bool TippMaschine::TreeViewAbfrage(bool neuladen) {
     f.fraEinstellungen = f.fraSteuerung = false;
     f.lblDBTippU.clear();
     ctx_.aktuellerTipp.HilfeNummer = AllgemeinesHilfeThema;
-    FB_KeySave(false);
-    FB_KeyDel(false);
-    FB_Default(false);
-    FB_RegFile(false);
-    FB_ADMFile(false);
-    FB_KeyInfo(false);
+    fenster().FB_KeySave(false);
+    fenster().FB_KeyDel(false);
+    fenster().FB_Default(false);
+    fenster().FB_RegFile(false);
+    fenster().FB_ADMFile(false);
+    fenster().FB_KeyInfo(false);
     f.mnuBSFreigabe = false;
     ctx_.blnTippGeladen = false;
     statusBarGeneral();
     observer_.panelsChanged();
     observer_.windowChanged();
     return true;
+}
+
+void TipTree::showOtherDatabase(const std::filesystem::path& file) {
+    if (!andereDatenbankLaden(ctx_, file)) return;
+    screen_.TippsEntladen();
+    ctx_.aktuellerTipp = {};
+    ctx_.werte.clear();
+    ctx_.blnTippGeladen = false;
+    TreeEinlesen();
+    TreeViewAbfrage(false);
+}
+
+void TipTree::mnuandereDBLoad() {
+    if (!settler_.DatenSichern()) return;
+    if (const auto choice = ctx_.port.chooseFile({{}, meldung::DatenbankFilter, meldung::DatenbankTitel, false})) showOtherDatabase(userPath(ctx_, *choice));
+}
+
+void TipTree::mnuBVKDBLoad() {
+    if (settler_.DatenSichern()) showOtherDatabase(ctx_.programmPfad / DatenbankName);
 }
 
 }  // namespace brenvik

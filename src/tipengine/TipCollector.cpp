@@ -1,10 +1,14 @@
-// Taking the values of Tips along for exports and lists, and writing the values of several Tips as one change.
+#include "tipengine/TipCollector.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 
+#include "frame/Errors.h"
+#include "frame/Konvertierung.h"
 #include "frame/Reports.h"
+#include "frame/Texte.h"
 #include "registry/ValueOperations.h"
-#include "tipengine/TippMaschine.h"
+#include "tipengine/Meldungen.h"
 #include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
@@ -38,9 +42,27 @@ struct TakeBack {};
 
 }  // namespace
 
+bool TipCollector::DatenRead() {
+    bool ok = false;
+    ctx_.bootEingabe.reset();
+    reportAndGoOn(ctx_, "DatenRead", [&] {
+        std::optional<BootEingabe> bootInput;
+        for (Panel& panel : fenster().panels) {
+            if (!kindOf(panel).mayCollect(screen_, panel, bootInput)) return;
+            if (panel.eintraege.empty()) continue;
+            writer_.collectPanel(panel);
+        }
+        for (std::int16_t i = 1; i <= letzterEintrag(); ++i)
+            if (upperCase(wert(i).strAktuellerWert) != upperCase(wert(i).strAnzeigeWert)) ctx_.blnGeaendert = true;
+        ctx_.bootEingabe = std::move(bootInput);
+        ok = true;
+    });
+    return ok;
+}
+
 // Collecting for an export is no change: whether there is something to save stays as it was. A boot menu is not collected,
 // since that opens its window.
-bool TippMaschine::collectForExport() {
+bool TipCollector::collectForExport() {
     const auto& panels = fenster().panels;
     if (std::any_of(panels.begin(), panels.end(), [](const Panel& panel) { return kindOf(panel).section; })) return true;
     const bool changed = ctx_.blnGeaendert;
@@ -49,50 +71,17 @@ bool TippMaschine::collectForExport() {
     return ok;
 }
 
-GesammelterWert TippMaschine::collectedValue(std::int16_t i) const {
-    const Arbeitswert& w = wert(i);
-    GesammelterWert value;
-    value.text = w.strAnzeigeWert;
-    value.gefunden = w.roh.has_value();
-    value.beruehrt = w.beruehrt;
-    if (!w.beruehrt && w.roh) {
-        value.wert = w.roh;
-    } else if (w.strAnzeigeWert == DelKey) {
-        value.geloescht = true;
-    } else if (!w.strAnzeigeWert.empty()) {
-        try {
-            value.wert = valueToWrite(i);
-        } catch (const NumberedError& error) {
-            value.unpassend = error.what();
-        }
-    }
-    return value;
-}
-
-std::vector<GesammelterWert> TippMaschine::collectedValues() {
-    std::vector<GesammelterWert> values(1);
-    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
-        values.push_back(collectedValue(speakerOf(i)));
-        values.back().text = wert(i).strAnzeigeWert;
-        // Values that nobody touched keep the form they were read in; what their panel shows is told by the panel.
-        const Panel* panel = tip_.panelOfEntry(i);
-        if (panel == nullptr || wert(i).beruehrt || panel->zahlUngueltig) continue;
-        if (auto text = kindOf(*panel).valueText(tip_, *panel, i)) values.back().text = std::move(*text);
-    }
-    return values;
-}
-
-std::optional<Tipp> TippMaschine::lookUpTipp(std::int32_t number) {
+std::optional<Tipp> TipCollector::lookUpTipp(std::int32_t number) {
     const auto& list = ctx_.udtTippListe;
     if (std::none_of(list.begin(), list.end(), [&](const TippListenEintrag& entry) { return entry.Index == number; })) return std::nullopt;
     const Bildschirmtipp keeper(ctx_);
-    if (!readTippNumber(number)) return std::nullopt;
-    takeSystemsKeys();
+    if (!tree_.readTippNumber(number)) return std::nullopt;
+    tip_.takeSystemsKeys();
     for (std::int16_t i = 1; i <= letzterEintrag(); ++i) tip_.replaceSid(i);
     return ctx_.aktuellerTipp;
 }
 
-std::string TippMaschine::writeTogether(std::vector<Aenderung>& changes) {
+std::string TipCollector::writeTogether(std::vector<Aenderung>& changes) {
     BVKRegistry& reg = ctx_.objBVKReg;
     const auto writeAll = [&] {
         for (Aenderung& change : changes)
