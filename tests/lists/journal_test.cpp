@@ -302,12 +302,12 @@ TEST(Journal, EinFeindlichesJournalReichtNirgendsHin) {
     EXPECT_TRUE(p.port.boxes.back().flags & box::DefaultNo);
     EXPECT_EQ(p.drifted(), "unreadable 1 HKEY_LOCAL_MACHINE\\Software\\Run\\boese: (nicht vorhanden), (nicht vorhanden)|");
     // Longer than anything we write: named, and the other changes go their way without it.
-    sql(p, "DELETE FROM wert; UPDATE aenderung SET rechner = ''; INSERT INTO aenderung SELECT 2, zeit, '', lokal, '', sid, art, tipp, 'Zwei', NULL, 0, 0, 0, 0, 1, 0 FROM aenderung;"
+    sql(p, "DELETE FROM wert; UPDATE aenderung SET rechner = ''; INSERT INTO aenderung SELECT 99, zeit, '', lokal, '', sid, 0, tipp, 'Zwei', NULL, 0, 0, 0, 0, 1, 0 FROM aenderung WHERE nummer = 1;"
            "INSERT INTO wert VALUES(1, 0, 'HKEY_LOCAL_MACHINE\\Software\\Run', 1, 1, zeroblob(70000000), NULL, NULL, 1, 'x')");
     p.start();
     p.port.expectBox("Die Änderung 1 hält im Änderungsjournal mehr als 64 MiB").expectBox("nichts zu schreiben");
     EXPECT_FALSE(p.exact(1));
-    EXPECT_TRUE(p.exact(2));
+    EXPECT_TRUE(p.exact(99));
     EXPECT_EQ(p.drifted(), "unreadable 1 Änderung 1: (nicht vorhanden), (nicht vorhanden)|");
     // Tables that are none of ours are not touched.
     sql(p, "CREATE TRIGGER t AFTER INSERT ON aenderung BEGIN DELETE FROM wert; END");

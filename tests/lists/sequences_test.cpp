@@ -201,6 +201,7 @@ private:
             RegStore& own = programm_->localStore();
             for (const char* hive : {"System", "Software"}) ASSERT_TRUE(RegfHiveFiles().save(own, Root::LocalMachine, hive, folder / "WINDOWS/system32/config" / hive));
             ASSERT_TRUE(RegfHiveFiles().save(own, Root::CurrentUser, "", user / "NTUSER.DAT"));
+            own.createKey(Root::CurrentUser, "Software\\Classes");
             ASSERT_TRUE(RegfHiveFiles().save(own, Root::CurrentUser, "Software\\Classes", classes / "UsrClass.dat"));
             for (const char* file : Files)
                 if (const auto from = ctx().target().files().find(file); std::filesystem::exists(from)) std::filesystem::copy_file(from, folder / Replace(std::string(file).substr(3), "\\", "/"));
