@@ -15,6 +15,7 @@
 #include "lists/Meldungen.h"
 #include "lists/RegAddress.h"
 #include "registry/RegLinks.h"
+#include "registry/Upcase.h"
 #include "tipengine/Schluesselbild.h"
 
 namespace brenvik {
@@ -179,9 +180,13 @@ JournalEintrag Listen::entryOf(const Aenderung& change, const std::vector<Histor
     std::unordered_map<std::string, std::string> paths;   // as they were given, to the real ones
     for (WertAenderung& value : entry.aenderung.werte) {
         const std::string given = givenPath(value);
-        const RegAddress place = addressForWriting(ctx_, value, !value.neu && change.art != Aenderung::Art::Kontextmenue);
+        RegAddress place = addressForWriting(ctx_, value, !value.neu && change.art != Aenderung::Art::Kontextmenue);
         // Below HKCR another value may be seen than the one that is written, and others may have written since it was read.
-        value.alt = storeOf(ctx_, place.machine).value(place.root, place.key, *place.name);
+        RegStore& store = storeOf(ctx_, place.machine);
+        value.alt = store.value(place.root, place.key, *place.name);
+        if (value.alt && !value.neu)   // a deleted one comes back as it was spelt
+            for (const NamedValue& standing : store.values(place.root, place.key))
+                if (sameName(standing.name.text(), place.name->text())) place.name = standing.name;
         value.machine = place.machine, value.path = place.keyPath(), value.name = place.name->text();
         paths.emplace(lowerCase(given), place.path());
     }
@@ -199,6 +204,7 @@ JournalEintrag Listen::entryOf(const Aenderung& change, const std::vector<Histor
 
 void Listen::record(const Aenderung& change, Laufend& running, const std::vector<HistoryPaar>& pairs) {
     running.eintrag = entryOf(change, pairs);
+    if (!changesSomething(running.eintrag.aenderung) && !running.zeile) return;   // as things stand now, not as they stood when it was planned
     running.eintrag.zeile = running.zeile;
     running.nummer = journal_.add(running.eintrag);
     for (SchluesselBild& image : running.eintrag.aenderung.schluessel) image.unterschluessel.clear(), image.werte.clear(), image.details.clear();
@@ -210,16 +216,13 @@ void Listen::begin(const Aenderung& change) {
     if (laufend_.empty()) turn_.emplace(ctx_.heimPfad, PatienceOfChanges);
     Laufend running;
     std::vector<HistoryPaar> pairs;
-    const auto recordAll = [&] {
-        if (changesSomething(change) || running.zeile) record(change, running, pairs);
-    };
     std::optional<std::string> line;
     if (ctx_.blnHistoryAktiv && writesHistory(change.art)) reportAndGoOn(ctx_, "HistoryEintrag", [&] { line = history_.HistoryEintrag(change, pairs); });
     journaling([&] {
-        if (!line) return recordAll();
+        if (!line) return record(change, running, pairs);
         history_.append(*line, pairs, [&](bool written) {
             if (written) running.zeile = line;
-            recordAll();
+            record(change, running, pairs);
         });
     });
     if (running.nummer != 0) ctx_.frmBVK_Prog.tbrHistory = true;
