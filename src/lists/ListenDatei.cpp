@@ -54,6 +54,8 @@ Listenunterschied listDifference(const std::vector<std::string>& before, const s
 }
 
 std::string ListenDatei::load() {
+    std::error_code unknown;   // the settings that name the folder may come from anybody
+    if (std::filesystem::is_symlink(file_, unknown)) throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::ListeVerknuepfung, utf8FromPath(file_)));
     stamp_ = host::fileStamp(file_);   // before reading, so that a change in between shows the next time
     if (!stamp_) {   // a folder that has gone, with its drive perhaps, has not deleted its files
         std::error_code error;

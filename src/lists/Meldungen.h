@@ -9,6 +9,7 @@ inline constexpr char ListeOrdnerFehlt1[] = "Auf das Verzeichnis ";
 inline constexpr char ListeOrdnerFehlt2[] =
     " kann nicht zugegriffen werden. Geben Sie einen neuen Pfad an, wo die Datei abgelegt werden soll";
 inline constexpr char ListeBleibt[] = "Die Liste bleibt in ihrem bisherigen Verzeichnis: ";
+inline constexpr char ListeVerknuepfung[] = "Die Datei \"{}\" ist eine Verknüpfung; ihr wird nicht gefolgt.";
 inline constexpr char ListeKeinText[] = "Die Datei \"{}\" ist keine ANSI-Textdatei (sie ist in UTF-16 gespeichert).";
 inline constexpr char ListeOrdnerWeg[] = "Der Ordner der Datei \"{}\" ist nicht mehr da.";
 
