@@ -45,7 +45,7 @@ Bytes cregBytes(const RawValue& value, const CregCodepage& codepage) {
     Bytes bytes = value.bytes;
     if (isText(value.type)) {
         if (codepage.number != 0 && codepage.number != Western) {
-            throw RegError(regerr::NoAssignment, fmt::format("Dieses Windows hat die Codepage {}. Texte werden darin gelesen, aber nicht geschrieben; andere Werte schon.", codepage.number));
+            throw RegError(regerr::NoAssignment, fmt::format("Dieses Windows hat die Codepage {}. Texte können hier nur gelesen werden (gezeigt als Windows-1252), andere Werte auch geschrieben.", codepage.number));
         }
         if (bytes.size() % 2 != 0) throw RegError(regerr::NoAssignment, "Ein Text mit einer ungeraden Zahl von Bytes kann hier nicht gespeichert werden.");
         if (value.type == regtype::Sz && bytes.size() >= 2 && bytes[bytes.size() - 1] == 0 && bytes[bytes.size() - 2] == 0) bytes.resize(bytes.size() - 2);
