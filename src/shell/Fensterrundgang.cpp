@@ -25,6 +25,7 @@
 #include "shell/frmBVK_RegName.h"
 #include "tipengine/Programm.h"
 #include "tipengine/RegBrowser.h"
+#include "tipengine/kinds/Kind.h"
 
 namespace brenvik {
 namespace {
@@ -213,9 +214,9 @@ private:
         engine.tree().TreeEinlesen();
         engine.tree().selectNode(0);
         visit_(window, "start");
-        for (std::int16_t kind = art::CheckBox; kind <= art::BitMaske; ++kind) {
-            showTypical(kind);
-            visit_(window, "art" + std::to_string(kind));
+        for (const Kind* kind : allKinds()) {
+            showTypical(kind->number);
+            visit_(window, "art" + std::to_string(kind->number));
         }
         showTypical(art::ZahlenWerte);
     }

@@ -39,7 +39,8 @@ void AuswahlBoxKind::checkSource(const SourceCheck& check) const {
         if (values[i].empty()) check.complain("Anzeigetext", "Ein Text der Auswahl ist leer.");
         for (std::size_t j = 0; j < i; ++j)
             if (lowerCase(values[j]).find(lowerCase(values[i])) != std::string::npos && !values[i].empty())
-                check.complain("Anzeigetext", "Der Text \"" + values[i] + "\" steckt im früheren Text \"" + values[j] + "\" und würde nie gewählt; der kürzere steht vorn.");
+                check.complain("Anzeigetext",
+                               "Der Text \"" + values[i] + "\" steckt im früheren Text \"" + values[j] + "\" und würde nie gewählt; der kürzere steht vorn.");
     }
     if (row.Werteliste && !row.INITipp && pieces(row.Werteliste) != values)
         check.complain("Werteliste", "Gespeichert wird der Text der Auswahl selbst; eine andere Werteliste gilt nicht.");
