@@ -4,6 +4,7 @@
 #include <random>
 #include <set>
 
+#include "frame/Codepage.h"
 #include "frame/DateiSystem.h"
 #include "frame/Konvertierung.h"
 #include "lists/Drift.h"
@@ -80,7 +81,7 @@ State linesOf(const std::string& bytes) {
     State lines;
     std::set<std::string> seen;
     std::string section;
-    for (std::string line : Split(Replace(bytes, "\r\n", "\n"), "\n")) {
+    for (std::string line : Split(Replace(utf8FromAnsi(bytes), "\r\n", "\n"), "\n")) {
         line = Trim(line);
         if (line.starts_with('[')) section = seen.insert(lowerCase(line)).second ? lowerCase(line.substr(1, line.find(']') - 1)) + "\n" : "";
         const std::size_t equals = line.find('=');
