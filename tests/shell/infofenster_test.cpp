@@ -3,7 +3,6 @@
 
 #include "Fensterprobe.h"
 #include "shell/QtPort.h"
-#include "shell/frmBVK_About.h"
 #include "shell/frmBVK_KeyInfo.h"
 #include "shell/frmBVK_OSFreigabe.h"
 #include "shell/frmBVK_OSInfo.h"
@@ -60,13 +59,6 @@ TEST(KeyInfo, ShowsTheChosenEntryAndPutsItsPathOnTheClipboard) {
     EXPECT_FALSE(window.isVisible());
 }
 
-TEST(KeyInfo, AnEmptyTipIsNoCrash) {
-    Probe probe({{.Index = 1, .Überschrift = "Eins"}});
-    const Tipp nothing;
-    frmBVK_KeyInfo window(*probe.ctx, nothing, nullptr);
-    EXPECT_FALSE(window.findChild<QPushButton*>("cmdZw")->isEnabled());
-}
-
 TEST(OSFreigabe, MarksEachSystem) {
     Tipp tipp;
     tipp.Win98 = tipp.WinNT = tipp.WinXP = true;
@@ -108,16 +100,6 @@ TEST(OSInfo, ShowsVersionsOfSystemProgramAndDatabase) {
                            {"lblBuild", "Build-Number:"},       {"txtBuild", "2600"},
                            {"lblIEVersion", "IE Version:"},     {"txtIEVersion", "6.00.0290"}};
     EXPECT_EQ(contentOf(window), expected);
-}
-
-TEST(About, ShowsVersionAndDisclaimer) {
-    frmBVK_About window("0.1.0", nullptr);
-    const Content content = contentOf(window);
-    EXPECT_EQ(content.at(""), "Infos zum Brenvik");
-    EXPECT_EQ(content.at("lblVersion"), "Programm Version: 0.1.0");
-    EXPECT_EQ(content.at("lblInfo").substr(0, 24), "Dieses Programm wurde mi");
-    EXPECT_NE(content.at("lblCopyRight"), "");
-    EXPECT_FALSE(window.findChild<QLabel*>("imgLogo")->pixmap(Qt::ReturnByValue).isNull());
 }
 
 }  // namespace

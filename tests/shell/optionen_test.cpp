@@ -105,14 +105,19 @@ TEST_F(OptionenFenster, Folders) {
     EXPECT_EQ(foldersNew, 1);
     options([&](frmBVK_Optionen& dialog) {
         named<QLineEdit>(dialog, "txtFavoritePfad").setText(QString::fromStdString(neu));
+        named<QLineEdit>(dialog, "txtHistoryPfad").setText(" ");
         click(dialog, "cmdOptOK");
     });
     EXPECT_EQ(ctx.einstellungen.strFavoritenPfad, neu + "/") << "a typed folder gets its separator";
+    EXPECT_EQ(ctx.einstellungen.strHistoryPfad, (probe.dir / "").string()) << "emptied: the standard folder";
     options([&](frmBVK_Optionen& dialog) {
         probe.port.expectFolder(std::nullopt);
         EXPECT_TRUE(named<QRadioButton>(dialog, "opbAltesHelp").isChecked());
         click(dialog, "opbNeuesHelp");
         EXPECT_TRUE(named<QRadioButton>(dialog, "opbAltesHelp").isChecked()) << "the other file is not there";
+        probe.port.expectFolder(neu).expectBox("Hilfedatei wurde nicht gefunden, Einstellungen wurden zurückgesetzt.");
+        click(dialog, "opbNeuesHelp");
+        EXPECT_TRUE(named<QRadioButton>(dialog, "opbAltesHelp").isChecked());
         probe.dir.put("neu/ostrana.chm", "");
         probe.port.expectFolder(neu);
         click(dialog, "opbNeuesHelp");
@@ -155,6 +160,11 @@ TEST_F(OptionenFenster, StartPasswordFromItsSettingToTheQuestion) {
     probe.port.onWindow("frmBVK_PWAbfrage", driving<frmBVK_PWAbfrage, PWAbfrageAnfrage>(
                                                 probe.port, [](frmBVK_PWAbfrage& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
     EXPECT_FALSE(StartPasswort(ctx));
+    options([&](frmBVK_Optionen& dialog) {
+        click(dialog, "chkPasswort");
+        click(dialog, "cmdOptOK");
+    });
+    EXPECT_FALSE(ctx.einstellungen.blnPasswortAktiv);
 }
 
 TEST_F(OptionenFenster, WithoutRightsThePasswordIsOutOfReach) {

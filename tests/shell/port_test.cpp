@@ -73,43 +73,11 @@ TEST(QtPort, YesOrNoIsAnsweredByNothingButItsButtons) {
     port.messageBox({"Speichern?", box::YesNo});
 }
 
-TEST(QtPort, HelpLeavesTheQuestionOpen) {
-    QtPort port;
-    std::vector<std::string> helps;
-    port.onHelp([&](const std::string& file, int context) {
-        helps.push_back(file + "#" + std::to_string(context));
-        inNextWindow([](QWidget& box) { dynamic_cast<QMessageBox&>(box).buttons().first()->click(); });
-    });
-    inNextWindow([](QWidget& box) {
-        for (QAbstractButton* button : dynamic_cast<QMessageBox&>(box).buttons())
-            if (button->text() == "&Hilfe") return button->click();
-        box.close();
-    });
-    EXPECT_EQ(port.messageBox({"Text", box::OK + box::Help, "", "BRENVIK.hlp", 12}), Answer::OK);
-    EXPECT_EQ(helps, std::vector<std::string>{"BRENVIK.hlp#12"});
-}
-
 TEST(QtPort, FileFiltersOfTheProgramBecomeThoseOfTheDialog) {
     EXPECT_EQ(qtFileFilters("DBName |*.mdb"), QStringList{"DBName (*.mdb)"});
     EXPECT_EQ(qtFileFilters("Programme (*.EXE;*.COM.)|*.EXE;*.COM.|Alle Dateien (*.*)|*.*"),
               (QStringList{"Programme (*.EXE;*.COM.) (*.EXE *.COM)", "Alle Dateien (*.*) (*)"}));
     EXPECT_EQ(qtFileFilters("kein Trenner"), QStringList{});
-}
-
-struct UnknownRequest : WindowRequest {
-    std::string_view windowName() const override { return "frmBVK_Nirgends"; }
-};
-
-TEST(QtPort, AnUnknownWindowIsTold) {
-    QtPort port;
-    QString told;
-    inNextWindow([&](QWidget& box) {
-        told = dynamic_cast<QMessageBox&>(box).text();
-        dynamic_cast<QMessageBox&>(box).buttons().first()->click();
-    });
-    UnknownRequest request;
-    port.showWindow(request);
-    EXPECT_TRUE(told.contains("frmBVK_Nirgends"));
 }
 
 void press(QWidget& window, const char* name) { window.findChild<QPushButton*>(QString::fromUtf8(name))->click(); }

@@ -242,34 +242,6 @@ TEST_F(Programmprobe, AListThatWasOffComesBackWithItsNewFolder) {
     EXPECT_TRUE(std::filesystem::is_regular_file(home / "neu/History.txt"));
 }
 
-TEST_F(Programmprobe, DefaultDeleteAndClosingWithAnUnsavedChange) {
-    ASSERT_TRUE(start());
-    ctx().einstellungen.LöschenAktiv = true;
-    // A box with a default in the user's own part of the registry
-    for (const TippListenEintrag& row : ctx().udtTippListe) {
-        engine().tree().showTippByNumber(row.Index);
-        const Hauptfenster& f = ctx().frmBVK_Prog;
-        const bool fits = f.panels.size() == 1 && f.panels[0].Ausgabeart == art::CheckBox && f.Default && ctx().aktuellerTipp.letzterEintrag() == 1 &&
-                          ctx().aktuellerTipp.Eintrag[1].Standardwert == "0" && ctx().aktuellerTipp.Eintrag[1].Datentyp == 4 && !ctx().aktuellerTipp.INITipp;
-        if (fits) break;
-    }
-    const TippEintrag entry = ctx().aktuellerTipp.Eintrag.at(1);
-    const std::string path = entry.Hauptschlüssel + "\\" + entry.Schlüssel + "\\" + entry.Wertname;
-    const auto stand = [&] { return ReadRegistryKey(ctx(), path, "fehlt"); };
-    port.expect("Soll die Aktion ausgeführt werden ?", Answer::Yes).expect(Saved);
-    press("cmdDefault");
-    EXPECT_EQ(stand(), "0");
-    port.expect("Schlüssel wird gelöscht", Answer::Yes);
-    press("cmdRegDel");
-    EXPECT_EQ(stand(), "fehlt");
-    QTest::mouseClick(&control<QCheckBox>("chkCheckBox(0)"), Qt::LeftButton, {}, {8, 8});
-    ctx().blnNeustartNoetig = false;
-    ctx().aktuellerTipp.Neustart = 0;
-    port.expect(Question, Answer::Yes).expect(Saved);
-    EXPECT_TRUE(window().close());
-    EXPECT_NE(stand(), "fehlt");
-}
-
 // From a number that no save takes, and from one that the user drops. What the way leads to sees only what stands.
 TEST_F(Programmprobe, NoWayOutLosesWhatCannotBeSavedOrKeepsWhatWasDropped) {
     ASSERT_TRUE(start());
@@ -375,11 +347,6 @@ TEST_F(Programmprobe, ToolsAreStartedOrTheirAbsenceIsTold) {
     menu("mnuDrwtsn32");
     menu("mnugpedit");
     menu("mnumsinfo32");
-    ctx().einstellungen.SoundOn = false;
-    const std::size_t before = port.sounds.size();
-    port.programsStart = true;
-    menu("mnuRegedit");
-    EXPECT_EQ(port.sounds.size(), before);
 }
 
 TEST_F(Programmprobe, ANeededLogonIsOfferedAfterAllIsSaved) {
@@ -391,13 +358,6 @@ TEST_F(Programmprobe, ANeededLogonIsOfferedAfterAllIsSaved) {
     EXPECT_TRUE(window().close());
     EXPECT_EQ(platform.sessionCalls, (Lines{"privilege", "exit 3 -1"}));
     EXPECT_EQ(ReadRegistryKey(ctx(), std::string(EinstellungenPfad) + "MainWidth", ""), "11655");
-}
-
-TEST_F(Programmprobe, AMachineThatDoesNotAnswerLeavesTheProgramUsable) {
-    port.expect("Grund: Der Rechner wurde nicht gefunden");
-    ASSERT_TRUE(start("/PC:Test01"));
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_EQ(control<QLabel>("sbrBVK(1)").text(), qt("PC: " + ctx().strLokalerRechner));
 }
 
 TEST_F(Programmprobe, ASecondStartCallsTheFirstWindow) {

@@ -90,20 +90,6 @@ TEST_F(SuchFenster, AHitThatTheTabHidesIsShown) {
     EXPECT_EQ(tree.tvBVKDB.at(static_cast<std::size_t>(tree.ausgewaehlterKnoten)).text, "Fenster einrahmen");
 }
 
-TEST_F(SuchFenster, AnUnsavedChangeIsAskedAboutFirst) {
-    ASSERT_TRUE(engine.tree().showTippByHeading("Menüs schneller öffnen"));
-    const auto openOther = [&](frmBVK_Suchen& dialog) {
-        named<QLineEdit>(dialog, "txtSuchText").setText("Rand");
-        clickOn(dialog, "cmdSuchen");
-        clickOn(dialog, "cmdOK");
-    };
-    named<QLineEdit>(window, "txtTextWerte(0)").setText("100");
-    probe.port.expectBox("Sollen die Veränderungen gespeichert werden ?", Answer::Yes).expectBox("Der Schlüssel wurde geändert/angelegt !");
-    search(openOther);
-    EXPECT_EQ(shown(), "Menüs am Rand");
-    EXPECT_EQ(probe.get("HKCU\\Software\\Probe\\MenuShowDelay"), "1:100");
-}
-
 TEST_F(SuchFenster, WhatCannotBeSavedStaysWithItsTip) {
     ASSERT_TRUE(engine.tree().showTippByHeading("Zahl"));
     auto& tree = named<QTreeView>(window, "tvBVKDB");
