@@ -4,11 +4,11 @@
 
 #include <fstream>
 
-#include "StillerPort.h"
-#include "lists/Listen.h"
-#include "lists/ListenOrdner.h"
-#include "registry/LocalMachines.h"
-#include "registry/SqliteStore.h"
+#include "SilentPort.h"
+#include "lists/ListFolders.h"
+#include "lists/Lists.h"
+#include "registry/machine/LocalMachines.h"
+#include "registry/store/SqliteStore.h"
 
 namespace brenvik::bench {
 namespace {

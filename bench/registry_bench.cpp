@@ -10,14 +10,14 @@
 
 #include "GeneratedHive.h"
 #include "registry/BVKRegistry.h"
-#include "registry/HiveFilesImpl.h"
-#include "registry/HiveStore.h"
-#include "registry/LocalMachines.h"
-#include "registry/RegText.h"
-#include "registry/Suche.h"
-#include "registry/RegTextWriter.h"
-#include "registry/RegTree.h"
-#include "registry/SqliteStore.h"
+#include "registry/hivefile/HiveFilesImpl.h"
+#include "registry/hivefile/HiveStore.h"
+#include "registry/machine/LocalMachines.h"
+#include "registry/search/Search.h"
+#include "registry/store/RegTree.h"
+#include "registry/store/SqliteStore.h"
+#include "registry/text/RegText.h"
+#include "registry/text/RegTextWriter.h"
 
 using namespace brenvik;
 

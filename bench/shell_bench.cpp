@@ -10,22 +10,22 @@
 #include <cstdio>
 #include <fstream>
 
-#include "Erzeuger.h"
-#include "Schreiber.h"
-#include "StillerPort.h"
-#include "registry/Einstellungen.h"
+#include "Generator.h"
+#include "Writer.h"
+#include "SilentPort.h"
+#include "browser/RegBrowser.h"
+#include "registry/Settings.h"
 #include "registry/ValueOperations.h"
-#include "shell/Farben.h"
-#include "shell/Fensterprogramm.h"
-#include "shell/MaschinenEvents.h"
 #include "shell/QtPort.h"
-#include "shell/VerbindeHilfe.h"
-#include "shell/frmBVK_HistoryListe.h"
-#include "shell/frmBVK_Prog.h"
-#include "shell/frmBVK_RegBrowse.h"
-#include "tipdb/Suchen.h"
-#include "tipengine/Programm.h"
-#include "tipengine/RegBrowser.h"
+#include "shell/main/frmBVK_Prog.h"
+#include "shell/program/ConnectHelp.h"
+#include "shell/program/EngineEvents.h"
+#include "shell/program/WindowProgram.h"
+#include "shell/widgets/Colours.h"
+#include "shell/windows/frmBVK_HistoryListe.h"
+#include "shell/windows/frmBVK_RegBrowse.h"
+#include "tipdb/TipSearch.h"
+#include "tipengine/Program.h"
 
 namespace brenvik::bench {
 namespace {

@@ -5,14 +5,14 @@
 
 #include <cstdlib>
 
-#include "Erzeuger.h"
-#include "Schreiber.h"
-#include "StillerPort.h"
-#include "frame/DateiSystem.h"
-#include "registry/LocalMachines.h"
-#include "registry/SqliteStore.h"
+#include "Generator.h"
+#include "Writer.h"
+#include "SilentPort.h"
+#include "frame/files/FileSystem.h"
+#include "registry/machine/LocalMachines.h"
+#include "registry/store/SqliteStore.h"
 #include "tipdb/LoadDB.h"
-#include "tipdb/Satz.h"
+#include "tipdb/RecordReader.h"
 
 namespace brenvik::bench {
 namespace {

@@ -7,14 +7,14 @@
 #include <fstream>
 #include <map>
 
-#include "Erzeuger.h"
-#include "Schreiber.h"
-#include "StillerPort.h"
-#include "registry/FirstStart.h"
-#include "registry/LocalMachines.h"
-#include "registry/SqliteStore.h"
+#include "Generator.h"
+#include "Writer.h"
+#include "SilentPort.h"
+#include "registry/machine/FirstStart.h"
+#include "registry/machine/LocalMachines.h"
+#include "registry/store/SqliteStore.h"
 #include "tipdb/LoadDB.h"
-#include "tipengine/TippMaschine.h"
+#include "tipengine/TipEngine.h"
 
 namespace brenvik::bench {
 namespace {

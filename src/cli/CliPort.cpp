@@ -4,9 +4,9 @@
 #include <ctime>
 #include <iostream>
 
-#include "cli/RegistryAusgabe.h"
-#include "frame/Erkennung.h"
-#include "frame/Texte.h"
+#include "cli/registry/RegistryOutput.h"
+#include "frame/program/Detection.h"
+#include "frame/text/Texts.h"
 
 namespace brenvik {
 

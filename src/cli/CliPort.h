@@ -2,8 +2,8 @@
 // The command line's side of the port to the user: every message goes to stderr, Yes/No is No unless --yes was given,
 // Retry/Cancel is Cancel, choices of files, folders and colours are cancelled.
 #include "frame/UserPort.h"
-#include "lists/Listenfenster.h"
-#include "tipengine/Fensteranfragen.h"
+#include "lists/ListWindows.h"
+#include "tipengine/WindowRequests.h"
 
 namespace brenvik {
 

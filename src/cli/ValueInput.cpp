@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "frame/Errors.h"
-#include "frame/HostDatei.h"
+#include "frame/platform/HostFile.h"
 
 namespace brenvik::cli {
 namespace {

@@ -2,16 +2,16 @@
 #include <iostream>
 #include <iterator>
 
-#include "cli/Aufruffehler.h"
-#include "cli/Befehle.h"
 #include "cli/CliPort.h"
-#include "frame/DateiSystem.h"
-#include "frame/HostTerminal.h"
-#include "frame/Produkt.h"
-#include "frame/ShownOutput.h"
+#include "cli/Commands.h"
+#include "cli/UsageError.h"
 #include "frame/Version.h"
-#include "registry/FirstStart.h"
-#include "tipengine/Aufzeichnungen.h"
+#include "frame/files/FileSystem.h"
+#include "frame/platform/HostTerminal.h"
+#include "frame/program/Product.h"
+#include "frame/text/ShownOutput.h"
+#include "registry/machine/FirstStart.h"
+#include "tipengine/values/Recorders.h"
 
 using namespace brenvik;
 

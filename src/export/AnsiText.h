@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/Codepage.h"
+#include "frame/text/Codepage.h"
 
 namespace brenvik {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-#include "export/Meldungen.h"
-#include "frame/DateiSystem.h"
+#include "export/Messages.h"
 #include "frame/Reports.h"
-#include "frame/Texte.h"
+#include "frame/files/FileSystem.h"
+#include "frame/text/Texts.h"
 
 namespace brenvik {
 

@@ -3,8 +3,8 @@
 // tell the user what came of it; a file that cannot be written leaves the old one as it was.
 #include <functional>
 
-#include "export/Exportdateien.h"
-#include "export/TippFileSaveAnfrage.h"
+#include "export/ExportFiles.h"
+#include "export/TippFileSaveRequest.h"
 
 namespace brenvik {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-#include "export/Meldungen.h"
-#include "frame/Zeichen.h"
+#include "export/Messages.h"
+#include "frame/text/Characters.h"
 
 namespace brenvik {
 namespace {

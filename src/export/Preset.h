@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "export/Exportliste.h"
+#include "export/ExportList.h"
 #include "frame/toml/TomlLimits.h"
-#include "tipengine/TipSystems.h"
+#include "tipengine/tip/TipSystems.h"
 
 namespace brenvik {
 

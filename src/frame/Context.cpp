@@ -1,9 +1,9 @@
 #include "frame/Context.h"
 
-#include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
-#include "frame/Meldungen.h"
+#include "frame/Messages.h"
 #include "frame/Reports.h"
+#include "frame/files/FileSystem.h"
+#include "frame/text/Conversions.h"
 
 namespace brenvik {
 

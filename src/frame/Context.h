@@ -7,10 +7,10 @@
 #include <string>
 
 #include "frame/Errors.h"
-#include "frame/Platform.h"
-#include "frame/SystemVersion.h"
 #include "frame/Trace.h"
 #include "frame/UserPort.h"
+#include "frame/platform/Platform.h"
+#include "frame/program/SystemVersion.h"
 
 namespace brenvik {
 

@@ -4,12 +4,12 @@
 #include <new>
 #include <system_error>
 
-#include "frame/Hilfethemen.h"
-#include "frame/HostDatei.h"
-#include "frame/Konvertierung.h"
-#include "frame/Meldungen.h"
-#include "frame/Produkt.h"
-#include "frame/Texte.h"
+#include "frame/Messages.h"
+#include "frame/platform/HostFile.h"
+#include "frame/program/HelpTopics.h"
+#include "frame/program/Product.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/Texts.h"
 
 namespace brenvik {
 namespace {

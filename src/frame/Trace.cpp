@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 #include "frame/Errors.h"
-#include "frame/HostDatei.h"
+#include "frame/platform/HostFile.h"
 
 namespace brenvik {
 namespace {

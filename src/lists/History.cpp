@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
 #include "frame/Reports.h"
-#include "frame/Texte.h"
-#include "lists/ListenOrdner.h"
-#include "lists/Meldungen.h"
-#include "lists/Ruecknahme.h"
-#include "lists/Tippwert.h"
+#include "frame/files/FileSystem.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/Texts.h"
+#include "lists/ListFolders.h"
+#include "lists/Messages.h"
+#include "lists/TipValue.h"
+#include "lists/undo/UndoAnswers.h"
 #include "registry/ValueOperations.h"
 
 namespace brenvik {

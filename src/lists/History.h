@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "lists/Journal.h"
-#include "lists/ListenDatei.h"
+#include "lists/ListFile.h"
+#include "lists/journal/Journal.h"
 #include "tipengine/Context.h"
 
 namespace brenvik {

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "frame/Trace.h"
-#include "registry/HiveFiles.h"
 #include "registry/RegPath.h"
-#include "registry/RegStore.h"
+#include "registry/hivefile/HiveFiles.h"
+#include "registry/store/RegStore.h"
 
 namespace brenvik {
 

@@ -5,13 +5,13 @@
 
 #include <fmt/format.h>
 
-#include "frame/DateiSystem.h"
-#include "frame/HostDatei.h"
-#include "frame/Konvertierung.h"
-#include "registry/Meldungen.h"
-#include "registry/OfflineWindows.h"
+#include "frame/files/FileSystem.h"
+#include "frame/platform/HostFile.h"
+#include "frame/text/Conversions.h"
+#include "registry/Messages.h"
 #include "registry/creg/CregReader.h"
 #include "registry/creg/CregWriter.h"
+#include "registry/machine/OfflineWindows.h"
 
 namespace brenvik {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "registry/HiveStore.h"
 #include "registry/creg/CregText.h"
+#include "registry/hivefile/HiveStore.h"
 
 namespace brenvik {
 

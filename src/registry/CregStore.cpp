@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "registry/RegLinks.h"
 #include "registry/Upcase.h"
+#include "registry/store/RegLinks.h"
 
 namespace brenvik {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "frame/Errors.h"
-#include "registry/RegLimits.h"
+#include "registry/store/RegLimits.h"
 
 namespace brenvik {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "registry/RegStore.h"
+#include "registry/store/RegStore.h"
 
 namespace brenvik {
 

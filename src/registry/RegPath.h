@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "registry/RegStore.h"
+#include "registry/store/RegStore.h"
 
 namespace brenvik {
 

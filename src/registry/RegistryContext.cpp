@@ -1,7 +1,7 @@
 #include "registry/RegistryContext.h"
 
-#include "frame/Erkennung.h"
-#include "frame/Konvertierung.h"
+#include "frame/program/Detection.h"
+#include "frame/text/Conversions.h"
 
 namespace brenvik {
 namespace {

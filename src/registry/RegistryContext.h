@@ -1,8 +1,8 @@
 #pragma once
 #include "frame/Context.h"
-#include "frame/DateiSystem.h"
+#include "frame/files/FileSystem.h"
 #include "registry/BVKRegistry.h"
-#include "registry/TargetSystem.h"
+#include "registry/machine/TargetSystem.h"
 
 namespace brenvik {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "frame/Reports.h"
-#include "frame/Texte.h"
-#include "registry/RegLimits.h"
+#include "frame/text/Texts.h"
+#include "registry/store/RegLimits.h"
 
 namespace brenvik {
 

@@ -4,13 +4,13 @@
 
 #include <fmt/format.h>
 
-#include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
-#include "registry/HiveFileBytes.h"
-#include "registry/Meldungen.h"
-#include "registry/OfflineWindows.h"
-#include "registry/RegLinks.h"
+#include "frame/files/FileSystem.h"
+#include "frame/text/Conversions.h"
+#include "registry/Messages.h"
 #include "registry/Upcase.h"
+#include "registry/hivefile/HiveFileBytes.h"
+#include "registry/machine/OfflineWindows.h"
+#include "registry/store/RegLinks.h"
 
 namespace brenvik {
 

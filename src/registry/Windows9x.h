@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "registry/CregStore.h"
-#include "registry/TargetSystem.h"
+#include "registry/machine/TargetSystem.h"
 
 namespace brenvik {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/Codepage.h"
+#include "frame/text/Codepage.h"
 
 namespace brenvik {
 

@@ -16,12 +16,12 @@
 #include <QThread>
 #include <QUrl>
 
-#include "frame/DateiSystem.h"
-#include "frame/HostKlang.h"
-#include "frame/Meldungen.h"
-#include "frame/Produkt.h"
-#include "shell/PlainText.h"
-#include "shell/QtText.h"
+#include "frame/Messages.h"
+#include "frame/files/FileSystem.h"
+#include "frame/platform/HostSound.h"
+#include "frame/program/Product.h"
+#include "shell/widgets/PlainText.h"
+#include "shell/widgets/QtText.h"
 
 namespace brenvik {
 namespace {

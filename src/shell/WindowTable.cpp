@@ -2,18 +2,18 @@
 #include <type_traits>
 
 #include "shell/QtPort.h"
-#include "shell/frmBVK_Bearbeiten.h"
-#include "shell/frmBVK_BootINI.h"
-#include "shell/frmBVK_Datentyp.h"
-#include "shell/frmBVK_Optionen.h"
-#include "shell/frmBVK_PWAbfrage.h"
-#include "shell/frmBVK_REGEdit.h"
-#include "shell/frmBVK_RegBrowse.h"
-#include "shell/frmBVK_RegName.h"
-#include "shell/frmBVK_Suchen.h"
-#include "shell/frmBVK_TippFileSave.h"
-#include "shell/frmBVK_OSErkennung.h"
-#include "shell/frmBVK_Parameter.h"
+#include "shell/tipwindows/frmBVK_Bearbeiten.h"
+#include "shell/tipwindows/frmBVK_BootINI.h"
+#include "shell/tipwindows/frmBVK_Datentyp.h"
+#include "shell/tipwindows/frmBVK_PWAbfrage.h"
+#include "shell/tipwindows/frmBVK_Parameter.h"
+#include "shell/tipwindows/frmBVK_REGEdit.h"
+#include "shell/tipwindows/frmBVK_RegName.h"
+#include "shell/tipwindows/frmBVK_TippFileSave.h"
+#include "shell/windows/frmBVK_OSErkennung.h"
+#include "shell/windows/frmBVK_Optionen.h"
+#include "shell/windows/frmBVK_RegBrowse.h"
+#include "shell/windows/frmBVK_Suchen.h"
 
 namespace brenvik {
 namespace {

@@ -6,15 +6,15 @@
 #include <cstdlib>
 #include <exception>
 
-#include "cli/Aufruffehler.h"
-#include "frame/HostTerminal.h"
-#include "frame/Kommandozeile.h"
+#include "cli/UsageError.h"
 #include "frame/UserPort.h"
 #include "frame/Version.h"
-#include "shell/Farben.h"
-#include "shell/Fensterprogramm.h"
-#include "shell/Icons.h"
+#include "frame/platform/HostTerminal.h"
+#include "frame/program/CommandLineText.h"
 #include "shell/QtPort.h"
+#include "shell/program/WindowProgram.h"
+#include "shell/widgets/Colours.h"
+#include "shell/widgets/Icons.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "tipdb/Meldungen.h"
+#include "tipdb/Messages.h"
 #include "tipdb/TipdbContext.h"
 
 namespace brenvik {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "tipdb/DatenbankFehler.h"
+#include "tipdb/DatabaseErrors.h"
 
 namespace brenvik {
 

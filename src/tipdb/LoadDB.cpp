@@ -5,16 +5,16 @@
 #include <cmath>
 #include <unordered_map>
 
-#include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
-#include "frame/Produkt.h"
 #include "frame/Reports.h"
-#include "frame/Texte.h"
-#include "frame/Verschluesselung.h"
+#include "frame/files/FileSystem.h"
+#include "frame/program/Cipher.h"
+#include "frame/program/Product.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/Texts.h"
 #include "registry/ValueOperations.h"
-#include "tipdb/DatenbankFehler.h"
+#include "tipdb/DatabaseErrors.h"
 #include "tipdb/Limits.h"
-#include "tipdb/Meldungen.h"
+#include "tipdb/Messages.h"
 
 namespace brenvik {
 

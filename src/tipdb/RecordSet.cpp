@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "tipdb/DatenbankFehler.h"
+#include "tipdb/DatabaseErrors.h"
 
 namespace brenvik {
 

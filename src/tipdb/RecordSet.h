@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "frame/Errors.h"
-#include "tipdb/Tabelle.h"
+#include "tipdb/Table.h"
 
 namespace brenvik {
 

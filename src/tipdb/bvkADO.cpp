@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "frame/Texte.h"
-#include "tipdb/DatenbankFehler.h"
-#include "tipdb/Meldungen.h"
-#include "tipdb/Quelle.h"
+#include "frame/text/Texts.h"
+#include "tipdb/DatabaseErrors.h"
+#include "tipdb/DatabaseSource.h"
+#include "tipdb/Messages.h"
 #include "tipdb/Schema.h"
 
 namespace brenvik {

@@ -11,7 +11,7 @@
 #include "frame/Context.h"
 #include "frame/Reports.h"
 #include "tipdb/RecordSet.h"
-#include "tipdb/SqlEngine.h"
+#include "tipdb/sql/SqlEngine.h"
 
 namespace brenvik {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "tipdb/TipdbContext.h"
-#include "tipengine/Hauptfenster.h"
+#include "tipengine/MainWindow.h"
 
 namespace brenvik {
 

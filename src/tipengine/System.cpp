@@ -2,12 +2,12 @@
 
 #include <fmt/format.h>
 
-#include "frame/Konvertierung.h"
 #include "frame/Reports.h"
-#include "frame/Texte.h"
-#include "registry/LocalMachines.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/Texts.h"
 #include "registry/ValueOperations.h"
-#include "tipengine/Meldungen.h"
+#include "registry/machine/LocalMachines.h"
+#include "tipengine/Messages.h"
 
 namespace brenvik {
 namespace {

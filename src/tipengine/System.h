@@ -1,9 +1,9 @@
 #pragma once
 // What system the registry at hand belongs to, and what follows from it for the program's state.
-#include "frame/Erkennung.h"
-#include "registry/SqliteStore.h"
+#include "frame/program/Detection.h"
+#include "registry/store/SqliteStore.h"
 #include "tipengine/Context.h"
-#include "tipengine/Ladefolge.h"
+#include "tipengine/LoadSequence.h"
 
 namespace brenvik {
 

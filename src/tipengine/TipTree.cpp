@@ -5,16 +5,16 @@
 #include <algorithm>
 #include <utility>
 
-#include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
-#include "frame/Produkt.h"
 #include "frame/Reports.h"
-#include "frame/Texte.h"
+#include "frame/files/FileSystem.h"
+#include "frame/program/Product.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/Texts.h"
 #include "tipdb/Limits.h"
 #include "tipdb/LoadDB.h"
-#include "tipdb/Satz.h"
+#include "tipdb/RecordReader.h"
 #include "tipdb/Schema.h"
-#include "tipengine/Meldungen.h"
+#include "tipengine/Messages.h"
 
 namespace brenvik {
 namespace {

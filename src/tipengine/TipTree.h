@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <unordered_map>
 
-#include "tipengine/Settler.h"
-#include "tipengine/TipPart.h"
-#include "tipengine/TipScreen.h"
+#include "tipengine/tip/Settler.h"
+#include "tipengine/tip/TipPart.h"
+#include "tipengine/tip/TipScreen.h"
 
 namespace brenvik {
 

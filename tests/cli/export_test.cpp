@@ -1,6 +1,6 @@
 // The export commands, driven as a user would; files read back with our own import, and applied to another home.
-#include "Cliprobe.h"
-#include "frame/Codepage.h"
+#include "CliFixture.h"
+#include "frame/text/Codepage.h"
 
 namespace brenvik::test {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <fstream>
 
-#include "Cliprobe.h"
-#include "registry/Sqlite.h"
+#include "CliFixture.h"
+#include "registry/store/Sqlite.h"
 
 namespace brenvik::test {
 namespace {

@@ -1,5 +1,5 @@
 // The home as the command line meets it: copied, moved, unwritable, missing, begun by several at a time.
-#include "Cliprobe.h"
+#include "CliFixture.h"
 
 namespace brenvik::test {
 namespace {

@@ -3,10 +3,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "Cliprobe.h"
-#include "frame/Codepage.h"
-#include "frame/ShownText.h"
-#include "frame/Zeichen.h"
+#include "CliFixture.h"
+#include "frame/text/Characters.h"
+#include "frame/text/Codepage.h"
+#include "frame/text/ShownText.h"
 #include "hive/HiveTestSupport.h"
 
 namespace brenvik::test {

@@ -1,5 +1,5 @@
 // The commands on Tips, driven as a user would: whole outputs, exit codes, and the value after a restart.
-#include "Cliprobe.h"
+#include "CliFixture.h"
 
 namespace brenvik::test {
 namespace {

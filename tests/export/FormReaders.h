@@ -7,9 +7,9 @@
 #include <tuple>
 #include <vector>
 
-#include "export/Exportwerte.h"
-#include "frame/Codepage.h"
-#include "frame/Konvertierung.h"
+#include "export/ExportValues.h"
+#include "frame/text/Codepage.h"
+#include "frame/text/Conversions.h"
 
 namespace brenvik::test {
 

@@ -1,5 +1,5 @@
 // Lists as files, and applying them: all or nothing, each Tip with a record of its own.
-#include "Exportprobe.h"
+#include "ExportFixture.h"
 #include "export/Preset.h"
 
 namespace brenvik::test {

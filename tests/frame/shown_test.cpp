@@ -2,8 +2,8 @@
 
 #include <sstream>
 
-#include "frame/ShownOutput.h"
-#include "frame/ShownText.h"
+#include "frame/text/ShownOutput.h"
+#include "frame/text/ShownText.h"
 
 using namespace brenvik;
 

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "frame/HostTerminal.h"
-#include "frame/Kommandozeile.h"
-#include "frame/Sitzungsende.h"
-#include "frame/Startpruefung.h"
+#include "frame/platform/HostTerminal.h"
+#include "frame/program/CommandLineText.h"
+#include "frame/program/SessionEnd.h"
+#include "frame/program/StartCheck.h"
 #include "support/ScriptedPort.h"
 #include "support/TempDir.h"
 #include "support/TestPlatform.h"

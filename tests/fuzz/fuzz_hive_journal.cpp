@@ -3,8 +3,8 @@
 #include <cstdlib>
 
 #include "TimeBound.h"
-#include "registry/HiveJournal.h"
 #include "registry/hive/HiveLog.h"
+#include "registry/hivefile/HiveJournal.h"
 
 using namespace brenvik;
 

@@ -5,9 +5,9 @@
 
 #include "HiveSeed.h"
 #include "TimeBound.h"
-#include "registry/HiveInPlace.h"
 #include "registry/hive/HiveChecker.h"
 #include "registry/hive/HiveReader.h"
+#include "registry/hivefile/HiveInPlace.h"
 
 using namespace brenvik;
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "frame/Errors.h"
-#include "frame/Profildatei.h"
+#include "frame/files/ProfileFile.h"
 
 using namespace brenvik;
 

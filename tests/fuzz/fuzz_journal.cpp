@@ -5,12 +5,12 @@
 
 #include <cstdlib>
 
-#include "frame/DateiSystem.h"
-#include "lists/Drift.h"
-#include "lists/Listenfenster.h"
-#include "lists/Zuruecksetzen.h"
-#include "registry/LocalMachines.h"
-#include "registry/MemoryStore.h"
+#include "frame/files/FileSystem.h"
+#include "lists/ListWindows.h"
+#include "lists/undo/Drift.h"
+#include "lists/undo/Undo.h"
+#include "registry/machine/LocalMachines.h"
+#include "registry/store/MemoryStore.h"
 
 using namespace brenvik;
 

@@ -1,8 +1,8 @@
 // Whatever a REG file holds: it is read, and what was understood comes back from what is written of it.
 #include <cstdlib>
 
-#include "registry/RegText.h"
-#include "registry/RegTextWriter.h"
+#include "registry/text/RegText.h"
+#include "registry/text/RegTextWriter.h"
 
 using namespace brenvik;
 

@@ -8,10 +8,10 @@
 #include <random>
 
 #include "registry/RegOperations.h"
-#include "registry/RegTextWriter.h"
-#include "registry/SqliteStore.h"
-#include "registry/Suche.h"
 #include "registry/Upcase.h"
+#include "registry/search/Search.h"
+#include "registry/store/SqliteStore.h"
+#include "registry/text/RegTextWriter.h"
 
 using namespace brenvik;
 namespace fs = std::filesystem;

@@ -1,10 +1,10 @@
 // Whatever a database file holds: its tables are read or refused, and statements over them end.
 #include "TimeBound.h"
 #include "frame/Errors.h"
-#include "tipdb/DatenbankFehler.h"
-#include "tipdb/JetDatei.h"
-#include "tipdb/Quelle.h"
-#include "tipdb/SqlEngine.h"
+#include "tipdb/DatabaseErrors.h"
+#include "tipdb/DatabaseSource.h"
+#include "tipdb/jet/JetFile.h"
+#include "tipdb/sql/SqlEngine.h"
 
 using namespace brenvik;
 

@@ -1,9 +1,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "frame/DateiSystem.h"
-#include "lists/Listenprobe.h"
-#include "lists/Meldungen.h"
+#include "frame/files/FileSystem.h"
+#include "lists/ListsFixture.h"
+#include "lists/Messages.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

@@ -4,10 +4,10 @@
 
 #include <chrono>
 
-#include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
-#include "lists/Listenprobe.h"
-#include "tipengine/Fensteranfragen.h"
+#include "frame/files/FileSystem.h"
+#include "frame/text/Conversions.h"
+#include "lists/ListsFixture.h"
+#include "tipengine/WindowRequests.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

@@ -4,19 +4,19 @@
 #include <random>
 #include <set>
 
-#include "frame/Codepage.h"
-#include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
-#include "lists/Drift.h"
-#include "lists/Listen.h"
-#include "registry/HiveFilesImpl.h"
+#include "frame/files/FileSystem.h"
+#include "frame/text/Codepage.h"
+#include "frame/text/Conversions.h"
+#include "lists/Lists.h"
+#include "lists/undo/Drift.h"
 #include "registry/ValueOperations.h"
+#include "registry/hivefile/HiveFilesImpl.h"
 #include "support/TempDir.h"
 #include "support/TestPlatform.h"
-#include "tipengine/Aufzeichnungen.h"
-#include "tipengine/Fensteranfragen.h"
-#include "tipengine/Maschinenprobe.h"
-#include "tipengine/Programm.h"
+#include "tipengine/EngineFixture.h"
+#include "tipengine/Program.h"
+#include "tipengine/WindowRequests.h"
+#include "tipengine/values/Recorders.h"
 
 namespace brenvik::test {
 namespace {

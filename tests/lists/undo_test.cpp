@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "frame/DateiSystem.h"
-#include "lists/Listenprobe.h"
-#include "tipengine/Fensteranfragen.h"
+#include "frame/files/FileSystem.h"
+#include "lists/ListsFixture.h"
+#include "tipengine/WindowRequests.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

@@ -1,8 +1,8 @@
 #pragma once
 // A registry, the machine it belongs to and a user at the boxes, as the rooms above meet them.
 #include "TempStore.h"
-#include "registry/LocalMachines.h"
 #include "registry/ValueOperations.h"
+#include "registry/machine/LocalMachines.h"
 #include "support/ScriptedPort.h"
 #include "support/TestPlatform.h"
 

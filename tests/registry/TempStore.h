@@ -4,7 +4,7 @@
 #include <fstream>
 #include <string>
 
-#include "registry/SqliteStore.h"
+#include "registry/store/SqliteStore.h"
 #include "support/TempDir.h"
 
 namespace brenvik::test {

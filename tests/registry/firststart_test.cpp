@@ -5,7 +5,7 @@
 #include <chrono>
 
 #include "TempStore.h"
-#include "registry/FirstStart.h"
+#include "registry/machine/FirstStart.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

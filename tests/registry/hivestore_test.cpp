@@ -6,14 +6,14 @@
 #include <random>
 
 #include "TempStore.h"
-#include "frame/DateiSystem.h"
+#include "frame/files/FileSystem.h"
 #include "hive/HiveTestSupport.h"
 #include "registry/BVKRegistry.h"
-#include "registry/HiveFilesImpl.h"
-#include "registry/HiveInPlace.h"
-#include "registry/HiveStore.h"
-#include "registry/LocalMachines.h"
-#include "registry/RegTree.h"
+#include "registry/hivefile/HiveFilesImpl.h"
+#include "registry/hivefile/HiveInPlace.h"
+#include "registry/hivefile/HiveStore.h"
+#include "registry/machine/LocalMachines.h"
+#include "registry/store/RegTree.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

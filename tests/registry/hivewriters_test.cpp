@@ -6,10 +6,10 @@
 
 #include "Child.h"
 #include "TempStore.h"
-#include "frame/DateiSystem.h"
-#include "frame/FreshFile.h"
+#include "frame/files/FileSystem.h"
+#include "frame/files/FreshFile.h"
 #include "hive/HiveTestSupport.h"
-#include "registry/HiveStore.h"
+#include "registry/hivefile/HiveStore.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

@@ -6,15 +6,15 @@
 
 #include "TempStore.h"
 #include "hive/HiveTestSupport.h"
-#include "registry/LocalMachines.h"
-#include "registry/MemoryStore.h"
-#include "registry/OfflineWindows.h"
-#include "registry/RegLinks.h"
 #include "registry/RegPath.h"
-#include "registry/RegTextWriter.h"
-#include "registry/RegTree.h"
-#include "registry/Suche.h"
-#include "registry/Vergleich.h"
+#include "registry/machine/LocalMachines.h"
+#include "registry/machine/OfflineWindows.h"
+#include "registry/search/Comparison.h"
+#include "registry/search/Search.h"
+#include "registry/store/MemoryStore.h"
+#include "registry/store/RegLinks.h"
+#include "registry/store/RegTree.h"
+#include "registry/text/RegTextWriter.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

@@ -5,7 +5,7 @@
 
 #include "TempStore.h"
 #include "registry/BVKRegistry.h"
-#include "registry/LocalMachines.h"
+#include "registry/machine/LocalMachines.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

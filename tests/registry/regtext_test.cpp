@@ -3,8 +3,8 @@
 
 #include "TempStore.h"
 #include "registry/RegPath.h"
-#include "registry/RegText.h"
 #include "registry/Wtf8.h"
+#include "registry/text/RegText.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

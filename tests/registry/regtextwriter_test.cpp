@@ -4,11 +4,11 @@
 #include <random>
 
 #include "TempStore.h"
-#include "frame/Codepage.h"
-#include "registry/RegText.h"
-#include "registry/RegTextWriter.h"
-#include "registry/Vergleich.h"
+#include "frame/text/Codepage.h"
 #include "registry/Wtf8.h"
+#include "registry/search/Comparison.h"
+#include "registry/text/RegText.h"
+#include "registry/text/RegTextWriter.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

@@ -6,8 +6,8 @@
 
 #include "TempStore.h"
 #include "hive/HiveTestSupport.h"
-#include "registry/HiveStore.h"
-#include "registry/MemoryStore.h"
+#include "registry/hivefile/HiveStore.h"
+#include "registry/store/MemoryStore.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

@@ -3,7 +3,7 @@
 
 #include "RegistryWorld.h"
 #include "hive/HiveTestSupport.h"
-#include "registry/HiveStore.h"
+#include "registry/hivefile/HiveStore.h"
 
 using namespace brenvik;
 using namespace brenvik::test;

@@ -1,10 +1,10 @@
 // The export commands in the real window: entries wait for what makes sense, the list's window shows and thins the list.
 #include <QListWidget>
 
-#include "Fensterprobe.h"
-#include "shell/VerbindeExport.h"
-#include "shell/frmBVK_TippFileSave.h"
-#include "tipengine/Maschinenprobe.h"
+#include "WindowFixture.h"
+#include "shell/program/ConnectExport.h"
+#include "shell/tipwindows/frmBVK_TippFileSave.h"
+#include "tipengine/EngineFixture.h"
 
 namespace brenvik::test {
 

@@ -5,9 +5,9 @@
 #include <QPlainTextEdit>
 #include <QSlider>
 
-#include "Fensterprobe.h"
+#include "WindowFixture.h"
 #include "shell/panels/TextField.h"
-#include "tipengine/Maschinenprobe.h"
+#include "tipengine/EngineFixture.h"
 
 namespace brenvik::test {
 namespace {

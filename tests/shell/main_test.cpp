@@ -3,7 +3,7 @@
 
 #include <QApplication>
 
-#include "shell/Farben.h"
+#include "shell/widgets/Colours.h"
 
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

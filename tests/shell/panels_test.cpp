@@ -5,11 +5,11 @@
 #include <QSlider>
 #include <QTreeView>
 
-#include "Fensterprobe.h"
-#include "shell/WrapButton.h"
+#include "WindowFixture.h"
 #include "shell/panels/PanelView.h"
 #include "shell/panels/TextField.h"
 #include "shell/panels/UpDown.h"
+#include "shell/widgets/WrapButton.h"
 
 namespace brenvik::test {
 

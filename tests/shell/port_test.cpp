@@ -7,10 +7,10 @@
 #include <QTimer>
 #include <QtTest/QTest>
 
-#include "Fensterprobe.h"
+#include "WindowFixture.h"
 #include "shell/QtPort.h"
-#include "shell/frmBVK_Bearbeiten.h"
-#include "tipengine/Fensteranfragen.h"
+#include "shell/tipwindows/frmBVK_Bearbeiten.h"
+#include "tipengine/WindowRequests.h"
 
 namespace brenvik::test {
 

@@ -2,11 +2,11 @@
 #include <QAction>
 #include <QLineEdit>
 
-#include "Dialogprobe.h"
-#include "shell/VerbindeSucheOptionenBrowser.h"
-#include "shell/frmBVK_REGEdit.h"
-#include "shell/frmBVK_RegBrowse.h"
-#include "shell/frmBVK_RegName.h"
+#include "DialogFixture.h"
+#include "shell/program/ConnectSearchOptionsBrowser.h"
+#include "shell/tipwindows/frmBVK_REGEdit.h"
+#include "shell/tipwindows/frmBVK_RegName.h"
+#include "shell/windows/frmBVK_RegBrowse.h"
 
 namespace brenvik::test {
 namespace {

@@ -1,10 +1,10 @@
 // The window's own settings, from the registry and back.
 #include <gtest/gtest.h>
 
-#include "registry/LocalMachines.h"
-#include "registry/SqliteStore.h"
 #include "registry/ValueOperations.h"
-#include "shell/FensterEinstellungen.h"
+#include "registry/machine/LocalMachines.h"
+#include "registry/store/SqliteStore.h"
+#include "shell/main/WindowSettings.h"
 #include "support/ScriptedPort.h"
 #include "support/TempDir.h"
 #include "support/TestPlatform.h"

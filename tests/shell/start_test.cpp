@@ -4,11 +4,11 @@
 #include <QProgressBar>
 #include <QTimer>
 
-#include "Fensterprobe.h"
-#include "shell/frmBVK_Info.h"
-#include "shell/frmBVK_OSErkennung.h"
-#include "shell/frmBVK_Parameter.h"
-#include "shell/frmBVK_Symbolleiste.h"
+#include "WindowFixture.h"
+#include "shell/tipwindows/frmBVK_Parameter.h"
+#include "shell/windows/frmBVK_Info.h"
+#include "shell/windows/frmBVK_OSErkennung.h"
+#include "shell/windows/frmBVK_Symbolleiste.h"
 #include "support/ScriptedPort.h"
 #include "support/TestPlatform.h"
 

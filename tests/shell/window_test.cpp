@@ -3,8 +3,8 @@
 #include <QPlainTextEdit>
 #include <set>
 
-#include "Fensterprobe.h"
-#include "shell/Twips.h"
+#include "WindowFixture.h"
+#include "shell/widgets/Twips.h"
 
 namespace brenvik::test {
 

@@ -4,7 +4,7 @@
 #include <tuple>
 #include <vector>
 
-#include "frame/Platform.h"
+#include "frame/platform/Platform.h"
 
 namespace brenvik::test {
 

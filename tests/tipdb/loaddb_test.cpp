@@ -4,7 +4,7 @@
 #include <ctime>
 #include <fstream>
 
-#include "Welt.h"
+#include "World.h"
 
 namespace brenvik::test {
 namespace {

@@ -1,6 +1,6 @@
 // Tips whose values lie in files: whole files before and after.
-#include "frame/DateiSystem.h"
-#include "tipengine/Maschinenprobe.h"
+#include "frame/files/FileSystem.h"
+#include "tipengine/EngineFixture.h"
 
 namespace brenvik::test {
 namespace {

@@ -4,16 +4,16 @@
 #include <map>
 #include <tuple>
 
-#include "export/Exportdateien.h"
-#include "export/GeprueftesFormat.h"
-#include "export/RegAddSkript.h"
-#include "export/RegDatei.h"
-#include "frame/Codepage.h"
-#include "registry/RegText.h"
+#include "export/CheckedFormat.h"
+#include "export/ExportFiles.h"
+#include "export/ExportFixture.h"
+#include "export/RegAddScript.h"
+#include "export/RegFile.h"
+#include "frame/text/Codepage.h"
 #include "registry/Upcase.h"
-#include "support/Kommando.h"
-#include "export/Exportprobe.h"
-#include "tipengine/Programm.h"
+#include "registry/text/RegText.h"
+#include "support/CommandRun.h"
+#include "tipengine/Program.h"
 
 namespace brenvik::test {
 namespace {

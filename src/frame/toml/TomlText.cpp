@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "frame/Codepage.h"
+#include "frame/text/Codepage.h"
 
 namespace brenvik {
 namespace {

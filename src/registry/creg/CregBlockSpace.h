@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "registry/RawValue.h"
 #include "registry/creg/CregFormat.h"
+#include "registry/store/RawValue.h"
 
 namespace brenvik {
 

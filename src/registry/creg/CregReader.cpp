@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "registry/RegStore.h"
 #include "registry/Upcase.h"
 #include "registry/creg/CregText.h"
 #include "registry/creg/CregView.h"
 #include "registry/hive/HiveNames.h"
+#include "registry/store/RegStore.h"
 
 namespace brenvik {
 

@@ -4,8 +4,8 @@
 
 #include <fmt/format.h>
 
-#include "frame/Codepage.h"
 #include "frame/Errors.h"
+#include "frame/text/Codepage.h"
 
 namespace brenvik {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "registry/RawValue.h"
 #include "registry/creg/CregFormat.h"
+#include "registry/store/RawValue.h"
 
 namespace brenvik {
 

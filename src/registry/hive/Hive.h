@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "registry/RawValue.h"
+#include "registry/store/RawValue.h"
 
 namespace brenvik {
 

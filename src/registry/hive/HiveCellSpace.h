@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "registry/RawValue.h"
+#include "registry/store/RawValue.h"
 
 namespace brenvik {
 

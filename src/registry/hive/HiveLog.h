@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "registry/RawValue.h"
 #include "registry/hive/HiveFinding.h"
 #include "registry/hive/HiveFormat.h"
+#include "registry/store/RawValue.h"
 
 namespace brenvik {
 

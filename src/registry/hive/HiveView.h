@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "registry/RawValue.h"
 #include "registry/hive/HiveCells.h"
+#include "registry/store/RawValue.h"
 
 namespace brenvik {
 

@@ -3,8 +3,8 @@
 #include <QAbstractItemView>
 #include <algorithm>
 
-#include "shell/PlainText.h"
 #include "shell/panels/PanelView.h"
+#include "shell/widgets/PlainText.h"
 
 namespace brenvik {
 

@@ -3,9 +3,9 @@
 #include <QButtonGroup>
 #include <QList>
 
-#include "shell/WrapButton.h"
 #include "shell/panels/Combo.h"
 #include "shell/panels/PanelView.h"
+#include "shell/widgets/WrapButton.h"
 
 namespace brenvik {
 

@@ -1,6 +1,6 @@
 #pragma once
-#include "shell/WrapButton.h"
 #include "shell/panels/PanelView.h"
+#include "shell/widgets/WrapButton.h"
 
 namespace brenvik {
 

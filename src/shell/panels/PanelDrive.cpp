@@ -2,7 +2,7 @@
 
 #include <QHBoxLayout>
 
-#include "frame/Texte.h"
+#include "frame/text/Texts.h"
 
 namespace brenvik {
 namespace {

@@ -3,7 +3,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
-#include "frame/Texte.h"
+#include "frame/text/Texts.h"
 
 namespace brenvik {
 namespace {

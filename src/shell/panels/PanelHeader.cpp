@@ -1,8 +1,8 @@
 #include "shell/panels/PanelHeader.h"
 
-#include "shell/Farben.h"
-#include "shell/PlainText.h"
-#include "shell/QtText.h"
+#include "shell/widgets/Colours.h"
+#include "shell/widgets/PlainText.h"
+#include "shell/widgets/QtText.h"
 
 namespace brenvik {
 

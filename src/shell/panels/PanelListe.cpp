@@ -4,8 +4,8 @@
 #include <QMenu>
 #include <QPointer>
 
-#include "frame/Texte.h"
-#include "shell/RightRegion.h"
+#include "frame/text/Texts.h"
+#include "shell/main/RightRegion.h"
 
 namespace brenvik {
 namespace {

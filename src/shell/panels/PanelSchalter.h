@@ -2,10 +2,10 @@
 // Panels of many boxes: the switches of a boot entry (kind 9) and the bits of a mask (kind 11).
 #include <QList>
 
-#include "shell/WrapButton.h"
 #include "shell/panels/Combo.h"
 #include "shell/panels/PanelView.h"
 #include "shell/panels/TextField.h"
+#include "shell/widgets/WrapButton.h"
 
 class QGridLayout;
 

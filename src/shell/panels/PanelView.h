@@ -6,10 +6,10 @@
 #include <QVBoxLayout>
 #include <memory>
 
-#include "shell/PlainText.h"
-#include "shell/QtText.h"
-#include "shell/WindowEvents.h"
-#include "tipengine/Hauptfenster.h"
+#include "shell/main/WindowEvents.h"
+#include "shell/widgets/PlainText.h"
+#include "shell/widgets/QtText.h"
+#include "tipengine/MainWindow.h"
 
 namespace brenvik {
 

@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
-#include "shell/Farben.h"
+#include "shell/widgets/Colours.h"
 
 namespace brenvik {
 namespace {

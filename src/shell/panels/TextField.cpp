@@ -2,9 +2,9 @@
 
 #include <QVBoxLayout>
 
-#include "shell/FieldText.h"
-#include "shell/PlainText.h"
-#include "shell/QtText.h"
+#include "shell/widgets/FieldText.h"
+#include "shell/widgets/PlainText.h"
+#include "shell/widgets/QtText.h"
 
 namespace brenvik {
 namespace {

@@ -1,6 +1,6 @@
 #include "tipengine/kinds/AuswahlBox.h"
 
-#include "frame/Konvertierung.h"
+#include "frame/text/Conversions.h"
 
 namespace brenvik {
 

@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include "frame/Errors.h"
-#include "frame/Konvertierung.h"
-#include "tipengine/Meldungen.h"
+#include "frame/text/Conversions.h"
+#include "tipengine/Messages.h"
 
 namespace brenvik {
 namespace {

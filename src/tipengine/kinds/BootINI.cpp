@@ -4,15 +4,15 @@
 #include <fmt/format.h>
 #include <set>
 
-#include "frame/DateiSystem.h"
-#include "frame/Konvertierung.h"
-#include "frame/Profildatei.h"
 #include "frame/Reports.h"
-#include "frame/Texte.h"
-#include "tipengine/Fensteranfragen.h"
-#include "tipengine/Meldungen.h"
-#include "tipengine/kinds/BootSchalter.h"
+#include "frame/files/FileSystem.h"
+#include "frame/files/ProfileFile.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/Texts.h"
+#include "tipengine/Messages.h"
+#include "tipengine/WindowRequests.h"
 #include "tipengine/kinds/Parts.h"
+#include "tipengine/values/BootSwitches.h"
 
 namespace brenvik {
 namespace {

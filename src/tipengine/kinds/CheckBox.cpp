@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "frame/Konvertierung.h"
+#include "frame/text/Conversions.h"
 #include "registry/ValueOperations.h"
-#include "tipengine/Meldungen.h"
+#include "tipengine/Messages.h"
 #include "tipengine/kinds/Parts.h"
 
 namespace brenvik {

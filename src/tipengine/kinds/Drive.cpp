@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "tipengine/Dateiwahl.h"
-#include "tipengine/Meldungen.h"
+#include "tipengine/Messages.h"
+#include "tipengine/tip/FileChoice.h"
 
 namespace brenvik {
 

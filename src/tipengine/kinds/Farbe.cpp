@@ -2,10 +2,10 @@
 
 #include <fmt/format.h>
 
-#include "frame/Konvertierung.h"
-#include "tipengine/Meldungen.h"
-#include "tipengine/kinds/Farbwert.h"
+#include "frame/text/Conversions.h"
+#include "tipengine/Messages.h"
 #include "tipengine/kinds/ValueForms.h"
+#include "tipengine/values/ColourValue.h"
 
 namespace brenvik {
 

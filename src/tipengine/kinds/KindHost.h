@@ -1,7 +1,7 @@
 #pragma once
 // What a kind needs of the engine around it.
-#include "tipengine/CurrentTip.h"
-#include "tipengine/TipFiles.h"
+#include "tipengine/tip/CurrentTip.h"
+#include "tipengine/tip/TipFiles.h"
 
 namespace brenvik {
 

@@ -2,14 +2,14 @@
 
 #include <fmt/format.h>
 
-#include "frame/Konvertierung.h"
 #include "frame/Reports.h"
-#include "frame/Texte.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/Texts.h"
 #include "registry/ValueOperations.h"
-#include "tipengine/Dateiwahl.h"
-#include "tipengine/Meldungen.h"
-#include "tipengine/Schluesselbild.h"
+#include "tipengine/Messages.h"
 #include "tipengine/kinds/Parts.h"
+#include "tipengine/tip/FileChoice.h"
+#include "tipengine/values/KeyImage.h"
 
 namespace brenvik {
 namespace {

@@ -1,5 +1,5 @@
 #pragma once
-#include "tipengine/Fensteranfragen.h"
+#include "tipengine/WindowRequests.h"
 #include "tipengine/kinds/Kind.h"
 
 namespace brenvik {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-#include "frame/Konvertierung.h"
 #include "frame/Reports.h"
-#include "frame/Texte.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/Texts.h"
 #include "registry/ValueOperations.h"
-#include "tipengine/Meldungen.h"
+#include "tipengine/Messages.h"
 #include "tipengine/kinds/Parts.h"
 
 namespace brenvik {

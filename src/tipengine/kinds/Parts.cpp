@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-#include "frame/Konvertierung.h"
+#include "frame/text/Conversions.h"
 #include "registry/ValueOperations.h"
-#include "tipengine/Meldungen.h"
+#include "tipengine/Messages.h"
 
 namespace brenvik {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "frame/Konvertierung.h"
+#include "frame/text/Conversions.h"
 #include "registry/ValueOperations.h"
 #include "tipengine/kinds/ValueForms.h"
 

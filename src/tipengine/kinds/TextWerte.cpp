@@ -4,9 +4,9 @@
 #include <fmt/format.h>
 
 #include "frame/Errors.h"
-#include "frame/Konvertierung.h"
-#include "registry/WertEingabe.h"
-#include "tipengine/Meldungen.h"
+#include "frame/text/Conversions.h"
+#include "registry/text/ValueText.h"
+#include "tipengine/Messages.h"
 #include "tipengine/kinds/Parts.h"
 #include "tipengine/kinds/ValueForms.h"
 

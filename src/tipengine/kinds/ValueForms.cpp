@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "frame/Hexziffer.h"
-#include "frame/Konvertierung.h"
+#include "frame/text/Conversions.h"
+#include "frame/text/HexDigit.h"
 #include "tipengine/kinds/SourceCheck.h"
 
 namespace brenvik {

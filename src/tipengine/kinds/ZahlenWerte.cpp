@@ -5,8 +5,8 @@
 #include <fmt/format.h>
 
 #include "frame/Errors.h"
-#include "frame/Konvertierung.h"
-#include "tipengine/Meldungen.h"
+#include "frame/text/Conversions.h"
+#include "tipengine/Messages.h"
 #include "tipengine/kinds/Parts.h"
 #include "tipengine/kinds/ValueForms.h"
 

@@ -1,8 +1,8 @@
 #include <map>
 #include <set>
 
-#include "Pruefung.h"
-#include "frame/Konvertierung.h"
+#include "Check.h"
+#include "frame/text/Conversions.h"
 #include "tipengine/kinds/Kind.h"
 
 namespace brenvik::tipbau {

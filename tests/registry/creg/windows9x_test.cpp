@@ -7,12 +7,12 @@
 #include "CregSeed.h"
 #include "hive/HiveTestSupport.h"
 #include "registry/CregFile.h"
-#include "registry/MemoryStore.h"
-#include "registry/OfflineWindows.h"
-#include "registry/RegLinks.h"
-#include "registry/RegTree.h"
 #include "registry/creg/CregChecker.h"
 #include "registry/creg/CregReader.h"
+#include "registry/machine/OfflineWindows.h"
+#include "registry/store/MemoryStore.h"
+#include "registry/store/RegLinks.h"
+#include "registry/store/RegTree.h"
 
 using namespace brenvik;
 using namespace brenvik::hivetest;

@@ -1,0 +1,17 @@
+#pragma once
+// Tips on the terminal. Nothing is asked, nothing is changed; each answers the exit code.
+#include "tipengine/Program.h"
+#include "tipengine/tip/TipSystems.h"
+
+namespace brenvik::cli {
+
+int printTips(Programm& programm, int view, bool json, bool values);    // the tree of a tab of tbsTree
+int printTip(Programm& programm, std::int32_t number, bool json);
+
+// One sentence in German; empty for what takes effect at once.
+std::string effectText(TipEffect effect);
+
+// The panel of the Tip on screen whose rows are keys, not values; nullptr if it has none.
+const Panel* keyListOf(Programm& programm);
+
+}  // namespace brenvik::cli

@@ -1,9 +1,0 @@
-#include "shell/MaschinenEvents.h"
-
-namespace brenvik {
-
-bool MaschinenEvents::beforeClose() { return engine_.DatenSichern(Verbleib::WirdErsetzt); }
-
-bool MaschinenEvents::beforeLeaving() { return engine_.DatenSichern(); }
-
-}  // namespace brenvik

@@ -1,9 +1,0 @@
-#pragma once
-// Hooks the help, the information windows and the addresses of the help menu in.
-#include "shell/Fensterteile.h"
-
-namespace brenvik {
-
-void verbindeHilfe(Fensterteile& teile);
-
-}  // namespace brenvik

@@ -1,0 +1,9 @@
+#pragma once
+// Hooks the help, the information windows and the addresses of the help menu in.
+#include "shell/program/WindowParts.h"
+
+namespace brenvik {
+
+void verbindeHilfe(Fensterteile& teile);
+
+}  // namespace brenvik

@@ -1,0 +1,10 @@
+#pragma once
+// Hooks history and favourites in: their commands, windows, menu and band.
+#include "lists/Lists.h"
+#include "shell/program/WindowParts.h"
+
+namespace brenvik {
+
+void verbindeListen(Fensterteile& teile, Listen& listen);   // both outlive the window's events
+
+}  // namespace brenvik

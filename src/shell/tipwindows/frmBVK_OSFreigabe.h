@@ -1,0 +1,13 @@
+#pragma once
+// For which systems a Tip is meant.
+#include "shell/windows/InfoWindows.h"
+#include "tipdb/Tipp.h"
+
+namespace brenvik {
+
+class frmBVK_OSFreigabe : public Infofenster {
+public:
+    frmBVK_OSFreigabe(const Tipp& tipp, QWidget* parent);
+};
+
+}  // namespace brenvik

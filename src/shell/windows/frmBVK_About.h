@@ -1,0 +1,11 @@
+#pragma once
+#include "shell/windows/InfoWindows.h"
+
+namespace brenvik {
+
+class frmBVK_About : public Infofenster {
+public:
+    frmBVK_About(const std::string& strProgVersion, QWidget* parent);
+};
+
+}  // namespace brenvik

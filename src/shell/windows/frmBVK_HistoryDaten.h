@@ -1,0 +1,17 @@
+#pragma once
+// The values of one change: what they were, and what stands there now.
+#include "lists/ListWindows.h"
+#include "shell/widgets/Dialogs.h"
+
+namespace brenvik {
+
+class frmBVK_HistoryDaten : public Dialog {
+public:
+    frmBVK_HistoryDaten(HistoryDatenAnfrage& request, QWidget* parent);
+
+private:
+    void makeButtons(QGridLayout& grid);
+    HistoryDatenAnfrage& request_;
+};
+
+}  // namespace brenvik

@@ -1,0 +1,13 @@
+#pragma once
+// The figures of a system that was not recognised, for the user to send in.
+#include "frame/program/Detection.h"
+#include "shell/widgets/Dialogs.h"
+
+namespace brenvik {
+
+class frmBVK_OSErkennung : public Dialog {
+public:
+    frmBVK_OSErkennung(OSErkennungAnfrage& request, QWidget* parent);
+};
+
+}  // namespace brenvik

@@ -1,0 +1,12 @@
+#pragma once
+// Brings the tables of a finished database into the form that the rules check.
+#include <filesystem>
+
+#include "Model.h"
+
+namespace brenvik::tipbau {
+
+// Throws DatenbankFehler if the file cannot be read. Missing tables and cells that do not fit are complaints.
+Bestand readFinishedDatabase(const std::filesystem::path& file, const std::string& password, Beschwerden& complaints);
+
+}  // namespace brenvik::tipbau

@@ -1,0 +1,13 @@
+#pragma once
+// Reads the text sources: one TOML file a group, and version.toml.
+#include <filesystem>
+
+#include "Model.h"
+
+namespace brenvik::tipbau {
+
+// Reads version.toml and all other *.toml of the folder in the order of their names. What is not in the format (unknown
+// fields, wrong kinds of values, missing fields) is complained about; the rest is filled in as far as it goes.
+Bestand readSources(const std::filesystem::path& folder, Beschwerden& complaints);
+
+}  // namespace brenvik::tipbau

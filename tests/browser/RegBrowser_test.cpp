@@ -1,0 +1,151 @@
+// The registry browser without its window: what it lists, what it changes, refuses and records.
+#include <gtest/gtest.h>
+
+#include "browser/RegBrowser.h"
+#include "tipengine/EngineFixture.h"
+
+namespace brenvik::test {
+namespace {
+
+constexpr const char* Key = "HKEY_CURRENT_USER\\Software\\Probe";
+
+class BrowserProbe : public testing::Test {
+protected:
+    BrowserProbe() : probe(std::vector<Zeile>{{.Überschrift = "Tipp"}}), browser(makeRegBrowser(*probe.ctx, probe.recorder)) {
+        probe.put(std::string(Key) + "\\Text", 1, "grün");
+        probe.put(std::string(Key) + "\\Zahl", 4, "-1");
+        probe.put(std::string(Key) + "\\Daten", 3, "00 FF");
+        probe.put(std::string(Key) + "\\Unten\\Tief\\Wert", 1, "Nadel");
+    }
+    ScriptedPort& port() { return probe.port; }
+    std::string get(const std::string& below) { return probe.get(std::string(Key) + "\\" + below); }
+    static RawValue text(const char* content) { return fromText(content, regtype::Sz); }
+    Probe probe;
+    std::unique_ptr<RegBrowser> browser;
+};
+
+TEST_F(BrowserProbe, AValueIsWrittenAndRecorded) {
+    EXPECT_TRUE(browser->writeValue(Key, "Text", text("grün"), text("grün")));
+    EXPECT_TRUE(probe.recorder.begun.empty()) << "nothing to do, nothing recorded";
+    EXPECT_TRUE(browser->writeValue(Key, "Text", text("grün"), text("rot")));
+    EXPECT_EQ(get("Text"), "1:rot");
+    EXPECT_TRUE(browser->writeValue(Key, "Neu", std::nullopt, fromText("01", 3)));
+    EXPECT_EQ(get("Neu"), "3:01");
+    ASSERT_EQ(probe.recorder.ended.size(), 2u);
+    const WertAenderung& first = probe.recorder.ended[0].werte.at(0);
+    EXPECT_EQ(first.path, std::string(Key) + "\\Text");
+    EXPECT_EQ(first.alt, text("grün"));
+    EXPECT_EQ(first.neu, text("rot"));
+    EXPECT_TRUE(first.geschrieben);
+    EXPECT_FALSE(probe.recorder.begun[0].werte.at(0).geschrieben);
+    EXPECT_EQ(probe.recorder.ended[1].werte.at(0).alt, std::nullopt);
+    EXPECT_TRUE(browser->changedAnything());
+}
+
+TEST_F(BrowserProbe, WhatSomebodyElseWroteIsNotLostUnasked) {
+    port().expectBox("Dort steht jetzt:\r\n\r\ngrün", Answer::No);
+    EXPECT_FALSE(browser->writeValue(Key, "Text", text("alt"), text("rot")));
+    EXPECT_EQ(get("Text"), "1:grün");
+    port().expectBox("Probe\\text ist schon vorhanden");
+    EXPECT_FALSE(browser->writeValue(Key, "text", std::nullopt, text("rot")));
+    port().expectBox("inzwischen geändert", Answer::Yes);
+    EXPECT_TRUE(browser->writeValue(Key, "Text", text("alt"), text("rot")));
+    EXPECT_EQ(probe.recorder.ended.at(0).werte.at(0).alt, text("grün")) << "what is overwritten, not what was seen";
+}
+
+TEST_F(BrowserProbe, ValuesAreRenamedAndDeleted) {
+    EXPECT_TRUE(browser->renameValue(Key, "Daten", "Bytes"));
+    EXPECT_EQ(get("Daten"), "-");
+    EXPECT_EQ(get("Bytes"), "3:00 FF");
+    EXPECT_EQ(probe.recorder.ended.at(0).werte.size(), 2u);
+    port().expectBox("Probe\\ZAHL ist schon vorhanden");
+    EXPECT_FALSE(browser->renameValue(Key, "Text", "ZAHL"));
+    EXPECT_TRUE(browser->renameValue(Key, "Text", "TEXT"));
+    EXPECT_EQ(get("text"), "1:grün");
+    EXPECT_EQ(probe.recorder.ended.at(1).werte.size(), 1u) << "taking it back in any order must not delete it";
+    port().expectBox("enthält das Zeichen");
+    EXPECT_FALSE(browser->renameValue(Key, "Text", "C:\\x"));
+
+    port().expectBox("Der Wert " + std::string(Key) + "\\Zahl wird gelöscht", Answer::No).expectBox("wird gelöscht", Answer::Yes);
+    EXPECT_FALSE(browser->deleteValue(Key, "Zahl"));
+    EXPECT_EQ(get("Zahl"), "4:-1");
+    EXPECT_TRUE(browser->deleteValue(Key, "Zahl"));
+    EXPECT_EQ(get("Zahl"), "-");
+    EXPECT_EQ(probe.recorder.ended.at(2).werte.at(0).alt, fromText("-1", 4));
+    probe.ctx->einstellungen.LöschenAktiv = false;
+    port().expectBox("nicht erlaubt").expectBox("nicht erlaubt");
+    EXPECT_FALSE(browser->deleteValue(Key, "Text"));
+    EXPECT_FALSE(browser->deleteKey(Key));
+    EXPECT_EQ(get("Text"), "1:grün");
+}
+
+TEST_F(BrowserProbe, KeysAreMadeRenamedAndDeleted) {
+    const std::string unten = std::string(Key) + "\\Unten", oben = std::string(Key) + "\\Oben";
+    EXPECT_TRUE(browser->newKey(Key, "Leer"));
+    EXPECT_TRUE(browser->exists(std::string(Key) + "\\Leer"));
+    EXPECT_TRUE(probe.recorder.ended.at(0).schluessel.at(0).angelegt);
+    port().expectBox("ist schon vorhanden").expectBox("darf nicht leer sein").expectBox("darf nicht leer sein");
+    EXPECT_FALSE(browser->newKey(Key, "leer"));
+    EXPECT_FALSE(browser->newKey(Key, ""));
+    EXPECT_FALSE(browser->newKey(Key, "a\\b"));
+
+    EXPECT_TRUE(browser->renameKey(unten, "Oben"));
+    EXPECT_EQ(get("Oben\\Tief\\Wert"), "1:Nadel");
+    EXPECT_FALSE(browser->exists(unten));
+    EXPECT_TRUE(browser->renameKey(oben, "OBEN"));
+    EXPECT_EQ(browser->subKeys(Key), (std::vector<std::string>{"Leer", "OBEN"}));
+    port().expectBox("ist schon vorhanden");
+    EXPECT_FALSE(browser->renameKey(oben, "Leer"));
+
+    port().expectBox("\r\n" + oben + "\r\n\r\nwird gelöscht, mit 1 Unterschlüsseln und 1 Werten", Answer::Yes);
+    EXPECT_TRUE(browser->deleteKey(oben));
+    EXPECT_FALSE(browser->exists(oben));
+    const SchluesselBild& whole = probe.recorder.ended.back().schluessel.at(0);
+    EXPECT_TRUE(whole.geloescht);
+    EXPECT_EQ(whole.unterschluessel, (std::vector<std::string>{"", "\\Tief"}));
+    EXPECT_EQ(whole.werte.at(0).wert.value, text("Nadel"));
+    EXPECT_TRUE(probe.recorder.begun.back().schluessel.at(0).geloescht);   // else nobody would know after an interruption
+}
+
+TEST_F(BrowserProbe, RootsAndKeysOfTheSystemStay) {
+    probe.store->createKey(Root::LocalMachine, "SOFTWARE\\Classes\\.txt");
+    const std::string sid = std::string("HKEY_USERS\\") + Sid;
+    for (const std::string& key : {std::string("HKEY_CURRENT_USER"), std::string("HKEY_LOCAL_MACHINE"), std::string("HKEY_LOCAL_MACHINE\\system"),
+                                   std::string("HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet"), sid, std::string("HKEY_CURRENT_USER\\Software\\Classes")}) {
+        port().expectBox("gehört fest zum System").expectBox("gehört fest zum System");
+        EXPECT_FALSE(browser->deleteKey(key)) << key;
+        EXPECT_FALSE(browser->renameKey(key, "Anders")) << key;
+    }
+    EXPECT_TRUE(browser->exists("HKEY_LOCAL_MACHINE\\SYSTEM\\ControlSet001"));
+    port().expectBox("\r\nHKEY_CLASSES_ROOT\\.txt\r\n", Answer::Yes);
+    EXPECT_TRUE(browser->deleteKey("HKEY_CLASSES_ROOT\\.txt"));
+    EXPECT_FALSE(browser->exists("HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\.txt"));
+}
+
+TEST_F(BrowserProbe, FindsKeysNamesAndData) {
+    const auto find = [&](const std::string& key, BrowserSuche wanted, int keysUntilStop = 1'000) {
+        std::string hits;
+        browser->search(key, wanted, [&](BrowserTreffer hit) { hits += hit.key + (hit.name ? "|" + *hit.name + "=" + hit.text : "") + "\n"; },
+                        [&](const std::string&) { return --keysUntilStop < 0; });
+        return hits;
+    };
+    EXPECT_EQ(find("HKEY_CURRENT_USER", {"tief"}), std::string(Key) + "\\Unten\\Tief\n");
+    EXPECT_EQ(find(Key, {"nadel", true, true, false}), "");
+    EXPECT_EQ(find(Key, {"Zahl", true, false, true}), "");
+    EXPECT_EQ(find(Key, {"Nadel"}, 2), "");
+    EXPECT_EQ(find(Key, {""}), "");
+}
+
+// A value that cannot be read as its type must not hide the others, and more values than the service counts are shown too.
+TEST_F(BrowserProbe, OddAndManyValuesAreListed) {
+    RegStore& store = *probe.store;
+    store.setValue(Root::CurrentUser, "Software\\Probe", ValueName::named("kurz"), {regtype::Dword, {1, 2}});
+    EXPECT_EQ(browser->values(Key).back().Wert, "01 02");
+    store.transaction([&] {
+        for (int i = 0; i < 33'000; ++i) store.setValue(Root::CurrentUser, "Software\\Viele", ValueName::named("w" + std::to_string(i)), fromText("x", regtype::Sz));
+    });
+    EXPECT_EQ(browser->values("HKEY_CURRENT_USER\\Software\\Viele").size(), 33'001u);
+}
+
+}  // namespace
+}  // namespace brenvik::test
