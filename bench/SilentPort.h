@@ -7,7 +7,7 @@
 
 namespace brenvik::bench {
 
-class StillerPort final : public UserPort {
+class SilentPort final : public UserPort {
 public:
     Answer messageBox(const MessageBox& request) override { return ++boxes, (request.flags & box::YesNo) != 0 ? Answer::No : Answer::OK; }
     std::optional<std::string> chooseFile(const FileChoice&) override { return std::nullopt; }
@@ -27,7 +27,7 @@ public:
     int boxes = 0;  // a measurement with boxes measures the wrong thing
 };
 
-class StillePlatform final : public Platform {
+class SilentPlatform final : public Platform {
 public:
     std::filesystem::path executableDirectory() const override { return {}; }
     std::filesystem::path defaultHome() const override { return {}; }

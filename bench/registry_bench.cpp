@@ -137,7 +137,7 @@ BENCHMARK(changedValues)->Arg(0)->Arg(1)->UseRealTime();
 void searchAll(benchmark::State& state) {
     const auto pattern = makeTextMuster(state.range(0) != 0 ? "Nummer 29" : "nirgends");
     std::uint64_t hits = 0;
-    for (auto _ : state) suchen(*Large::get().store, Root::CurrentUser, "", *pattern, {}, {[&](const Treffer&) { ++hits; }, {}, {}});
+    for (auto _ : state) suchen(*Large::get().store, Root::CurrentUser, "", *pattern, {}, {[&](const Hits&) { ++hits; }, {}, {}});
     state.counters["hits"] = benchmark::Counter(static_cast<double>(hits), benchmark::Counter::kAvgIterations);
     state.SetLabel("search through 300,000 values");
 }
@@ -257,7 +257,7 @@ void importRegText(benchmark::State& state) {
 void searchHive(benchmark::State& state) {
     const HiveFolder files(state.range(0));
     const auto pattern = makeTextMuster("nirgends");
-    for (auto _ : state) suchen(*openHiveFile(files.hive), Root::LocalMachine, "", *pattern, {}, {[](const Treffer&) {}, {}, {}});
+    for (auto _ : state) suchen(*openHiveFile(files.hive), Root::LocalMachine, "", *pattern, {}, {[](const Hits&) {}, {}, {}});
     state.SetLabel("opening included");
 }
 
@@ -267,7 +267,7 @@ void searchEmbedded(benchmark::State& state) {
     const auto hive = openHiveFile(files.hive);
     copyTree(*hive, Root::LocalMachine, "", store, Root::LocalMachine, "Kopie");
     const auto pattern = makeTextMuster("nirgends");
-    for (auto _ : state) suchen(store, Root::LocalMachine, "", *pattern, {}, {[](const Treffer&) {}, {}, {}});
+    for (auto _ : state) suchen(store, Root::LocalMachine, "", *pattern, {}, {[](const Hits&) {}, {}, {}});
 }
 
 #define BOTH_SIZES Arg(43000)->Arg(100000)->Unit(benchmark::kMillisecond)

@@ -34,23 +34,23 @@ namespace fs = std::filesystem;
 constexpr std::size_t ManyTips = 50000;
 
 // A program directory with its database, and a home that was used before.
-class Ordner {
+class Folders {
 public:
-    explicit Ordner(bool many) : path_(fs::temp_directory_path() / ("bench_shell." + std::to_string(QCoreApplication::applicationPid()) + (many ? ".viele" : ""))) {
+    explicit Folders(bool many) : path_(fs::temp_directory_path() / ("bench_shell." + std::to_string(QCoreApplication::applicationPid()) + (many ? ".viele" : ""))) {
         fs::create_directories(program());
         const fs::path shipped = BRENVIK_PROGRAMM_DIR;
         fs::copy(shipped / "erststart", program() / "erststart", fs::copy_options::recursive);
         if (many)
-            tipbau::writeDatabase(tipbau::generated(ManyTips), program() / "RegDaten.mdb");
+            tipbuild::writeDatabase(tipbuild::generated(ManyTips), program() / "RegDaten.mdb");
         else
             fs::copy_file(shipped / "RegDaten.mdb", program() / "RegDaten.mdb");
     }
-    ~Ordner() {
+    ~Folders() {
         std::error_code error;
         fs::remove_all(path_, error);
     }
-    Ordner(const Ordner&) = delete;
-    Ordner& operator=(const Ordner&) = delete;
+    Folders(const Folders&) = delete;
+    Folders& operator=(const Folders&) = delete;
     fs::path program() const { return path_ / "programm"; }
     fs::path home() const { return path_ / "heim"; }
 
@@ -59,7 +59,7 @@ private:
 };
 
 // Nobody is there to answer: some Tips ask for a file that the shipped system does not have.
-class StillerQtPort final : public QtPort {
+class SilentQtPort final : public QtPort {
 public:
     Answer messageBox(const MessageBox& request) override { return (request.flags & box::YesNo) != 0 ? Answer::No : Answer::OK; }
     std::optional<std::string> chooseFile(const FileChoice&) override { return std::nullopt; }
@@ -69,22 +69,22 @@ public:
 };
 
 // The running program, from its start to its painted window.
-struct Lauf {
-    explicit Lauf(const Ordner& folder)
+struct WindowRun {
+    explicit WindowRun(const Folders& folder)
         : program(port, platform, {folder.home(), folder.program()}, relay, recorders),
-          window(program.context().frmBVK_Prog, program.context().einstellungen, displayOrder), events(program.maschine()) {
+          window(program.context().frmBVK_Prog, program.context().einstellungen, displayOrder), events(program.engine()) {
         Context& ctx = program.context();
-        verbindeHilfe(parts);
+        connectHelp(parts);
         program.loadSettings();
         ctx.einstellungen.SoundOn = false;
         ctx.einstellungen.BSSystemAktiv = false;
-        program.maschine().FrameStartEinstellungen();
+        program.engine().FrameStartEinstellungen();
         window.applySettings(loadWindowSettings(ctx));
         program.detectSystem();
         if (!program.loadDatabase()) throw std::runtime_error("no database");
         relay.target = &window;
         window.attach(events);
-        program.maschine().tree().TreeEinlesen();
+        program.engine().tree().TreeEinlesen();
         window.resize(980, 720);
         window.show();
         settle();
@@ -94,17 +94,17 @@ struct Lauf {
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
     }
-    TippTree& tree() { return *window.findChild<TippTree*>(QStringLiteral("tvBVKDB")); }
+    TipTreeView& tree() { return *window.findChild<TipTreeView*>(QStringLiteral("tvBVKDB")); }
 
-    StillerQtPort port;
-    StillePlatform platform;
+    SilentQtPort port;
+    SilentPlatform platform;
     ObserverRelay relay;
-    Aufzeichnungen recorders;
-    Programm program;
+    Recorders recorders;
+    Program program;
     frmBVK_Prog window;
-    MaschinenEvents events;
-    Ladeschritte steps;
-    Fensterteile parts{*qApp, port, program, window, steps, recorders};
+    EngineEvents events;
+    LoadSteps steps;
+    WindowParts parts{*qApp, port, program, window, steps, recorders};
 };
 
 double residentMegabytes(const char* field) {
@@ -115,30 +115,30 @@ double residentMegabytes(const char* field) {
 }
 
 // The whole program as the user starts it: checks, load sequence with its windows and lists. The told pauses are left out.
-struct Programmlauf {
-    explicit Programmlauf(const Ordner& folder) : program(*qApp, {{folder.home(), folder.program()}, {}, {}}, port, platform) {}
+struct ProgramRun {
+    explicit ProgramRun(const Folders& folder) : program(*qApp, {{folder.home(), folder.program()}, {}, {}}, port, platform) {}
     void start() {
         if (!program.start()) throw std::runtime_error("no start");
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
     }
-    StillerQtPort port;
-    StillePlatform platform;
-    Fensterprogramm program;
+    SilentQtPort port;
+    SilentPlatform platform;
+    WindowProgram program;
 };
 
 void start(benchmark::State& state, bool many, double goal) {
-    const Ordner folder(many);
+    const Folders folder(many);
     {
-        Programmlauf first(folder);     // makes the home
-        SaveRegistryKey(first.program.programm().context(), std::string(EinstellungenPfad) + "ShowInfo", "False", 1);
+        ProgramRun first(folder);     // makes the home
+        SaveRegistryKey(first.program.program().context(), std::string(SettingsPath) + "ShowInfo", "False", 1);
         first.start();
     }
     for (auto _ : state) {
-        auto run = std::make_unique<Programmlauf>(folder);
+        auto run = std::make_unique<ProgramRun>(folder);
         run->start();
         state.PauseTiming();
-        if (!run->program.fenster().isVisible()) state.SkipWithError("no window");
+        if (!run->program.windows().isVisible()) state.SkipWithError("no window");
         run.reset();
         state.ResumeTiming();
     }
@@ -151,8 +151,8 @@ BENCHMARK(StartMany)->Unit(benchmark::kMillisecond);
 
 // From all Tips in groups to the flat list and back: the two most different views.
 void TabSwitchMany(benchmark::State& state) {
-    const Ordner folder(true);
-    Lauf run(folder);
+    const Folders folder(true);
+    WindowRun run(folder);
     int tab = 1;
     for (auto _ : state) {
         tab = tab == 1 ? 2 : 1;
@@ -165,8 +165,8 @@ BENCHMARK(TabSwitchMany)->Unit(benchmark::kMillisecond);
 
 // Arrow down through the flat list: the next Tip with its panels is on the screen.
 void KeyInTree(benchmark::State& state, bool many) {
-    const Ordner folder(many);
-    Lauf run(folder);
+    const Folders folder(many);
+    WindowRun run(folder);
     run.events.selectTab(2);
     run.tree().setFocus();
     run.settle();
@@ -191,12 +191,12 @@ BENCHMARK(KeyInTreeMany)->Unit(benchmark::kMillisecond)->Iterations(300);
 
 // All three columns, with some hundred hits, and with none.
 void SearchMany(benchmark::State& state, const char* text) {
-    const Ordner folder(true);
-    Lauf run(folder);
-    std::vector<Suchtreffer> hits;
-    Suchauftrag wanted;
+    const Folders folder(true);
+    WindowRun run(folder);
+    std::vector<SearchHit> hits;
+    SearchOrder wanted;
     wanted.txtSuchText = text;
-    for (auto _ : state) DBSuchen(run.program.context(), suchBedingung(wanted), hits);
+    for (auto _ : state) DBSuchen(run.program.context(), searchCondition(wanted), hits);
     state.counters["hits"] = static_cast<double>(hits.size());
     state.counters["goal_ms"] = 100;
 }
@@ -211,14 +211,14 @@ constexpr int ManyKeys = 100'000;
 
 // A key opened in the registry browser, painted, and shut again.
 void BrowserManyKeys(benchmark::State& state) {
-    const Ordner folder(false);
-    Lauf run(folder);
+    const Folders folder(false);
+    WindowRun run(folder);
     RegStore& store = run.program.context().objBVKReg.selectedStore();
     store.transaction([&] {
         for (int i = 0; i < ManyKeys; ++i) store.createKey(Root::CurrentUser, "Software\\Viele\\Schluessel" + std::to_string(i));
     });
     const auto browser = makeRegBrowser(run.program.context(), run.recorders);
-    RegBrowseAnfrage request(*browser);
+    RegBrowseRequest request(*browser);
     frmBVK_RegBrowse window(run.port, request, nullptr);
     window.show();
     if (!window.goTo("HKEY_CURRENT_USER\\Software\\Viele")) state.SkipWithError("no key");
@@ -232,9 +232,9 @@ void BrowserManyKeys(benchmark::State& state) {
 BENCHMARK(BrowserManyKeys)->Unit(benchmark::kMillisecond);
 
 void HistoryManyRows(benchmark::State& state) {
-    HistoryListeAnfrage request;
-    for (std::int32_t row = 1; row <= ManyKeys; ++row) request.zeilen.push_back({row, 0});
-    request.zeile = [](std::size_t row) { return HistoryListeAnfrage::Zeile{"09.11.2002", "12:30:00", "BRENVIK-PC", "Tipp " + std::to_string(row)}; };
+    HistoryListeRequest request;
+    for (std::int32_t row = 1; row <= ManyKeys; ++row) request.lines.push_back({row, 0});
+    request.zeile = [](std::size_t row) { return HistoryListeRequest::Zeile{"09.11.2002", "12:30:00", "BRENVIK-PC", "Tipp " + std::to_string(row)}; };
     for (auto _ : state) {
         frmBVK_HistoryListe window(request, nullptr);
         window.show();
@@ -245,12 +245,12 @@ BENCHMARK(HistoryManyRows)->Unit(benchmark::kMillisecond);
 
 // Memory of a process of its own, in which nothing was measured before: started, the tree opened, 20 Tips looked at.
 int printMemory(bool many) {
-    const Ordner folder(many);
-    Lauf run(folder);
+    const Folders folder(many);
+    WindowRun run(folder);
     run.tree().expandAll();
     const auto& tips = run.program.context().udtTippListe;
     for (std::size_t i = 0; i < tips.size() && i < 20; ++i) {
-        run.program.maschine().tree().showTippByNumber(tips[i * tips.size() / 20].Index);
+        run.program.engine().tree().showTipByNumber(tips[i * tips.size() / 20].Index);
         run.settle();
     }
     std::printf("%.1f %.1f\n", residentMegabytes("VmRSS:"), residentMegabytes("VmHWM:"));

@@ -25,7 +25,7 @@ class Dateien {
 public:
     Dateien() : folder_(fs::temp_directory_path() / ("bench_tipdb." + std::to_string(getpid()))) {
         fs::create_directories(folder_);
-        tipbau::writeDatabase(tipbau::generated(Rows), folder_ / "sqlite.mdb");
+        tipbuild::writeDatabase(tipbuild::generated(Rows), folder_ / "sqlite.mdb");
     }
     ~Dateien() {
         std::error_code ec;
@@ -51,14 +51,14 @@ const Dateien& dateien() {
     return files;
 }
 
-struct Welt {
-    Welt() : ctx(port, platform, machines) {
+struct World {
+    World() : ctx(port, platform, machines) {
         store.setValue(Root::LocalMachine, "Software\\Microsoft\\DataAccess", ValueName::named("Version"), fromText("2.8", regtype::Sz));
         store.createKey(Root::LocalMachine, "Software\\Microsoft\\Jet");
         ctx.intBS = 6;
     }
-    StillerPort port;
-    StillePlatform platform;
+    SilentPort port;
+    SilentPlatform platform;
     SqliteStore store{dateien().store()};
     LocalMachines machines{store};
     TipdbContext ctx;
@@ -66,9 +66,9 @@ struct Welt {
 
 void load(benchmark::State& state, const fs::path& file) {
     if (file.empty()) return state.SkipWithError("python3 is not there to make the Jet file");
-    Welt w;
+    World w;
     for (auto _ : state) {
-        if (LoadDB(w.ctx, file) != LoadErgebnis::Geladen || w.port.boxes != 0) state.SkipWithError("not loaded");
+        if (LoadDB(w.ctx, file) != LoadResult::Loaded || w.port.boxes != 0) state.SkipWithError("not loaded");
     }
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * Rows));
 }
@@ -82,7 +82,7 @@ BENCHMARK(LoadJet4)->Unit(benchmark::kMillisecond);
 
 // A click in the tree: the table afresh, the heading found, a Tip of ten values read.
 void ReadTipOfTenValues(benchmark::State& state) {
-    Welt w;
+    World w;
     LoadDB(w.ctx, dateien().sqlite());
     std::size_t tip = 0;
     for (std::size_t i = 0; i < w.ctx.udtTippListe.size(); ++i) {
@@ -97,13 +97,13 @@ void ReadTipOfTenValues(benchmark::State& state) {
         w.ctx.objRS = w.ctx.objDB.GetNewRS(w.ctx, w.ctx.objVerbindung.get(), "Select * From RegDaten");
         w.ctx.objRS->moveToText(spalte::Überschrift, w.ctx.udtTippListe[tip].Überschrift);
         DBTippRead(w.ctx);
-        if (w.ctx.aktuellerTipp.letzterEintrag() != 10 || w.port.boxes != 0) state.SkipWithError("not the Tip of ten values");
+        if (w.ctx.aktuellerTipp.lastEntry() != 10 || w.port.boxes != 0) state.SkipWithError("not the Tip of ten values");
     }
 }
 BENCHMARK(ReadTipOfTenValues)->Unit(benchmark::kMicrosecond);
 
 void SearchInDescriptions(benchmark::State& state) {
-    Welt w;
+    World w;
     LoadDB(w.ctx, dateien().sqlite());
     for (auto _ : state) {
         const auto rs = w.ctx.objDB.GetNewRS(w.ctx, w.ctx.objVerbindung.get(),

@@ -22,10 +22,10 @@ namespace {
 namespace fs = std::filesystem;
 constexpr int Tipps = 50000, Gruppen = 50;
 
-class Ordner {
+class Folders {
 public:
-    Ordner() : path_(fs::temp_directory_path() / ("bench_tipengine." + std::to_string(getpid()))) { fs::create_directories(path_); }
-    ~Ordner() {
+    Folders() : path_(fs::temp_directory_path() / ("bench_tipengine." + std::to_string(getpid()))) { fs::create_directories(path_); }
+    ~Folders() {
         std::error_code ec;
         fs::remove_all(path_, ec);
     }
@@ -35,33 +35,33 @@ private:
     fs::path path_;
 };
 
-struct Welt {
-    explicit Welt(bool filled = false) : store(ordner.path() / "registry.db") {
+struct World {
+    explicit World(bool filled = false) : store(folder.path() / "registry.db") {
         const fs::path program = BRENVIK_PROGRAMM_DIR;
         if (filled) {
             fillEmptyStore(store, program / "erststart");
-            copyDriveC(program / "erststart", ordner.path());
+            copyDriveC(program / "erststart", folder.path());
         }
         ctx.intBS = 6;
-        ctx.heimPfad = ordner.path();
+        ctx.homePath = folder.path();
         ctx.einstellungen.BSSystemAktiv = false;
     }
     void load(const fs::path& file) {
-        if (LoadDB(ctx, file) == LoadErgebnis::Geladen) engine.tree().TreeEinlesen();
+        if (LoadDB(ctx, file) == LoadResult::Loaded) engine.tree().TreeEinlesen();
     }
-    Ordner ordner;
-    StillerPort port;
-    StillePlatform platform;
+    Folders folder;
+    SilentPort port;
+    SilentPlatform platform;
     SqliteStore store;
     LocalMachines machines{store};
     Context ctx{port, platform, machines};
     WindowObserver observer;
     ChangeRecorder recorder;
-    TippMaschine engine{ctx, observer, recorder};
+    TipEngine engine{ctx, observer, recorder};
 };
 
 void TreeOf50000Tips(benchmark::State& state) {
-    Welt w;
+    World w;
     for (int g = 0; g < Gruppen; ++g) {
         w.ctx.udtGruppen.push_back({"Gruppe " + std::to_string(g), g, {}, -1, {}});
         w.ctx.udtTreebaum.push_back({g, 1, 1, g});
@@ -80,28 +80,28 @@ void TreeOf50000Tips(benchmark::State& state) {
 BENCHMARK(TreeOf50000Tips)->Unit(benchmark::kMillisecond);
 
 void ShowTipOfTenValues(benchmark::State& state) {
-    Welt w;
-    const fs::path file = w.ordner.path() / "gross.mdb";
-    tipbau::writeDatabase(tipbau::generated(50000), file);
+    World w;
+    const fs::path file = w.folder.path() / "gross.mdb";
+    tipbuild::writeDatabase(tipbuild::generated(50000), file);
     w.load(file);
     const std::string heading = w.ctx.udtTippListe.at(0).Überschrift;
     for (auto _ : state)
-        if (!w.engine.tree().showTippByHeading(heading)) state.SkipWithError("not shown");
-    state.counters["values"] = static_cast<double>(w.ctx.aktuellerTipp.letzterEintrag());
+        if (!w.engine.tree().showTipByHeading(heading)) state.SkipWithError("not shown");
+    state.counters["values"] = static_cast<double>(w.ctx.aktuellerTipp.lastEntry());
     if (w.port.boxes != 0) state.SkipWithError("boxes came");
 }
 BENCHMARK(ShowTipOfTenValues)->Unit(benchmark::kMicrosecond);
 
 // The slowest Tip of the shipped database is what counts.
 void ShowEachShippedTip(benchmark::State& state) {
-    Welt w(true);
+    World w(true);
     w.load(fs::path(BRENVIK_PROGRAMM_DIR) / "RegDaten.mdb");
     // The best of each Tip's times, so that a machine with other work does not count against it.
     std::map<std::int32_t, double> best;
     for (auto _ : state)
         for (const auto& tipp : w.ctx.udtTippListe) {
             const auto start = std::chrono::steady_clock::now();
-            w.engine.tree().showTippByHeading(tipp.Überschrift);
+            w.engine.tree().showTipByHeading(tipp.Überschrift);
             const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
             const auto [place, first] = best.try_emplace(tipp.Index, ms);
             if (!first) place->second = std::min(place->second, ms);
@@ -115,26 +115,26 @@ BENCHMARK(ShowEachShippedTip)->Unit(benchmark::kMillisecond);
 
 // A list of keys, as context menus have them.
 void ShowKeyListOf5000(benchmark::State& state) {
-    Welt w(true);
+    World w(true);
     w.load(fs::path(BRENVIK_PROGRAMM_DIR) / "RegDaten.mdb");
     w.store.transaction([&] {
         for (int k = 0; k < 5000; ++k)
             w.store.setValue(Root::LocalMachine, "Software\\Classes\\Drive\\shell\\Eintrag" + std::to_string(k), ValueName::unnamed(), fromText("Text", 1));
     });
     for (auto _ : state)
-        if (!w.engine.tree().showTippByNumber(607)) state.SkipWithError("not shown");
-    state.counters["rows"] = static_cast<double>(w.ctx.frmBVK_Prog.panels.at(0).zeilen.size());
+        if (!w.engine.tree().showTipByNumber(607)) state.SkipWithError("not shown");
+    state.counters["rows"] = static_cast<double>(w.ctx.frmBVK_Prog.panels.at(0).lines.size());
 }
 BENCHMARK(ShowKeyListOf5000)->Unit(benchmark::kMillisecond);
 
 void ShowFileListOf200(benchmark::State& state) {
-    Welt w(true);
+    World w(true);
     w.load(fs::path(BRENVIK_PROGRAMM_DIR) / "RegDaten.mdb");
-    const fs::path folder = w.ordner.path() / "drive_c/WINDOWS/system32";
+    const fs::path folder = w.folder.path() / "drive_c/WINDOWS/system32";
     for (int k = 0; k < 180; ++k) std::ofstream(folder / ("x" + std::to_string(k) + ".cpl")) << "x";
     for (auto _ : state)
-        if (!w.engine.tree().showTippByNumber(3603)) state.SkipWithError("not shown");
-    state.counters["rows"] = static_cast<double>(w.ctx.frmBVK_Prog.panels.at(0).zeilen.size());
+        if (!w.engine.tree().showTipByNumber(3603)) state.SkipWithError("not shown");
+    state.counters["rows"] = static_cast<double>(w.ctx.frmBVK_Prog.panels.at(0).lines.size());
 }
 BENCHMARK(ShowFileListOf200)->Unit(benchmark::kMillisecond);
 

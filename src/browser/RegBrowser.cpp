@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* Titel = "BVK Registry Browser";
 constexpr int TextUnknownType = 216;
-constexpr Root Reihenfolge[] = {Root::ClassesRoot, Root::CurrentConfig, Root::CurrentUser, Root::DynData, Root::LocalMachine, Root::Users};
+constexpr Root Order[] = {Root::ClassesRoot, Root::CurrentConfig, Root::CurrentUser, Root::DynData, Root::LocalMachine, Root::Users};
 
 std::string cut(std::string text) {
     if (text.size() > RegBrowser::LongestText) {
@@ -57,7 +57,7 @@ public:
     std::string machine() const override { return machine_.empty() ? ctx_.strLokalerRechner : machine_; }
     bool exists(const std::string& key) override;
     std::vector<std::string> subKeys(const std::string& key) override;
-    std::vector<BrowserWert> values(const std::string& key) override;
+    std::vector<BrowserValue> values(const std::string& key) override;
     std::optional<RawValue> value(const std::string& key, const std::string& name) override;
     std::string longKey(const std::string& path) override;
     bool writeValue(const std::string& key, const std::string& name, const std::optional<RawValue>& before, const RawValue& value) override;
@@ -67,24 +67,24 @@ public:
     bool renameKey(const std::string& key, const std::string& to) override;
     bool deleteKey(const std::string& key) override;
     bool mayRename(const std::string& key) override;
-    void search(const std::string& key, const BrowserSuche& wanted, const std::function<void(BrowserTreffer)>& hit,
+    void search(const std::string& key, const BrowserSearch& wanted, const std::function<void(BrowserHit)>& hit,
                 const std::function<bool(const std::string& key)>& stop) override;
     void copyPath(const std::string& key, const std::optional<std::string>& name) override;
-    void klick() override { ctx_.klick(); }
+    void click() override { ctx_.click(); }
     bool changedAnything() const override { return changed_; }
 
 private:
     RegStore& store(const std::string& path);
     std::optional<RawValue> rawAt(const std::string& path);
-    BrowserWert rowOf(std::string name, std::int32_t type, std::string text) const;
+    BrowserValue rowOf(std::string name, std::int32_t type, std::string text) const;
     bool refuse(std::string text);
     bool deletingAllowed();
     bool usableValueName(const std::string& name);
     bool usableKeyName(const std::string& name);
     template <class Step> bool reported(const Step& step);
-    Aenderung newChange(Aenderung::Art art) const;
-    WertAenderung valueChange(const std::string& path, std::optional<RawValue> before, std::optional<RawValue> after) const;
-    template <class Write> bool recorded(Aenderung& change, const Write& write);
+    Change newChange(Change::Art art) const;
+    ValueChange valueChange(const std::string& path, std::optional<RawValue> before, std::optional<RawValue> after) const;
+    template <class Write> bool recorded(Change& change, const Write& write);
     void moveTree(const RegPath& from, const std::string& toKey);
     void removeTree(const std::string& key);
 
@@ -96,7 +96,7 @@ private:
 
 std::vector<std::string> Browser::roots() const {
     std::vector<std::string> names;
-    for (const Root root : Reihenfolge) names.emplace_back(longRootName(root));
+    for (const Root root : Order) names.emplace_back(longRootName(root));
     return names;
 }
 
@@ -142,25 +142,25 @@ std::vector<std::string> Browser::subKeys(const std::string& key) {
     return names;
 }
 
-BrowserWert Browser::rowOf(std::string name, std::int32_t type, std::string text) const {
-    BrowserWert row;
+BrowserValue Browser::rowOf(std::string name, std::int32_t type, std::string text) const {
+    BrowserValue row;
     row.KeyName = std::move(name);
     row.typ = static_cast<std::uint32_t>(type);
     row.Type = DatenTypText(ctx_, type);
     if (row.Type == strBVKTexte(TextUnknownType)) row.Type += " " + std::to_string(row.typ);
-    row.tag = row.typ == regtype::Sz ? BrowserWert::Tag::ASC : row.typ == regtype::Dword ? BrowserWert::Tag::Keiner : BrowserWert::Tag::DATA;
+    row.tag = row.typ == regtype::Sz ? BrowserValue::Tag::ASC : row.typ == regtype::Dword ? BrowserValue::Tag::None : BrowserValue::Tag::DATA;
     row.Wert = cut(std::move(text));
     return row;
 }
 
-std::vector<BrowserWert> Browser::values(const std::string& key) {
-    std::vector<BrowserWert> rows(1);
+std::vector<BrowserValue> Browser::values(const std::string& key) {
+    std::vector<BrowserValue> rows(1);
     rows[0].Type = DatenTypText(ctx_, regtype::Sz);
-    rows[0].Wert = meldung::WertNichtVorhanden;
+    rows[0].Wert = messages::ValueNotThere;
     rows[0].typ = regtype::Sz;
-    rows[0].vorhanden = false;
+    rows[0].there = false;
     const auto add = [&](const std::string& name, std::int32_t type, std::string text) {
-        BrowserWert row = rowOf(name, type, std::move(text));
+        BrowserValue row = rowOf(name, type, std::move(text));
         if (name.empty())
             rows[0] = std::move(row);
         else
@@ -209,16 +209,16 @@ bool Browser::refuse(std::string text) {
     return false;
 }
 
-bool Browser::deletingAllowed() { return ctx_.einstellungen.LöschenAktiv || refuse(meldung::LoeschenNichtErlaubt); }
+bool Browser::deletingAllowed() { return ctx_.einstellungen.LöschenAktiv || refuse(messages::DeletingNotAllowed); }
 
 // A path text could not tell a backslash in a name from one between keys: neither this change nor taking it back
 // would be sure to reach its value.
 bool Browser::usableValueName(const std::string& name) {
-    return name.find('\\') == std::string::npos || refuse(fmt::format(meldung::WertnameMitTrenner, name));
+    return name.find('\\') == std::string::npos || refuse(fmt::format(messages::ValueNameWithSeparator, name));
 }
 
 bool Browser::usableKeyName(const std::string& name) {
-    if (name.empty() || name.find('\\') != std::string::npos) return refuse(meldung::SchluesselnameUngueltig);
+    if (name.empty() || name.find('\\') != std::string::npos) return refuse(messages::KeyNameInvalid);
     try {
         checkKeyName(name);
         return true;
@@ -227,27 +227,27 @@ bool Browser::usableKeyName(const std::string& name) {
     }
 }
 
-Aenderung Browser::newChange(Aenderung::Art art) const {
-    Aenderung change;
+Change Browser::newChange(Change::Art art) const {
+    Change change;
     change.art = art;
-    change.tippÜberschrift = Titel;
+    change.tipHeading = Titel;
     return change;
 }
 
-WertAenderung Browser::valueChange(const std::string& path, std::optional<RawValue> before, std::optional<RawValue> after) const {
+ValueChange Browser::valueChange(const std::string& path, std::optional<RawValue> before, std::optional<RawValue> after) const {
     return {machine_, path, 0, std::move(before), std::move(after), false};
 }
 
 // The record is opened before the first write and closed whatever happens.
-template <class Write> bool Browser::recorded(Aenderung& change, const Write& write) {
+template <class Write> bool Browser::recorded(Change& change, const Write& write) {
     recorder_.begin(change);
     const bool done = reported([&] {
         write();
         changed_ = true;
     });
     if (done) {
-        for (std::size_t k = 0; k < change.werte.size(); ++k) {
-            change.werte[k].geschrieben = true;
+        for (std::size_t k = 0; k < change.values.size(); ++k) {
+            change.values[k].written = true;
             recorder_.written(change, k);
         }
     }
@@ -262,12 +262,12 @@ bool Browser::writeValue(const std::string& key, const std::string& name, const 
     if (!reported([&] { present = rawAt(path); })) return false;
     if (present == value) return true;
     if (present != before) {
-        if (!before) return refuse(fmt::format(meldung::WertSchonVorhanden, path));
-        if (!ctx_.port.ask(fmt::format(meldung::WertInzwischenGeaendert, path, present ? cut(dataText(*present)) : strBVKTexte(21)), box::Exclamation))
+        if (!before) return refuse(fmt::format(messages::ValueAlreadyThere, path));
+        if (!ctx_.port.ask(fmt::format(messages::ValueChangedMeanwhile, path, present ? cut(dataText(*present)) : strBVKTexte(21)), box::Exclamation))
             return false;
     }
-    Aenderung change = newChange(Aenderung::Art::Speichern);
-    change.werte.push_back(valueChange(path, present, value));
+    Change change = newChange(Change::Art::Speichern);
+    change.values.push_back(valueChange(path, present, value));
     return recorded(change, [&] {
         ctx_.objBVKReg.SetPath(machine_, path);
         ctx_.objBVKReg.WriteRaw(value);
@@ -276,16 +276,16 @@ bool Browser::writeValue(const std::string& key, const std::string& name, const 
 
 bool Browser::renameValue(const std::string& key, const std::string& name, const std::string& to) {
     if (name == to) return true;
-    if (to.empty()) return refuse(meldung::WertnameLeer);
+    if (to.empty()) return refuse(messages::ValueNameEmpty);
     if (!usableValueName(name) || !usableValueName(to)) return false;
     const bool caseOnly = sameName(name, to);
     const std::string from = childPath(key, name), target = childPath(key, to);
     std::optional<RawValue> data, taken;
     if (!reported([&] { data = rawAt(from), taken = rawAt(target); }) || !data) return false;
-    if (taken && !caseOnly) return refuse(fmt::format(meldung::WertSchonVorhanden, target));
-    Aenderung change = newChange(Aenderung::Art::Speichern);
-    if (!caseOnly) change.werte.push_back(valueChange(from, data, std::nullopt));
-    change.werte.push_back(valueChange(target, taken, data));
+    if (taken && !caseOnly) return refuse(fmt::format(messages::ValueAlreadyThere, target));
+    Change change = newChange(Change::Art::Speichern);
+    if (!caseOnly) change.values.push_back(valueChange(from, data, std::nullopt));
+    change.values.push_back(valueChange(target, taken, data));
     return recorded(change, [&] {
         const RegPath path = parseRegPath(key + "\\");
         RegStore& registry = store(key);
@@ -301,10 +301,10 @@ bool Browser::deleteValue(const std::string& key, const std::string& name) {
     const std::string path = childPath(key, name);
     std::optional<RawValue> data;
     if (!reported([&] { data = rawAt(path); }) || !data) return false;
-    if (!ctx_.port.ask(fmt::format(meldung::WertLoeschenFrage, name.empty() ? path + meldung::StandardWert : path), box::Exclamation)) return false;
-    ctx_.klick();
-    Aenderung change = newChange(Aenderung::Art::Loeschen);
-    change.werte.push_back(valueChange(path, data, std::nullopt));
+    if (!ctx_.port.ask(fmt::format(messages::DeleteValueQuestion, name.empty() ? path + messages::StandardWert : path), box::Exclamation)) return false;
+    ctx_.click();
+    Change change = newChange(Change::Art::Loeschen);
+    change.values.push_back(valueChange(path, data, std::nullopt));
     return recorded(change, [&] {
         ctx_.objBVKReg.SetPath(machine_, path);
         if (!ctx_.objBVKReg.DeleteValue()) throw RegError(regerr::NoAccess, "Der Wert kann nicht gelöscht werden.");
@@ -314,10 +314,10 @@ bool Browser::deleteValue(const std::string& key, const std::string& name) {
 bool Browser::newKey(const std::string& parent, const std::string& name) {
     if (!usableKeyName(name)) return false;
     const std::string key = childPath(parent, name);
-    if (exists(key)) return refuse(fmt::format(meldung::SchluesselSchonVorhanden, key));
-    Aenderung change = newChange(Aenderung::Art::Schluessel);
-    change.schluessel.push_back({machine_, key, {std::string()}, {}});
-    change.schluessel[0].angelegt = true;
+    if (exists(key)) return refuse(fmt::format(messages::KeyAlreadyThere, key));
+    Change change = newChange(Change::Art::Key);
+    change.key.push_back({machine_, key, {std::string()}, {}});
+    change.key[0].created = true;
     return recorded(change, [&] {
         ctx_.objBVKReg.SetPath(machine_, key + "\\");
         ctx_.objBVKReg.WriteValue("", regtype::None);
@@ -355,41 +355,41 @@ void Browser::moveTree(const RegPath& from, const std::string& toKey) {
 }
 
 bool Browser::renameKey(const std::string& key, const std::string& to) {
-    if (!mayRename(key)) return refuse(fmt::format(meldung::SchluesselGehoertZumSystem, key));
+    if (!mayRename(key)) return refuse(fmt::format(messages::KeyBelongsToSystem, key));
     if (!usableKeyName(to)) return false;
     const RegPath from = parseRegPath(key + "\\");
     const std::string above(parentKey(from.key)), toKey = joinKey(above, to);
     if (toKey == from.key) return true;
     const std::string target = std::string(longRootName(from.root)) + "\\" + toKey;
     const bool caseOnly = sameName(from.key, toKey);
-    if (!caseOnly && exists(target)) return refuse(fmt::format(meldung::SchluesselSchonVorhanden, target));
-    Aenderung change = newChange(Aenderung::Art::Schluessel);
-    if (!reported([&] { change.schluessel = schluesselBilder(ctx_.objBVKReg, machine_, key); })) return false;
-    for (SchluesselBild& image : change.schluessel) image.geloescht = true;
+    if (!caseOnly && exists(target)) return refuse(fmt::format(messages::KeyAlreadyThere, target));
+    Change change = newChange(Change::Art::Key);
+    if (!reported([&] { change.key = keyImages(ctx_.objBVKReg, machine_, key); })) return false;
+    for (KeyImage& image : change.key) image.geloescht = true;
     if (!caseOnly) {
-        change.schluessel.push_back({machine_, target, {std::string()}, {}});
-        change.schluessel.back().angelegt = true;
+        change.key.push_back({machine_, target, {std::string()}, {}});
+        change.key.back().created = true;
     }
     return recorded(change, [&] { moveTree(from, toKey); });
 }
 
 bool Browser::deleteKey(const std::string& key) {
     if (!deletingAllowed()) return false;
-    if (!mayRename(key)) return refuse(fmt::format(meldung::SchluesselGehoertZumSystem, key));
-    if (!exists(key)) return refuse(fmt::format(meldung::SchluesselFehlt, key));
-    Aenderung change = newChange(Aenderung::Art::Schluessel);
+    if (!mayRename(key)) return refuse(fmt::format(messages::KeyBelongsToSystem, key));
+    if (!exists(key)) return refuse(fmt::format(messages::KeyMissing, key));
+    Change change = newChange(Change::Art::Key);
     ctx_.port.waitPointer(true);
-    const bool read = reported([&] { change.schluessel = schluesselBilder(ctx_.objBVKReg, machine_, key); });
+    const bool read = reported([&] { change.key = keyImages(ctx_.objBVKReg, machine_, key); });
     ctx_.port.waitPointer(false);
     if (!read) return false;
     std::size_t subKeys = 0, values = 0;
-    for (SchluesselBild& image : change.schluessel) {
+    for (KeyImage& image : change.key) {
         image.geloescht = true;
         subKeys += image.unterschluessel.size() - std::min<std::size_t>(1, image.unterschluessel.size());
-        values += image.werte.size();
+        values += image.values.size();
     }
-    if (!ctx_.port.ask(fmt::format(meldung::SchluesselLoeschenFrage, key, subKeys, values), box::Exclamation)) return false;
-    ctx_.klick();
+    if (!ctx_.port.ask(fmt::format(messages::DeleteKeyQuestion, key, subKeys, values), box::Exclamation)) return false;
+    ctx_.click();
     ctx_.port.waitPointer(true);
     const bool done = recorded(change, [&] { store(key).transaction([&] { removeTree(key); }); });
     ctx_.port.waitPointer(false);
@@ -398,7 +398,7 @@ bool Browser::deleteKey(const std::string& key) {
 
 // --- search, clipboard ---
 
-void Browser::search(const std::string& key, const BrowserSuche& wanted, const std::function<void(BrowserTreffer)>& hit,
+void Browser::search(const std::string& key, const BrowserSearch& wanted, const std::function<void(BrowserHit)>& hit,
                      const std::function<bool(const std::string& key)>& stop) {
     if (wanted.text.empty()) return;
     reported([&] {
@@ -407,9 +407,9 @@ void Browser::search(const std::string& key, const BrowserSuche& wanted, const s
         const auto pattern = makeTextMuster(wanted.text);
         std::string present = key;
         std::size_t hits = 0;
-        Suchziel target;
-        target.hit = [&](const Treffer& found) {
-            BrowserTreffer entry{found.key.empty() ? root : childPath(root, std::string(found.key)), std::nullopt, {}};
+        SearchTarget target;
+        target.hit = [&](const Hits& found) {
+            BrowserHit entry{found.key.empty() ? root : childPath(root, std::string(found.key)), std::nullopt, {}};
             if (!found.isKey) entry.name = std::string(found.name);
             if (found.value != nullptr) entry.text = cut(dataText(*found.value));
             hit(std::move(entry));

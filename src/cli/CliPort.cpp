@@ -26,21 +26,21 @@ Answer CliPort::messageBox(const MessageBox& request) {
 
 void CliPort::sayAnswer() const { std::cerr << (yes_ ? " [Ja]" : " [Nein; mit --yes wird Ja geantwortet]") << "\n"; }
 
-void CliPort::answer(DatentypAnfrage& question) {
-    std::cerr << "Anderer Datentyp in der Registry: Datenbank " << question.typDatenbank << ", Registry " << question.typRegistry << ", Inhalt \""
-              << question.inhalt << "\". Soll der Wert gelöscht werden, damit der Tipp ihn neu anlegen kann ?";
+void CliPort::answer(DatentypRequest& question) {
+    std::cerr << "Anderer Datentyp in der Registry: Datenbank " << question.typeDatabase << ", Registry " << question.typeRegistry << ", Inhalt \""
+              << question.contents << "\". Soll der Wert gelöscht werden, damit der Tipp ihn neu anlegen kann ?";
     sayAnswer();
     question.weiter = yes_;
 }
 
-void CliPort::answer(BootINIAnfrage& question) {
+void CliPort::answer(BootINIRequest& question) {
     if (!bootName_.empty()) {
-        if (!question.nennen(bootName_)) std::cerr << strBVKTexte(184) << "\n";
+        if (!question.naming(bootName_)) std::cerr << strBVKTexte(184) << "\n";
         return;
     }
     std::cerr << "Der Eintrag \"" << question.txtBootWert << "\" des Bootmenüs wird überschrieben.";
     sayAnswer();
-    if (yes_) question.antwort = BootINIAnfrage::Antwort::Ueberschreiben;
+    if (yes_) question.reply = BootINIRequest::Reply::Overwrite;
 }
 
 void CliPort::answer(UndoConflictsRequest& question) {
@@ -55,9 +55,9 @@ void CliPort::answer(UndoConflictsRequest& question) {
 
 void CliPort::showWindow(WindowRequest& request) {
     if (auto* conflicts = dynamic_cast<UndoConflictsRequest*>(&request)) return answer(*conflicts);
-    if (auto* types = dynamic_cast<DatentypAnfrage*>(&request)) return answer(*types);
-    if (auto* boot = dynamic_cast<BootINIAnfrage*>(&request)) return answer(*boot);
-    if (const auto* system = dynamic_cast<const OSErkennungAnfrage*>(&request)) {
+    if (auto* types = dynamic_cast<DatentypRequest*>(&request)) return answer(*types);
+    if (auto* boot = dynamic_cast<BootINIRequest*>(&request)) return answer(*boot);
+    if (const auto* system = dynamic_cast<const OSErkennungRequest*>(&request)) {
         std::cerr << strBVKTexte(22) << ": Platform-ID " << system->version.dwPlatformId << ", Version " << system->version.dwMajorVersion << "."
                   << system->version.dwMinorVersion << "." << system->version.dwBuildNumber << "\n";
         return;

@@ -28,8 +28,8 @@ public:
     void showHelp(const std::string&, int) override {}
 
 private:
-    void answer(DatentypAnfrage& question);
-    void answer(BootINIAnfrage& question);
+    void answer(DatentypRequest& question);
+    void answer(BootINIRequest& question);
     void answer(UndoConflictsRequest& question);
     void sayAnswer() const;
     bool yes_, keep_;

@@ -9,7 +9,7 @@
 
 namespace brenvik::cli {
 
-struct Aufruf {
+struct Invocation {
     bool json = false;
     bool yes = false;
     bool keep = false;          // what was changed again since stays when a change is taken back
@@ -17,17 +17,17 @@ struct Aufruf {
     bool ownPlaces = false;     // works on what its arguments name; the home is opened if that lies there
     std::string bootName;       // of a new entry of the boot menu; empty: the entry is overwritten
     Listen* listen = nullptr;   // there while the command runs
-    std::function<int(Programm&)> run;
+    std::function<int(Program&)> run;
 };
 
 // The machine that commands work on, from --machine. False: it does not answer, and stderr says why.
-bool selectMachine(Programm& programm, const std::string& machine);
+bool selectMachine(Program& program, const std::string& machine);
 
-void addTippBefehle(CLI::App& app, Aufruf& call);
-void addRegistryBefehle(CLI::App& app, Aufruf& call);
-void addHistoryBefehle(CLI::App& app, Aufruf& call);   // history, and below it
-void addDriftCommand(CLI::App& app, Aufruf& call);
-void addExportBefehle(CLI::App& app, Aufruf& call);
-void addListenBefehle(CLI::App& app, Aufruf& call);     // list, apply
+void addTipCommands(CLI::App& app, Invocation& call);
+void addRegistryCommands(CLI::App& app, Invocation& call);
+void addHistoryCommands(CLI::App& app, Invocation& call);   // history, and below it
+void addDriftCommand(CLI::App& app, Invocation& call);
+void addExportCommands(CLI::App& app, Invocation& call);
+void addListCommands(CLI::App& app, Invocation& call);     // list, apply
 
 }  // namespace brenvik::cli

@@ -18,9 +18,9 @@ std::string machineName(const std::string& text) {
 
 }  // namespace
 
-bool selectMachine(Programm& programm, const std::string& text) {
+bool selectMachine(Program& program, const std::string& text) {
     const std::string machine = machineName(text);
-    Context& ctx = programm.context();
+    Context& ctx = program.context();
     const std::int32_t status = ctx.objBVKReg.ConnectRemote(machine, LocalMachineRoot);
     if (status != 0) {
         std::cerr << "Der Rechner \"" << machine << "\" ist nicht erreichbar: "
@@ -38,7 +38,7 @@ bool selectMachine(Programm& programm, const std::string& text) {
         return false;
     }
     tellTargetNotes(ctx);
-    programm.takeProfile();
+    program.takeProfile();
     return true;
 }
 

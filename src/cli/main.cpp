@@ -26,29 +26,29 @@ bool onlyPrints(const CLI::App& app) {
 }
 
 // The same trace as the window's, from the beginning.
-void startTrace(Programm& programm) {
-    Context& ctx = programm.context();
-    if (const std::string problem = privateHome(ctx.heimPfad); !problem.empty()) throw NumberedError(errnum::PathFileAccess, problem);
+void startTrace(Program& program) {
+    Context& ctx = program.context();
+    if (const std::string problem = privateHome(ctx.homePath); !problem.empty()) throw NumberedError(errnum::PathFileAccess, problem);
     ctx.trace.setDebug(true);
-    ctx.trace.write(produkt::Titel);
+    ctx.trace.write(product::Titel);
     ctx.trace.write("Version: " + ctx.strProgVersion);
-    ctx.trace.write("Programmverzeichnis: " + utf8FromPath(ctx.programmPfad));
+    ctx.trace.write("Programmverzeichnis: " + utf8FromPath(ctx.programPath));
 }
 
-bool loadTips(Programm& programm) {
-    programm.offerMissingFiles(false);
-    if (!programm.loadDatabase()) return false;
-    programm.maschine().FrameStartEinstellungen();
-    programm.maschine().tree().TreeEinlesen();
+bool loadTips(Program& program) {
+    program.offerMissingFiles(false);
+    if (!program.loadDatabase()) return false;
+    program.engine().FrameStartEinstellungen();
+    program.engine().tree().TreeEinlesen();
     return true;
 }
 
 // Of a home that can only be read nothing need be said as long as nothing was to be written; the registry says it itself. One
 // that lacks something shows less than there is.
-void tellObstacle(Programm& programm, const cli::Aufruf& call, CliPort& port, bool failed) {
-    if (programm.schreibhindernis().empty()) return;
-    const bool lacksFiles = programm.heimFehlt() || programm.machines().store("").writable(), said = call.ownPlaces && failed;
-    if (!said && (failed || lacksFiles)) port.tell(programm.schreibhindernis());
+void tellObstacle(Program& program, const cli::Invocation& call, CliPort& port, bool failed) {
+    if (program.writeObstacle().empty()) return;
+    const bool lacksFiles = program.homeMissing() || program.machines().store("").writable(), said = call.ownPlaces && failed;
+    if (!said && (failed || lacksFiles)) port.tell(program.writeObstacle());
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ int main(int argc, char** argv) {
     CLI::App app{"Brenvik: Einstellungen einer Windows-Installation ansehen und ändern", "brenvik-cli"};
     std::string home, machine, profile;
     bool debug = false;
-    cli::Aufruf call;
+    cli::Invocation call;
     app.set_version_flag("--version", std::string("brenvik-cli ") + BRENVIK_VERSION, "Version ausgeben");
     app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");
     app.add_option("--home", home, "Verzeichnis, in dem Brenvik seine Daten hält")->type_name("DIR");
@@ -72,11 +72,11 @@ int main(int argc, char** argv) {
     app.add_flag("--debug", debug, "Das Protokoll brenvik.log im Heim führen");
     app.require_subcommand(1);
     app.fallthrough();
-    cli::addTippBefehle(app, call);
-    cli::addRegistryBefehle(app, call);
-    cli::addHistoryBefehle(app, call);
-    cli::addExportBefehle(app, call);
-    cli::addListenBefehle(app, call);
+    cli::addTipCommands(app, call);
+    cli::addRegistryCommands(app, call);
+    cli::addHistoryCommands(app, call);
+    cli::addExportCommands(app, call);
+    cli::addListCommands(app, call);
     cli::germanHelp(app);
     try {
         app.parse(argc, argv);
@@ -90,21 +90,21 @@ int main(int argc, char** argv) {
         CliPort port(call.yes, call.bootName, call.keep);
         const auto platform = makeNativePlatform();
         WindowObserver observer;
-        Aufzeichnungen recorders;
-        Programm programm(port, *platform, {home, std::nullopt, {}, profile}, observer, recorders);
-        Listen listen(programm.maschine());
+        Recorders recorders;
+        Program program(port, *platform, {home, std::nullopt, {}, profile}, observer, recorders);
+        Listen listen(program.engine());
         recorders.add(listen);
         call.listen = &listen;
-        if (debug) startTrace(programm);
-        programm.whenOpened([&] {
-            programm.loadSettings();
-            programm.detectSystem();
+        if (debug) startTrace(program);
+        program.whenOpened([&] {
+            program.loadSettings();
+            program.detectSystem();
         });
-        if (!call.ownPlaces || !machine.empty()) programm.openHome();
-        if (!machine.empty() && !cli::selectMachine(programm, machine)) return 1;
-        if (call.needsDatabase && !loadTips(programm)) return 1;
-        const int code = call.run(programm);
-        tellObstacle(programm, call, port, code != 0);
+        if (!call.ownPlaces || !machine.empty()) program.openHome();
+        if (!machine.empty() && !cli::selectMachine(program, machine)) return 1;
+        if (call.needsDatabase && !loadTips(program)) return 1;
+        const int code = call.run(program);
+        tellObstacle(program, call, port, code != 0);
         return code;
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";

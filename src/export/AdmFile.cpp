@@ -39,16 +39,16 @@ bool isPlain(const std::string& text) { return text.find('"') == std::string::np
 
 // What a policy sets lies below the key of the entry's first value, whatever the value's own; the file's numbers are stored
 // as they are, without the factor of the panel.
-bool canBeSaid(const TippListEintrag& entry, const TippListWert& value) {
-    const TippListWert& first = entry.Werte.front();
+bool canBeSaid(const TippListEintrag& entry, const TipListValue& value) {
+    const TipListValue& first = entry.Values.front();
     return value.Hauptschluessel == first.Hauptschluessel && equalText(value.Unterschluessel, first.Unterschluessel) && !value.Wertname.empty() &&
            isPlain(value.Wertname) && isPlain(value.Unterschluessel) && isPlain(value.WertEin) && isPlain(value.WertAus) && isPlain(value.Standardwert);
 }
 
-bool hasDefault(const TippListWert& value) { return !value.Standardwert.empty() && value.Standardwert != DelKey; }
+bool hasDefault(const TipListValue& value) { return !value.Standardwert.empty() && value.Standardwert != DelKey; }
 
 // Each of these writes a policy and answers whether it sets the type and the data that the Tip would.
-bool twoStates(AnsiText& out, const TippListEintrag& entry, const TippListWert& value, std::int16_t ersteArt) {
+bool twoStates(AnsiText& out, const TippListEintrag& entry, const TipListValue& value, std::int16_t firstKind) {
     out.line(ColPolicy, "POLICY \"" + value.Wertname + "\"");
     out.line(ColPart, "VALUENAME \"" + value.Wertname + "\"");
     if (value.Datentyp == Sz || value.Datentyp == Dword) {
@@ -56,13 +56,13 @@ bool twoStates(AnsiText& out, const TippListEintrag& entry, const TippListWert& 
         if (value.WertEin != DelKey) out.line(ColPart, "ValueON" + numeric + " \"" + value.WertEin + "\"");
         if (value.WertAus != DelKey) out.line(ColPart, "ValueOFF" + numeric + " \"" + value.WertAus + "\"");
     }
-    ADMHilfeTextSchreiben(out, kindOf(ersteArt).ticksHide ? value.WertInfo + " ausblenden. Info: " + entry.Beschreibung : entry.Beschreibung);
+    ADMHilfeTextSchreiben(out, kindOf(firstKind).ticksHide ? value.WertInfo + " ausblenden. Info: " + entry.Beschreibung : entry.Beschreibung);
     out.line(ColPolicy, "END POLICY");
     const bool ticked = !kindOf(value.PanelArt).ticksHide || value.WertEin == ListTicked;
     return ticked && value.WertEin != DelKey && (value.Datentyp == Sz || value.Datentyp == Dword);
 }
 
-bool textOrPath(AnsiText& out, const TippListWert& value) {
+bool textOrPath(AnsiText& out, const TipListValue& value) {
     out.line(ColPolicy, "POLICY \"" + value.Wertname + "\"");
     if (value.Datentyp == Sz || value.Datentyp == Dword) {
         const std::string numeric = value.Datentyp == Dword ? " NUMERIC" : "";
@@ -82,7 +82,7 @@ bool textOrPath(AnsiText& out, const TippListWert& value) {
     return value.Datentyp == Sz || value.Datentyp == ExpandSz;
 }
 
-bool numberBox(AnsiText& out, const TippListWert& value) {
+bool numberBox(AnsiText& out, const TipListValue& value) {
     out.line(ColPolicy, "POLICY \"Wert: " + value.Wertname + "\"");
     out.line(ColPart, "Part \"" + ADMTextBereinigen(value.WertInfo) + "\" Numeric Required ");
     out.line(ColName, "Min " + value.WertAus + " Max " + value.WertEin);
@@ -93,7 +93,7 @@ bool numberBox(AnsiText& out, const TippListWert& value) {
     return value.Werteliste.empty() && Val(value.WertAus) >= 0;
 }
 
-bool numberAsText(AnsiText& out, const TippListWert& value) {
+bool numberAsText(AnsiText& out, const TipListValue& value) {
     out.line(ColPolicy, "POLICY \"Wert: " + value.Wertname + "\"");
     if (value.Datentyp == Dword) {
         out.line(ColPart, "ValueON NUMERIC \"\"");
@@ -108,46 +108,46 @@ bool numberAsText(AnsiText& out, const TippListWert& value) {
     return value.Datentyp == Sz && value.Werteliste.empty();
 }
 
-bool formA(AnsiText& out, const TippListEintrag& entry, const TippListWert& value, std::int16_t ersteArt) {
+bool formA(AnsiText& out, const TippListEintrag& entry, const TipListValue& value, std::int16_t firstKind) {
     switch (kindOf(value.PanelArt).part) {
-        case TemplatePart::States: return twoStates(out, entry, value, ersteArt);
+        case TemplatePart::States: return twoStates(out, entry, value, firstKind);
         case TemplatePart::Text: return textOrPath(out, value);
         default: return false;
     }
 }
 
-bool formB(AnsiText& out, const TippListWert& value) {
+bool formB(AnsiText& out, const TipListValue& value) {
     const double largest = Val(value.WertEin);
     if (value.Datentyp == Dword && largest < LargestBoxNumber) return numberBox(out, value);
     if (value.Datentyp == Sz || (value.Datentyp == Dword && largest > LargestBoxNumber)) return numberAsText(out, value);
     return false;
 }
 
-using Gesagt = std::set<const TippListWert*>;   // the values that a policy sets
+using Said = std::set<const TipListValue*>;   // the values that a policy sets
 
-void tippBlock(AnsiText& out, const TippListEintrag& entry, std::int16_t ersteArt, Gesagt& said) {
+void tipBlock(AnsiText& out, const TippListEintrag& entry, std::int16_t firstKind, Said& said) {
     out.line(ColTipp, fmt::format("; [{}] - {}", entry.TippNr, commentText(ADMTextBereinigen(entry.Titel))));
-    const TemplatePart part = kindOf(entry.Werte.front().PanelArt).part;
+    const TemplatePart part = kindOf(entry.Values.front().PanelArt).part;
     if (part == TemplatePart::None) return;
     const bool isA = part != TemplatePart::Number;
     out.line(ColTipp, "CATEGORY \"" + ADMTextBereinigen(entry.Titel) + "\"");
-    out.line(ColPolicy, "KEYNAME \"" + entry.Werte.front().Unterschluessel + "\"");
-    for (const TippListWert& value : entry.Werte)
-        if ((isA ? formA(out, entry, value, ersteArt) : formB(out, value)) && canBeSaid(entry, value)) said.insert(&value);
+    out.line(ColPolicy, "KEYNAME \"" + entry.Values.front().Unterschluessel + "\"");
+    for (const TipListValue& value : entry.Values)
+        if ((isA ? formA(out, entry, value, firstKind) : formB(out, value)) && canBeSaid(entry, value)) said.insert(&value);
     out.line(ColTipp, "END CATEGORY");
     out.line();
 }
 
-void groupBlock(AnsiText& out, const TippListe& liste, const Gruppe& group, const std::string& root, std::int16_t ersteArt, Gesagt& said) {
+void groupBlock(AnsiText& out, const TipList& liste, const Gruppe& group, const std::string& root, std::int16_t firstKind, Said& said) {
     bool opened = false;
     for (const TippListEintrag& entry : liste) {
-        if (entry.Werte.empty() || Val(Left(entry.Baumpfad, 1)) != group.Nummer || entry.Werte.front().Hauptschluessel != root) continue;
+        if (entry.Values.empty() || Val(Left(entry.Baumpfad, 1)) != group.Nummer || entry.Values.front().Hauptschluessel != root) continue;
         if (!opened) {
             out.line();
             out.line(ColGroup, "CATEGORY \"" + ADMTextBereinigen(group.Name) + "\"");
             opened = true;
         }
-        tippBlock(out, entry, ersteArt, said);
+        tipBlock(out, entry, firstKind, said);
     }
     if (!opened) return;
     out.line(ColGroup, "END CATEGORY");
@@ -162,21 +162,21 @@ std::string ADMTextBereinigen(std::string_view strText) {
     return clean;
 }
 
-std::vector<std::string> ADMDateiSchreiben(AnsiText& out, const TippListe& liste, const std::vector<Gruppe>& gruppen, std::int16_t ersteArt) {
-    Gesagt said;
+std::vector<std::string> ADMDateiSchreiben(AnsiText& out, const TipList& liste, const std::vector<Gruppe>& gruppen, std::int16_t firstKind) {
+    Said said;
     for (const int index : {0, 1}) {
         out.line(index == 0 ? "Class User" : "CLASS MACHINE");
         out.line("; ------ Anfang ------");
         out.line();
         out.line("CATEGORY \"BVK-ADM-Datei\"");
-        for (const Gruppe& group : gruppen) groupBlock(out, liste, group, strRootKeys(index), ersteArt, said);
+        for (const Gruppe& group : gruppen) groupBlock(out, liste, group, strRootKeys(index), firstKind, said);
         out.line("END CATEGORY");
         out.line();
         out.line("; ------ Ende ------");
     }
     std::vector<std::string> rest;
     for (const TippListEintrag& entry : liste)
-        for (const TippListWert& value : entry.Werte)
+        for (const TipListValue& value : entry.Values)
             if (!entry.Geloescht && said.count(&value) == 0) rest.push_back(value.pfad());
     return rest;
 }

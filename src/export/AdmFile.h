@@ -12,9 +12,9 @@ namespace brenvik {
 // Without the four characters " ' CR LF.
 std::string ADMTextBereinigen(std::string_view strText);
 
-// The part of the file below its header. gruppen is the table of groups; ersteArt the panel kind of the first value of the
+// The part of the file below its header. gruppen is the table of groups; firstKind the panel kind of the first value of the
 // Tip on screen, which decides the wording of help texts. Deleted entries are written too. Answers the paths of the values
 // that no policy of the file sets as their Tip does.
-std::vector<std::string> ADMDateiSchreiben(AnsiText& out, const TippListe& liste, const std::vector<Gruppe>& gruppen, std::int16_t ersteArt);
+std::vector<std::string> ADMDateiSchreiben(AnsiText& out, const TipList& liste, const std::vector<Gruppe>& gruppen, std::int16_t firstKind);
 
 }  // namespace brenvik

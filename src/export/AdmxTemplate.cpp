@@ -18,17 +18,17 @@ namespace {
 
 constexpr double LargestNumber = 4294967295.0;
 constexpr std::size_t LongestString = 255;      // of a state's value, a key or a name
-constexpr const char* Wurzel = "Brenvik";
-constexpr const char* Geeignet = "Windows";
+constexpr const char* Root = "Brenvik";
+constexpr const char* Suitable = "Windows";
 constexpr const char* Schema = "http://schemas.microsoft.com/GroupPolicy/2006/07/PolicyDefinitions";
 
-bool isNoXml(char32_t c) { return (c & zeichen::BadByte) != 0 || (c >= 0xD800 && c <= 0xDFFF) || c == 0xFFFE || c == 0xFFFF; }
+bool isNoXml(char32_t c) { return (c & characters::BadByte) != 0 || (c >= 0xD800 && c <= 0xDFFF) || c == 0xFFFE || c == 0xFFFF; }
 
 // Whether XML gives the text back as it was; it has no place for most control characters, and makes blanks of the others.
 bool xmlHolds(std::string_view text) {
     if (hasControls(text)) return false;
     for (std::size_t at = 0; at < text.size();)
-        if (isNoXml(zeichen::next(text, at))) return false;
+        if (isNoXml(characters::next(text, at))) return false;
     return true;
 }
 
@@ -36,7 +36,7 @@ bool xmlHolds(std::string_view text) {
 std::string xml(std::string_view text) {
     std::string out;
     for (std::size_t at = 0; at < text.size();) {
-        const char32_t c = zeichen::next(text, at);
+        const char32_t c = characters::next(text, at);
         switch (c) {
             case U'&': out += "&amp;"; break;
             case U'<': out += "&lt;"; break;
@@ -44,7 +44,7 @@ std::string xml(std::string_view text) {
             case U'"': out += "&quot;"; break;
             case U'\n': out += '\n'; break;
             default:
-                zeichen::append(out, isControl(c) || isNoXml(c) ? U' ' : c);
+                characters::append(out, isControl(c) || isNoXml(c) ? U' ' : c);
         }
     }
     return out;
@@ -81,19 +81,19 @@ std::optional<std::string> state(const std::string& text, std::int32_t type) {
 }
 
 // What stands inside a policy behind supportedOn, and what its presentation shows.
-struct Inhalt {
+struct Contents {
     std::string states, element, presentation;
     bool ok() const { return !states.empty() || !element.empty(); }
 };
 
-Inhalt twoStates(const TippListWert& value) {
+Contents twoStates(const TipListValue& value) {
     const bool hide = kindOf(value.PanelArt).ticksHide;    // the engine writes this text for a ticked row
     const auto on = state(hide ? "no" : value.WertEin, value.Datentyp), off = state(hide ? DelKey : value.WertAus, value.Datentyp);
     if (!on || !off) return {};
     return {"      <enabledValue>" + *on + "</enabledValue>\n      <disabledValue>" + *off + "</disabledValue>\n", {}, {}};
 }
 
-std::string elementOf(const char* kind, const std::string& id, const TippListWert& value, const std::string& more) {
+std::string elementOf(const char* kind, const std::string& id, const TipListValue& value, const std::string& more) {
     return fmt::format("<{} id=\"{}\" valueName=\"{}\"{} />", kind, id, xml(value.Wertname), more);
 }
 
@@ -101,7 +101,7 @@ std::string numberField(const std::string& id, const std::string& label, const s
     return fmt::format("<decimalTextBox refId=\"{}\"{}>{}</decimalTextBox>", id, standard.empty() ? "" : " defaultValue=\"" + standard + "\"", xml(label));
 }
 
-Inhalt textField(const std::string& id, const std::string& label, const TippListWert& value) {
+Contents textField(const std::string& id, const std::string& label, const TipListValue& value) {
     const std::string standard = value.Standardwert == DelKey || !xmlHolds(value.Standardwert) ? std::string() : value.Standardwert;
     switch (static_cast<std::uint32_t>(value.Datentyp)) {
         case regtype::Sz: case regtype::ExpandSz: {
@@ -118,7 +118,7 @@ Inhalt textField(const std::string& id, const std::string& label, const TippList
     }
 }
 
-Inhalt numberRange(const std::string& id, const std::string& label, const TippListWert& value) {
+Contents numberRange(const std::string& id, const std::string& label, const TipListValue& value) {
     const bool asText = value.Datentyp == static_cast<std::int32_t>(regtype::Sz);
     if (!asText && value.Datentyp != static_cast<std::int32_t>(regtype::Dword)) return {};
     const double factor = value.Werteliste.empty() ? 1 : toDbl(value.Werteliste);
@@ -131,7 +131,7 @@ Inhalt numberRange(const std::string& id, const std::string& label, const TippLi
             numberField(id, label + unit, inRange ? *standard : numberText(least))};
 }
 
-Inhalt inhaltOf(const std::string& id, const std::string& label, const TippListWert& value) {
+Contents contentsOf(const std::string& id, const std::string& label, const TipListValue& value) {
     switch (kindOf(value.PanelArt).part) {
         case TemplatePart::States: return twoStates(value);
         case TemplatePart::Text: return textField(id, label, value);
@@ -141,16 +141,16 @@ Inhalt inhaltOf(const std::string& id, const std::string& label, const TippListW
     return {};
 }
 
-class Schreiber {
+class Writer {
 public:
-    explicit Schreiber(const std::vector<Gruppe>& gruppen) : gruppen_(gruppen) {
-        text(Wurzel, "Brenvik");
-        text(Geeignet, "Microsoft Windows");
+    explicit Writer(const std::vector<Gruppe>& gruppen) : gruppen_(gruppen) {
+        text(Root, "Brenvik");
+        text(Suitable, "Microsoft Windows");
     }
 
     void add(const TippListEintrag& entry) {
-        for (std::size_t i = 0; i < entry.Werte.size(); ++i) {
-            const TippListWert& value = entry.Werte[i];
+        for (std::size_t i = 0; i < entry.Values.size(); ++i) {
+            const TipListValue& value = entry.Values[i];
             const std::string where = value.pfad();
             const auto root = rootByName(value.Hauptschluessel);
             const bool user = root == Root::CurrentUser;
@@ -158,22 +158,22 @@ public:
             const std::string id = fmt::format("Tipp_{}_{}", entry.TippNr, i + 1);
             const bool unit = kindOf(value.PanelArt).part == TemplatePart::Number;   // there the text says only what is counted
             const std::string label = unit ? Trim(value.Wertname + " " + value.WertInfo) : value.WertInfo.empty() ? value.Wertname : value.WertInfo;
-            Inhalt content;
+            Contents content;
             if (!user && root != Root::LocalMachine)
                 leaveOut(where, "Richtlinien gibt es nur unter HKEY_CURRENT_USER und HKEY_LOCAL_MACHINE");
             else if (value.Wertname.empty() || key.empty())
                 leaveOut(where, "ein Wert ohne Namen läßt sich nicht angeben");
             else if (!fitsTemplate(key, value.Wertname))
                 leaveOut(where, "dieser Name läßt sich in einer Vorlage nicht angeben");
-            else if (content = inhaltOf(id, label, value); !content.ok())
+            else if (content = contentsOf(id, label, value); !content.ok())
                 leaveOut(where, "diese Art von Wert kann eine Richtlinie nicht setzen");
             else
                 policy(entry, value, id, label, key, user, content);
         }
     }
 
-    AdmxVorlage finish(const std::string& version) {
-        const std::string head = fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!-- {} {} -->\n", produkt::Titel, withoutDashes(version));
+    AdmxTemplate finish(const std::string& version) {
+        const std::string head = fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!-- {} {} -->\n", product::Titel, withoutDashes(version));
         const auto table = [](const char* name, const std::string& body) {
             return body.empty() ? std::string() : fmt::format("    <{0}>\n{1}    </{0}>\n", name, body);
         };
@@ -183,7 +183,7 @@ public:
                         "  <resources minRequiredRevision=\"1.0\" />\n"
                         "  <supportedOn>\n    <definitions>\n      <definition name=\"{1}\" displayName=\"$(string.{1})\" />\n    </definitions>\n  </supportedOn>\n"
                         "  <categories>\n    <category name=\"{2}\" displayName=\"$(string.{2})\" />\n{3}  </categories>\n  <policies>\n{4}  </policies>\n</policyDefinitions>\n",
-                        Schema, Geeignet, Wurzel, categories_, policies_);
+                        Schema, Suitable, Root, categories_, policies_);
         result_.adml = head +
             fmt::format("<policyDefinitionResources revision=\"1.0\" schemaVersion=\"1.0\" xmlns=\"{}\">\n"
                         "  <displayName>Brenvik</displayName>\n  <description>Tipps aus Brenvik</description>\n  <resources>\n{}{}  </resources>\n"
@@ -193,7 +193,7 @@ public:
     }
 
 private:
-    void leaveOut(const std::string& where, const std::string& why) { result_.weggelassen.push_back(where + ": " + why); }
+    void leaveOut(const std::string& where, const std::string& why) { result_.leftOut.push_back(where + ": " + why); }
     static std::string withoutDashes(std::string text) {   // two of them end a comment
         std::erase_if(text, [](char c) { return c == '-' || c == '<' || c == '>' || static_cast<unsigned char>(c) < ' '; });
         return text;
@@ -205,41 +205,41 @@ private:
             if (Val(baumpfad) != group.Nummer) continue;
             const std::string name = fmt::format("Gruppe_{}", group.Nummer);
             if (known_.insert(group.Nummer).second) {
-                categories_ += fmt::format("    <category name=\"{0}\" displayName=\"$(string.{0})\">\n      <parentCategory ref=\"{1}\" />\n    </category>\n", name, Wurzel);
+                categories_ += fmt::format("    <category name=\"{0}\" displayName=\"$(string.{0})\">\n      <parentCategory ref=\"{1}\" />\n    </category>\n", name, Root);
                 text(name, group.Name);
             }
             return name;
         }
-        return Wurzel;
+        return Root;
     }
 
-    void policy(const TippListEintrag& entry, const TippListWert& value, const std::string& id, const std::string& label, const std::string& key, bool user,
-                const Inhalt& content) {
+    void policy(const TippListEintrag& entry, const TipListValue& value, const std::string& id, const std::string& label, const std::string& key, bool user,
+                const Contents& content) {
         const std::string parent = category(entry.Baumpfad);
         const bool shows = !content.presentation.empty();
         std::string name = entry.Titel;
-        if (entry.Werte.size() > 1) name += ": " + label + (kindOf(value.PanelArt).ticksHide ? " ausblenden" : "");
+        if (entry.Values.size() > 1) name += ": " + label + (kindOf(value.PanelArt).ticksHide ? " ausblenden" : "");
         text(id, name);
         text(id + "_Hilfe", entry.Beschreibung + "\n\n" + value.pfad());
         policies_ += fmt::format("    <policy name=\"{0}\" class=\"{1}\" displayName=\"$(string.{0})\" explainText=\"$(string.{0}_Hilfe)\"{2} key=\"{3}\"{4}>\n"
                                  "      <parentCategory ref=\"{5}\" />\n      <supportedOn ref=\"{6}\" />\n{7}{8}    </policy>\n",
                                  id, user ? "User" : "Machine", shows ? " presentation=\"$(presentation." + id + ")\"" : "", xml(key),
-                                 shows ? "" : " valueName=\"" + xml(value.Wertname) + "\"", parent, Geeignet, content.states,
+                                 shows ? "" : " valueName=\"" + xml(value.Wertname) + "\"", parent, Suitable, content.states,
                                  shows ? "      <elements>\n        " + content.element + "\n      </elements>\n" : "");
         if (shows) presentations_ += fmt::format("      <presentation id=\"{}\">{}</presentation>\n", id, content.presentation);
-        ++result_.richtlinien;
+        ++result_.policies;
     }
 
     const std::vector<Gruppe>& gruppen_;
     std::set<std::int32_t> known_;
     std::string categories_, policies_, strings_, presentations_;
-    AdmxVorlage result_;
+    AdmxTemplate result_;
 };
 
 }  // namespace
 
-AdmxVorlage admxVorlage(const TippListe& liste, const std::vector<Gruppe>& gruppen, const std::string& version) {
-    Schreiber writer(gruppen);
+AdmxTemplate admxTemplate(const TipList& liste, const std::vector<Gruppe>& gruppen, const std::string& version) {
+    Writer writer(gruppen);
     for (const TippListEintrag& entry : liste)
         if (!entry.Geloescht) writer.add(entry);
     return writer.finish(version);

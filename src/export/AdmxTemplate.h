@@ -8,16 +8,16 @@
 
 namespace brenvik {
 
-struct AdmxVorlage {
+struct AdmxTemplate {
     std::string admx, adml;                    // UTF-8
-    std::size_t richtlinien = 0;
-    std::vector<std::string> weggelassen;      // German: values that a policy cannot set, and why
+    std::size_t policies = 0;
+    std::vector<std::string> leftOut;      // German: values that a policy cannot set, and why
 };
 
 // Entries that are not deleted. version: of the tip database, in a comment.
-AdmxVorlage admxVorlage(const TippListe& liste, const std::vector<Gruppe>& gruppen, const std::string& version);
+AdmxTemplate admxTemplate(const TipList& liste, const std::vector<Gruppe>& gruppen, const std::string& version);
 
-inline constexpr const char* AdmxDatei = "brenvik.admx";
-inline constexpr const char* AdmlDatei = "de-DE/brenvik.adml";
+inline constexpr const char* AdmxFile = "brenvik.admx";
+inline constexpr const char* AdmlFile = "de-DE/brenvik.adml";
 
 }  // namespace brenvik

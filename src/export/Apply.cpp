@@ -18,35 +18,35 @@ bool suits(const Context& ctx, const Tipp& tipp) {
 
 }  // namespace
 
-Anwendung anwendung(TippMaschine& maschine, const TippListe& liste) {
-    Context& ctx = maschine.context();
-    Anwendung result;
+Application application(TipEngine& engine, const TipList& liste) {
+    Context& ctx = engine.context();
+    Application result;
     for (const TippListEintrag& entry : liste) {
-        const auto tipp = maschine.lookUpTipp(entry.TippNr);
+        const auto tipp = engine.lookUpTip(entry.TippNr);
         if (!tipp || !suits(ctx, *tipp)) {
-            result.probleme.push_back(fmt::format(meldung::TippNichtGeeignet, entry.TippNr, entry.Titel));
+            result.problems.push_back(fmt::format(messages::TipNotSuitable, entry.TippNr, entry.Titel));
             continue;
         }
-        Aenderung change;
-        change.tippÜberschrift = entry.Titel;
+        Change change;
+        change.tipHeading = entry.Titel;
         change.tippIndex = entry.TippNr;
-        for (const Exporttipp& values : exportwerte({entry}).tipps)
-            for (const Exportwert& value : values.werte) {
-                const TippListWert& source = entry.Werte[value.quelle];
+        for (const ExportTip& values : exportValues({entry}).tipps)
+            for (const ExportValue& value : values.values) {
+                const TipListValue& source = entry.Values[value.source];
                 const std::string key = NetzRegPfad(ctx, source.Hauptschluessel) + "\\" + source.Unterschluessel;
                 ctx.objBVKReg.SetValuePath(ctx.strRechnername, key, source.Wertname);
                 const auto before = ctx.objBVKReg.ReadRaw();
                 if (before == value.wert) continue;
-                change.werte.push_back({ctx.strRechnername, key + "\\" + source.Wertname, source.TippIndex, before, value.wert, false});
+                change.values.push_back({ctx.strRechnername, key + "\\" + source.Wertname, source.TippIndex, before, value.wert, false});
                 if (source.Wertname.find('\\') == std::string::npos) continue;
-                change.werte.back().path = key;
-                change.werte.back().name = source.Wertname;
+                change.values.back().path = key;
+                change.values.back().name = source.Wertname;
             }
-        if (change.werte.empty()) continue;
-        result.wirkung = std::max(result.wirkung, effectOf(*tipp));
+        if (change.values.empty()) continue;
+        result.effect = std::max(result.effect, effectOf(*tipp));
         result.changes.push_back(std::move(change));
     }
-    if (!result.probleme.empty()) result.changes.clear();
+    if (!result.problems.empty()) result.changes.clear();
     return result;
 }
 

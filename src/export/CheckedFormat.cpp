@@ -18,7 +18,7 @@ namespace {
 using Place = std::tuple<Root, std::u16string, std::u16string>;   // names folded
 
 Place placeOf(Root root, const std::string& key, const ValueName& name) { return {root, foldName(key), foldName(name.text())}; }
-Place placeOf(const Exportwert& value) { return placeOf(value.root, value.key, value.name); }
+Place placeOf(const ExportValue& value) { return placeOf(value.root, value.key, value.name); }
 
 // Whether a key is that one or lies below it.
 bool isAtOrBelow(const std::u16string& key, const std::u16string& top) {
@@ -28,9 +28,9 @@ bool isAtOrBelow(const std::u16string& key, const std::u16string& top) {
 // What a set wants and what a REG file brings, side by side.
 class ReadBack {
 public:
-    ReadBack(std::string_view regFile, const Exportsatz& satz) {
-        for (const Exporttipp& tipp : satz.tipps)
-            for (const Exportwert& value : tipp.werte) wanted_[placeOf(value)] = {value.wert, value.pfad()};
+    ReadBack(std::string_view regFile, const ExportRecord& item) {
+        for (const ExportTip& tipp : item.tipps)
+            for (const ExportValue& value : tipp.values) wanted_[placeOf(value)] = {value.wert, value.pfad()};
         const RegText text = parseRegText(regFile);
         for (const RegOperation& operation : text.operations) take(operation);
         for (const auto& [place, state] : wanted_) {
@@ -39,11 +39,11 @@ public:
         }
         for (const auto& [place, state] : arrives_)
             if (wanted_.count(place) == 0) differing_.emplace(place, state.path);
-        if (same() && !text.ok()) keys_.insert(fmt::format(meldung::WertPasstNicht, text.problems[0].line, text.problems[0].message));
+        if (same() && !text.ok()) keys_.insert(fmt::format(messages::ValueDoesNotFit, text.problems[0].line, text.problems[0].message));
     }
 
     bool same() const { return differing_.empty() && keys_.empty(); }
-    bool differsAt(const Exportwert& value) const { return differing_.count(placeOf(value)) != 0; }
+    bool differsAt(const ExportValue& value) const { return differing_.count(placeOf(value)) != 0; }
     std::vector<std::string> paths() const {
         std::vector<std::string> all;
         for (const auto& [place, path] : differing_) all.push_back(path);
@@ -71,7 +71,7 @@ private:
                 break;
             case RegOperation::Kind::SetValue: case RegOperation::Kind::DeleteValue: {
                 const bool sets = operation.kind == RegOperation::Kind::SetValue;
-                const Exportwert shown{operation.root, operation.key, operation.name, {}};
+                const ExportValue shown{operation.root, operation.key, operation.name, {}};
                 arrives_[placeOf(shown)] = {sets ? std::optional(operation.value) : std::nullopt, shown.pfad()};
             }
         }
@@ -82,15 +82,15 @@ private:
     std::set<std::string> keys_;   // made or deleted beside what was wanted
 };
 
-std::string written(const Exportsatz& satz, RegTextWriter::Format format, const std::vector<std::string>& kopf) {
+std::string written(const ExportRecord& item, RegTextWriter::Format format, const std::vector<std::string>& head) {
     RegTextWriter writer(format);
-    for (const std::string& line : kopf) writer.comment(line);
-    for (const Exporttipp& tipp : satz.tipps) {
-        if (tipp.werte.empty()) continue;
+    for (const std::string& line : head) writer.comment(line);
+    for (const ExportTip& tipp : item.tipps) {
+        if (tipp.values.empty()) continue;
         writer.comment("");
         writer.comment(fmt::format("; [{}] - {}", tipp.TippNr, commentText(tipp.Titel)));
-        const Exportwert* last = nullptr;
-        for (const Exportwert& value : tipp.werte) {
+        const ExportValue* last = nullptr;
+        for (const ExportValue& value : tipp.values) {
             if (last == nullptr || last->root != value.root || last->key != value.key) writer.key(value.root, value.key);
             last = &value;
             if (value.wert)
@@ -102,30 +102,30 @@ std::string written(const Exportsatz& satz, RegTextWriter::Format format, const 
     return writer.bytes();
 }
 
-template <class Test> void takeOut(Exportsatz& satz, std::vector<std::string>& paths, const Test& test) {
-    for (Exporttipp& tipp : satz.tipps) {
-        for (const Exportwert& value : tipp.werte)
+template <class Test> void takeOut(ExportRecord& item, std::vector<std::string>& paths, const Test& test) {
+    for (ExportTip& tipp : item.tipps) {
+        for (const ExportValue& value : tipp.values)
             if (test(value)) paths.push_back(value.pfad());
-        std::erase_if(tipp.werte, test);
+        std::erase_if(tipp.values, test);
     }
 }
 
 }  // namespace
 
-GepruefteDatei GeprueftesFormat(const Exportsatz& satz, RegTextWriter::Format format, const std::vector<std::string>& kopf) {
-    GepruefteDatei file;
-    Exportsatz rest = satz;
+CheckedFile CheckedFormat(const ExportRecord& item, RegTextWriter::Format format, const std::vector<std::string>& head) {
+    CheckedFile file;
+    ExportRecord rest = item;
     // Readers differ in what they take a line end in a name for.
-    takeOut(rest, file.fehlend, [](const Exportwert& value) { return breaksLine(value.key) || breaksLine(value.name.text()); });
-    file.bytes = written(rest, format, kopf);
+    takeOut(rest, file.missing, [](const ExportValue& value) { return breaksLine(value.key) || breaksLine(value.name.text()); });
+    file.bytes = written(rest, format, head);
     if (const ReadBack first(file.bytes, rest); !first.same()) {
-        takeOut(rest, file.fehlend, [&](const Exportwert& value) { return first.differsAt(value); });
-        file.bytes = written(rest, format, kopf);
-        if (const ReadBack second(file.bytes, rest); !second.same()) throw NumberedError(errnum::Internal, fmt::format(meldung::NichtWieGemeint, listed(second.paths())));
+        takeOut(rest, file.missing, [&](const ExportValue& value) { return first.differsAt(value); });
+        file.bytes = written(rest, format, head);
+        if (const ReadBack second(file.bytes, rest); !second.same()) throw NumberedError(errnum::Internal, fmt::format(messages::NotAsMeant, listed(second.paths())));
     }
     return file;
 }
 
-std::vector<std::string> abweichungen(std::string_view regDatei, const Exportsatz& satz) { return ReadBack(regDatei, satz).paths(); }
+std::vector<std::string> differences(std::string_view regFileExport, const ExportRecord& item) { return ReadBack(regFileExport, item).paths(); }
 
 }  // namespace brenvik

@@ -16,81 +16,81 @@ constexpr int TextFileName = 110, TextRegSaved1 = 113, TextSaved2 = 114, TextCan
 
 }  // namespace
 
-struct Export::Speicherauftrag {
+struct Export::SaveOrder {
     const char* proc;
     std::string filter, titel;
-    std::string fertig1, fertig2;       // around the file name, once it is written
-    const char* wegZumGeprueften;       // of hinweis
-    std::function<Exportdatei()> inhalt;
+    std::string done1, done2;       // around the file name, once it is written
+    const char* roadToChecked;       // of hinweis
+    std::function<ExportFile()> contents;
 };
 
-bool schreibeDatei(Context& ctx, const char* proc, const std::string& name, const std::string& bytes) {
+bool writeFile(Context& ctx, const char* proc, const std::string& name, const std::string& bytes) {
     return reportAndGoOn(ctx, proc, [&] { writeFileAtomic(userPath(ctx, name), bytes); });
 }
 
-void Export::save(const Speicherauftrag& order) {
+void Export::save(const SaveOrder& order) {
     const std::string name = ctx().port.chooseFile({{}, order.filter, order.titel, true}).value_or(std::string());
-    ctx().klick();
+    ctx().click();
     if (name.empty()) return ctx().port.tell(strBVKTexte(TextCancelled));
-    Exportdatei file;
-    if (!reportAndGoOn(ctx(), order.proc, [&] { file = order.inhalt(); })) return;
-    if (!file.hindernis.empty()) return ctx().port.tell(file.hindernis, box::Exclamation);
-    if (!schreibeDatei(ctx(), order.proc, name, file.bytes)) return;
-    ctx().port.tell(order.fertig1 + name + order.fertig2);
-    if (const std::string more = hinweis(file, order.wegZumGeprueften); !more.empty()) ctx().port.tell(more, box::Exclamation);
+    ExportFile file;
+    if (!reportAndGoOn(ctx(), order.proc, [&] { file = order.contents(); })) return;
+    if (!file.obstacle.empty()) return ctx().port.tell(file.obstacle, box::Exclamation);
+    if (!writeFile(ctx(), order.proc, name, file.bytes)) return;
+    ctx().port.tell(order.done1 + name + order.done2);
+    if (const std::string more = hint(file, order.roadToChecked); !more.empty()) ctx().port.tell(more, box::Exclamation);
 }
 
 void Export::RegFileSave(bool blnListe) {
     ProcTrace trace(ctx().trace, "RegFileSave");
     trace.p(blnListe);
-    TippListe single;
+    TipList single;
     if (!blnListe) {
         if (!AddTippToList(single, false)) return;
-        for (TippListEintrag& entry : single) uebernehmeTexte(entry);
+        for (TippListEintrag& entry : single) takeTexts(entry);
     }
     const RegForm form = regForm(ctx().einstellungen);
-    save({"RegFileSave", meldung::RegDateiFilter, strBVKTexte(TextFileName), strBVKTexte(TextRegSaved1), strBVKTexte(TextSaved2), meldung::WegFenster,
-          [&] { return regDatei(ctx(), blnListe ? listen_.RegListe : single, blnListe, form); }});
+    save({"RegFileSave", messages::RegFileFilter, strBVKTexte(TextFileName), strBVKTexte(TextRegSaved1), strBVKTexte(TextSaved2), messages::RoadWindow,
+          [&] { return regFileExport(ctx(), blnListe ? listen_.RegListe : single, blnListe, form); }});
 }
 
 void Export::ADMFileSave(bool blnListe) {
     ProcTrace trace(ctx().trace, "ADMFileSave");
     trace.p(blnListe);
-    TippListe single;
+    TipList single;
     if (!blnListe && !AddTippToList(single, false)) return;
-    save({"ADMFileSave", meldung::AdmDateiFilter, meldung::AdmDateiTitel, meldung::AdmErstellt1, meldung::AdmErstellt2, nullptr,
-          [&] { return admDatei(ctx(), blnListe ? listen_.ADMListe : single); }});
+    save({"ADMFileSave", messages::AdmFileFilter, messages::AdmFileTitle, messages::AdmMade1, messages::AdmMade2, nullptr,
+          [&] { return admFile(ctx(), blnListe ? listen_.ADMListe : single); }});
 }
 
-bool Export::AddTippToList(TippListe& Liste, bool blnLeiste) {
+bool Export::AddTippToList(TipList& Liste, bool blnLeiste) {
     ProcTrace trace(ctx().trace, "AddTippToList");
-    if (!maschine_.collectForExport()) return false;
-    TippListEintrag entry = listeneintrag(ctx().aktuellerTipp, maschine_.collectedValues());
+    if (!engine_.collectForExport()) return false;
+    TippListEintrag entry = listEntry(ctx().aktuellerTipp, engine_.collectedValues());
     const auto found = std::find_if(Liste.begin(), Liste.end(), [&](const TippListEintrag& own) { return own.TippNr == entry.TippNr; });
     if (found == Liste.end()) {
         Liste.push_back(std::move(entry));
         if (blnLeiste) {
             listeAktiv(true);
-            tellAdded(listen_.blnADMListe ? meldung::ZurAdmListe : meldung::ZurRegListe, Liste, Liste.back());
+            tellAdded(listen_.blnADMListe ? messages::ToAdmList : messages::ToRegList, Liste, Liste.back());
         }
         return true;
     }
-    for (std::size_t i = 0; i < found->Werte.size() && i < entry.Werte.size(); ++i) {
-        found->Werte[i].gesammelt = entry.Werte[i].gesammelt;
-        if (!listen_.blnADMListe) found->Werte[i].Wert = entry.Werte[i].gesammelt.text;
+    for (std::size_t i = 0; i < found->Values.size() && i < entry.Values.size(); ++i) {
+        found->Values[i].gathered = entry.Values[i].gathered;
+        if (!listen_.blnADMListe) found->Values[i].Wert = entry.Values[i].gathered.text;
     }
     found->Geloescht = false;
     if (blnLeiste) {
         ADMListeAktiv(true);   // of either list
-        tellAdded(listen_.blnADMListe ? meldung::InAdmListeNeu : meldung::InRegListeNeu, Liste, *found);
+        tellAdded(listen_.blnADMListe ? messages::InAdmListNew : messages::InRegListNew, Liste, *found);
     }
     return true;
 }
 
 // In the status bar, beside the Tip's number, until another Tip is shown.
-void Export::tellAdded(const char* what, const TippListe& liste, const TippListEintrag& entry) {
+void Export::tellAdded(const char* what, const TipList& liste, const TippListEintrag& entry) {
     const auto count = std::count_if(liste.begin(), liste.end(), [](const TippListEintrag& each) { return !each.Geloescht; });
-    ctx().frmBVK_Prog.sbrBVK[2] = fmt::format(meldung::ListenMeldung, entry.TippNr, what, count);
+    ctx().frmBVK_Prog.sbrBVK[2] = fmt::format(messages::ListMessage, entry.TippNr, what, count);
 }
 
 void Export::addRegListe() {

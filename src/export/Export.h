@@ -10,40 +10,40 @@ namespace brenvik {
 
 class Export {
 public:
-    Export(TippMaschine& engine, Exportlisten& lists) : maschine_(engine), listen_(lists) {}
+    Export(TipEngine& engine, ExportLists& lists) : engine_(engine), listen_(lists) {}
     Export(const Export&) = delete;
     Export& operator=(const Export&) = delete;
 
     void RegFileSave(bool blnListe);                     // false: the Tip on screen
     void ADMFileSave(bool blnListe);
     // Adds the Tip on screen, or takes its texts over if it is in the list. False: a panel holds what cannot be.
-    bool AddTippToList(TippListe& Liste, bool blnLeiste = true);
+    bool AddTippToList(TipList& Liste, bool blnLeiste = true);
 
     // The commands; each says for which list it is meant.
     void addRegListe();
     void addADMListe();
     void showRegListe();
     void showADMListe();
-    void loadListe();                                    // a list's file into the REG list, whose window then opens
+    void loadList();                                    // a list's file into the REG list, whose window then opens
 
-    void RegListeAktiv(bool blnAn) { maschine_.FB_RegListe(blnAn); }
-    void ADMListeAktiv(bool blnAn) { maschine_.FB_ADMListe(blnAn); }
+    void RegListeAktiv(bool blnAn) { engine_.FB_RegListe(blnAn); }
+    void ADMListeAktiv(bool blnAn) { engine_.FB_ADMListe(blnAn); }
 
 private:
-    friend class Listenfenster;
-    struct Speicherauftrag;
-    void save(const Speicherauftrag& order);
+    friend class ListWindows;
+    struct SaveOrder;
+    void save(const SaveOrder& order);
     void showListe();
-    void tellAdded(const char* what, const TippListe& liste, const TippListEintrag& entry);
-    Context& ctx() { return maschine_.context(); }
-    TippListe& liste() { return listen_.blnADMListe ? listen_.ADMListe : listen_.RegListe; }
+    void tellAdded(const char* what, const TipList& liste, const TippListEintrag& entry);
+    Context& ctx() { return engine_.context(); }
+    TipList& liste() { return listen_.blnADMListe ? listen_.ADMListe : listen_.RegListe; }
     void listeAktiv(bool on) { listen_.blnADMListe ? ADMListeAktiv(on) : RegListeAktiv(on); }
 
-    TippMaschine& maschine_;
-    Exportlisten& listen_;
+    TipEngine& engine_;
+    ExportLists& listen_;
 };
 
 // The file that a choice names, written or refused; false: the user was told why not. proc names the report.
-bool schreibeDatei(Context& ctx, const char* proc, const std::string& name, const std::string& bytes);
+bool writeFile(Context& ctx, const char* proc, const std::string& name, const std::string& bytes);
 
 }  // namespace brenvik

@@ -8,7 +8,7 @@
 
 namespace brenvik {
 
-struct TippListWert {
+struct TipListValue {
     std::string Hauptschluessel;     // long form
     std::string Unterschluessel;
     std::int32_t Datentyp = 0;
@@ -20,7 +20,7 @@ struct TippListWert {
     std::string Standardwert;
     std::string Werteliste;          // divisor of a number
     std::int16_t TippIndex = 0;      // number of the value's own row
-    GesammelterWert gesammelt;       // what the Tip held when it was added last; all but the classic writers use this alone
+    GatheredValue gathered;       // what the Tip held when it was added last; all but the classic writers use this alone
 
     std::string pfad() const { return Hauptschluessel + "\\" + Unterschluessel + "\\" + Wertname; }   // for messages
 };
@@ -32,20 +32,20 @@ struct TippListEintrag {
     bool Geloescht = false;
     std::string Baumpfad;            // its first character is the group's number
     std::string Beschreibung;
-    std::vector<TippListWert> Werte; // 0..N
+    std::vector<TipListValue> Values; // 0..N
 };
 
-using TippListe = std::vector<TippListEintrag>;
+using TipList = std::vector<TippListEintrag>;
 
-struct Exportlisten {
-    TippListe RegListe, ADMListe;
+struct ExportLists {
+    TipList RegListe, ADMListe;
     bool blnADMListe = false;        // for which of the two the last command was meant
 };
 
 // A Tip as an entry, its texts (Wert) empty. The values are parallel to the Tip's entries, [0] unused in both.
-TippListEintrag listeneintrag(const Tipp& tipp, const std::vector<GesammelterWert>& values);
+TippListEintrag listEntry(const Tipp& tipp, const std::vector<GatheredValue>& values);
 
 // The current text of every value goes into Wert.
-void uebernehmeTexte(TippListEintrag& entry);
+void takeTexts(TippListEintrag& entry);
 
 }  // namespace brenvik

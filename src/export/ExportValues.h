@@ -9,33 +9,33 @@
 
 namespace brenvik {
 
-struct Exportwert {
+struct ExportValue {
     Root root = Root::CurrentUser;
     std::string key;
     ValueName name = ValueName::unnamed();
     std::optional<RawValue> wert;    // none: the value is to be deleted
-    std::size_t quelle = 0;          // its place in TippListEintrag::Werte
+    std::size_t source = 0;          // its place in TippListEintrag::Werte
     std::string pfad() const;        // "HKEY_CURRENT_USER\Key\Name", for messages
 };
 
-struct Exporttipp {
+struct ExportTip {
     std::int16_t TippNr = 0;
     std::string Titel;
-    std::vector<Exportwert> werte;
+    std::vector<ExportValue> values;
 };
 
-struct Exportsatz {
-    std::vector<Exporttipp> tipps;            // of entries that are not deleted
-    std::vector<std::string> hindernisse;     // German: texts that are no value of their type; then nothing should be written
+struct ExportRecord {
+    std::vector<ExportTip> tipps;            // of entries that are not deleted
+    std::vector<std::string> obstacles;     // German: texts that are no value of their type; then nothing should be written
     std::size_t anzahl() const;               // of values
 };
 
 // A value has something to export if it stands in the registry, was set by the user, or is to be deleted.
-Exportsatz exportwerte(const TippListe& liste);
+ExportRecord exportValues(const TipList& liste);
 
 // The types that lists as files know.
-inline constexpr std::uint32_t Listentypen[] = {regtype::Sz, regtype::ExpandSz, regtype::Binary, regtype::Dword, regtype::MultiSz};
+inline constexpr std::uint32_t ListTypes[] = {regtype::Sz, regtype::ExpandSz, regtype::Binary, regtype::Dword, regtype::MultiSz};
 // Whether a list can hold a value of this type for a Tip with that data type; the two kinds of text pass for each other.
-bool passtZumTyp(std::uint32_t type, std::int32_t datentyp);
+bool fitsTheType(std::uint32_t type, std::int32_t datentyp);
 
 }  // namespace brenvik

@@ -27,7 +27,7 @@ bool forgesRegLine(std::string_view text) {
 
 bool hasControls(std::string_view text) {
     for (std::size_t at = 0; at < text.size();)
-        if (isControl(zeichen::next(text, at))) return true;
+        if (isControl(characters::next(text, at))) return true;
     return false;
 }
 
@@ -35,8 +35,8 @@ std::string commentText(std::string_view text) {
     constexpr char32_t LineSeparator = 0x2028, ParagraphSeparator = 0x2029;
     std::string line;
     for (std::size_t at = 0; at < text.size();) {
-        const char32_t c = zeichen::next(text, at);
-        zeichen::append(line, isControl(c) || c == LineSeparator || c == ParagraphSeparator ? U' ' : c);
+        const char32_t c = characters::next(text, at);
+        characters::append(line, isControl(c) || c == LineSeparator || c == ParagraphSeparator ? U' ' : c);
     }
     return line;
 }
@@ -44,7 +44,7 @@ std::string commentText(std::string_view text) {
 std::string listed(const std::vector<std::string>& lines, std::size_t most) {
     std::string text;
     for (std::size_t i = 0; i < lines.size() && i < most; ++i) text += commentText(lines[i]) + "\r\n";
-    return lines.size() > most ? text + fmt::format(meldung::UndWeitere, lines.size() - most) + "\r\n" : text;
+    return lines.size() > most ? text + fmt::format(messages::AndMore, lines.size() - most) + "\r\n" : text;
 }
 
 }  // namespace brenvik

@@ -17,36 +17,36 @@ constexpr int TextTitleReg = 115, TextInfo = 116, TextDelete1 = 117, TextDelete2
 
 }  // namespace
 
-class Listenfenster {
+class ListWindows {
 public:
-    explicit Listenfenster(Export& owner) : export_(owner), kopie_(owner.liste()) {
-        fenster_.caption = strBVKTexte(owner.listen_.blnADMListe ? TextTitleAdm : TextTitleReg);
-        fenster_.lblInfo = strBVKTexte(TextInfo);
+    explicit ListWindows(Export& owner) : export_(owner), copy_(owner.liste()) {
+        windows_.caption = strBVKTexte(owner.listen_.blnADMListe ? TextTitleAdm : TextTitleReg);
+        windows_.lblInfo = strBVKTexte(TextInfo);
         fillItems();
-        fenster_.cmdSave = [this] { save(); };
-        fenster_.cmdDel = [this](std::size_t item) { deleteItem(item); };
-        fenster_.cmdDelAll = [this] { deleteAll(); };
-        fenster_.cmdExit = [this] { ctx().klick(); };
-        fenster_.cmdListeSpeichern = [this] { saveList(); };
-        fenster_.cmdListeLaden = [this] { loadList(); };
+        windows_.cmdSave = [this] { save(); };
+        windows_.cmdDel = [this](std::size_t item) { deleteItem(item); };
+        windows_.cmdDelAll = [this] { deleteAll(); };
+        windows_.cmdExit = [this] { ctx().click(); };
+        windows_.cmdListeSpeichern = [this] { saveList(); };
+        windows_.cmdListeLaden = [this] { loadList(); };
     }
-    void show() { ctx().port.showWindow(fenster_); }
+    void show() { ctx().port.showWindow(windows_); }
 
     // False: there is nothing new, and the user knows why.
     bool loadList() {
-        ctx().klick();
-        const auto name = ctx().port.chooseFile({{}, meldung::ListenFilter, meldung::ListeLadenTitel, false});
+        ctx().click();
+        const auto name = ctx().port.chooseFile({{}, messages::ListenFilter, messages::ListLoadTitle, false});
         if (!name || name->empty()) return false;
         bool taken = false;
         reportAndGoOn(ctx(), "ListeLaden", [&] {
-            const Presetliste loaded = ladePreset(export_.maschine_, readFile(userPath(ctx(), *name), MaxPreset));
-            if (!loaded.probleme.empty()) return ctx().port.tell(fmt::format(meldung::ListeNichtGeladen, listed(loaded.probleme)), box::Exclamation);
+            const PresetList loaded = ladePreset(export_.engine_, readFile(userPath(ctx(), *name), MaxPreset));
+            if (!loaded.problems.empty()) return ctx().port.tell(fmt::format(messages::ListNotLoaded, listed(loaded.problems)), box::Exclamation);
             for (const TippListEintrag& entry : loaded.liste) take(entry);
-            export_.liste() = kopie_;
+            export_.liste() = copy_;
             fillItems();
             taken = true;
-            if (fenster_.lvRegList.empty()) return;
-            fenster_.aktiv = true;
+            if (windows_.lvRegList.empty()) return;
+            windows_.active = true;
             export_.listeAktiv(true);
         });
         return taken;
@@ -56,23 +56,23 @@ private:
     Context& ctx() { return export_.ctx(); }
 
     void fillItems() {
-        fenster_.lvRegList.clear();
-        for (const TippListEintrag& entry : kopie_)
-            if (!entry.Geloescht) fenster_.lvRegList.push_back(entry.Titel);
+        windows_.lvRegList.clear();
+        for (const TippListEintrag& entry : copy_)
+            if (!entry.Geloescht) windows_.lvRegList.push_back(entry.Titel);
     }
 
     void save() {
-        ctx().klick();
+        ctx().click();
         export_.listen_.blnADMListe ? export_.ADMFileSave(true) : export_.RegFileSave(true);
     }
 
     void deleteItem(std::size_t item) {
-        if (item < fenster_.lvRegList.size()) {
-            const std::string title = fenster_.lvRegList[item];
+        if (item < windows_.lvRegList.size()) {
+            const std::string title = windows_.lvRegList[item];
             if (ctx().port.ask(strBVKTexte(TextDelete1) + title + strBVKTexte(TextDelete2))) {
-                for (TippListEintrag& entry : kopie_)
+                for (TippListEintrag& entry : copy_)
                     if (entry.Titel == title) entry.Geloescht = true;
-                fenster_.lvRegList.erase(fenster_.lvRegList.begin() + static_cast<std::ptrdiff_t>(item));
+                windows_.lvRegList.erase(windows_.lvRegList.begin() + static_cast<std::ptrdiff_t>(item));
             }
         }
         afterDeletion();
@@ -80,51 +80,51 @@ private:
 
     // As many elements as there are items, from the front: where deleted ones stand there, the last elements stay.
     void deleteAll() {
-        if (!fenster_.lvRegList.empty() && ctx().port.ask(strBVKTexte(TextDeleteAll))) {
-            for (std::size_t i = 0; i < fenster_.lvRegList.size() && i < kopie_.size(); ++i) kopie_[i].Geloescht = true;
-            fenster_.lvRegList.clear();
+        if (!windows_.lvRegList.empty() && ctx().port.ask(strBVKTexte(TextDeleteAll))) {
+            for (std::size_t i = 0; i < windows_.lvRegList.size() && i < copy_.size(); ++i) copy_[i].Geloescht = true;
+            windows_.lvRegList.clear();
         }
         afterDeletion();
     }
 
     void afterDeletion() {
-        if (fenster_.lvRegList.empty()) {
-            fenster_.aktiv = false;
+        if (windows_.lvRegList.empty()) {
+            windows_.active = false;
             export_.listeAktiv(false);
         }
-        export_.liste() = kopie_;
+        export_.liste() = copy_;
     }
 
     void saveList() {
-        ctx().klick();
-        const auto name = ctx().port.chooseFile({{}, meldung::ListenFilter, meldung::ListeSpeichernTitel, true});
+        ctx().click();
+        const auto name = ctx().port.chooseFile({{}, messages::ListenFilter, messages::ListSaveTitle, true});
         if (!name || name->empty()) return;
-        const Presetdatei file = presetDatei(ctx(), kopie_);
-        if (!file.hindernis.empty()) return ctx().port.tell(file.hindernis, box::Exclamation);
-        if (!schreibeDatei(ctx(), "ListeSpeichern", *name, file.text)) return;
-        ctx().port.tell(meldung::ListeGespeichert1 + *name + strBVKTexte(TextSaved2));
-        if (!file.ohneWert.empty()) ctx().port.tell(fmt::format(meldung::OhneWerteGespeichert, file.ohneWert.size(), listed(file.ohneWert)), box::Information);
+        const PresetFile file = presetFile(ctx(), copy_);
+        if (!file.obstacle.empty()) return ctx().port.tell(file.obstacle, box::Exclamation);
+        if (!writeFile(ctx(), "ListeSpeichern", *name, file.text)) return;
+        ctx().port.tell(messages::ListSaved1 + *name + strBVKTexte(TextSaved2));
+        if (!file.withoutValue.empty()) ctx().port.tell(fmt::format(messages::SavedWithoutValues, file.withoutValue.size(), listed(file.withoutValue)), box::Information);
     }
 
     // In the place of an entry of the same Tip, or behind the last.
     void take(const TippListEintrag& entry) {
-        const auto found = std::find_if(kopie_.begin(), kopie_.end(), [&](const TippListEintrag& own) { return own.TippNr == entry.TippNr; });
-        if (found == kopie_.end())
-            kopie_.push_back(entry);
+        const auto found = std::find_if(copy_.begin(), copy_.end(), [&](const TippListEintrag& own) { return own.TippNr == entry.TippNr; });
+        if (found == copy_.end())
+            copy_.push_back(entry);
         else
             *found = entry;
     }
 
     Export& export_;
-    TippListe kopie_;
-    TippFileSaveAnfrage fenster_;
+    TipList copy_;
+    TippFileSaveRequest windows_;
 };
 
-void Export::showListe() { Listenfenster(*this).show(); }
+void Export::showListe() { ListWindows(*this).show(); }
 
-void Export::loadListe() {
+void Export::loadList() {
     listen_.blnADMListe = false;
-    if (Listenfenster window(*this); window.loadList()) window.show();
+    if (ListWindows window(*this); window.loadList()) window.show();
 }
 
 }  // namespace brenvik

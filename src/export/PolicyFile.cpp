@@ -19,7 +19,7 @@ std::string dword(std::size_t number) {
 std::string text(std::string_view utf8) { return utf16LeFromUtf8(utf8) + std::string(2, '\0'); }
 
 // [key;value;type;size;data], the brackets and semicolons in UTF-16 too.
-std::string record(const Exportwert& value) {
+std::string record(const ExportValue& value) {
     const auto mark = [](char c) { return std::string{c, '\0'}; };
     // A deletion is a text value of this name, whose data nobody reads.
     const std::string name = value.wert ? value.name.text() : std::string(Deletion) + value.name.text();
@@ -29,7 +29,7 @@ std::string record(const Exportwert& value) {
 }
 
 // Names that begin with "**" are commands there, and the unnamed value cannot be named in the command that deletes.
-bool fits(const Exportwert& value) {
+bool fits(const ExportValue& value) {
     const std::string& name = value.name.text();
     if (name.starts_with("**") || hasControls(name) || utf16FromUtf8(name).size() > LongestName) return false;
     if (value.key.empty() || hasControls(value.key)) return false;
@@ -38,19 +38,19 @@ bool fits(const Exportwert& value) {
 
 }  // namespace
 
-Richtliniendatei richtliniendatei(const Exportsatz& satz, Root root) {
-    Richtliniendatei file;
+PolicyFile policyFile(const ExportRecord& item, Root root) {
+    PolicyFile file;
     file.bytes = Header;
-    for (const Exporttipp& tipp : satz.tipps)
-        for (const Exportwert& value : tipp.werte) {
+    for (const ExportTip& tipp : item.tipps)
+        for (const ExportValue& value : tipp.values) {
             if (value.root != root)
-                file.andere.push_back(value.pfad());
+                file.otherRoots.push_back(value.pfad());
             else if (!fits(value))
-                file.hindernisse.push_back(value.pfad());
+                file.obstacles.push_back(value.pfad());
             else
                 file.bytes += record(value);
         }
-    if (!file.hindernisse.empty()) file.bytes.clear();
+    if (!file.obstacles.empty()) file.bytes.clear();
     return file;
 }
 

@@ -7,13 +7,13 @@
 
 namespace brenvik {
 
-struct Richtliniendatei {
+struct PolicyFile {
     std::string bytes;
-    std::vector<std::string> hindernisse;    // German: values of the root that the format cannot hold; then bytes is empty
-    std::vector<std::string> andere;         // values below other roots, which are not in it
+    std::vector<std::string> obstacles;    // German: values of the root that the format cannot hold; then bytes is empty
+    std::vector<std::string> otherRoots;         // values below other roots, which are not in it
 };
 
 // root: HKCU or HKLM.
-Richtliniendatei richtliniendatei(const Exportsatz& satz, Root root);
+PolicyFile policyFile(const ExportRecord& item, Root root);
 
 }  // namespace brenvik

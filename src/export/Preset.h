@@ -13,25 +13,25 @@ namespace brenvik {
 
 inline constexpr std::uintmax_t MaxPreset = MaxTomlBytes;   // bytes
 
-struct Presetdatei {
+struct PresetFile {
     std::string text;                    // UTF-8
-    std::vector<std::string> ohneWert;   // paths of values that have none, or one of another type than the Tip's; they are left out
-    std::string hindernis;               // German: why there is no file
+    std::vector<std::string> withoutValue;   // paths of values that have none, or one of another type than the Tip's; they are left out
+    std::string obstacle;               // German: why there is no file
 };
-Presetdatei presetDatei(Context& ctx, const TippListe& liste);
+PresetFile presetFile(Context& ctx, const TipList& liste);
 
-struct Presetliste {
-    TippListe liste;                     // values as if the user had just chosen them, texts filled
-    std::vector<std::string> probleme;   // German; then the list is empty
+struct PresetList {
+    TipList liste;                     // values as if the user had just chosen them, texts filled
+    std::vector<std::string> problems;   // German; then the list is empty
 };
-Presetliste ladePreset(TippMaschine& maschine, std::string_view text);
+PresetList ladePreset(TipEngine& engine, std::string_view text);
 
 // What applying the list means on the selected machine: a change for each Tip that has something to change.
-struct Anwendung {
-    std::vector<Aenderung> changes;
-    std::vector<std::string> probleme;   // German; then nothing should be changed
-    TipEffect wirkung = TipEffect::AtOnce;   // of all changes together
+struct Application {
+    std::vector<Change> changes;
+    std::vector<std::string> problems;   // German; then nothing should be changed
+    TipEffect effect = TipEffect::AtOnce;   // of all changes together
 };
-Anwendung anwendung(TippMaschine& maschine, const TippListe& liste);
+Application application(TipEngine& engine, const TipList& liste);
 
 }  // namespace brenvik

@@ -17,42 +17,42 @@ std::int64_t lineOf(const toml::node& node) { return static_cast<std::int64_t>(n
 
 // The type numbers that a Tip's values can have, by name.
 std::optional<std::uint32_t> typeNumber(Context& ctx, const std::string& name) {
-    for (const std::uint32_t type : Listentypen)
+    for (const std::uint32_t type : ListTypes)
         if (DatenTypText(ctx, static_cast<std::int32_t>(type)) == name) return type;
     return std::nullopt;
 }
 
-class Leser {
+class Reader {
 public:
-    Leser(TippMaschine& engine, Presetliste& result) : maschine_(engine), ctx_(engine.context()), result_(result) {}
+    Reader(TipEngine& engine, PresetList& result) : engine_(engine), ctx_(engine.context()), result_(result) {}
 
     void file(const toml::table& root) {
         const toml::node* format = root.get("format");
-        if (format == nullptr || format->value_exact<std::int64_t>() != 1) return result_.probleme.push_back(meldung::FalschesFormat);
+        if (format == nullptr || format->value_exact<std::int64_t>() != 1) return result_.problems.push_back(messages::WrongFormat);
         known(root, {"format", "programm", "datenbank", "tipp"});
         each(root, "tipp", [&](const toml::table& table) { tipp(table); });
     }
 
 private:
     template <class... Args> void problem(fmt::format_string<Args...> text, Args&&... args) {
-        result_.probleme.push_back(fmt::format(text, std::forward<Args>(args)...));
+        result_.problems.push_back(fmt::format(text, std::forward<Args>(args)...));
     }
 
     void known(const toml::table& table, const std::set<std::string_view>& names) {
         for (const auto& [name, node] : table)
-            if (names.count(name.str()) == 0) problem(meldung::UnbekanntesFeld, lineOf(node), std::string(name.str()));
+            if (names.count(name.str()) == 0) problem(messages::UnknownField, lineOf(node), std::string(name.str()));
     }
 
     template <class Work> void each(const toml::table& table, const char* name, const Work& work) {
         const toml::node* node = table.get(name);
         if (node == nullptr) return;
         const toml::array* list = node->as_array();
-        if (list == nullptr) return problem(meldung::FeldErwartet, lineOf(*node), name, "eine Folge von Abschnitten");
+        if (list == nullptr) return problem(messages::FieldExpected, lineOf(*node), name, "eine Folge von Abschnitten");
         for (const toml::node& item : *list) {
             if (const toml::table* entry = item.as_table())
                 work(*entry);
             else
-                problem(meldung::FeldErwartet, lineOf(item), name, "ein Abschnitt");
+                problem(messages::FieldExpected, lineOf(item), name, "ein Abschnitt");
         }
     }
 
@@ -60,14 +60,14 @@ private:
         const toml::node* node = table.get(name);
         const auto value = node == nullptr ? std::nullopt : node->value_exact<std::int64_t>();
         if (value && *value >= least && *value <= most) return value;
-        problem(meldung::FeldErwartet, lineOf(node == nullptr ? table : *node), name, fmt::format("eine Zahl von {} bis {}", least, most));
+        problem(messages::FieldExpected, lineOf(node == nullptr ? table : *node), name, fmt::format("eine Zahl von {} bis {}", least, most));
         return std::nullopt;
     }
 
     std::optional<std::string> text(const toml::table& table, const char* name) {
         const toml::node* node = table.get(name);
         auto value = node == nullptr ? std::nullopt : node->value_exact<std::string>();
-        if (!value) problem(meldung::FeldErwartet, lineOf(node == nullptr ? table : *node), name, "ein Text");
+        if (!value) problem(messages::FieldExpected, lineOf(node == nullptr ? table : *node), name, "ein Text");
         return value;
     }
 
@@ -75,13 +75,13 @@ private:
         known(table, {"nummer", "titel", "wert"});
         const auto tippNr = number(table, "nummer", 1, std::numeric_limits<std::int16_t>::max());
         if (!tippNr) return;
-        if (!seen_.insert(*tippNr).second) return problem(meldung::DoppelterTipp, lineOf(table), *tippNr);
-        const auto record = maschine_.lookUpTipp(static_cast<std::int32_t>(*tippNr));
-        if (!record) return problem(meldung::TippUnbekannt, lineOf(table), *tippNr);
-        if (record->INITipp) return problem(meldung::TippIstINI, lineOf(table), *tippNr);
-        TippListEintrag entry = listeneintrag(*record, {});
+        if (!seen_.insert(*tippNr).second) return problem(messages::DuplicateTip, lineOf(table), *tippNr);
+        const auto record = engine_.lookUpTip(static_cast<std::int32_t>(*tippNr));
+        if (!record) return problem(messages::TipUnknown, lineOf(table), *tippNr);
+        if (record->INITipp) return problem(messages::TipIsINI, lineOf(table), *tippNr);
+        TippListEintrag entry = listEntry(*record, {});
         each(table, "wert", [&](const toml::table& item) { value(item, entry); });
-        uebernehmeTexte(entry);
+        takeTexts(entry);
         result_.liste.push_back(std::move(entry));
     }
 
@@ -90,15 +90,15 @@ private:
         const auto row = number(table, "nummer", 1, std::numeric_limits<std::int16_t>::max());
         const auto name = text(table, "name");
         if (!row || !name) return;
-        const auto found = std::find_if(entry.Werte.begin(), entry.Werte.end(), [&](const TippListWert& own) {
+        const auto found = std::find_if(entry.Values.begin(), entry.Values.end(), [&](const TipListValue& own) {
             return own.TippIndex == *row && equalText(own.Wertname, *name);
         });
-        if (found == entry.Werte.end()) return problem(meldung::WertUnbekannt, lineOf(table), entry.TippNr, *row, *name);
-        GesammelterWert& own = found->gesammelt;
-        if (own.beruehrt) return problem(meldung::DoppelterWert, lineOf(table), *name);
-        own.beruehrt = true;
+        if (found == entry.Values.end()) return problem(messages::ValueUnknown, lineOf(table), entry.TippNr, *row, *name);
+        GatheredValue& own = found->gathered;
+        if (own.touched) return problem(messages::DuplicateValue, lineOf(table), *name);
+        own.touched = true;
         const bool removes = table.get("geloescht") != nullptr && table.get("geloescht")->value_exact<bool>() == true;
-        if (removes + (table.get("wert") != nullptr) + (table.get("bytes") != nullptr) != 1) return problem(meldung::WertOderGeloescht, lineOf(table));
+        if (removes + (table.get("wert") != nullptr) + (table.get("bytes") != nullptr) != 1) return problem(messages::ValueOrDeleted, lineOf(table));
         if (removes) {
             own.geloescht = true;
             own.text = DelKey;
@@ -107,12 +107,12 @@ private:
         const auto typeName = text(table, "typ");
         if (!typeName) return;
         const auto type = typeNumber(ctx_, *typeName);
-        if (!type || !passtZumTyp(*type, found->Datentyp)) return problem(meldung::TypUnpassend, lineOf(table), *name, entry.TippNr);
+        if (!type || !fitsTheType(*type, found->Datentyp)) return problem(messages::TypeUnfit, lineOf(table), *name, entry.TippNr);
         try {
             own.wert = data(table, *type);
             if (own.wert) own.text = shownText(*own.wert, *found);
         } catch (const NumberedError& error) {
-            problem(meldung::WertPasstNicht, lineOf(table), std::string(error.what()));
+            problem(messages::ValueDoesNotFit, lineOf(table), std::string(error.what()));
         }
     }
 
@@ -141,32 +141,32 @@ private:
             else joined += (i == 0 ? std::string() : std::string(1, '\0')) + *element;
         }
         if (list != nullptr) return fromText(joined, regtype::MultiSz);
-        problem(meldung::FeldErwartet, lineOf(*table.get("wert")), "wert", "eine Liste von Texten");
+        problem(messages::FieldExpected, lineOf(*table.get("wert")), "wert", "eine Liste von Texten");
         return std::nullopt;
     }
 
     // As the panel of the value shows it.
-    std::string shownText(const RawValue& value, const TippListWert& of) {
+    std::string shownText(const RawValue& value, const TipListValue& of) {
         if (value.type != regtype::Dword || value.bytes.size() != 4) return toText(value);
         return kindOf(of.PanelArt).dwordForm(toLng(toText(value)));
     }
 
-    TippMaschine& maschine_;
+    TipEngine& engine_;
     Context& ctx_;
-    Presetliste& result_;
+    PresetList& result_;
     std::set<std::int64_t> seen_;
 };
 
 }  // namespace
 
-Presetliste ladePreset(TippMaschine& maschine, std::string_view text) {
-    Presetliste result;
+PresetList ladePreset(TipEngine& engine, std::string_view text) {
+    PresetList result;
     try {
-        Leser(maschine, result).file(parseToml(text));
+        Reader(engine, result).file(parseToml(text));
     } catch (const TomlError& error) {
-        result.probleme.push_back(fmt::format(meldung::KeinTOML, error.line, error.what()));
+        result.problems.push_back(fmt::format(messages::NoTOML, error.line, error.what()));
     }
-    if (!result.probleme.empty()) result.liste.clear();
+    if (!result.problems.empty()) result.liste.clear();
     return result;
 }
 

@@ -46,25 +46,25 @@ std::string valueLine(const RawValue& value) {
 
 }  // namespace
 
-Presetdatei presetDatei(Context& ctx, const TippListe& liste) {
-    Presetdatei file;
-    const Exportsatz satz = exportwerte(liste);
-    if (!satz.hindernisse.empty()) {
-        file.hindernis = satz.hindernisse.front();
+PresetFile presetFile(Context& ctx, const TipList& liste) {
+    PresetFile file;
+    const ExportRecord item = exportValues(liste);
+    if (!item.obstacles.empty()) {
+        file.obstacle = item.obstacles.front();
         return file;
     }
     file.text = fmt::format("# Einstellungen aus Brenvik. Anwenden: brenvik-cli apply DATEI --dry-run\n\nformat = 1\nprogramm = {}\ndatenbank = {}\n",
                             tomlText(ctx.strProgVersion), tomlText(ctx.strDBVersion));
-    auto tipp = satz.tipps.begin();
+    auto tipp = item.tipps.begin();
     for (const TippListEintrag& entry : liste) {
         if (entry.Geloescht) continue;
         file.text += fmt::format("\n[[tipp]]\nnummer = {}\ntitel = {}\n", entry.TippNr, tomlText(forPeople(entry.Titel)));
-        auto next = tipp->werte.begin();
-        for (std::size_t i = 0; i < entry.Werte.size(); ++i) {
-            const TippListWert& value = entry.Werte[i];
-            const bool has = next != tipp->werte.end() && next->quelle == i;
-            if (!has || !isUtf8(value.Wertname) || (next->wert && !passtZumTyp(next->wert->type, value.Datentyp))) {
-                file.ohneWert.push_back(value.pfad());
+        auto next = tipp->values.begin();
+        for (std::size_t i = 0; i < entry.Values.size(); ++i) {
+            const TipListValue& value = entry.Values[i];
+            const bool has = next != tipp->values.end() && next->source == i;
+            if (!has || !isUtf8(value.Wertname) || (next->wert && !fitsTheType(next->wert->type, value.Datentyp))) {
+                file.withoutValue.push_back(value.pfad());
                 next += has;
                 continue;
             }

@@ -35,7 +35,7 @@ bool fitsLine(std::string_view text) {
     return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' && c != '\t'; });
 }
 
-struct Daten {
+struct Data {
     std::string type, text, separator;
 };
 
@@ -48,27 +48,27 @@ std::string separatorFor(const std::string& elements) {
 }
 
 // None: no line can say this value.
-std::optional<Daten> dataOf(const RawValue& value) {
+std::optional<Data> dataOf(const RawValue& value) {
     if (value.type == regtype::Binary) {
         std::string hex = bytesText(value.bytes);
         std::erase(hex, ' ');
-        return Daten{"REG_BINARY", hex, {}};
+        return Data{"REG_BINARY", hex, {}};
     }
     const bool known = value.type == regtype::Sz || value.type == regtype::ExpandSz || value.type == regtype::Dword || value.type == regtype::MultiSz;
     if (!known || (value.type == regtype::Dword && value.bytes.size() != 4)) return std::nullopt;
     const std::string text = toText(value);
     if (fromText(text, value.type) != value || !isUtf8(text)) return std::nullopt;
     switch (value.type) {
-        case regtype::Dword: return Daten{"REG_DWORD", numberText(static_cast<std::uint32_t>(toDbl(text) < 0 ? toDbl(text) + 4294967296.0 : toDbl(text))), {}};
+        case regtype::Dword: return Data{"REG_DWORD", numberText(static_cast<std::uint32_t>(toDbl(text) < 0 ? toDbl(text) + 4294967296.0 : toDbl(text))), {}};
         case regtype::MultiSz: {
             const std::vector<std::string> elements = Split(text, std::string_view("\0", 1));
             if (std::any_of(elements.begin(), elements.end(), [](const std::string& element) { return element.empty(); })) return std::nullopt;
-            Daten data{"REG_MULTI_SZ", {}, separatorFor(text)};
+            Data data{"REG_MULTI_SZ", {}, separatorFor(text)};
             if (data.separator == "\\0") return std::nullopt;
             for (const std::string& element : elements) data.text += (data.text.empty() ? "" : data.separator.empty() ? "\\0" : data.separator) + element;
             return fitsLine(data.text) ? std::optional(data) : std::nullopt;
         }
-        default: return fitsLine(text) ? std::optional(Daten{value.type == regtype::Sz ? "REG_SZ" : "REG_EXPAND_SZ", text, {}}) : std::nullopt;
+        default: return fitsLine(text) ? std::optional(Data{value.type == regtype::Sz ? "REG_SZ" : "REG_EXPAND_SZ", text, {}}) : std::nullopt;
     }
 }
 
@@ -78,20 +78,20 @@ std::string withoutMeaning(std::string_view text) {
     return comment;
 }
 
-class Skript {
+class Script {
 public:
-    explicit Skript(const std::vector<std::string>& kopf) {
-        for (const std::string& line : kopf) comment(line);
+    explicit Script(const std::vector<std::string>& head) {
+        for (const std::string& line : head) comment(line);
     }
-    void tipp(const Exporttipp& tipp) {
-        if (tipp.werte.empty()) return;
+    void tipp(const ExportTip& tipp) {
+        if (tipp.values.empty()) return;
         lines_ += LineEnd;
         comment(fmt::format("; [{}] - {}", tipp.TippNr, tipp.Titel));
-        for (const Exportwert& value : tipp.werte)
-            if (!add(value)) hindernisse_.push_back(value.pfad());
+        for (const ExportValue& value : tipp.values)
+            if (!add(value)) obstacles_.push_back(value.pfad());
     }
-    RegAddSkript finish() {
-        if (!hindernisse_.empty()) return {{}, std::move(hindernisse_)};
+    RegAddScript finish() {
+        if (!obstacles_.empty()) return {{}, std::move(obstacles_)};
         const bool ascii = std::all_of(lines_.begin(), lines_.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
         const bool ansi = fitsAnsi(lines_);
         std::string text = "@echo off\r\nsetlocal DisableDelayedExpansion\r\nset \"BVK_FEHLER=0\"\r\n";
@@ -109,7 +109,7 @@ private:
         lines_ += line + LineEnd;
         return utf16FromUtf8(line).size() <= LongestLine;
     }
-    bool add(const Exportwert& value) {
+    bool add(const ExportValue& value) {
         if (value.root == Root::DynData || !fitsLine(value.key) || !fitsLine(value.name.text()) || !isUtf8(value.key + value.name.text())) return false;
         const std::string key = cmdArgument(std::string(shortRootName(value.root)) + "\\" + value.key);
         if (!value.wert && value.name.isUnnamed()) return deleteUnnamed(key);
@@ -132,7 +132,7 @@ private:
     }
 
     std::string lines_;
-    std::vector<std::string> hindernisse_;
+    std::vector<std::string> obstacles_;
 };
 
 }  // namespace
@@ -148,9 +148,9 @@ std::string cmdArgument(std::string_view text) {
     return line;
 }
 
-RegAddSkript regAddSkript(const Exportsatz& satz, const std::vector<std::string>& kopf) {
-    Skript script(kopf);
-    for (const Exporttipp& tipp : satz.tipps) script.tipp(tipp);
+RegAddScript regAddScript(const ExportRecord& item, const std::vector<std::string>& head) {
+    Script script(head);
+    for (const ExportTip& tipp : item.tipps) script.tipp(tipp);
     return script.finish();
 }
 

@@ -8,13 +8,13 @@
 
 namespace brenvik {
 
-struct RegAddSkript {
+struct RegAddScript {
     std::string bytes;                       // CR LF; Windows-1252, or UTF-8 where that lacks a character
-    std::vector<std::string> hindernisse;    // German: values that no such line can hold; then bytes is empty
+    std::vector<std::string> obstacles;    // German: values that no such line can hold; then bytes is empty
 };
 
 // kopf: comment lines for its top, with their "; ".
-RegAddSkript regAddSkript(const Exportsatz& satz, const std::vector<std::string>& kopf);
+RegAddScript regAddScript(const ExportRecord& item, const std::vector<std::string>& head);
 
 // One argument of reg.exe in a line of a command file: first for the program's own reading of quotes and backslashes,
 // then for the command processor, which reads the line before.

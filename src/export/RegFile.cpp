@@ -12,11 +12,11 @@
 namespace brenvik {
 namespace {
 
-void keyLine(AnsiText& out, const TippListWert& value) {
+void keyLine(AnsiText& out, const TipListValue& value) {
     out.line("[" + value.Hauptschluessel + "\\" + value.Unterschluessel + "]");
 }
 
-void valueLine(AnsiText& out, const TippListWert& value, bool classic) {
+void valueLine(AnsiText& out, const TipListValue& value, bool classic) {
     const std::string name = "\"" + value.Wertname + "\"=";
     const std::string& text = value.Wert;
     const auto line = [&](const std::string& data) { out.line(name + (text == DelKey ? std::string("-") : data)); };
@@ -30,11 +30,11 @@ void valueLine(AnsiText& out, const TippListWert& value, bool classic) {
     }
 }
 
-bool sameKey(const TippListWert& left, const TippListWert& right) {
+bool sameKey(const TipListValue& left, const TipListValue& right) {
     return left.Hauptschluessel == right.Hauptschluessel && left.Unterschluessel == right.Unterschluessel;
 }
 
-void nextKey(AnsiText& out, const TippListWert& value) {
+void nextKey(AnsiText& out, const TipListValue& value) {
     out.line();
     keyLine(out, value);
 }
@@ -44,7 +44,7 @@ void begin(AnsiText& out, const std::string& mark, const TippListEintrag& tipp) 
     out.line("; ------ Anfang " + mark + "------");
     out.line();
     out.line(fmt::format("; [{}] - {}", tipp.TippNr, commentText(tipp.Titel)));
-    if (!tipp.Werte.empty()) keyLine(out, tipp.Werte.front());
+    if (!tipp.Values.empty()) keyLine(out, tipp.Values.front());
 }
 
 void end(AnsiText& out, const std::string& mark) {
@@ -55,13 +55,13 @@ void end(AnsiText& out, const std::string& mark) {
 
 }  // namespace
 
-std::array<std::string, 6> RegFileKopf(const TipdbContext& ctx, bool RegFileClasic) {
+std::array<std::string, 6> RegFileHeader(const TipdbContext& ctx, bool RegFileClasic) {
     return {std::string(RegFileClasic ? RegHeader4 : RegHeader5),
             "; Info:     RegFile erstellt mit dem Brenvik",
             "; Version: " + ctx.strProgVersion + " ,DB: " + commentText(ctx.strDBVersion),
-            "; " + std::string(produkt::WebAdresse),
-            "; " + std::string(produkt::Mail),
-            "; " + std::string(produkt::Rechte)};
+            "; " + std::string(product::WebAddress),
+            "; " + std::string(product::Mail),
+            "; " + std::string(product::Rights)};
 }
 
 std::string RegHexString(AnsiText& out, std::string_view strWert, bool RegFileClasic) {
@@ -75,24 +75,24 @@ std::string RegHexString(AnsiText& out, std::string_view strWert, bool RegFileCl
 
 void RegFileTippSchreiben(AnsiText& out, const TippListEintrag& tipp, bool RegFileClasic) {
     begin(out, "", tipp);
-    for (std::size_t i = 0; i < tipp.Werte.size(); ++i) {
-        valueLine(out, tipp.Werte[i], RegFileClasic);
-        if (i + 1 < tipp.Werte.size() && !sameKey(tipp.Werte[i], tipp.Werte[i + 1])) nextKey(out, tipp.Werte[i + 1]);
+    for (std::size_t i = 0; i < tipp.Values.size(); ++i) {
+        valueLine(out, tipp.Values[i], RegFileClasic);
+        if (i + 1 < tipp.Values.size() && !sameKey(tipp.Values[i], tipp.Values[i + 1])) nextKey(out, tipp.Values[i + 1]);
     }
     end(out, "Ende ");
 }
 
-void RegFileListeSchreiben(AnsiText& out, const TippListe& RegListe, bool RegFileClasic) {
+void RegFileListeSchreiben(AnsiText& out, const TipList& RegListe, bool RegFileClasic) {
     for (std::size_t k = 0; k < RegListe.size(); ++k) {
         const TippListEintrag& entry = RegListe[k];
         if (entry.Geloescht) continue;
         const std::string mark = fmt::format("[{}] ", k);
         begin(out, mark, entry);
         const auto last = static_cast<std::size_t>(std::max(0.0, Val(entry.Anzahl)));
-        for (std::size_t j = 1; j <= last && j < entry.Werte.size(); ++j) {   // the form leaves element 0 out
-            valueLine(out, entry.Werte[j], RegFileClasic);
+        for (std::size_t j = 1; j <= last && j < entry.Values.size(); ++j) {   // the form leaves element 0 out
+            valueLine(out, entry.Values[j], RegFileClasic);
             const bool below = numberText(j) < entry.Anzahl;                  // as texts
-            if (below && j + 1 < entry.Werte.size() && !sameKey(entry.Werte[j], entry.Werte[j + 1])) nextKey(out, entry.Werte[j + 1]);
+            if (below && j + 1 < entry.Values.size() && !sameKey(entry.Values[j], entry.Values[j + 1])) nextKey(out, entry.Values[j + 1]);
         }
         end(out, "Ende " + mark);
     }

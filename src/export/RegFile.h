@@ -12,13 +12,13 @@
 namespace brenvik {
 
 // Lines 0 to 5 that every file begins with; 2 to 5 are those of the ADM file too.
-std::array<std::string, 6> RegFileKopf(const TipdbContext& ctx, bool RegFileClasic);
+std::array<std::string, 6> RegFileHeader(const TipdbContext& ctx, bool RegFileClasic);
 
 // Characters as their codes in Windows-1252. "AB": "41,42", in the new form "41,00,4200,00,00".
 std::string RegHexString(AnsiText& out, std::string_view strWert, bool RegFileClasic);
 
 // The values' texts (Wert) of one Tip, and of a list.
 void RegFileTippSchreiben(AnsiText& out, const TippListEintrag& tipp, bool RegFileClasic);
-void RegFileListeSchreiben(AnsiText& out, const TippListe& RegListe, bool RegFileClasic);
+void RegFileListeSchreiben(AnsiText& out, const TipList& RegListe, bool RegFileClasic);
 
 }  // namespace brenvik

@@ -9,11 +9,11 @@
 
 namespace brenvik {
 
-struct TippFileSaveAnfrage : WindowRequest {
+struct TippFileSaveRequest : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_TippFileSave"; }
     std::string caption, lblInfo;
     std::vector<std::string> lvRegList;                  // the items
-    bool aktiv = true;                                   // cmdSave, cmdDel and cmdDelAll can be used
+    bool active = true;                                   // cmdSave, cmdDel and cmdDelAll can be used
     std::function<void()> cmdSave, cmdDelAll, cmdExit;
     std::function<void(std::size_t item)> cmdDel;        // the selected item
     std::function<void()> cmdListeSpeichern, cmdListeLaden;

@@ -9,7 +9,7 @@ namespace brenvik {
 
 FrameContext::FrameContext(UserPort& userPort, Platform& hostPlatform) : port(userPort), platform(hostPlatform) {
     trace.setFailureReport([this](const std::string& procedure, std::int32_t errorNumber) {
-        if (procedure.empty()) return port.tell(meldung::ProtokollFehlt + utf8FromPath(heimPfad), box::Exclamation);
+        if (procedure.empty()) return port.tell(messages::LogMissing + utf8FromPath(homePath), box::Exclamation);
         std::string name = procedure;
         FehlerMeldung(*this, name, numberText(errorNumber));
     });

@@ -21,17 +21,17 @@ struct Settings {
     bool BSSystemAktiv = true;   // a Tip is checked against the operating system
     bool LöschenAktiv = false;   // values and keys may be deleted (blnLoeschenErlaubt)
     bool RegFileClasic = true;
-    bool RegFileGeprueft = false;  // REG files in the checked form, which every importer reads alike
+    bool RegFileChecked = false;  // REG files in the checked form, which every importer reads alike
     bool ShowNavText = true;
     bool BSErsatz = false;       // treat an unrecognised system as Windows XP
     int TreeAktiv = 1;
-    std::string Farbschema = "System";   // "System", "Hell" or "Dunkel"
+    std::string ColourScheme = "System";   // "System", "Hell" or "Dunkel"
     std::string Ostrana_Name = "ostrana.hlp";
-    std::string strOstranaPfad, strFavoritenPfad, strHistoryPfad, strBackupPfad;
-    // The start password of all users, as frame/Startpasswort.h makes and checks it.
+    std::string strOstranaPfad, strFavoritenPfad, strHistoryPfad, strBackupPath;
+    // The start password of all users, as frame/PasswordAtTheStart.h makes and checks it.
     bool blnPasswortAktiv = false;
     std::string strPasswortWert, strPasswortSalz;
-    bool blnPasswortUnklar = false;   // whether it is on cannot be told from what is stored; that stays until a password is set
+    bool blnPasswordUnclear = false;   // whether it is on cannot be told from what is stored; that stays until a password is set
     bool operator==(const Settings&) const = default;
 };
 
@@ -45,8 +45,8 @@ struct FrameContext {
     TraceLog trace;
     Settings einstellungen;
 
-    std::filesystem::path programmPfad;  // program directory: database, help, icons, sound
-    std::filesystem::path heimPfad;      // the user's home of the program: store, drive_c, log
+    std::filesystem::path programPath;  // program directory: database, help, icons, sound
+    std::filesystem::path homePath;      // the user's home of the program: store, drive_c, log
     std::filesystem::path strKlickWav;
 
     std::string strProgVersion;
@@ -77,13 +77,13 @@ struct FrameContext {
     bool blnNeustartNoetig = false;
 
     // As windows show it.
-    std::string systemAnzeige() const { return strBSName.empty() ? strBS : strBS + " (" + strBSName + ")"; }
-    const std::string& rechnerAnzeige() const { return strRechnername.empty() ? strLokalerRechner : strRechnername; }
+    std::string systemDisplay() const { return strBSName.empty() ? strBS : strBS + " (" + strBSName + ")"; }
+    const std::string& machineDisplay() const { return strRechnername.empty() ? strLokalerRechner : strRechnername; }
 
     bool istNT() const { return intBS == 3 || intBS == 4 || intBS == 6; }
 
     // Plays the click sound if sounds are on.
-    void klick() {
+    void click() {
         if (einstellungen.SoundOn) port.playSound(strKlickWav.string());
     }
 };

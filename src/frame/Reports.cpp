@@ -49,7 +49,7 @@ void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& 
     procName = strBVKFehler(15) + procName + strBVKFehler(16) + errNumber + strBVKFehler(18);
     if (!place.empty()) procName += LineEnd + (LineEnd + place);
     ctx.trace.write("Fehler: " + procName);
-    ctx.port.messageBox({procName, box::Critical + box::Help, strBVKFehler(17), "\\" + std::string(produkt::HilfeDatei), hilfethema::DebugModus});
+    ctx.port.messageBox({procName, box::Critical + box::Help, strBVKFehler(17), "\\" + std::string(product::HelpFile), helpTopic::DebugMode});
 }
 
 void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber, const std::string& reason) {
@@ -60,13 +60,13 @@ void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber, const std::
     trace.note("Fehler: " + text);
 }
 
-void ADOFehlerAnzeigen(FrameContext& ctx, const clsGSError& error, const std::vector<DatenbankFehlerEintrag>& connectionErrors,
+void ADOFehlerAnzeigen(FrameContext& ctx, const clsGSError& error, const std::vector<DatabaseErrorEntry>& connectionErrors,
                        const std::string& source, const std::string& extra) {
     std::string message;
     const auto separate = [&] { if (!message.empty()) message += "\n\r\n"; };
     bool matched = false;
     for (std::size_t i = 0; i < connectionErrors.size(); ++i) {
-        const DatenbankFehlerEintrag& entry = connectionErrors[i];
+        const DatabaseErrorEntry& entry = connectionErrors[i];
         separate();
         message += "Cnn.Errors(" + numberText(i) + ") :    " + databaseEntry(entry.Number, " ", entry.Description, entry.Source);
         if (!entry.SQLState.empty()) message += LineEnd + ("SQL-State: " + entry.SQLState);
@@ -78,8 +78,8 @@ void ADOFehlerAnzeigen(FrameContext& ctx, const clsGSError& error, const std::ve
     }
     if (!extra.empty()) message += LineEnd + extra;
     if (message.empty()) return;
-    const std::string title(produkt::Titel);
-    const std::string question = source + message + LineEnd + LineEnd + LineEnd + meldung::InZwischenablage;
+    const std::string title(product::Titel);
+    const std::string question = source + message + LineEnd + LineEnd + LineEnd + messages::ToClipboard;
     if (ctx.port.ask(question, box::Exclamation, title)) ctx.port.setClipboard(title + ": " + source + LineEnd + message + LineEnd);
 }
 

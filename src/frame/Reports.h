@@ -21,14 +21,14 @@ void FehlerMeldung(FrameContext& ctx, std::string& procName, const std::string& 
 void RegFehlermeldungen(FrameContext& ctx, std::int32_t errorNumber, const std::string& reason = {});
 
 // One entry of a database connection's error list.
-struct DatenbankFehlerEintrag {
+struct DatabaseErrorEntry {
     std::int32_t Number = 0;
     std::string Description, Source, SQLState;
 };
 
 // The report for errors of the database layer: the connection's errors (empty without a connection), the error itself
 // unless the list has one of the same description, and extra. Offered for the clipboard; shows nothing if all are empty.
-void ADOFehlerAnzeigen(FrameContext& ctx, const clsGSError& error, const std::vector<DatenbankFehlerEintrag>& connectionErrors,
+void ADOFehlerAnzeigen(FrameContext& ctx, const clsGSError& error, const std::vector<DatabaseErrorEntry>& connectionErrors,
                        const std::string& source, const std::string& extra);
 
 // Number of the exception in flight: NumberedError's own, else the ordinary run-time error that fits.

@@ -13,9 +13,9 @@
 namespace brenvik {
 namespace {
 
-constexpr int TextVorhanden = 121, TextKeine = 122, TextLoeschen1 = 123, TextLoeschen2 = 118;
+constexpr int TextThere = 121, TextNone = 122, TextDelete1 = 123, TextDelete2 = 118;
 
-std::filesystem::path listFile(const Context& ctx) { return userPath(ctx, withSeparator(ctx.einstellungen.strFavoritenPfad) + FavoritenDatei); }
+std::filesystem::path listFile(const Context& ctx) { return userPath(ctx, withSeparator(ctx.einstellungen.strFavoritenPfad) + FavouritesFile); }
 
 // Trimmed, and without the empty ones.
 std::vector<std::string> items(const std::vector<std::string>& lines) {
@@ -40,7 +40,7 @@ std::string Favoriten::chosenText() const {
 
 bool Favoriten::LoadFavorite() {
     return load([&] {
-        ListenDatei file(listFile(ctx_));
+        ListFile file(listFile(ctx_));
         std::vector<std::string> loaded = items(file.read());
         std::erase_if(loaded, [&](const std::string& item) { return deleted_.contains(item); });
         strFavoriten_ = std::move(loaded);
@@ -48,7 +48,7 @@ bool Favoriten::LoadFavorite() {
     });
 }
 
-bool Favoriten::vereinen() {
+bool Favoriten::unite() {
     return load([&] { preparedFile(); });
 }
 
@@ -91,23 +91,23 @@ void Favoriten::showNodeOf(const std::string& text) {
 void Favoriten::FavAuswahlAnzeigen() { showNodeOf(chosenText()); }
 
 void Favoriten::choose(int item) {
-    ctx_.klick();
+    ctx_.click();
     ListIndex_ = item;
     if (blnFavoritenLaedt_ && item >= 0) FavAuswahlAnzeigen();
 }
 
 void Favoriten::clickMenu(int index) {
-    ctx_.klick();
-    if (index < intFavMenuErster_ || index > intFavMenuLetzter_ || index < 1) return ctx_.port.tell(meldung::FavUnbekannt);
+    ctx_.click();
+    if (index < intFavMenuErster_ || index > intFavMenuLetzter_ || index < 1) return ctx_.port.tell(messages::FavUnknown);
     showNodeOf(mnuFavPopA_[static_cast<std::size_t>(index)]);
 }
 
 // The file with what other programs did to it joined in; another file if the folder was changed.
-ListenDatei& Favoriten::preparedFile() {
+ListFile& Favoriten::preparedFile() {
     const auto path = listFile(ctx_);
     const bool same = datei_ && datei_->file() == path;
-    ListenDatei file = same ? *datei_ : ListenDatei(path);
-    Listenunterschied foreign = same ? file.foreignChanges() : Listenunterschied{file.read(), {}};
+    ListFile file = same ? *datei_ : ListFile(path);
+    ListDifference foreign = same ? file.foreignChanges() : ListDifference{file.read(), {}};
     for (const std::string& item : items(foreign.weg)) removeOne(strFavoriten_, item);
     for (const std::string& item : items(foreign.dazu))
         if (!deleted_.contains(item) && std::find(strFavoriten_.begin(), strFavoriten_.end(), item) == strFavoriten_.end()) strFavoriten_.push_back(item);
@@ -125,18 +125,18 @@ void Favoriten::FavAdd() {
     blnFavoritenLaedt_ = false;
     const auto& tree = ctx_.frmBVK_Prog.tvBVKDB;
     if (tree.empty()) return;
-    const std::string text = Trim(tree.at(static_cast<std::size_t>(ctx_.frmBVK_Prog.ausgewaehlterKnoten)).text);
-    if (std::find(strFavoriten_.begin(), strFavoriten_.end(), text) != strFavoriten_.end()) return ctx_.port.tell(strBVKTexte(TextVorhanden));
+    const std::string text = Trim(tree.at(static_cast<std::size_t>(ctx_.frmBVK_Prog.selectedNode)).text);
+    if (std::find(strFavoriten_.begin(), strFavoriten_.end(), text) != strFavoriten_.end()) return ctx_.port.tell(strBVKTexte(TextThere));
     const std::vector<std::string> before = strFavoriten_;
     try {
-        ListenDatei& file = preparedFile();
-        if (file.afterReading(text) != text) throw NumberedError(errnum::InvalidCall, meldung::FavKeinAnsi);
+        ListFile& file = preparedFile();
+        if (file.afterReading(text) != text) throw NumberedError(errnum::InvalidCall, messages::FavNoAnsi);
         if (std::find(strFavoriten_.begin(), strFavoriten_.end(), text) == strFavoriten_.end()) strFavoriten_.push_back(text);
         deleted_.erase(text);
         writeItems("\r\n\r", "\r\n");
     } catch (const std::exception& error) {
         strFavoriten_ = before;
-        ctx_.port.tell(meldung::FavSpeichern + std::string("\r\n\r\n") + error.what(), box::Exclamation);
+        ctx_.port.tell(messages::FavSave + std::string("\r\n\r\n") + error.what(), box::Exclamation);
         blnFavoritenLaedt_ = true;
         return;
     }
@@ -146,9 +146,9 @@ void Favoriten::FavAdd() {
 
 void Favoriten::FavDel() {
     blnFavoritenLaedt_ = false;
-    if (strFavoriten_.empty()) return ctx_.port.tell(strBVKTexte(TextKeine));
+    if (strFavoriten_.empty()) return ctx_.port.tell(strBVKTexte(TextNone));
     const std::string text = chosenText();
-    if (!ctx_.port.ask(strBVKTexte(TextLoeschen1) + text + strBVKTexte(TextLoeschen2))) return void(vereinen());
+    if (!ctx_.port.ask(strBVKTexte(TextDelete1) + text + strBVKTexte(TextDelete2))) return void(unite());
     reportAndGoOn(ctx_, "FavDel", [&] {
         preparedFile();
         removeOne(strFavoriten_, text);
@@ -161,7 +161,7 @@ void Favoriten::FavDel() {
 
 void Favoriten::SortFileLines() {
     reportAndGoOn(ctx_, "SortFileLines", [&] {
-        ListenDatei& file = preparedFile();
+        ListFile& file = preparedFile();
         std::vector<std::string> lines = items(file.read());
         lines.insert(lines.begin(), std::string());   // entries count from 1
         if (lines.size() - 1 > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max()))
@@ -172,18 +172,18 @@ void Favoriten::SortFileLines() {
     });
 }
 
-void Favoriten::verwalten() {
-    FavVerwaltenAnfrage window;
+void Favoriten::manage() {
+    FavVerwaltenRequest window;
     window.lvFav = strFavoriten_;
     window.loeschen = [&](std::size_t row) {
-        ctx_.klick();
-        if (row >= window.lvFav.size() || !ctx_.port.ask(strBVKTexte(TextLoeschen1) + window.lvFav[row] + strBVKTexte(TextLoeschen2))) return;
+        ctx_.click();
+        if (row >= window.lvFav.size() || !ctx_.port.ask(strBVKTexte(TextDelete1) + window.lvFav[row] + strBVKTexte(TextDelete2))) return;
         window.lvFav.erase(window.lvFav.begin() + static_cast<std::ptrdiff_t>(row));
-        window.geaendert = true;
+        window.changed = true;
     };
     window.ok = [&] {
-        ctx_.klick();
-        if (!window.geaendert) return;
+        ctx_.click();
+        if (!window.changed) return;
         reportAndGoOn(ctx_, "frmBVK_FavVerwalten", [&] {
             const std::vector<std::string> shown = strFavoriten_;
             preparedFile();

@@ -15,7 +15,7 @@ namespace brenvik {
 
 class Favoriten {
 public:
-    explicit Favoriten(TippMaschine& engine) : engine_(engine), ctx_(engine.context()) {}
+    explicit Favoriten(TipEngine& engine) : engine_(engine), ctx_(engine.context()) {}
     Favoriten(const Favoriten&) = delete;
     Favoriten& operator=(const Favoriten&) = delete;
     void onChange(std::function<void()> changed) { changed_ = std::move(changed); }   // table, menu or choice are others
@@ -25,26 +25,26 @@ public:
     const std::vector<std::string>& mnuFavPopA() const { return mnuFavPopA_; }         // [0] is the element that is always there
 
     bool LoadFavorite();                     // false, with the reason told: the list is not to be written
-    bool vereinen();                         // the same after the folder was changed: the table is joined with the file
+    bool unite();                         // the same after the folder was changed: the table is joined with the file
     void FavAdd();
     void FavDel();
     void SortFileLines();
     void FavAuswahlAnzeigen();
     void choose(int item);                   // in cboFavoriten, by the user
     void clickMenu(int index);               // mnuFavPopA(index)
-    void verwalten();                        // frmBVK_FavVerwalten
+    void manage();                        // frmBVK_FavVerwalten
 
 private:
     bool load(const std::function<void()>& readTable);
     void FillFavoritenMenu();
     void ClearFavoritenMenu();
     void showNodeOf(const std::string& text);
-    ListenDatei& preparedFile();
+    ListFile& preparedFile();
     void writeItems(const char* between, const char* last);
     std::string chosenText() const;
     void changed() { if (changed_) changed_(); }
 
-    TippMaschine& engine_;
+    TipEngine& engine_;
     Context& ctx_;
     std::function<void()> changed_;
     std::vector<std::string> strFavoriten_;
@@ -52,7 +52,7 @@ private:
     std::int16_t intFavMenuErster_ = 0, intFavMenuLetzter_ = 0;
     int ListIndex_ = -1;
     bool blnFavoritenLaedt_ = false;         // choosing in the combo acts
-    std::optional<ListenDatei> datei_;
+    std::optional<ListFile> datei_;
     std::set<std::string> deleted_;          // in this run: an editor that saves its older text does not bring them back
 };
 

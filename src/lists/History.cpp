@@ -16,12 +16,12 @@
 namespace brenvik {
 namespace {
 
-constexpr int FehlerTitel = 9;
+constexpr int ErrorTitle = 9;
 
 // What a line can hold of a value.
 std::string firstLine(const std::string& text) { return text.substr(0, text.find_first_of(std::string_view("\r\n\0", 3))); }
 
-std::string oldText(const std::string& path, const std::string& text) { return isSecret(path) ? Geheim : firstLine(text); }
+std::string oldText(const std::string& path, const std::string& text) { return isSecret(path) ? Secret : firstLine(text); }
 
 bool hasText(std::string_view line) { return line.find_first_not_of(' ') != std::string_view::npos; }
 
@@ -39,8 +39,8 @@ std::vector<HistoryPaar> historyPairs(const std::string& line) {
 
 bool isSecret(const std::string& path) { return traceValue(path, "x") != "x"; }
 
-HistorySatz* History::find(std::int32_t nummer) {
-    const auto found = std::lower_bound(udtHistory_.begin(), udtHistory_.end(), nummer, [](const HistorySatz& s, std::int32_t n) { return s.Nummer < n; });
+HistoryRecord* History::find(std::int32_t nummer) {
+    const auto found = std::lower_bound(udtHistory_.begin(), udtHistory_.end(), nummer, [](const HistoryRecord& s, std::int32_t n) { return s.Nummer < n; });
     return found != udtHistory_.end() && found->Nummer == nummer ? &*found : nullptr;
 }
 
@@ -70,7 +70,7 @@ std::size_t History::takeAwayDead() {
         for (auto& [line, count] : journal_.linesThatWent()) standing.emplace(std::move(line), count);
     });
     if (standing.empty()) return 0;
-    return std::erase_if(udtHistory_, [&](const HistorySatz& entry) {
+    return std::erase_if(udtHistory_, [&](const HistoryRecord& entry) {
         const auto found = standing.find(entry.Zeile);
         if (found == standing.end()) return false;
         if (found->second == 0) return true;
@@ -82,12 +82,12 @@ std::size_t History::takeAwayDead() {
 void History::rememberDeleted(const std::vector<std::string>& lines) {
     if (lines.empty()) return;
     std::unordered_map<std::string_view, std::size_t> left;
-    for (const HistorySatz& entry : udtHistory_)
+    for (const HistoryRecord& entry : udtHistory_)
         if (!entry.Geloescht) ++left[entry.Zeile];
     quietly([&] {
         journal_.transaction([&] {
             for (const std::string& line : lines) {
-                JournalKopf head = newHead(ctx_, Aenderung::Art::Speichern);
+                JournalHeader head = newHead(ctx_, Change::Art::Speichern);
                 head.zeile = line;
                 if (journal_.standing(line).value_or(left[line] + 1) > left[line]) journal_.lineDeleted(head);
             }
@@ -96,11 +96,11 @@ void History::rememberDeleted(const std::vector<std::string>& lines) {
 }
 
 // Lines that another program wrote come in, lines that it took out go; what we deleted ourselves stays deleted.
-void History::join(const Listenunterschied& foreign) {
+void History::join(const ListDifference& foreign) {
     std::unordered_map<std::string_view, std::size_t> gone;
     for (const std::string& line : foreign.weg) ++gone[line];
     if (!gone.empty()) {
-        std::vector<HistorySatz> kept;
+        std::vector<HistoryRecord> kept;
         for (auto entry = udtHistory_.rbegin(); entry != udtHistory_.rend(); ++entry) {
             const auto count = gone.find(entry->Zeile);
             if (count != gone.end() && count->second > 0) --count->second;
@@ -111,7 +111,7 @@ void History::join(const Listenunterschied& foreign) {
     std::unordered_map<std::string, std::size_t> here;
     for (const std::string& line : foreign.dazu) here.emplace(line, 0);
     if (!here.empty())
-        for (const HistorySatz& entry : udtHistory_)
+        for (const HistoryRecord& entry : udtHistory_)
             if (const auto found = here.find(entry.Zeile); found != here.end()) ++found->second;
     for (const std::string& line : foreign.dazu) {
         if (hasText(line) && comesBack(line, here[line])) continue;
@@ -123,7 +123,7 @@ void History::join(const Listenunterschied& foreign) {
 bool History::LoadHistory() {
     ProcTrace trace(ctx_.trace, "LoadHistory");
     return reportAndGoOn(ctx_, "LoadHistory", [&] {
-        ListenDatei file(userPath(ctx_, ctx_.einstellungen.strHistoryPfad + HistoryDatei));
+        ListFile file(userPath(ctx_, ctx_.einstellungen.strHistoryPfad + HistoryFile));
         std::vector<std::string> lines = file.read();
         udtHistory_.clear();
         udtHistory_.reserve(lines.size());
@@ -138,40 +138,40 @@ bool History::LoadHistory() {
 // The file may be another one than the table came from: the folder was changed, or the list was switched off until now.
 // Then both are joined.
 void History::prepareWriting() {
-    const auto path = userPath(ctx_, withSeparator(ctx_.einstellungen.strHistoryPfad) + HistoryDatei);
+    const auto path = userPath(ctx_, withSeparator(ctx_.einstellungen.strHistoryPfad) + HistoryFile);
     if (datei_ && datei_->file() == path) return join(datei_->foreignChanges());
-    ListenDatei other(path);
+    ListFile other(path);
     std::vector<std::string> own;
-    for (const HistorySatz& entry : udtHistory_) own.push_back(entry.Zeile);
+    for (const HistoryRecord& entry : udtHistory_) own.push_back(entry.Zeile);
     join({listDifference(own, other.read()).dazu, {}});
     datei_ = std::move(other);
 }
 
-bool History::vereinen() {
+bool History::unite() {
     return reportAndGoOn(ctx_, "LoadHistory", [&] { prepareWriting(); });
 }
 
 void History::screenPairs(std::vector<HistoryPaar>& pairs) {
-    for (std::size_t i = 1; i < ctx_.werte.size(); ++i) {
-        const Arbeitswert& w = ctx_.werte[i];
+    for (std::size_t i = 1; i < ctx_.values.size(); ++i) {
+        const WorkingValue& w = ctx_.values[i];
         if (w.strAktuellerWert == w.strAnzeigeWert) continue;
-        const TippEintrag& e = ctx_.aktuellerTipp.Eintrag[i];
+        const TipEntry& e = ctx_.aktuellerTipp.Eintrag[i];
         std::string path = NetzRegPfad(ctx_, e.Hauptschlüssel) + "\\" + e.Schlüssel + "\\" + e.Wertname;
-        std::string old = w.strAktuellerWert.empty() ? KeyNichtVorhanden : oldText(e.Wertname, w.strAktuellerWert);
+        std::string old = w.strAktuellerWert.empty() ? KeyNotThere : oldText(e.Wertname, w.strAktuellerWert);
         pairs.push_back({e.TippIndex, std::move(old), std::move(path)});
     }
 }
 
-void History::recordedPairs(const Aenderung& change, std::vector<HistoryPaar>& pairs) {
-    Tippwerte numbers(ctx_);
-    for (const WertAenderung& value : change.werte)
+void History::recordedPairs(const Change& change, std::vector<HistoryPaar>& pairs) {
+    TipValues numbers(ctx_);
+    for (const ValueChange& value : change.values)
         if (value.TippIndex > 0 && value.alt != value.neu)
-            pairs.push_back({value.TippIndex, value.alt ? oldText(value.name.value_or(value.path), numbers.shown(value.TippIndex, *value.alt)) : KeyNichtVorhanden, givenPath(value)});
+            pairs.push_back({value.TippIndex, value.alt ? oldText(value.name.value_or(value.path), numbers.shown(value.TippIndex, *value.alt)) : KeyNotThere, givenPath(value)});
 }
 
-std::optional<std::string> History::HistoryEintrag(const Aenderung& change, std::vector<HistoryPaar>& pairs) {
+std::optional<std::string> History::HistoryEintrag(const Change& change, std::vector<HistoryPaar>& pairs) {
     const ProcTrace trace(ctx_.trace, "HistoryEintrag");
-    change.amBildschirm ? screenPairs(pairs) : recordedPairs(change, pairs);
+    change.onScreen ? screenPairs(pairs) : recordedPairs(change, pairs);
     if (pairs.empty()) return std::nullopt;
     const DateTime now = ctx_.port.now();
     std::string line = now.dateText() + "#" + now.timeText() + "#" + Replace(ctx_.strRechnername, "#", "%23");
@@ -182,7 +182,7 @@ std::optional<std::string> History::HistoryEintrag(const Aenderung& change, std:
 bool History::append(std::string& line, const std::vector<HistoryPaar>& pairs, const std::function<void(bool)>& along) {
     bool& filled = ctx_.frmBVK_Prog.tbrHistory;
     const bool wasFilled = filled;
-    std::vector<HistorySatz> before;
+    std::vector<HistoryRecord> before;
     if (!filled) before = std::exchange(udtHistory_, {});   // all of them deleted: the list starts anew
     std::exception_ptr failure;
     const auto work = [&] {
@@ -191,7 +191,7 @@ bool History::append(std::string& line, const std::vector<HistoryPaar>& pairs, c
             line = datei_->afterReading(line);
             std::vector<std::string_view> lines;
             lines.reserve(udtHistory_.size() + 1);
-            for (const HistorySatz& entry : udtHistory_) lines.push_back(entry.Zeile);   // deleted ones too: HistorySave drops them
+            for (const HistoryRecord& entry : udtHistory_) lines.push_back(entry.Zeile);   // deleted ones too: HistorySave drops them
             lines.push_back(line);
             datei_->write(lines);
             add(line);
@@ -222,7 +222,7 @@ bool History::append(std::string& line, const std::vector<HistoryPaar>& pairs, c
 
 bool History::tellFailure(const std::string& record, const std::vector<HistoryPaar>& pairs, const std::exception& error) {
     const bool isProtected = errorNumberOf(error) == errnum::PathFileAccess;
-    const std::string text = meldung::HistorySchreiben + (isProtected ? std::string(meldung::HistorySchreibgeschuetzt) : record);
+    const std::string text = messages::HistoryWriting + (isProtected ? std::string(messages::HistoryWriteProtected) : record);
     if (ctx_.trace.debug()) {
         std::string masked = text;
         for (const HistoryPaar& pair : pairs)
@@ -230,7 +230,7 @@ bool History::tellFailure(const std::string& record, const std::vector<HistoryPa
         ctx_.trace.write(masked);
         ctx_.trace.write(std::string("--- Fehler: ") + error.what());
     }
-    return ctx_.port.ask(text, 0, strBVKFehler(FehlerTitel));
+    return ctx_.port.ask(text, 0, strBVKFehler(ErrorTitle));
 }
 
 bool History::HistorySave(bool remember) {
@@ -241,21 +241,21 @@ bool History::HistorySave(bool remember) {
         journal_.alone([&] {
             prepareWriting();
             std::vector<std::string_view> lines;
-            for (const HistorySatz& entry : udtHistory_)
+            for (const HistoryRecord& entry : udtHistory_)
                 if (entry.Geloescht) deleted.push_back(entry.Zeile);
                 else lines.push_back(entry.Zeile);
             datei_->write(lines);
             if (remember) rememberDeleted(deleted);
             quietly([&] { journal_.lineIsThere(); });
         });
-        std::erase_if(udtHistory_, [](const HistorySatz& entry) { return entry.Geloescht; });
+        std::erase_if(udtHistory_, [](const HistoryRecord& entry) { return entry.Geloescht; });
     });
 }
 
 // First as deleted lines: whatever comes in between, no line outlives the change that it tells of.
 void History::forget(const std::vector<std::int64_t>& changes, std::int32_t row) {
     const std::vector<std::string> lines = journal_.hideLines(changes);
-    if (HistorySatz* const entry = find(row)) entry->Geloescht = true;
+    if (HistoryRecord* const entry = find(row)) entry->Geloescht = true;
     else
         for (const std::string& line : lines) deleteLine(line);
     HistorySave(false);
@@ -263,17 +263,17 @@ void History::forget(const std::vector<std::int64_t>& changes, std::int32_t row)
 }
 
 void History::deleteLine(const std::string& line) {
-    const auto found = std::find_if(udtHistory_.rbegin(), udtHistory_.rend(), [&](const HistorySatz& entry) { return !entry.Geloescht && entry.Zeile == line; });
+    const auto found = std::find_if(udtHistory_.rbegin(), udtHistory_.rend(), [&](const HistoryRecord& entry) { return !entry.Geloescht && entry.Zeile == line; });
     if (found != udtHistory_.rend()) found->Geloescht = true;
 }
 
 bool History::putBack(const std::string& line) {
-    const auto stands = [&](const HistorySatz& entry) { return !entry.Geloescht && entry.Zeile == line; };
+    const auto stands = [&](const HistoryRecord& entry) { return !entry.Geloescht && entry.Zeile == line; };
     std::optional<std::size_t> wanted;
     quietly([&] { wanted = journal_.standing(line); });
     if (static_cast<std::size_t>(std::count_if(udtHistory_.begin(), udtHistory_.end(), stands)) >= wanted.value_or(1)) return false;
     ctx_.frmBVK_Prog.tbrHistory = true;
-    const auto deleted = std::find_if(udtHistory_.rbegin(), udtHistory_.rend(), [&](const HistorySatz& entry) { return entry.Geloescht && entry.Zeile == line; });
+    const auto deleted = std::find_if(udtHistory_.rbegin(), udtHistory_.rend(), [&](const HistoryRecord& entry) { return entry.Geloescht && entry.Zeile == line; });
     if (deleted != udtHistory_.rend()) deleted->Geloescht = false;
     else add(line);
     return true;

@@ -16,7 +16,7 @@
 
 namespace brenvik {
 
-struct HistorySatz {
+struct HistoryRecord {
     std::int32_t Nummer = 0;      // counts from 1; its position when it was added
     std::string Zeile;
     bool Geloescht = false;
@@ -28,7 +28,7 @@ struct HistoryPaar {
     std::string alt;
     std::string path;             // where the value lies; known only while the line is written
 };
-inline constexpr const char* Geheim = "*****";   // an old value that must not be read here
+inline constexpr const char* Secret = "*****";   // an old value that must not be read here
 bool isSecret(const std::string& path);          // a value whose name says so
 std::vector<HistoryPaar> historyPairs(const std::string& line);
 
@@ -38,16 +38,16 @@ public:
     History(const History&) = delete;
     History& operator=(const History&) = delete;
 
-    const std::vector<HistorySatz>& udtHistory() const { return udtHistory_; }
-    HistorySatz* find(std::int32_t nummer);
+    const std::vector<HistoryRecord>& udtHistory() const { return udtHistory_; }
+    HistoryRecord* find(std::int32_t nummer);
 
     // Takes changes out of journal and list for good; row: the entry of the list that is meant, where lines are equal.
     void forget(const std::vector<std::int64_t>& changes, std::int32_t row = 0);
     bool LoadHistory();                                // false, with the reason told: the list is not to be written
-    bool vereinen();                                   // the same after the folder was changed: what the table holds is joined with the file
+    bool unite();                                   // the same after the folder was changed: what the table holds is joined with the file
     // The line of a change, and in pairs what it says; none if there is nothing to say. Of the Tip on screen the texts that the
     // user saw; of others the old values in the form in which their Tip would show them.
-    std::optional<std::string> HistoryEintrag(const Aenderung& change, std::vector<HistoryPaar>& pairs);
+    std::optional<std::string> HistoryEintrag(const Change& change, std::vector<HistoryPaar>& pairs);
     // Writes the line; it then has the wording that will be read again. What belongs with it is done while no other process of
     // ours writes, whether or not the file could be written. False: it could not, which the user has been told.
     bool append(std::string& line, const std::vector<HistoryPaar>& pairs, const std::function<void(bool written)>& along);
@@ -58,19 +58,19 @@ public:
 
 private:
     void screenPairs(std::vector<HistoryPaar>& pairs);
-    void recordedPairs(const Aenderung& change, std::vector<HistoryPaar>& pairs);
+    void recordedPairs(const Change& change, std::vector<HistoryPaar>& pairs);
     void prepareWriting();
     bool comesBack(const std::string& line, std::size_t here);
     void rememberDeleted(const std::vector<std::string>& lines);
     void quietly(const std::function<void()>& work);
     void add(std::string line);
-    void join(const Listenunterschied& foreign);
+    void join(const ListDifference& foreign);
     bool tellFailure(const std::string& record, const std::vector<HistoryPaar>& pairs, const std::exception& error);
 
     Context& ctx_;
     Journal& journal_;
-    std::vector<HistorySatz> udtHistory_;
-    std::optional<ListenDatei> datei_;                 // the file that the table belongs to
+    std::vector<HistoryRecord> udtHistory_;
+    std::optional<ListFile> datei_;                 // the file that the table belongs to
 };
 
 }  // namespace brenvik

@@ -13,8 +13,8 @@
 namespace brenvik {
 namespace {
 
-constexpr std::string_view Utf8Marke = "\xEF\xBB\xBF";
-constexpr std::string_view Zeilenende = "\r\n";
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view LineEnd = "\r\n";
 
 // Every line of every save passes here, so that it takes eight characters at a time.
 bool isAscii(std::string_view text) {
@@ -37,12 +37,12 @@ bool isUtf16(std::string_view bytes) {
 
 }  // namespace
 
-Listenunterschied listDifference(const std::vector<std::string>& before, const std::vector<std::string>& now) {
+ListDifference listDifference(const std::vector<std::string>& before, const std::vector<std::string>& now) {
     std::unordered_map<std::string_view, std::ptrdiff_t> surplus;   // of now over before
     surplus.reserve(before.size());
     for (const std::string& line : before) --surplus[line];
     for (const std::string& line : now) ++surplus[line];
-    Listenunterschied difference;
+    ListDifference difference;
     // The last of equal lines are those that came or went.
     for (auto line = now.rbegin(); line != now.rend(); ++line)
         if (auto& count = surplus[*line]; count > 0) --count, difference.dazu.push_back(*line);
@@ -53,79 +53,79 @@ Listenunterschied listDifference(const std::vector<std::string>& before, const s
     return difference;
 }
 
-std::string ListenDatei::load() {
+std::string ListFile::load() {
     std::error_code unknown;   // the settings that name the folder may come from anybody
-    if (std::filesystem::is_symlink(file_, unknown)) throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::ListeVerknuepfung, utf8FromPath(file_)));
+    if (std::filesystem::is_symlink(file_, unknown)) throw NumberedError(errnum::PathFileAccess, fmt::format(messages::ListeVerknuepfung, utf8FromPath(file_)));
     stamp_ = host::fileStamp(file_);   // before reading, so that a change in between shows the next time
     if (!stamp_) {   // a folder that has gone, with its drive perhaps, has not deleted its files
         std::error_code error;
         if (!std::filesystem::exists(std::filesystem::absolute(file_).parent_path(), error))
-            throw NumberedError(errnum::PathNotFound, fmt::format(meldung::ListeOrdnerWeg, utf8FromPath(file_)));
+            throw NumberedError(errnum::PathNotFound, fmt::format(messages::ListFolderGone, utf8FromPath(file_)));
         return {};
     }
-    std::string bytes = readFile(file_, Grenze);
-    if (isUtf16(bytes)) throw NumberedError(errnum::TypeMismatch, fmt::format(meldung::ListeKeinText, utf8FromPath(file_)));
-    utf8_ = bytes.starts_with(Utf8Marke) && isUtf8(bytes);
+    std::string bytes = readFile(file_, Bound);
+    if (isUtf16(bytes)) throw NumberedError(errnum::TypeMismatch, fmt::format(messages::ListNoText, utf8FromPath(file_)));
+    utf8_ = bytes.starts_with(Utf8Mark) && isUtf8(bytes);
     return bytes;
 }
 
-std::vector<std::string> ListenDatei::linesOf(const std::string& bytes) {
+std::vector<std::string> ListFile::linesOf(const std::string& bytes) {
     std::string_view rest = bytes;
-    const bool marked = rest.starts_with(Utf8Marke) && isUtf8(bytes);
-    if (marked) rest.remove_prefix(Utf8Marke.size());
+    const bool marked = rest.starts_with(Utf8Mark) && isUtf8(bytes);
+    if (marked) rest.remove_prefix(Utf8Mark.size());
     std::vector<std::string> lines;
     while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find_first_of(Zeilenende), rest.size());
+        const std::size_t end = std::min(rest.find_first_of(LineEnd), rest.size());
         const std::string_view line = rest.substr(0, end);
         lines.push_back(marked || isAscii(line) ? std::string(line) : utf8FromAnsi(line));
         rest.remove_prefix(end);
-        if (rest.starts_with(Zeilenende)) rest.remove_prefix(2);
+        if (rest.starts_with(LineEnd)) rest.remove_prefix(2);
         else if (!rest.empty()) rest.remove_prefix(1);
     }
     return lines;
 }
 
-std::vector<std::string> ListenDatei::read() {
+std::vector<std::string> ListFile::read() {
     std::string bytes = load();
     auto lines = linesOf(bytes);
     stand_ = std::move(bytes);
     return lines;
 }
 
-Listenunterschied ListenDatei::foreignChanges() {
+ListDifference ListFile::foreignChanges() {
     if (stamp_ && host::fileStamp(file_) == stamp_) return {};
     const std::vector<std::string> before = linesOf(stand_);
     return listDifference(before, read());
 }
 
-void ListenDatei::appendEncoded(std::string& bytes, std::string_view text) const {
+void ListFile::appendEncoded(std::string& bytes, std::string_view text) const {
     if (utf8_ || isAscii(text)) bytes.append(text);
     else bytes += ansiFromUtf8(text);
 }
 
-std::string ListenDatei::afterReading(std::string_view line) const {
+std::string ListFile::afterReading(std::string_view line) const {
     return utf8_ ? std::string(line) : utf8FromAnsi(ansiFromUtf8(line));
 }
 
-void ListenDatei::write(const std::vector<std::string_view>& lines) {
-    std::size_t size = Utf8Marke.size();
-    for (const std::string_view line : lines) size += line.size() + Zeilenende.size();
-    std::string bytes(utf8_ ? Utf8Marke : std::string_view());
+void ListFile::write(const std::vector<std::string_view>& lines) {
+    std::size_t size = Utf8Mark.size();
+    for (const std::string_view line : lines) size += line.size() + LineEnd.size();
+    std::string bytes(utf8_ ? Utf8Mark : std::string_view());
     bytes.reserve(size);
     for (const std::string_view line : lines) {
         appendEncoded(bytes, line);
-        bytes += Zeilenende;
+        bytes += LineEnd;
     }
     writeBytes(std::move(bytes));
 }
 
-void ListenDatei::writeText(std::string_view text) {
-    std::string bytes(utf8_ ? Utf8Marke : std::string_view());
+void ListFile::writeText(std::string_view text) {
+    std::string bytes(utf8_ ? Utf8Mark : std::string_view());
     appendEncoded(bytes, text);
     writeBytes(std::move(bytes));
 }
 
-void ListenDatei::writeBytes(std::string bytes) {
+void ListFile::writeBytes(std::string bytes) {
     writeFileAtomic(file_, bytes);
     stand_ = std::move(bytes);
     stamp_ = host::fileStamp(file_);

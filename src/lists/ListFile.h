@@ -13,20 +13,20 @@
 namespace brenvik {
 
 // How often a line occurs more often in one list than in the other.
-struct Listenunterschied {
+struct ListDifference {
     std::vector<std::string> dazu, weg;
 };
-Listenunterschied listDifference(const std::vector<std::string>& before, const std::vector<std::string>& now);
+ListDifference listDifference(const std::vector<std::string>& before, const std::vector<std::string>& now);
 
-class ListenDatei {
+class ListFile {
 public:
-    static constexpr std::uintmax_t Grenze = 64u << 20;   // bytes; error 7 beyond
+    static constexpr std::uintmax_t Bound = 64u << 20;   // bytes; error 7 beyond
 
-    explicit ListenDatei(std::filesystem::path file) : file_(std::move(file)) {}
+    explicit ListFile(std::filesystem::path file) : file_(std::move(file)) {}
     const std::filesystem::path& file() const { return file_; }
 
     std::vector<std::string> read();                       // UTF-8; a file that is not there has no lines
-    Listenunterschied foreignChanges();                    // since the last read or write; they count as read now
+    ListDifference foreignChanges();                    // since the last read or write; they count as read now
     void write(const std::vector<std::string_view>& lines);// each with CR LF, in one step
     void writeText(std::string_view text);                 // the same with line ends of the caller's
     std::string afterReading(std::string_view line) const; // what a line will be once it was written and read again

@@ -7,11 +7,11 @@
 
 namespace brenvik {
 namespace {
-constexpr int TextOrdnerWaehlen = 73;
+constexpr int TextChooseFolder = 73;
 }
 
 std::string browseForListFolder(FrameContext& ctx, const std::string& present) {
-    const std::string chosen = BrowseForFolder(ctx, present, strBVKTexte(TextOrdnerWaehlen));
+    const std::string chosen = BrowseForFolder(ctx, present, strBVKTexte(TextChooseFolder));
     return chosen.empty() ? present : chosen;
 }
 
@@ -20,7 +20,7 @@ std::string FolderExit(FrameContext& ctx, const std::string& path) {
     trace.p(path);
     std::string folder = withSeparator(path);
     if (!ExistFileDirDrive(ctx, folder)) {
-        ctx.port.tell(meldung::ListeOrdnerFehlt1 + folder + meldung::ListeOrdnerFehlt2);
+        ctx.port.tell(messages::ListFolderMissing1 + folder + messages::ListFolderMissing2);
         folder = browseForListFolder(ctx, folder);
     }
     trace.r(folder);

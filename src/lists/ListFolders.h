@@ -6,8 +6,8 @@
 
 namespace brenvik {
 
-inline constexpr const char* HistoryDatei = "History.txt";
-inline constexpr const char* FavoritenDatei = "Favoriten.txt";
+inline constexpr const char* HistoryFile = "History.txt";
+inline constexpr const char* FavouritesFile = "Favoriten.txt";
 
 // The folder itself, or the one that the user chooses because it cannot be reached; the old one if the user cancels.
 std::string FolderExit(FrameContext& ctx, const std::string& path);

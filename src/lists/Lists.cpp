@@ -21,24 +21,24 @@
 namespace brenvik {
 namespace {
 
-constexpr int TextDatei = 33, TextKeinZugriff = 75, TextFehlerTitel = 34, TextFavoritenAus = 35, TextHistoryAus = 36;
+constexpr int TextFile = 33, TextNoAccess = 75, TextErrorTitle = 34, TextFavouritesOff = 35, TextHistoryOff = 36;
 
-bool writesHistory(Aenderung::Art art) {
-    return art == Aenderung::Art::Speichern || art == Aenderung::Art::Standard || art == Aenderung::Art::Loeschen;
+bool writesHistory(Change::Art art) {
+    return art == Change::Art::Speichern || art == Change::Art::Standard || art == Change::Art::Loeschen;
 }
 
 // A change from elsewhere than the screen is all or nothing: one of which nothing was written did not take place. What a
 // Tip on screen failed to write stays recorded.
-bool withdrawn(const Aenderung& change) {
-    return !change.amBildschirm && writesHistory(change.art) && !change.werte.empty() &&
-           std::none_of(change.werte.begin(), change.werte.end(), [](const WertAenderung& value) { return value.geschrieben; });
+bool withdrawn(const Change& change) {
+    return !change.onScreen && writesHistory(change.art) && !change.values.empty() &&
+           std::none_of(change.values.begin(), change.values.end(), [](const ValueChange& value) { return value.written; });
 }
 
 // A change that leaves everything as it was is not worth remembering.
-bool changesSomething(const Aenderung& change) {
-    const auto differs = [](const WertAenderung& value) { return value.alt != value.neu; };
-    return change.art == Aenderung::Art::Kontextmenue || !change.schluessel.empty() || std::any_of(change.werte.begin(), change.werte.end(), differs) ||
-           std::any_of(change.dateien.begin(), change.dateien.end(), [](const DateiBild& file) { return !file.vorhanden || file.inhalt != file.neu; });
+bool changesSomething(const Change& change) {
+    const auto differs = [](const ValueChange& value) { return value.alt != value.neu; };
+    return change.art == Change::Art::ContextMenu || !change.key.empty() || std::any_of(change.values.begin(), change.values.end(), differs) ||
+           std::any_of(change.dateien.begin(), change.dateien.end(), [](const FileImage& file) { return !file.there || file.contents != file.neu; });
 }
 
 }  // namespace
@@ -52,9 +52,9 @@ struct Listen::Liste {
     std::function<bool()> load;
 };
 
-Listen::Listen(TippMaschine& engine)
-    : engine_(engine), ctx_(engine.context()), journal_(ctx_.heimPfad / JournalDatei), history_(ctx_, journal_), favoriten_(engine),
-      fenster_(engine, journal_, history_, notes_, [this] { if (changed_) changed_(); }) {}
+Listen::Listen(TipEngine& engine)
+    : engine_(engine), ctx_(engine.context()), journal_(ctx_.homePath / JournalFile), history_(ctx_, journal_), favoriten_(engine),
+      windows_(engine, journal_, history_, notes_, [this] { if (changed_) changed_(); }) {}
 
 void Listen::onChange(std::function<void()> changed) {
     favoriten_.onChange(changed);
@@ -63,24 +63,24 @@ void Listen::onChange(std::function<void()> changed) {
 
 bool Listen::opens(const Liste& list) {
     list.active = FileWrite(ctx_, list.folder + list.file) && list.load();
-    if (list.active) brauchbar_[list.file] = list.folder;
+    if (list.active) usable_[list.file] = list.folder;
     return list.active;
 }
 
 // Whoever thinks better of another folder keeps the list in the one where it was a moment ago.
 bool Listen::staysWhereItWas(const Liste& list) {
-    const auto before = brauchbar_.find(list.file);
-    if (before == brauchbar_.end() || before->second == list.folder) return false;
+    const auto before = usable_.find(list.file);
+    if (before == usable_.end() || before->second == list.folder) return false;
     list.folder = before->second;
     if (!opens(list)) return false;
-    ctx_.port.tell(meldung::ListeBleibt + list.folder);
+    ctx_.port.tell(messages::ListStays + list.folder);
     return true;
 }
 
 void Listen::loadList(const Liste& list) {
     for (;;) {
         if (opens(list)) break;
-        const Answer answer = ctx_.port.messageBox({strBVKTexte(TextDatei) + list.file + strBVKTexte(TextKeinZugriff), box::RetryCancel + box::Question, strBVKTexte(TextFehlerTitel)});
+        const Answer answer = ctx_.port.messageBox({strBVKTexte(TextFile) + list.file + strBVKTexte(TextNoAccess), box::RetryCancel + box::Question, strBVKTexte(TextErrorTitle)});
         if (answer != Answer::Retry) {
             if (!staysWhereItWas(list)) ctx_.port.tell(strBVKTexte(list.switchedOff));
             break;
@@ -95,24 +95,24 @@ void Listen::LoadFHListe() {
     Settings& s = ctx_.einstellungen;
     s.strFavoritenPfad = FolderExit(ctx_, s.strFavoritenPfad);
     s.strHistoryPfad = FolderExit(ctx_, s.strHistoryPfad);
-    loadList(favoritenListe([this] { return favoriten_.LoadFavorite(); }));
+    loadList(favouritesList([this] { return favoriten_.LoadFavorite(); }));
     loadHistoryFile();
 }
 
-Listen::Liste Listen::favoritenListe(std::function<bool()> load) {
-    return {FavoritenDatei, ctx_.einstellungen.strFavoritenPfad, ctx_.blnFavoritenAktiv, ctx_.frmBVK_Prog.favoritenSichtbar, TextFavoritenAus, std::move(load)};
+Listen::Liste Listen::favouritesList(std::function<bool()> load) {
+    return {FavouritesFile, ctx_.einstellungen.strFavoritenPfad, ctx_.blnFavoritenAktiv, ctx_.frmBVK_Prog.favouritesVisible, TextFavouritesOff, std::move(load)};
 }
 
-Listen::Liste Listen::historyListe(std::function<bool()> load) {
-    return {HistoryDatei, ctx_.einstellungen.strHistoryPfad, ctx_.blnHistoryAktiv, ctx_.frmBVK_Prog.historySichtbar, TextHistoryAus, std::move(load)};
+Listen::Liste Listen::historyList(std::function<bool()> load) {
+    return {HistoryFile, ctx_.einstellungen.strHistoryPfad, ctx_.blnHistoryAktiv, ctx_.frmBVK_Prog.historyVisible, TextHistoryOff, std::move(load)};
 }
 
-void Listen::ordnerNeu() {
+void Listen::folderNew() {
     Settings& s = ctx_.einstellungen;
     s.strFavoritenPfad = withSeparator(s.strFavoritenPfad);
     s.strHistoryPfad = withSeparator(s.strHistoryPfad);
-    if (ctx_.blnFavoritenAktiv) loadList(favoritenListe([this] { return favoriten_.vereinen(); }));
-    if (ctx_.blnHistoryAktiv) loadList(historyListe([this] { return history_.vereinen(); }));
+    if (ctx_.blnFavoritenAktiv) loadList(favouritesList([this] { return favoriten_.unite(); }));
+    if (ctx_.blnHistoryAktiv) loadList(historyList([this] { return history_.unite(); }));
     offerHistory();
 }
 
@@ -122,8 +122,8 @@ void Listen::loadHistory() {
 }
 
 void Listen::loadHistoryFile() {
-    historyGeladen_ = true;
-    loadList(historyListe([this] { return history_.LoadHistory(); }));
+    historyLoaded_ = true;
+    loadList(historyList([this] { return history_.LoadHistory(); }));
     journaling([&] { reconcile(); });
     offerHistory();
 }
@@ -150,9 +150,9 @@ void Listen::journaling(const std::function<void()>& work) {
 }
 
 // The topmost missing key of each place.
-std::vector<std::string> Listen::keysToBeMade(const JournalEintrag& entry) {
+std::vector<std::string> Listen::keysToBeMade(const JournalEntry& entry) {
     std::vector<std::string> paths, known;
-    for (const WertAenderung& value : entry.aenderung.werte) {
+    for (const ValueChange& value : entry.change.values) {
         if (value.alt) continue;
         RegAddress key = addressOf(ctx_, entry, value);
         key.name.reset();
@@ -169,18 +169,18 @@ std::vector<std::string> Listen::keysToBeMade(const JournalEintrag& entry) {
 }
 
 // The change with every place by its real address, and what stood there.
-JournalEintrag Listen::entryOf(const Aenderung& change, const std::vector<HistoryPaar>& pairs) {
-    JournalEintrag entry;
-    static_cast<JournalKopf&>(entry) = newHead(ctx_, change.art);
-    if (!change.werte.empty()) entry.rechner = machineMark(ctx_, change.werte[0].machine);
-    else if (!change.schluessel.empty()) entry.rechner = machineMark(ctx_, change.schluessel[0].machine);
+JournalEntry Listen::entryOf(const Change& change, const std::vector<HistoryPaar>& pairs) {
+    JournalEntry entry;
+    static_cast<JournalHeader&>(entry) = newHead(ctx_, change.art);
+    if (!change.values.empty()) entry.machineName = machineMark(ctx_, change.values[0].machine);
+    else if (!change.key.empty()) entry.machineName = machineMark(ctx_, change.key[0].machine);
     entry.tipp = change.tippIndex;
-    entry.überschrift = change.tippÜberschrift;
-    entry.aenderung = change;
+    entry.überschrift = change.tipHeading;
+    entry.change = change;
     std::unordered_map<std::string, std::string> paths;   // as they were given, to the real ones
-    for (WertAenderung& value : entry.aenderung.werte) {
+    for (ValueChange& value : entry.change.values) {
         const std::string given = givenPath(value);
-        RegAddress place = addressForWriting(ctx_, value, !value.neu && change.art != Aenderung::Art::Kontextmenue);
+        RegAddress place = addressForWriting(ctx_, value, !value.neu && change.art != Change::Art::ContextMenu);
         // Below HKCR another value may be seen than the one that is written, and others may have written since it was read.
         RegStore& store = storeOf(ctx_, place.machine);
         value.alt = store.value(place.root, place.key, *place.name);
@@ -190,31 +190,31 @@ JournalEintrag Listen::entryOf(const Aenderung& change, const std::vector<Histor
         value.machine = place.machine, value.path = place.keyPath(), value.name = place.name->text();
         paths.emplace(lowerCase(given), place.path());
     }
-    for (SchluesselBild& image : entry.aenderung.schluessel) image.path = keyAddress(ctx_, image.machine, image.path).keyPath();
-    for (DateiBild& file : entry.aenderung.dateien) file.datei = recordedFile(ctx_, entry.rechner, file.datei);
-    entry.neueSchluessel = keysToBeMade(entry);
+    for (KeyImage& image : entry.change.key) image.path = keyAddress(ctx_, image.machine, image.path).keyPath();
+    for (FileImage& file : entry.change.dateien) file.datei = recordedFile(ctx_, entry.machineName, file.datei);
+    entry.newKeys = keysToBeMade(entry);
     for (const HistoryPaar& pair : pairs) {
         const auto known = paths.find(lowerCase(pair.path));
-        WertAenderung place;
-        place.machine = entry.rechner, place.path = pair.path;
-        entry.paare.push_back(known != paths.end() ? known->second : addressForWriting(ctx_, place, false).path());
+        ValueChange place;
+        place.machine = entry.machineName, place.path = pair.path;
+        entry.pairs.push_back(known != paths.end() ? known->second : addressForWriting(ctx_, place, false).path());
     }
     return entry;
 }
 
-void Listen::record(const Aenderung& change, Laufend& running, const std::vector<HistoryPaar>& pairs) {
+void Listen::record(const Change& change, Running& running, const std::vector<HistoryPaar>& pairs) {
     running.eintrag = entryOf(change, pairs);
-    if (!changesSomething(running.eintrag.aenderung) && !running.zeile) return;   // as things stand now, not as they stood when it was planned
+    if (!changesSomething(running.eintrag.change) && !running.zeile) return;   // as things stand now, not as they stood when it was planned
     running.eintrag.zeile = running.zeile;
     running.nummer = journal_.add(running.eintrag);
-    for (SchluesselBild& image : running.eintrag.aenderung.schluessel) image.unterschluessel.clear(), image.werte.clear(), image.details.clear();
+    for (KeyImage& image : running.eintrag.change.key) image.unterschluessel.clear(), image.values.clear(), image.details.clear();
 }
 
 // Line and record are made as one, for other processes too. Both stand before the first write.
-void Listen::begin(const Aenderung& change) {
-    if (!historyGeladen_) loadHistory();
-    if (laufend_.empty()) turn_.emplace(ctx_.heimPfad, PatienceOfChanges);
-    Laufend running;
+void Listen::begin(const Change& change) {
+    if (!historyLoaded_) loadHistory();
+    if (running_.empty()) turn_.emplace(ctx_.homePath, PatienceOfChanges);
+    Running running;
     std::vector<HistoryPaar> pairs;
     std::optional<std::string> line;
     if (ctx_.blnHistoryAktiv && writesHistory(change.art)) reportAndGoOn(ctx_, "HistoryEintrag", [&] { line = history_.HistoryEintrag(change, pairs); });
@@ -226,87 +226,87 @@ void Listen::begin(const Aenderung& change) {
         });
     });
     if (running.nummer != 0) ctx_.frmBVK_Prog.tbrHistory = true;
-    laufend_[&change] = std::move(running);
+    running_[&change] = std::move(running);
     if (changed_) changed_();
 }
 
-void Listen::written(const Aenderung& change, std::size_t value) {
-    const auto running = laufend_.find(&change);
-    if (running == laufend_.end() || running->second.nummer == 0) return;
-    WertAenderung& known = running->second.eintrag.aenderung.werte.at(value);
-    known.neu = change.werte.at(value).neu;
-    known.geschrieben = change.werte[value].geschrieben;
+void Listen::written(const Change& change, std::size_t value) {
+    const auto running = running_.find(&change);
+    if (running == running_.end() || running->second.nummer == 0) return;
+    ValueChange& known = running->second.eintrag.change.values.at(value);
+    known.neu = change.values.at(value).neu;
+    known.written = change.values[value].written;
     journaling([&] { journal_.written(running->second.nummer, value, known); });
 }
 
 // How the change left its keys.
-void Listen::lookAtKeys(JournalEintrag& entry) {
-    entry.nachher.clear();
-    for (const SchluesselBild& image : entry.aenderung.schluessel) {
-        entry.nachher.emplace_back();
-        if (!image.geloescht && !image.angelegt) continue;
+void Listen::lookAtKeys(JournalEntry& entry) {
+    entry.afterwards.clear();
+    for (const KeyImage& image : entry.change.key) {
+        entry.afterwards.emplace_back();
+        if (!image.geloescht && !image.created) continue;
         const RegAddress place = addressOf(ctx_, entry, image.path);
-        entry.nachher.back() = schluesselBild(storeOf(ctx_, place.machine), place.machine, {place.root, place.key});
+        entry.afterwards.back() = keyImage(storeOf(ctx_, place.machine), place.machine, {place.root, place.key});
     }
 }
 
-void Listen::finished(const Aenderung& change) {
-    const auto running = laufend_.find(&change);
-    if (running == laufend_.end()) return;
-    Laufend& known = running->second;
+void Listen::finished(const Change& change) {
+    const auto running = running_.find(&change);
+    if (running == running_.end()) return;
+    Running& known = running->second;
     if (withdrawn(change)) {
         if (known.nummer != 0) journaling([&] { journal_.remove(std::exchange(known.nummer, 0)); });
         if (known.zeile) takeOut(*known.zeile);
     } else if (known.nummer != 0) {
         journaling([&] {
-            Aenderung& recorded = known.eintrag.aenderung;
-            for (std::size_t k = 0; k < recorded.werte.size(); ++k) recorded.werte[k].neu = change.werte[k].neu, recorded.werte[k].geschrieben = change.werte[k].geschrieben;
-            for (std::size_t k = 0; k < recorded.schluessel.size(); ++k) recorded.schluessel[k].geloescht = change.schluessel[k].geloescht;
-            for (std::size_t k = 0; k < recorded.dateien.size(); ++k) recorded.dateien[k].geschrieben = change.dateien[k].geschrieben;
+            Change& recorded = known.eintrag.change;
+            for (std::size_t k = 0; k < recorded.values.size(); ++k) recorded.values[k].neu = change.values[k].neu, recorded.values[k].written = change.values[k].written;
+            for (std::size_t k = 0; k < recorded.key.size(); ++k) recorded.key[k].geloescht = change.key[k].geloescht;
+            for (std::size_t k = 0; k < recorded.dateien.size(); ++k) recorded.dateien[k].written = change.dateien[k].written;
             lookAtKeys(known.eintrag);
             journal_.finish(known.nummer, known.eintrag);
         });
     }
     known.eintrag = {};
-    letzte_ = std::move(known);
-    letzteAenderung_ = &change;
-    laufend_.erase(running);
-    if (laufend_.empty()) turn_.reset();
+    last_ = std::move(known);
+    lastChange_ = &change;
+    running_.erase(running);
+    if (running_.empty()) turn_.reset();
 }
 
 // --- after an interruption ---
 
 // True: all it was to do is done. What is asked is how things stand, which is right also while another process is at it.
-bool Listen::endInterrupted(JournalEintrag& entry) {
+bool Listen::endInterrupted(JournalEntry& entry) {
     const std::string machine = markOf(ctx_, entry);
     if (!atHand(ctx_, machine)) return false;
-    if (isUndo(entry) && !Ruecknahme(ctx_, journal_, history_).isDone(entry)) return false;
-    for (WertAenderung& value : entry.aenderung.werte) {
+    if (isUndo(entry) && !UndoAnswer(ctx_, journal_, history_).isDone(entry)) return false;
+    for (ValueChange& value : entry.change.values) {
         const RegAddress place = addressOf(ctx_, entry, value);
-        value.geschrieben = value.geschrieben || storeOf(ctx_, machine).value(place.root, place.key, *place.name) == value.neu;
+        value.written = value.written || storeOf(ctx_, machine).value(place.root, place.key, *place.name) == value.neu;
     }
-    for (DateiBild& file : entry.aenderung.dateien)
-        file.geschrieben = file.geschrieben || ChangedFile(ctx_, machine, file.datei).read().value_or(std::string()) == file.neu;
+    for (FileImage& file : entry.change.dateien)
+        file.written = file.written || ChangedFile(ctx_, machine, file.datei).read().value_or(std::string()) == file.neu;
     if (!isUndo(entry)) lookAtKeys(entry);
     return true;
 }
 
 void Listen::reconcile() {
     if (!journal_.writable()) return;
-    const host::FolderLock turn(ctx_.heimPfad, std::chrono::milliseconds(0));
+    const host::FolderLock turn(ctx_.homePath, std::chrono::milliseconds(0));
     if (turn.error() == std::errc::timed_out) return;   // what is unfinished may be under way
     const std::vector<std::int64_t> unreadable = journal_.tooLong();
     for (const std::int64_t nummer : journal_.unfinished()) {
         if (std::find(unreadable.begin(), unreadable.end(), nummer) != unreadable.end()) continue;
         auto entry = journal_.entry(nummer);
         if (!entry || !endInterrupted(*entry)) continue;
-        const auto undone = isUndo(*entry) ? journal_.head(entry->hebtAuf) : std::nullopt;
+        const auto undone = isUndo(*entry) ? journal_.head(entry->undoes) : std::nullopt;
         journal_.transaction([&] {
             journal_.finish(nummer, *entry);
-            if (!undone || undone->aufgehobenDurch != 0) return;
+            if (!undone || undone->undoneBy != 0) return;
             journal_.takenBack(undone->nummer, nummer);
-            if (isUndo(*undone) && undone->hebtAuf != 0) journal_.takenBack(undone->hebtAuf, 0);
-            notes_.push_back(isUndo(*undone) ? fmt::format(meldung::NachgetragenWieder, undone->hebtAuf) : fmt::format(meldung::NachgetragenZurueck, undone->nummer));
+            if (isUndo(*undone) && undone->undoes != 0) journal_.takenBack(undone->undoes, 0);
+            notes_.push_back(isUndo(*undone) ? fmt::format(messages::LateRedo, undone->undoes) : fmt::format(messages::LateUndo, undone->nummer));
         });
     }
     if (!ctx_.blnHistoryAktiv) return;
@@ -315,14 +315,14 @@ void Listen::reconcile() {
     for (const std::string& line : journal_.linesToCome()) in += history_.putBack(line) ? 1 : 0;
     if (out + in == 0) return;
     history_.HistorySave(false);
-    notes_.push_back(fmt::format(meldung::NachgetragenZeilen, out, in));
+    notes_.push_back(fmt::format(messages::LateLines, out, in));
 }
 
-bool Listen::offerTakeBack(const Aenderung& change) {
-    const bool some = std::any_of(change.werte.begin(), change.werte.end(), [](const WertAenderung& value) { return value.geschrieben && value.alt != value.neu; });
-    if (letzteAenderung_ != &change || letzte_.nummer == 0 || !some || !ctx_.port.ask(meldung::ZuruecknehmenFrage)) return false;
-    if (!Ruecknahme(ctx_, journal_, history_).zuruecksetzen(letzte_.nummer)) return false;
-    if (letzte_.zeile) takeOut(*letzte_.zeile);
+bool Listen::offerTakeBack(const Change& change) {
+    const bool some = std::any_of(change.values.begin(), change.values.end(), [](const ValueChange& value) { return value.written && value.alt != value.neu; });
+    if (lastChange_ != &change || last_.nummer == 0 || !some || !ctx_.port.ask(messages::UndoQuestion)) return false;
+    if (!UndoAnswer(ctx_, journal_, history_).undo(last_.nummer)) return false;
+    if (last_.zeile) takeOut(*last_.zeile);
     return true;
 }
 

@@ -7,32 +7,32 @@
 
 namespace brenvik {
 namespace {
-constexpr std::string_view SidMarke = "[SID]", Dateiliste = "<filelist>";
+constexpr std::string_view SidMark = "[SID]";
 }
 
-const Tippwert& Tippwerte::of(std::int32_t number) {
+const TipValue& TipValues::of(std::int32_t number) {
     const auto found = known_.find(number);
     return found != known_.end() ? found->second : known_.emplace(number, read(number)).first->second;
 }
 
-std::string Tippwerte::shown(std::int32_t number, const RawValue& value) {
-    const Tippwert& tipp = of(number);
+std::string TipValues::shown(std::int32_t number, const RawValue& value) {
+    const TipValue& tipp = of(number);
     const std::string text = toText(value);
     try {
-        return tipp.imBestand && value.type == static_cast<std::uint32_t>(tipp.datentyp) ? kindOf(tipp.ausgabeart).displayForm(ctx_, tipp.datentyp, text) : text;
+        return tipp.inStock && value.type == static_cast<std::uint32_t>(tipp.datentyp) ? kindOf(tipp.ausgabeart).displayForm(ctx_, tipp.datentyp, text) : text;
     } catch (const NumberedError&) {   // what no panel can show
         return text;
     }
 }
 
-Tippwert Tippwerte::read(std::int32_t number) {
-    Tippwert tipp;
+TipValue TipValues::read(std::int32_t number) {
+    TipValue tipp;
     tipp.tipp = number;
     if (!ctx_.objRS || number < 1) return tipp;
     ctx_.objRS->MoveFirst();
     ctx_.objRS->moveToNumber(spalte::Index, number);
     if (ctx_.objRS->atEOF()) return tipp;
-    tipp.imBestand = true;
+    tipp.inStock = true;
     const auto text = [&](spalte::Spalte column) { return DBTextSuchen(ctx_, column, number); };
     const std::string root = text(spalte::Hauptschlüssel), list = text(spalte::Werteliste);
     std::string key = text(spalte::Schlüssel);
@@ -40,19 +40,19 @@ Tippwert Tippwerte::read(std::int32_t number) {
     tipp.überschrift = text(spalte::Überschrift);
     tipp.datentyp = static_cast<std::int16_t>(Val(text(spalte::Datentyp)));
     tipp.ausgabeart = static_cast<std::int16_t>(Val(text(spalte::Ausgabeart)));
-    if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
+    if (const auto place = key.find(SidMark); place != std::string::npos) key.replace(place, SidMark.size(), ctx_.strProfilSID);
     tipp.path = root + "\\" + key + "\\" + tipp.wertname;
     if (tipp.überschrift.empty()) {   // a further value of a Tip has no heading of its own
         tipp.tipp = tipOfRow(number);
         if (tipp.tipp != number) tipp.überschrift = DBTextSuchen(ctx_, spalte::Überschrift, tipp.tipp);
     }
-    tipp.brauchbar = rootByName(root).has_value() && !key.empty() && list != Dateiliste;
+    tipp.usable = rootByName(root).has_value() && !key.empty() && list != FileList;
     return tipp;
 }
 
-std::int32_t Tippwerte::tipOfRow(std::int32_t number) {
+std::int32_t TipValues::tipOfRow(std::int32_t number) {
     const auto row = ctx_.objDB.GetNewRS(ctx_, ctx_.objVerbindung.get(), "Select HauptIndex From RegDaten where Index=" + std::to_string(number));
-    if (row->State() != RecordSet::Offen || row->atEOF()) return number;
+    if (row->State() != RecordSet::IsOpen || row->atEOF()) return number;
     const auto head = row->numberOrZero<std::int32_t>(0);
     return head > 0 ? head : number;
 }

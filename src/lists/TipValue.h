@@ -8,9 +8,9 @@
 
 namespace brenvik {
 
-struct Tippwert {
-    bool imBestand = false;     // the database has a row of this number
-    bool brauchbar = false;     // and the row says where the value lies
+struct TipValue {
+    bool inStock = false;     // the database has a row of this number
+    bool usable = false;     // and the row says where the value lies
     std::string path;           // root "\" key "\" value name, [SID] replaced
     std::string wertname;
     std::string überschrift;    // of the Tip
@@ -19,18 +19,18 @@ struct Tippwert {
 };
 
 // Looks numbers up in the database that is loaded, each once.
-class Tippwerte {
+class TipValues {
 public:
-    explicit Tippwerte(Context& ctx) : ctx_(ctx) {}
-    const Tippwert& of(std::int32_t number);
+    explicit TipValues(Context& ctx) : ctx_(ctx) {}
+    const TipValue& of(std::int32_t number);
     std::string shown(std::int32_t number, const RawValue& value);   // as the Tip's panel would show it
     void forget() { known_.clear(); }
 
 private:
-    Tippwert read(std::int32_t number);
+    TipValue read(std::int32_t number);
     std::int32_t tipOfRow(std::int32_t number);
     Context& ctx_;
-    std::unordered_map<std::int32_t, Tippwert> known_;
+    std::unordered_map<std::int32_t, TipValue> known_;
 };
 
 }  // namespace brenvik

@@ -102,8 +102,8 @@ std::vector<std::string> CregFileStore::questionsBeforeWriting(const std::vector
         return fs::is_regular_file(fs::symlink_status(file += ".bvk", error));
     });
     if (!written) {
-        std::string question = meldung::NichtErprobt;
-        for (const HiveFile* const file : files) question += fmt::format(meldung::BleibtErhalten, shownFile(file->file()), utf8FromPath(file->file().filename()));
+        std::string question = messages::NichtErprobt;
+        for (const HiveFile* const file : files) question += fmt::format(messages::BleibtErhalten, shownFile(file->file()), utf8FromPath(file->file().filename()));
         questions.push_back(std::move(question));
     }
     if (more_) {

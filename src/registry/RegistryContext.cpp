@@ -20,7 +20,7 @@ std::string windowsFolder(RegistryContext& ctx) {
 std::string systemFolder(RegistryContext& ctx) { return isLocal(ctx) ? ctx.strSystemVerzeichnis : windowsFolder(ctx) + "\\system32\\"; }
 
 std::string targetEnvironment(RegistryContext& ctx, std::string_view name) {
-    if (isLocal(ctx)) return umgebungswert(ctx, name);
+    if (isLocal(ctx)) return environmentValue(ctx, name);
     const std::string wanted = lowerCase(name);
     if (wanted == "windir" || wanted == "systemroot") return windowsFolder(ctx);
     if (wanted == "systemdrive") return windowsFolder(ctx).substr(0, 2);

@@ -7,9 +7,9 @@
 
 namespace brenvik {
 
-inline constexpr const char* EinstellungenPfad = "HKCU\\Software\\Brenvik\\Einstellungen\\";
-inline constexpr const char* PfadePfad = "HKCU\\Software\\Brenvik\\Pfade\\";
-inline constexpr const char* MaschinenEinstellungenPfad = "HKLM\\Software\\Brenvik\\Einstellungen\\";
+inline constexpr const char* SettingsPath = "HKCU\\Software\\Brenvik\\Einstellungen\\";
+inline constexpr const char* PathsPath = "HKCU\\Software\\Brenvik\\Pfade\\";
+inline constexpr const char* MachineSettingsPath = "HKLM\\Software\\Brenvik\\Einstellungen\\";
 
 void loadCoreSettings(RegistryContext& ctx);
 void saveCoreSettings(RegistryContext& ctx);   // the start password only with administrative rights

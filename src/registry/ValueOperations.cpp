@@ -19,11 +19,11 @@ constexpr const char* typeNames[] = {"REG_NONE",     "REG_SZ",   "REG_EXPAND_SZ"
 
 std::string ReadRegistryKey(RegistryContext& ctx, const std::string& path, const std::string& defaultText,
                             const std::optional<std::string>& machine) {
-    const std::string rechner = machine.value_or(ctx.strLokalerRechner);
+    const std::string machineName = machine.value_or(ctx.strLokalerRechner);
     ProcTrace trace(ctx.trace, "ReadRegistryKey");
-    trace.p(path).p(defaultText).p(rechner);
+    trace.p(path).p(defaultText).p(machineName);
     try {
-        ctx.objBVKReg.SetPath(rechner, path);
+        ctx.objBVKReg.SetPath(machineName, path);
         const std::string result = ctx.objBVKReg.Exists(KEY_QUERY_VALUE_MASK) ? ctx.objBVKReg.ReadValue(false) : defaultText;
         trace.r(traceValue(path, result));
         return result;
@@ -36,11 +36,11 @@ std::string ReadRegistryKey(RegistryContext& ctx, const std::string& path, const
 
 bool SaveRegistryKey(RegistryContext& ctx, const std::string& path, const std::string& value, std::int16_t type,
                      const std::optional<std::string>& machine) {
-    const std::string rechner = machine.value_or(ctx.strLokalerRechner);
+    const std::string machineName = machine.value_or(ctx.strLokalerRechner);
     ProcTrace trace(ctx.trace, "SaveRegistryKey");
-    trace.p(path).p(traceValue(path, value)).p(type).p(rechner);
+    trace.p(path).p(traceValue(path, value)).p(type).p(machineName);
     try {
-        ctx.objBVKReg.SetPath(rechner, path);
+        ctx.objBVKReg.SetPath(machineName, path);
         if (value == DelKey) {
             ctx.objBVKReg.Delete();
         } else {
@@ -75,9 +75,9 @@ std::string NetzRegPfad(FrameContext& ctx, const std::string& root) {
 namespace {
 
 // One walk bottom-up. Failures are reported when it is over, since a box may stand long and others wait for the store.
-class Loeschgang {
+class DeletionRun {
 public:
-    Loeschgang(RegistryContext& ctx, std::string machine) : ctx_(ctx), machine_(std::move(machine)) {}
+    DeletionRun(RegistryContext& ctx, std::string machine) : ctx_(ctx), machine_(std::move(machine)) {}
 
     void run(std::string& path, bool deleteSelf) {
         ProcTrace trace(ctx_.trace, "DelUnterKey");
@@ -141,10 +141,10 @@ RegStore* writableStore(BVKRegistry& registry, const std::string& machine, const
 
 // All that can be deleted goes in one transaction: a hive file is written as a whole each time.
 void DelUnterKey(RegistryContext& ctx, std::string& path, bool deleteSelf, const std::optional<std::string>& machine) {
-    const std::string rechner = machine.value_or(ctx.strRechnername);
+    const std::string machineName = machine.value_or(ctx.strRechnername);
     const std::string whole = path + "\\";
-    Loeschgang gang(ctx, rechner);
-    if (RegStore* const store = writableStore(ctx.objBVKReg, rechner, path)) {
+    DeletionRun gang(ctx, machineName);
+    if (RegStore* const store = writableStore(ctx.objBVKReg, machineName, path)) {
         gang.step([&] { store->transaction([&] { gang.run(path, deleteSelf); }); });
     } else {
         gang.run(path, deleteSelf);

@@ -9,7 +9,7 @@
 namespace brenvik {
 
 inline constexpr const char* DelKey = "<delkey>";
-inline constexpr const char* KeyNichtVorhanden = "<Key nicht vorhanden>";
+inline constexpr const char* KeyNotThere = "<Key nicht vorhanden>";
 
 std::string ReadRegistryKey(RegistryContext& ctx, const std::string& path, const std::string& defaultText,
                             const std::optional<std::string>& machine = std::nullopt);

@@ -90,7 +90,7 @@ Windows9x::Windows9x(Place place)
     store_.files().setMoreQuestions([this](const std::vector<HiveFile*>& files) { return questionsAboutUsers(files); });
     try {
         if (const CregCodepage codepage = codepageIn(system_->hive()); codepage.number != 0 && codepage.number != 1252)
-            notes_.push_back(fmt::format(meldung::FremdeCodepage, codepage.number));
+            notes_.push_back(fmt::format(messages::FremdeCodepage, codepage.number));
         if (const std::string why = system_->whyNotWritten(); !why.empty()) notes_.push_back(why);
     } catch (const RegError& error) {
         notes_.emplace_back(error.what());
@@ -103,7 +103,7 @@ void Windows9x::mountMachine() {
     if (const auto users = registryFile(place_.windows, "USER.DAT")) {
         store_.mount(Root::Users, "", cregFile(*users, system_));
     } else {
-        notes_.push_back(fmt::format(meldung::DateiFehlt, "USER.DAT"));
+        notes_.push_back(fmt::format(messages::DateiFehlt, "USER.DAT"));
         store_.mountMissing(Root::Users, ".DEFAULT", notes_.back());
     }
     mountClasses();
@@ -144,7 +144,7 @@ void Windows9x::mountUsers() {
     }
     for (const std::string& name : names) {
         const auto file = registryFile(profileFolder(name), "USER.DAT");
-        file ? mountUser(name, *file) : missingUser(name, fmt::format(meldung::KeineBenutzerdatei, name));
+        file ? mountUser(name, *file) : missingUser(name, fmt::format(messages::KeineBenutzerdatei, name));
     }
 }
 
@@ -165,7 +165,7 @@ void Windows9x::mountUser(const std::string& name, const fs::path& path) {
     const auto file = cregFile(path, system_);
     try {
         const auto inside = usersKeyIn(file->hive());
-        if (!inside) return missingUser(name, fmt::format(meldung::UnklareBenutzerdatei, shownFile(path)));
+        if (!inside) return missingUser(name, fmt::format(messages::UnklareBenutzerdatei, shownFile(path)));
         store_.mount(Root::Users, name, file, *inside);
         profiles_.push_back({name, name, {}});
         userFiles_.emplace_back(name, file->file());
@@ -193,7 +193,7 @@ std::vector<std::string> Windows9x::notes() const {
     std::string others;
     for (const TargetProfile& p : profiles_)
         if (p.sid != profile()) others += (others.empty() ? "" : ", ") + p.userName;
-    all.push_back(fmt::format(meldung::ProfilGenommen, profile(), others));
+    all.push_back(fmt::format(messages::ProfileTaken, profile(), others));
     return all;
 }
 
@@ -201,7 +201,7 @@ std::vector<std::string> Windows9x::questionsAboutUsers(const std::vector<HiveFi
     if (userIsPlain()) return {};
     const auto own = std::find_if(userFiles_.begin(), userFiles_.end(), [this](const auto& user) { return user.first == profile(); });
     const bool theirs = own != userFiles_.end() && std::any_of(files.begin(), files.end(), [&](const HiveFile* file) { return file->file() == own->second; });
-    return theirs ? std::vector<std::string>{fmt::format(meldung::ProfilSchreiben, own->first, utf8FromPath(own->second.filename()))} : std::vector<std::string>();
+    return theirs ? std::vector<std::string>{fmt::format(messages::ProfileWriting, own->first, utf8FromPath(own->second.filename()))} : std::vector<std::string>();
 }
 
 std::unique_ptr<TargetSystem> openWindows9x(const fs::path& folder) {

@@ -126,7 +126,7 @@ Answer QtPort::messageBox(const MessageBox& request) {
     const bool canBeClosed = wanted.size() == 1 || wanted.back().answer == Answer::Cancel;
     Box dialog(frontWindow(), canBeClosed);
     dialog.setObjectName(QStringLiteral("MessageBox"));
-    dialog.setWindowTitle(request.title.empty() ? qt(produkt::Titel) : plainLine(request.title));
+    dialog.setWindowTitle(request.title.empty() ? qt(product::Titel) : plainLine(request.title));
     dialog.setTextFormat(Qt::PlainText);
     dialog.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     dialog.setText(boxText(request.text));
@@ -196,7 +196,7 @@ std::optional<std::string> QtPort::chooseFile(const FileChoice& request) {
 
 std::optional<std::string> QtPort::chooseFolder(std::string_view title, std::string_view start) {
     const ArrowPointer arrow(waiting_);
-    QFileDialog dialog(frontWindow(), title.empty() ? QString::fromUtf8(meldung::VerzeichnisAuswaehlen) : qt(title));
+    QFileDialog dialog(frontWindow(), title.empty() ? QString::fromUtf8(messages::ChooseFolder) : qt(title));
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);

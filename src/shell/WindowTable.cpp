@@ -33,18 +33,18 @@ template <class Window, class Request> void add(QtPort& port, const char* name) 
 }  // namespace
 
 void registerOwnWindows(QtPort& port) {
-    add<frmBVK_Datentyp, DatentypAnfrage>(port, "frmBVK_Datentyp");
-    add<frmBVK_Bearbeiten, BearbeitenAnfrage>(port, "frmBVK_Bearbeiten");
-    add<frmBVK_BootINI, BootINIAnfrage>(port, "frmBVK_BootINI");
-    add<frmBVK_Suchen, SuchenAnfrage>(port, "frmBVK_Suchen");
-    add<frmBVK_Optionen, OptionenAnfrage>(port, "frmBVK_Optionen");
-    add<frmBVK_PWAbfrage, PWAbfrageAnfrage>(port, "frmBVK_PWAbfrage");
-    add<frmBVK_RegBrowse, RegBrowseAnfrage>(port, "frmBVK_RegBrowse");
-    add<frmBVK_RegName, RegNameAnfrage>(port, "frmBVK_RegName");
-    add<frmBVK_REGEdit, REGEditAnfrage>(port, "frmBVK_REGEdit");
-    add<frmBVK_TippFileSave, TippFileSaveAnfrage>(port, "frmBVK_TippFileSave");
-    add<frmBVK_Parameter, ParameterAnfrage>(port, "frmBVK_Parameter");
-    add<frmBVK_OSErkennung, OSErkennungAnfrage>(port, "frmBVK_OSErkennung");
+    add<frmBVK_Datentyp, DatentypRequest>(port, "frmBVK_Datentyp");
+    add<frmBVK_Bearbeiten, BearbeitenRequest>(port, "frmBVK_Bearbeiten");
+    add<frmBVK_BootINI, BootINIRequest>(port, "frmBVK_BootINI");
+    add<frmBVK_Suchen, SuchenRequest>(port, "frmBVK_Suchen");
+    add<frmBVK_Optionen, OptionenRequest>(port, "frmBVK_Optionen");
+    add<frmBVK_PWAbfrage, PWAbfrageRequest>(port, "frmBVK_PWAbfrage");
+    add<frmBVK_RegBrowse, RegBrowseRequest>(port, "frmBVK_RegBrowse");
+    add<frmBVK_RegName, RegNameRequest>(port, "frmBVK_RegName");
+    add<frmBVK_REGEdit, REGEditRequest>(port, "frmBVK_REGEdit");
+    add<frmBVK_TippFileSave, TippFileSaveRequest>(port, "frmBVK_TippFileSave");
+    add<frmBVK_Parameter, ParameterRequest>(port, "frmBVK_Parameter");
+    add<frmBVK_OSErkennung, OSErkennungRequest>(port, "frmBVK_OSErkennung");
 }
 
 }  // namespace brenvik

@@ -41,14 +41,14 @@ void endWithoutDisplay(QtMsgType kind, const QMessageLogContext&, const QString&
     std::_Exit(1);
 }
 
-struct Aufruf {
+struct Invocation {
     std::string home, machine, profile, screenshots;
     std::optional<int> passwordDescriptor;
     std::vector<std::string> rest;      // what is none of ours: the window system's options and the program's own switches
 };
 
 // Takes our options off the command line. Answers the exit code if the program has nothing more to do.
-std::optional<int> takeOptions(Aufruf& call, int argc, char** argv) {
+std::optional<int> takeOptions(Invocation& call, int argc, char** argv) {
     CLI::App app{"Brenvik: Einstellungen einer Windows-Installation ansehen und ändern", "brenvik"};
     app.set_version_flag("--version", std::string("brenvik ") + BRENVIK_VERSION, "Version ausgeben");
     app.set_help_flag("-h,--help", "Diese Hilfe ausgeben");
@@ -81,9 +81,9 @@ std::optional<int> takeOptions(Aufruf& call, int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    Aufruf call;
+    Invocation call;
     if (const auto done = takeOptions(call, argc, argv)) return *done;
-    brenvik::verbergePasswort(argc, argv);
+    brenvik::hidePassword(argc, argv);
     std::optional<std::string> password;
     if (call.passwordDescriptor) {
         password = brenvik::host::readSecretLine(*call.passwordDescriptor);
@@ -105,12 +105,12 @@ int main(int argc, char** argv) {
     if (german.load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) QApplication::installTranslator(&german);
     brenvik::setColourMode(application, brenvik::ColourMode::System);
 
-    brenvik::FensterOptionen options;
-    options.programm.home = call.home;
-    options.programm.machine = call.machine;
-    options.programm.profile = call.profile;
-    options.kommandozeile = QApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
+    brenvik::WindowOptions options;
+    options.program.home = call.home;
+    options.program.machine = call.machine;
+    options.program.profile = call.profile;
+    options.commandLineText = QApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
     options.screenshots = call.screenshots;
     options.passwort = std::move(password);
-    return brenvik::runFensterprogramm(application, options);
+    return brenvik::runWindowProgram(application, options);
 }

@@ -13,9 +13,9 @@ inline constexpr std::int32_t NullValue = 94, NoCurrentRow = 3021, NoSuchField =
                               NoProvider = 3706, NoAutomation = 430;
 }  // namespace dberr
 
-class DatenbankFehler : public NumberedError {
+class DatabaseErrors : public NumberedError {
 public:
-    DatenbankFehler(std::int32_t errorNumber, const std::string& description, std::string sourceName,
+    DatabaseErrors(std::int32_t errorNumber, const std::string& description, std::string sourceName,
                     std::string state = {})
         : NumberedError(errorNumber, description), source(std::move(sourceName)), sqlState(std::move(state)) {}
     std::string source;

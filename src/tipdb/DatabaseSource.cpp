@@ -15,11 +15,11 @@ constexpr char SqliteMagic[] = "SQLite format 3";  // with its final zero byte
 
 std::string fileBytes(const std::filesystem::path& file) {
     std::error_code ec;
-    if (!std::filesystem::is_regular_file(file, ec)) throw DatenbankFehler(errnum::PathFileAccess, "Die Datenbankdatei ist keine gewöhnliche Datei.", Source);
+    if (!std::filesystem::is_regular_file(file, ec)) throw DatabaseErrors(errnum::PathFileAccess, "Die Datenbankdatei ist keine gewöhnliche Datei.", Source);
     try {
         return readFile(file, MaxFileBytes);
     } catch (const NumberedError& error) {
-        throw DatenbankFehler(error.number, std::string("Die Datenbankdatei ist nicht lesbar: ") + error.what(), Source);
+        throw DatabaseErrors(error.number, std::string("Die Datenbankdatei ist nicht lesbar: ") + error.what(), Source);
     }
 }
 
@@ -27,22 +27,22 @@ bool looksLikeSqlite(std::string_view bytes) { return bytes.substr(0, sizeof Sql
 
 }  // namespace
 
-Datenbestand readDatabase(const std::filesystem::path& file, const std::string& password, const std::vector<std::string>& tables) {
+Records readDatabase(const std::filesystem::path& file, const std::string& password, const std::vector<std::string>& tables) {
     std::string bytes = fileBytes(file);
-    if (jet::JetDatei::looksLikeJet(bytes)) return readJetDatabase(std::move(bytes), password, tables);
+    if (jet::JetFile::looksLikeJet(bytes)) return readJetDatabase(std::move(bytes), password, tables);
     if (looksLikeSqlite(bytes)) return readSqliteDatabase(std::move(bytes), tables);
-    throw DatenbankFehler(dberr::Unspecified, "Das Format der Datenbankdatei wird nicht erkannt: Es ist weder eine Jet- noch eine SQLite-Datenbank.", Source);
+    throw DatabaseErrors(dberr::Unspecified, "Das Format der Datenbankdatei wird nicht erkannt: Es ist weder eine Jet- noch eine SQLite-Datenbank.", Source);
 }
 
-Datenbestand readJetDatabase(std::string bytes, const std::string& password, const std::vector<std::string>& tables) {
+Records readJetDatabase(std::string bytes, const std::string& password, const std::vector<std::string>& tables) {
     std::string table;
     try {
-        const jet::JetDatei file(std::move(bytes));
+        const jet::JetFile file(std::move(bytes));
         if (!file.password().empty() && file.password() != password)
-            throw DatenbankFehler(dberr::AuthenticationFailed, "Das Kennwort der Datenbank ist ungültig.", Source);
-        Datenbestand data;
+            throw DatabaseErrors(dberr::AuthenticationFailed, "Das Kennwort der Datenbank ist ungültig.", Source);
+        Records data;
         table = "MSysObjects";
-        const jet::Katalog catalog(file);
+        const jet::Catalogue catalog(file);
         for (const std::string& name : tables) {
             table = name;
             if (const auto page = catalog.find(name)) data.tables.push_back(jet::readTable(file, *page, name));
@@ -50,7 +50,7 @@ Datenbestand readJetDatabase(std::string bytes, const std::string& password, con
         return data;
     } catch (const jet::Damaged& error) {
         const std::string place = table.empty() ? "" : " (Tabelle " + table + ")";
-        throw DatenbankFehler(dberr::Unspecified, std::string("Die Datenbankdatei ist beschädigt") + place + ": " + error.what() + ".", Source);
+        throw DatabaseErrors(dberr::Unspecified, std::string("Die Datenbankdatei ist beschädigt") + place + ": " + error.what() + ".", Source);
     }
 }
 

@@ -8,12 +8,12 @@
 
 namespace brenvik {
 
-// Reads those of the named tables that are there, whole or not at all: damage in one of them is a DatenbankFehler, as
+// Reads those of the named tables that are there, whole or not at all: damage in one of them is a DatabaseErrors, as
 // are an unknown format and a wrong password (dberr::AuthenticationFailed). A password for an unprotected file is ignored.
-Datenbestand readDatabase(const std::filesystem::path& file, const std::string& password, const std::vector<std::string>& tables);
+Records readDatabase(const std::filesystem::path& file, const std::string& password, const std::vector<std::string>& tables);
 
 // The two formats, each given the whole content of its file.
-Datenbestand readJetDatabase(std::string bytes, const std::string& password, const std::vector<std::string>& tables);
-Datenbestand readSqliteDatabase(std::string bytes, const std::vector<std::string>& tables);
+Records readJetDatabase(std::string bytes, const std::string& password, const std::vector<std::string>& tables);
+Records readSqliteDatabase(std::string bytes, const std::vector<std::string>& tables);
 
 }  // namespace brenvik

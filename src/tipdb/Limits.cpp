@@ -13,9 +13,9 @@ namespace brenvik {
 namespace {
 
 // A group stands with all of its Tips wherever a row names it, and a number that several Tips share stands for all of them.
-std::size_t nodesByGroups(const TipDatenbank& database) {
+std::size_t nodesByGroups(const TipDatabase& database) {
     std::unordered_map<std::int32_t, std::size_t> tips;
-    for (const TippListenEintrag& tip : database.udtTippListe) ++tips[tip.Index];
+    for (const TipListEntry& tip : database.udtTippListe) ++tips[tip.Index];
     std::vector<std::size_t> below;
     for (const Gruppe& group : database.udtGruppen) {
         std::size_t count = 0;
@@ -30,9 +30,9 @@ std::size_t nodesByGroups(const TipDatenbank& database) {
     return nodes;
 }
 
-std::size_t nodesByVersions(const TipDatenbank& database) {
+std::size_t nodesByVersions(const TipDatabase& database) {
     std::unordered_map<std::string_view, std::size_t> tips;
-    for (const TippListenEintrag& tip : database.udtTippListe) ++tips[tip.NeuInVersion];
+    for (const TipListEntry& tip : database.udtTippListe) ++tips[tip.NeuInVersion];
     std::size_t nodes = 0;
     for (const std::string& version : database.strDBVersionen) {
         nodes += 1 + tips[version];
@@ -41,7 +41,7 @@ std::size_t nodesByVersions(const TipDatenbank& database) {
     return nodes;
 }
 
-std::size_t levels(const TipDatenbank& database) {
+std::size_t levels(const TipDatabase& database) {
     std::vector<std::size_t> lastAt(database.udtGruppen.size() + 1, 0);   // level of the node that was placed there last
     const auto has = [&](std::int64_t place) { return place >= 0 && place < static_cast<std::int64_t>(lastAt.size()); };
     std::size_t deepest = 0;
@@ -56,14 +56,14 @@ std::size_t levels(const TipDatenbank& database) {
 
 }  // namespace
 
-DatenbankFehler tooBig(const std::string& what, std::size_t most) {
-    return {dberr::Unspecified, fmt::format(meldung::DatenbankZuGross, what, most), "Datenbankdatei"};
+DatabaseErrors tooBig(const std::string& what, std::size_t most) {
+    return {dberr::Unspecified, fmt::format(messages::DatabaseTooLarge, what, most), "Datenbankdatei"};
 }
 
-void checkTreeSize(const TipDatenbank& database) {
+void checkTreeSize(const TipDatabase& database) {
     const std::size_t nodes = std::max({nodesByGroups(database), nodesByVersions(database), database.udtTippListe.size()});
-    if (nodes > MaxTreeNodes) throw tooBig(meldung::BaumEintraege, MaxTreeNodes);
-    if (const std::size_t found = levels(database); found > MaxTreeLevels) throw tooBig(fmt::format(meldung::BaumEbenen, found), MaxTreeLevels);
+    if (nodes > MaxTreeNodes) throw tooBig(messages::TreeEntries, MaxTreeNodes);
+    if (const std::size_t found = levels(database); found > MaxTreeLevels) throw tooBig(fmt::format(messages::TreeLevels, found), MaxTreeLevels);
 }
 
 }  // namespace brenvik

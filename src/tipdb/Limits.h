@@ -8,7 +8,7 @@
 
 namespace brenvik {
 
-struct TipDatenbank;
+struct TipDatabase;
 
 inline constexpr std::size_t MaxTextBytes = 128u << 10;    // of a single text, in UTF-8
 inline constexpr std::size_t MaxTableBytes = 256u << 20;   // of all texts of a table
@@ -17,9 +17,9 @@ inline constexpr std::size_t MaxTreeNodes = 500'000;       // of any view of the
 inline constexpr std::size_t MaxTreeLevels = 100;          // below its root
 
 // The refusal: what there is too much of, and how much there may be.
-DatenbankFehler tooBig(const std::string& what, std::size_t most);
+DatabaseErrors tooBig(const std::string& what, std::size_t most);
 
 // Measures the tree that the tables would make, before it is made. Throws tooBig.
-void checkTreeSize(const TipDatenbank& database);
+void checkTreeSize(const TipDatabase& database);
 
 }  // namespace brenvik

@@ -8,18 +8,18 @@
 
 namespace brenvik {
 
-enum class LoadErgebnis {
-    Geladen,
-    ProgrammEnde   // the user has been told why; at start the program ends
+enum class LoadResult {
+    Loaded,
+    ProgramEnd   // the user has been told why; at start the program ends
 };
 
 // Opens the database (host path) and fills the tables in memory. The database that was open before stays as it is
 // until the new one is known to be good, so a failed choice of another one changes nothing.
-LoadErgebnis LoadDB(TipdbContext& ctx, const std::filesystem::path& Pfad);
+LoadResult LoadDB(TipdbContext& ctx, const std::filesystem::path& Pfad);
 
 // Another one in place of the one that is open. Unlike at start a file without the tables of a tip database is refused, and
 // whatever it is that refuses it is told in one box. False: the present one stays.
-bool andereDatenbankLaden(TipdbContext& ctx, const std::filesystem::path& Pfad);
+bool loadOtherDatabase(TipdbContext& ctx, const std::filesystem::path& Pfad);
 
 // Closes the shared record set and the connection.
 void DBClose(TipdbContext& ctx);
@@ -30,9 +30,9 @@ void DBClose(TipdbContext& ctx);
 std::string DBTextSuchen(TipdbContext& ctx, spalte::Spalte Spalte, std::int32_t Index);
 
 // True if the version text is enough; compared as text, so "10.0" is not.
-bool mdacGenuegt(const std::string& version);
+bool mdacSuffices(const std::string& version);
 
 // The password that a protected database must have; decoded when asked for, and kept out of the trace.
-std::string datenbankPasswort(TipdbContext& ctx);
+std::string databasePassword(TipdbContext& ctx);
 
 }  // namespace brenvik

@@ -12,24 +12,24 @@ namespace brenvik {
 
 namespace {
 
-constexpr const char* Prozedur = "DBTippRead";
-constexpr const char* Dateiliste = "<filelist>";
+constexpr const char* Routine = "DBTippRead";
+constexpr const char* FileList = "<filelist>";
 constexpr const char* WindowsPfad = "[WindowsPfad]";
 
 // The long form of a root key; only these exact spellings are known.
 std::string expandedRoot(const std::string& text) {
     static constexpr struct {
-        const char *kurz, *lang;
+        const char *brief, *lang;
     } Roots[] = {{"HKCU", "HKEY_CURRENT_USER"}, {"HKLM", "HKEY_LOCAL_MACHINE"},  {"HKU", "HKEY_USERS"},
                  {"HKDD", "HKEY_DYN_DATA"},     {"HKCC", "HKEY_CURRENT_CONFIG"}, {"HKCR", "HKEY_CLASSES_ROOT"}};
     for (const auto& root : Roots)
-        if (text == root.kurz || text == root.lang) return root.lang;
+        if (text == root.brief || text == root.lang) return root.lang;
     return {};
 }
 
-class Satzleser {
+class RecordReader {
 public:
-    explicit Satzleser(TipdbContext& context) : ctx_(context), tipp_(context.aktuellerTipp) {}
+    explicit RecordReader(TipdbContext& context) : ctx_(context), tipp_(context.aktuellerTipp) {}
 
     void read();
 
@@ -38,10 +38,10 @@ private:
     std::int16_t listFiles(const RecordSet& rs);
     void readRows(RecordSet& rs);
     void readFileEntries(RecordSet& rs, std::int16_t count);
-    void readCommon(const RecordSet& rs, TippEintrag& entry);
+    void readCommon(const RecordSet& rs, TipEntry& entry);
     std::string valueOrPath(const RecordSet& rs, spalte::Spalte column, const char* ifNull) const;
-    TippEintrag& entryAt(std::size_t i) {
-        if (i >= tipp_.Eintrag.size()) throw LocatedError(errnum::Subscript, fmt::format(meldung::MehrZeilen, TabelleRegDaten, tipp_.Eintrag.at(1).TippIndex));
+    TipEntry& entryAt(std::size_t i) {
+        if (i >= tipp_.Eintrag.size()) throw LocatedError(errnum::Subscript, fmt::format(messages::MoreLines, TableRegDaten, tipp_.Eintrag.at(1).TippIndex));
         return tipp_.Eintrag[i];
     }
 
@@ -49,7 +49,7 @@ private:
     Tipp& tipp_;
 };
 
-void Satzleser::readHead(const RecordSet& rs) {
+void RecordReader::readHead(const RecordSet& rs) {
     tipp_.Überschrift = rs.textOrEmpty(spalte::Überschrift);
     tipp_.AnzahlWerte = rs.number<std::uint8_t>(spalte::AnzahlWerte);
     tipp_.Win95 = rs.flag(spalte::Win95);
@@ -68,15 +68,15 @@ void Satzleser::readHead(const RecordSet& rs) {
 }
 
 // Answers the number of files, 0 for a Tip that is none of a file list.
-std::int16_t Satzleser::listFiles(const RecordSet& rs) {
-    if (rs.textOrEmpty(spalte::Werteliste) != Dateiliste) return 0;
+std::int16_t RecordReader::listFiles(const RecordSet& rs) {
+    if (rs.textOrEmpty(spalte::Werteliste) != FileList) return 0;
     const std::int16_t count = DirList(ctx_, ctx_.target().files(), systemFolder(ctx_) + "*.cpl", ctx_.strDateiListe);
     if (count > 256) throw NumberedError(errnum::Overflow, "Überlauf");
     if (count > 0) tipp_.AnzahlWerte = static_cast<std::uint8_t>(count - 1);
     return count;
 }
 
-std::string Satzleser::valueOrPath(const RecordSet& rs, spalte::Spalte column, const char* ifNull) const {
+std::string RecordReader::valueOrPath(const RecordSet& rs, spalte::Spalte column, const char* ifNull) const {
     if (rs.isNull(column)) return ifNull;
     const std::string text = rs.text(column);
     const std::vector<std::string> parts = Split(text, WindowsPfad);
@@ -85,7 +85,7 @@ std::string Satzleser::valueOrPath(const RecordSet& rs, spalte::Spalte column, c
     return windowsFolder(ctx_) + (windows9x ? "\\System" : "\\System32") + parts[1];
 }
 
-void Satzleser::readCommon(const RecordSet& rs, TippEintrag& entry) {
+void RecordReader::readCommon(const RecordSet& rs, TipEntry& entry) {
     entry.Hauptschlüssel = expandedRoot(rs.textOrEmpty(spalte::Hauptschlüssel));
     entry.TippIndex = rs.number<std::int16_t>(spalte::Index);
     entry.Schlüssel = rs.textOrEmpty(spalte::Schlüssel);
@@ -101,9 +101,9 @@ void Satzleser::readCommon(const RecordSet& rs, TippEintrag& entry) {
     tipp_.ADMExport = rs.flag(spalte::ADMExport);
 }
 
-void Satzleser::readRows(RecordSet& rs) {
+void RecordReader::readRows(RecordSet& rs) {
     for (std::size_t i = 1; !rs.atEOF(); rs.MoveNext(), ++i) {
-        TippEintrag& entry = entryAt(i);
+        TipEntry& entry = entryAt(i);
         readCommon(rs, entry);
         entry.Wertname = rs.textOrEmpty(spalte::Wertname);
         entry.Anzeigetext = rs.textOrEmpty(spalte::Anzeigetext);
@@ -111,13 +111,13 @@ void Satzleser::readRows(RecordSet& rs) {
 }
 
 // One entry for each file, all of them copies of the first row; a row that names the file gives it its caption.
-void Satzleser::readFileEntries(RecordSet& rs, std::int16_t count) {
+void RecordReader::readFileEntries(RecordSet& rs, std::int16_t count) {
     std::vector<std::pair<std::string, std::string>> captions;
     for (; !rs.atEOF(); rs.MoveNext())
         if (!rs.isNull(spalte::Wertname)) captions.emplace_back(lowerCase(rs.text(spalte::Wertname)), rs.textOrEmpty(spalte::Anzeigetext));
     rs.MoveFirst();
     for (std::size_t i = 1; i <= static_cast<std::size_t>(count); ++i) {
-        TippEintrag& entry = entryAt(i);
+        TipEntry& entry = entryAt(i);
         readCommon(rs, entry);
         entry.Wertname = ctx_.strDateiListe.at(i);
         entry.Anzeigetext = "Unbekannt!";
@@ -126,7 +126,7 @@ void Satzleser::readFileEntries(RecordSet& rs, std::int16_t count) {
     }
 }
 
-void Satzleser::read() {
+void RecordReader::read() {
     if (!ctx_.objRS) throw NumberedError(91, "Es ist keine Datenbank geladen.");
     const RecordSet& head = *ctx_.objRS;
     ctx_.trace.write("Tipp aus der Datenbank auslesen:");
@@ -140,7 +140,7 @@ void Satzleser::read() {
     entryAt(1).TippIndex = number;
     const std::string n = std::to_string(number);
     const auto rs = ctx_.objDB.GetNewRS(ctx_, ctx_.objVerbindung.get(), "Select * From RegDaten where Index=" + n + " or HauptIndex=" + n);
-    if (rs->State() != RecordSet::Offen || rs->atEOF()) return;
+    if (rs->State() != RecordSet::IsOpen || rs->atEOF()) return;
     rs->MoveFirst();
     if (files >= 1) readFileEntries(*rs, files);
     else readRows(*rs);
@@ -151,13 +151,13 @@ void Satzleser::read() {
 }  // namespace
 
 void DBTippRead(TipdbContext& ctx) {
-    reportAndGoOn(ctx, Prozedur, [&] { Satzleser(ctx).read(); });
+    reportAndGoOn(ctx, Routine, [&] { RecordReader(ctx).read(); });
 }
 
 void DBTippSuchen(TipdbContext& ctx, const std::string& Überschrift) {
-    reportAndGoOn(ctx, Prozedur, [&] {
+    reportAndGoOn(ctx, Routine, [&] {
         if (ctx.objRS) ctx.objRS->moveToText(spalte::Überschrift, Überschrift);
-        Satzleser(ctx).read();
+        RecordReader(ctx).read();
     });
 }
 

@@ -6,7 +6,7 @@
 
 namespace brenvik {
 
-const Tabelle& RecordSet::openRows() const {
+const Table& RecordSet::openRows() const {
     if (!rows_) throw NumberedError(dberr::Closed, "Die Datensatzgruppe ist geschlossen.");
     return *rows_;
 }
@@ -17,7 +17,7 @@ std::size_t RecordSet::columnOf(int ordinal) const {
     return static_cast<std::size_t>(ordinal);
 }
 
-const Zelle& RecordSet::field(int ordinal) const {
+const Cell& RecordSet::field(int ordinal) const {
     const std::size_t column = columnOf(ordinal);
     if (row_ >= rows_->rows()) throw NumberedError(dberr::NoCurrentRow, "Es gibt keinen aktuellen Datensatz.");
     return rows_->cell(row_, column);
@@ -56,24 +56,24 @@ void RecordSet::moveToNumber(int ordinal, std::int64_t value) {
     row_ = rows_->findNumber(column, value, row_);
 }
 
-bool RecordSet::isNull(int ordinal) const { return field(ordinal).art == Zelle::Art::Null; }
+bool RecordSet::isNull(int ordinal) const { return field(ordinal).art == Cell::Art::Null; }
 
 bool RecordSet::isNullOrEmpty(int ordinal) const {
-    const Zelle& cell = field(ordinal);
-    return cell.art == Zelle::Art::Null || (cell.art == Zelle::Art::Text && cell.length == 0);
+    const Cell& cell = field(ordinal);
+    return cell.art == Cell::Art::Null || (cell.art == Cell::Art::Text && cell.length == 0);
 }
 
 std::string RecordSet::text(int ordinal) const {
-    const Zelle& cell = field(ordinal);
-    if (cell.art == Zelle::Art::Null) fail(dberr::NullValue, ordinal, "Unzulässige Verwendung von Null");
-    return cell.art == Zelle::Art::Zahl ? std::to_string(cell.number) : std::string(cell.text());
+    const Cell& cell = field(ordinal);
+    if (cell.art == Cell::Art::Null) fail(dberr::NullValue, ordinal, "Unzulässige Verwendung von Null");
+    return cell.art == Cell::Art::Number ? std::to_string(cell.number) : std::string(cell.text());
 }
 
 std::string RecordSet::textOrEmpty(int ordinal) const { return isNull(ordinal) ? std::string() : text(ordinal); }
 
 std::int64_t RecordSet::wholeNumber(int ordinal) const {
-    const Zelle& cell = field(ordinal);
-    if (cell.art == Zelle::Art::Zahl) return cell.number;
+    const Cell& cell = field(ordinal);
+    if (cell.art == Cell::Art::Number) return cell.number;
     const std::string digits = text(ordinal);
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
@@ -82,9 +82,9 @@ std::int64_t RecordSet::wholeNumber(int ordinal) const {
 }
 
 bool RecordSet::flag(int ordinal) const {
-    const Zelle& cell = field(ordinal);
-    if (cell.art == Zelle::Art::Text && (cell.text() == "True" || cell.text() == "Wahr")) return true;
-    if (cell.art == Zelle::Art::Text && (cell.text() == "False" || cell.text() == "Falsch")) return false;
+    const Cell& cell = field(ordinal);
+    if (cell.art == Cell::Art::Text && (cell.text() == "True" || cell.text() == "Wahr")) return true;
+    if (cell.art == Cell::Art::Text && (cell.text() == "False" || cell.text() == "Falsch")) return false;
     return wholeNumber(ordinal) != 0;
 }
 

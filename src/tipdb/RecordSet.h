@@ -15,12 +15,12 @@ namespace brenvik {
 
 class RecordSet {
 public:
-    enum Zustand : int { Geschlossen = 0, Offen = 1 };
+    enum State : int { Closed = 0, IsOpen = 1 };
 
     RecordSet() = default;
-    RecordSet(std::string source, std::shared_ptr<const Tabelle> rows) : source_(std::move(source)), rows_(std::move(rows)) {}
+    RecordSet(std::string source, std::shared_ptr<const Table> rows) : source_(std::move(source)), rows_(std::move(rows)) {}
 
-    int State() const { return rows_ ? Offen : Geschlossen; }
+    int State() const { return rows_ ? IsOpen : Closed; }
     const std::string& Source() const { return source_; }  // the statement
     void Close() { rows_.reset(); }
 
@@ -53,13 +53,13 @@ public:
     template <class T> T numberOrZero(int ordinal) const { return isNull(ordinal) ? T{0} : number<T>(ordinal); }
 
 private:
-    const Tabelle& openRows() const;
-    const Zelle& field(int ordinal) const;
+    const Table& openRows() const;
+    const Cell& field(int ordinal) const;
     std::size_t columnOf(int ordinal) const;
     [[noreturn]] void fail(std::int32_t number, int ordinal, const char* reason) const;   // names table, row and column
 
     std::string source_;
-    std::shared_ptr<const Tabelle> rows_;
+    std::shared_ptr<const Table> rows_;
     std::size_t row_ = 0;
 };
 

@@ -3,16 +3,16 @@
 
 namespace brenvik {
 
-inline constexpr const char* DatenbankName = "RegDaten.mdb";   // beside the program
+inline constexpr const char* DatabaseName = "RegDaten.mdb";   // beside the program
 
-inline constexpr const char* TabelleVersion = "Version";
-inline constexpr const char* TabelleGruppennamen = "Gruppennamen";
-inline constexpr const char* TabelleTreebaum = "Treebaum";
-inline constexpr const char* TabelleRegDaten = "RegDaten";
-inline constexpr const char* TipTabellen[] = {TabelleVersion, TabelleGruppennamen, TabelleTreebaum, TabelleRegDaten};
+inline constexpr const char* TableVersion = "Version";
+inline constexpr const char* TableGruppennamen = "Gruppennamen";
+inline constexpr const char* TableTreebaum = "Treebaum";
+inline constexpr const char* TableRegDaten = "RegDaten";
+inline constexpr const char* TipTables[] = {TableVersion, TableGruppennamen, TableTreebaum, TableRegDaten};
 
 inline constexpr const char* DBFormat = "8";              // format number that this program reads
-inline constexpr const char* DBWunschVersion = "1.2.18";  // version that the format belongs to
+inline constexpr const char* DBWantedVersion = "1.2.18";  // version that the format belongs to
 
 // Columns of RegDaten. HauptIndex has no fixed place and is reached by name only.
 namespace spalte {
@@ -25,13 +25,13 @@ enum Spalte : int {
 };
 }  // namespace spalte
 
-namespace versionSpalte {
+namespace versionColumn {
 enum : int { Version = 0, Datum = 1, Format = 2 };
 }
-namespace gruppenSpalte {
+namespace groupColumn {
 enum : int { Name = 0, Nummer = 1, Beschreibung = 2 };
 }
-namespace baumSpalte {
+namespace treeColumn {
 enum : int { Nummer = 0, Vorgänger = 1, Ebene = 2, Gruppe = 3 };
 }
 

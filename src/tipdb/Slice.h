@@ -12,7 +12,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-struct Ausschnitt {
+struct Slice {
     const std::uint8_t* data = nullptr;
     std::size_t size = 0;
 
@@ -31,8 +31,8 @@ struct Ausschnitt {
                static_cast<std::uint32_t>(p[3]) << 24;
     }
     std::uint64_t u64(std::size_t offset) const { return u32(offset) | static_cast<std::uint64_t>(u32(offset + 4)) << 32; }
-    Ausschnitt part(std::size_t offset, std::size_t count) const { return {at(offset, count), count}; }
-    Ausschnitt from(std::size_t offset) const { return {at(offset, 0), size - offset}; }
+    Slice part(std::size_t offset, std::size_t count) const { return {at(offset, count), count}; }
+    Slice from(std::size_t offset) const { return {at(offset, 0), size - offset}; }
 };
 
 }  // namespace brenvik::jet

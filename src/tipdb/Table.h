@@ -12,8 +12,8 @@
 
 namespace brenvik {
 
-struct Zelle {
-    enum class Art : std::uint8_t { Null, Zahl, Text };
+struct Cell {
+    enum class Art : std::uint8_t { Null, Number, Text };
     Art art = Art::Null;
     std::uint32_t length = 0;
     union {
@@ -23,23 +23,23 @@ struct Zelle {
     std::string_view text() const { return {chars, length}; }
 };
 
-struct TabellenSpalte {
+struct TableColumn {
     std::string name;
     bool text = true;  // else a column of whole numbers; single cells may still differ in foreign databases
 };
 
-class Tabelle {
+class Table {
 public:
-    Tabelle(std::string name, std::vector<TabellenSpalte> columns);
+    Table(std::string name, std::vector<TableColumn> columns);
 
     const std::string& name() const { return name_; }
-    const std::vector<TabellenSpalte>& columns() const { return columns_; }
+    const std::vector<TableColumn>& columns() const { return columns_; }
     std::size_t rows() const { return columns_.empty() ? 0 : cells_.size() / columns_.size(); }
-    // Where a cell stands, for reports: "Tabelle RegDaten, Index 35, Spalte Symbol". A table without numbers counts its rows from 1.
+    // Where a cell stands, for reports: "Table RegDaten, Index 35, Spalte Symbol". A table without numbers counts its rows from 1.
     std::string place(std::size_t row, std::size_t column) const;
-    const Zelle& cell(std::size_t row, std::size_t column) const { return cells_[row * columns_.size() + column]; }
+    const Cell& cell(std::size_t row, std::size_t column) const { return cells_[row * columns_.size() + column]; }
 
-    // Cells are added from left to right, row by row. Throws DatenbankFehler when the table outgrows the memory
+    // Cells are added from left to right, row by row. Throws DatabaseErrors when the table outgrows the memory
     // that a tip database can reasonably need.
     void addNull();
     void addNumber(std::int64_t value);
@@ -58,11 +58,11 @@ private:
     using Key = std::pair<std::int64_t, std::uint32_t>;  // number or hash, row
     const std::vector<Key>& numberIndex(std::size_t column) const;
     const std::vector<Key>& textIndex(std::size_t column) const;
-    void add(Zelle cell);
+    void add(Cell cell);
 
     std::string name_;
-    std::vector<TabellenSpalte> columns_;
-    std::vector<Zelle> cells_;
+    std::vector<TableColumn> columns_;
+    std::vector<Cell> cells_;
     std::vector<std::unique_ptr<char[]>> chunks_;
     std::size_t chunkFree_ = 0;
     char* chunkNext_ = nullptr;
@@ -71,8 +71,8 @@ private:
 };
 
 // Everything that was read from one database file.
-struct Datenbestand {
-    std::vector<std::shared_ptr<const Tabelle>> tables;
+struct Records {
+    std::vector<std::shared_ptr<const Table>> tables;
 };
 
 }  // namespace brenvik

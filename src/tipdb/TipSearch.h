@@ -12,34 +12,34 @@ namespace brenvik {
 
 struct TipdbContext;
 
-struct Suchauftrag {
+struct SearchOrder {
     std::string txtSuchText;
     std::array<bool, 3> chkTabelle{true, true, true};   // Wertname, Überschrift, Beschreibung
-    bool genauerWortlaut = false;                       // the whole column, not a part of it
+    bool exactWording = false;                       // the whole column, not a part of it
 };
 
-struct Suchtreffer {
+struct SearchHit {
     std::int32_t Index = 0;
     std::string Überschrift;
-    bool operator==(const Suchtreffer&) const = default;
+    bool operator==(const SearchHit&) const = default;
 };
 
 // The condition of the statement; empty if there is nothing to look for. The text goes in as it was typed.
-std::string suchBedingung(const Suchauftrag& auftrag);
+std::string searchCondition(const SearchOrder& searchOrder);
 
 // The head rows that fit, by their number. False: the statement failed, which was reported; the list is empty.
-bool DBSuchen(TipdbContext& ctx, const std::string& Bedingung, std::vector<Suchtreffer>& Liste);
+bool DBSuchen(TipdbContext& ctx, const std::string& Bedingung, std::vector<SearchHit>& Liste);
 
-struct Suchergebnis {
-    enum class Art { NichtsZuSuchen, Gescheitert, Gesucht } art = Art::NichtsZuSuchen;
-    std::vector<Suchtreffer> treffer;
+struct SearchResult {
+    enum class Art { NothingToSeek, Failed, Sought } art = Art::NothingToSeek;
+    std::vector<SearchHit> hits;
 };
 
-struct SuchenAnfrage : WindowRequest {
+struct SuchenRequest : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_Suchen"; }
-    Suchauftrag auftrag;                                          // as it was left
-    std::function<Suchergebnis(const Suchauftrag&)> suchen;
-    std::string gewaehlt;                                         // heading of the hit to open, empty: none
+    SearchOrder searchOrder;                                          // as it was left
+    std::function<SearchResult(const SearchOrder&)> suchen;
+    std::string chosen;                                         // heading of the hit to open, empty: none
 };
 
 }  // namespace brenvik

@@ -27,7 +27,7 @@ struct Treebaum {
     std::int32_t Gruppe = 0;                 // index into udtGruppen
 };
 
-struct TippListenEintrag {
+struct TipListEntry {
     std::int32_t Index = 0;
     std::string Überschrift;
     std::int16_t Symbol = 0;
@@ -36,8 +36,8 @@ struct TippListenEintrag {
 };
 
 // An opened database with its tables in memory; a new one takes the place of the old as a whole.
-struct TipDatenbank {
-    std::filesystem::path datenbankDatei;    // that it was read from
+struct TipDatabase {
+    std::filesystem::path databaseFile;    // that it was read from
     std::unique_ptr<Connection> objVerbindung;
     std::unique_ptr<RecordSet> objRS;
     bool blnDBGeladen = false;
@@ -45,10 +45,10 @@ struct TipDatenbank {
     std::vector<std::string> strDBVersionen;
     std::vector<Gruppe> udtGruppen;
     std::vector<Treebaum> udtTreebaum;
-    std::vector<TippListenEintrag> udtTippListe;  // intTippAnzahl is its size
+    std::vector<TipListEntry> udtTippListe;  // intTippAnzahl is its size
 };
 
-struct TipdbContext : RegistryContext, TipDatenbank {
+struct TipdbContext : RegistryContext, TipDatabase {
     using RegistryContext::RegistryContext;
 
     bvkADO objDB;

@@ -6,7 +6,7 @@
 
 namespace brenvik {
 
-struct TippEintrag {
+struct TipEntry {
     std::int16_t TippIndex = 0;      // Index of the entry's row
     std::string Hauptschlüssel;      // long form ("HKEY_CURRENT_USER"), empty if the column held no known root
     std::string Schlüssel;
@@ -35,9 +35,9 @@ struct Tipp {
     std::string NeuInVersion;
     std::int16_t Symbol = 0;
     bool ADMExport = false;
-    std::vector<TippEintrag> Eintrag;   // [0] unused
+    std::vector<TipEntry> Eintrag;   // [0] unused
 
-    std::size_t letzterEintrag() const { return Eintrag.empty() ? 0 : Eintrag.size() - 1; }
+    std::size_t lastEntry() const { return Eintrag.empty() ? 0 : Eintrag.size() - 1; }
 };
 
 }  // namespace brenvik

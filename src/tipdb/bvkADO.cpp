@@ -14,11 +14,11 @@ namespace {
 
 constexpr const char* KontextConnect = "bvkADO.ConnectAccess";
 constexpr const char* KontextNewRS = "bvkADO.GetNewRS";
-constexpr int MaxPasswortMeldungen = 2;
+constexpr int MaxPasswordMessages = 2;
 
-DatenbankFehlerEintrag entryOf(const DatenbankFehler& error) { return {error.number, error.what(), error.source, error.sqlState}; }
+DatabaseErrorEntry entryOf(const DatabaseErrors& error) { return {error.number, error.what(), error.source, error.sqlState}; }
 
-void report(FrameContext& ctx, const DatenbankFehler& error, const Connection& connection, const char* context, const std::string& extra) {
+void report(FrameContext& ctx, const DatabaseErrors& error, const Connection& connection, const char* context, const std::string& extra) {
     clsGSError record;
     record.Number = error.number;
     record.Description = error.what();
@@ -31,32 +31,32 @@ void report(FrameContext& ctx, const DatenbankFehler& error, const Connection& c
 void Connection::Open(const std::filesystem::path& path, const std::string& password) {
     Errors.clear();
     try {
-        engine_ = std::make_unique<SqlEngine>(readDatabase(path, password, {std::begin(TipTabellen), std::end(TipTabellen)}));
-    } catch (const DatenbankFehler& error) {
+        engine_ = std::make_unique<SqlEngine>(readDatabase(path, password, {std::begin(TipTables), std::end(TipTables)}));
+    } catch (const DatabaseErrors& error) {
         // A wrong password is the failure of the opening itself, so that the caller may ask again.
         if (error.number != dberr::AuthenticationFailed) Errors.push_back(entryOf(error));
         throw;
     }
 }
 
-std::shared_ptr<const Tabelle> Connection::execute(const std::string& sql) {
+std::shared_ptr<const Table> Connection::execute(const std::string& sql) {
     Errors.clear();
     try {
-        if (!engine_) throw DatenbankFehler(dberr::Closed, "Die Verbindung zur Datenbank ist geschlossen.", "SQL");
+        if (!engine_) throw DatabaseErrors(dberr::Closed, "Die Verbindung zur Datenbank ist geschlossen.", "SQL");
         return engine_->query(sql);
-    } catch (const DatenbankFehler& error) {
+    } catch (const DatabaseErrors& error) {
         Errors.push_back(entryOf(error));
         throw;
     }
 }
 
-Verbindungsfolge verbindungsfolge(std::int32_t errorNumber, const std::vector<DatenbankFehlerEintrag>& errors, int attemptsShown) {
-    const bool matched = std::any_of(errors.begin(), errors.end(), [](const DatenbankFehlerEintrag& e) { return e.Number == dberr::AuthenticationFailed; });
-    if (matched) return Verbindungsfolge::StillAufgeben;
+ConnectionSequence connectionSequence(std::int32_t errorNumber, const std::vector<DatabaseErrorEntry>& errors, int attemptsShown) {
+    const bool matched = std::any_of(errors.begin(), errors.end(), [](const DatabaseErrorEntry& e) { return e.Number == dberr::AuthenticationFailed; });
+    if (matched) return ConnectionSequence::GiveUpSilently;
     if (errorNumber == dberr::AuthenticationFailed)
-        return attemptsShown < MaxPasswortMeldungen ? Verbindungsfolge::PasswortMelden : Verbindungsfolge::Aufgeben;
-    if (errorNumber == dberr::NoProvider || errorNumber == dberr::NoAutomation) return Verbindungsfolge::TreiberMelden;
-    return Verbindungsfolge::Bericht;
+        return attemptsShown < MaxPasswordMessages ? ConnectionSequence::PasswordAsk : ConnectionSequence::GiveUp;
+    if (errorNumber == dberr::NoProvider || errorNumber == dberr::NoAutomation) return ConnectionSequence::DriverReport;
+    return ConnectionSequence::Report;
 }
 
 std::unique_ptr<Connection> bvkADO::ConnectAccess(FrameContext& ctx, const std::filesystem::path& path, const std::string& password, int,
@@ -68,16 +68,16 @@ std::unique_ptr<Connection> bvkADO::ConnectAccess(FrameContext& ctx, const std::
         try {
             connection->Open(path, password);
             return connection;
-        } catch (const DatenbankFehler& error) {
-            const Verbindungsfolge next = verbindungsfolge(error.number, connection->Errors, shown);
-            if (next == Verbindungsfolge::PasswortMelden) {
-                ctx.port.tell(meldung::PasswortUngueltig, box::Exclamation);
+        } catch (const DatabaseErrors& error) {
+            const ConnectionSequence next = connectionSequence(error.number, connection->Errors, shown);
+            if (next == ConnectionSequence::PasswordAsk) {
+                ctx.port.tell(messages::PasswordInvalid, box::Exclamation);
                 ++shown;
                 continue;
             }
-            if (next == Verbindungsfolge::TreiberMelden)
-                ctx.port.tell(meldung::DatenbankzugriffNichtMoeglich + strBVKFehler(14) + "\r\n", box::OK, meldung::MdacFehler);
-            if (next == Verbindungsfolge::Bericht) report(ctx, error, *connection, KontextConnect, "");
+            if (next == ConnectionSequence::DriverReport)
+                ctx.port.tell(messages::DatabaseAccessImpossible + strBVKFehler(14) + "\r\n", box::OK, messages::MdacError);
+            if (next == ConnectionSequence::Report) report(ctx, error, *connection, KontextConnect, "");
             return connection;
         }
     }
@@ -89,19 +89,19 @@ std::unique_ptr<RecordSet> bvkADO::GetNewRS(FrameContext& ctx, Connection* conne
     Connection& used = connection == nullptr ? none : *connection;
     try {
         return std::make_unique<RecordSet>(sql, used.execute(sql));
-    } catch (const DatenbankFehler& error) {
+    } catch (const DatabaseErrors& error) {
         report(ctx, error, used, KontextNewRS, "RS.Source: " + sql);
         return std::make_unique<RecordSet>(sql, nullptr);
     }
 }
 
 bool bvkADO::ConnectionClose(Connection* connection) {
-    if (connection != nullptr && connection->State() == Connection::Offen) connection->Close();
+    if (connection != nullptr && connection->State() == Connection::IsOpen) connection->Close();
     return true;
 }
 
 bool bvkADO::RSClose(RecordSet* recordSet) {
-    if (recordSet != nullptr && recordSet->State() == RecordSet::Offen) recordSet->Close();
+    if (recordSet != nullptr && recordSet->State() == RecordSet::IsOpen) recordSet->Close();
     return true;
 }
 

@@ -17,24 +17,24 @@ namespace brenvik {
 
 class Connection {
 public:
-    enum Zustand : int { Geschlossen = 0, Offen = 1 };
+    enum State : int { Closed = 0, IsOpen = 1 };
 
     std::string Version = "2.8";     // of the data access layer
-    std::vector<DatenbankFehlerEintrag> Errors;   // what the last failing operation reported
+    std::vector<DatabaseErrorEntry> Errors;   // what the last failing operation reported
     std::int32_t CommandTimeout = 0, CursorLocation = 0;  // seconds, ADO constant; kept, without effect here
 
-    int State() const { return engine_ ? Offen : Geschlossen; }
-    void Open(const std::filesystem::path& path, const std::string& password);  // throws DatenbankFehler
+    int State() const { return engine_ ? IsOpen : Closed; }
+    void Open(const std::filesystem::path& path, const std::string& password);  // throws DatabaseErrors
     void Close() { engine_.reset(); }
-    std::shared_ptr<const Tabelle> execute(const std::string& sql);   // throws DatenbankFehler
+    std::shared_ptr<const Table> execute(const std::string& sql);   // throws DatabaseErrors
 
 private:
     std::unique_ptr<SqlEngine> engine_;
 };
 
 // What ConnectAccess does after a failed attempt.
-enum class Verbindungsfolge { StillAufgeben, PasswortMelden, Aufgeben, TreiberMelden, Bericht };
-Verbindungsfolge verbindungsfolge(std::int32_t errorNumber, const std::vector<DatenbankFehlerEintrag>& errors, int attemptsShown);
+enum class ConnectionSequence { GiveUpSilently, PasswordAsk, GiveUp, DriverReport, Report };
+ConnectionSequence connectionSequence(std::int32_t errorNumber, const std::vector<DatabaseErrorEntry>& errors, int attemptsShown);
 
 class bvkADO {
 public:

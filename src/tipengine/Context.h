@@ -11,41 +11,41 @@
 namespace brenvik {
 
 // Working values of one entry of the Tip on screen.
-struct Arbeitswert {
+struct WorkingValue {
     std::string strAktuellerWert;           // as read, in display form
     std::string strAnzeigeWert;             // as the panel holds it
     bool blnWertGelesen = false;
     bool gefunden = false;                  // the value is there, whether or not the Tip can show it
-    bool ignoriert = false;                 // it is there, but not shown: outside the Tip's values or of another type
-    bool nurLesen = false;                  // it may be read only
-    const char* sperre = nullptr;           // why its field may only show it, in German: not all of it would come back
-    bool beruehrt = false;                  // set by the user or by whatever sets a value on purpose; only then it is converted and written
+    bool ignored = false;                 // it is there, but not shown: outside the Tip's values or of another type
+    bool readOnly = false;                  // it may be read only
+    const char* lock = nullptr;           // why its field may only show it, in German: not all of it would come back
+    bool touched = false;                  // set by the user or by whatever sets a value on purpose; only then it is converted and written
     std::optional<RawValue> roh;            // what stood in the registry when it was read
     std::uint8_t DatentypModus = 1;         // 1: ask about another data type
-    bool typBehandelt = false;              // the conflict of types was put to the user once
+    bool typeHandled = false;              // the conflict of types was put to the user once
     std::array<double, 6> dblOptionsWerte{};
 };
 
-struct BootEintrag {
+struct BootEntry {
     std::string Name, Titel, Schalter;
     bool blnDisk = false;
-    std::string titelRoh;                   // the title as it stands in the file, without enclosing quotes
-    std::string originalZeile;              // as it stands in the file; goes back like that while nobody edits it
-    bool inAnfuehrung = true;               // the title stood in quotes
+    std::string rawTitle;                   // the title as it stands in the file, without enclosing quotes
+    std::string originalLine;              // as it stands in the file; goes back like that while nobody edits it
+    bool inQuotes = true;               // the title stood in quotes
 };
 
 // What the user made of a boot entry. The table stays as it was read: a save that is refused leaves nothing behind.
-struct BootEingabe {
-    std::size_t platz = 0;                  // in udtBootEintraege; its size: a new entry
-    BootEintrag eintrag;
+struct BootInput {
+    std::size_t place = 0;                  // in udtBootEintraege; its size: a new entry
+    BootEntry eintrag;
 };
 
 // The program's whole state, owned by main.
 struct Context : TipdbContext {
     using TipdbContext::TipdbContext;
 
-    Hauptfenster frmBVK_Prog;
-    std::vector<Arbeitswert> werte;         // [0] unused, parallel to aktuellerTipp.Eintrag
+    MainWindow frmBVK_Prog;
+    std::vector<WorkingValue> values;         // [0] unused, parallel to aktuellerTipp.Eintrag
     std::vector<std::string> strDateiName;
 
     bool blnGeaendert = false;
@@ -61,9 +61,9 @@ struct Context : TipdbContext {
     std::int16_t intTreeAktiv = 1;
     std::int16_t intPanelCheckBox = -1, intPanelText = -1, intPanelZahl = -1, intPanelAuswahl = -1, intPanelOption = -1,
                  intPanelBit = -1;
-    std::vector<BootEintrag> udtBootEintraege;   // [0] unused
+    std::vector<BootEntry> udtBootEintraege;   // [0] unused
     int intBootEintrag = 0;
-    std::optional<BootEingabe> bootEingabe;      // collected for the save under way
+    std::optional<BootInput> bootInput;      // collected for the save under way
 };
 
 }  // namespace brenvik

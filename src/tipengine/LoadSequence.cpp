@@ -7,10 +7,10 @@
 namespace brenvik {
 namespace {
 
-class Folge {
+class Sequence {
 public:
-    Folge(Programm& programm, Startfenster& window, const Ladeschritte& steps)
-        : programm_(programm), ctx_(programm.context()), window_(window), steps_(steps) {}
+    Sequence(Program& program, StartWindow& window, const LoadSteps& steps)
+        : program_(program), ctx_(program.context()), window_(window), steps_(steps) {}
 
     bool run() {
         ctx_.trace.write("Prozedur: frmBVK_Prog -Start-");
@@ -28,34 +28,34 @@ public:
 
 private:
     void stage(int text, int percent) {
-        stufe(ctx_, text);
+        level(ctx_, text);
         window_.Update(percent);
         ctx_.port.letEventsRun();
     }
     void stageWithPause(int text, int percent) {
         stage(text, percent);
-        ctx_.port.sleepMs(kurzePauseMs);
+        ctx_.port.sleepMs(shortPauseMs);
     }
     void step(const std::function<void()>& work) { reportAndGoOn(ctx_, "Form_Load", work); }
 
     void settings() {
-        stufe(ctx_, 148);
+        level(ctx_, 148);
         step([&] { window_.showInfo(); });
-        step([&] { programm_.maschine().FrameStartEinstellungen(); });
+        step([&] { program_.engine().FrameStartEinstellungen(); });
         window_.Update(10);
         const ProcTrace trace(ctx_.trace, "Load_BVKEinstellungen");
-        step([&] { programm_.loadSettings(); });
+        step([&] { program_.loadSettings(); });
         step([&] { window_.loadWindowSettings(); });
         window_.Update(40);
     }
     void system() {
         stageWithPause(177, 80);
-        step([&] { programm_.recogniseSystem(); });
+        step([&] { program_.recogniseSystem(); });
         step([&] { window_.setCaption(); });
     }
     bool password() {
         stageWithPause(149, 50);
-        return !steps_.startPasswort || steps_.startPasswort();
+        return !steps_.startPassword || steps_.startPassword();
     }
     void lists() {
         stageWithPause(150, 60);
@@ -67,35 +67,35 @@ private:
     }
     bool database() {
         stageWithPause(151, 70);
-        if (!programm_.loadDatabase()) return false;
+        if (!program_.loadDatabase()) return false;
         stage(221, 80);
-        step([&] { programm_.maschine().tree().TreeEinlesen(); });
+        step([&] { program_.engine().tree().TreeEinlesen(); });
         return true;
     }
     void finish() {
-        step([&] { programm_.fitToSystem(window_, steps_.Account_Connect); });
-        stufe(ctx_, 153);
+        step([&] { program_.fitToSystem(window_, steps_.Account_Connect); });
+        level(ctx_, 153);
         window_.Update(100);
-        step([&] { programm_.takeProfile(); });
+        step([&] { program_.takeProfile(); });
         window_.closeInfo();
         window_.showMain();
         step([&] { window_.NavBar(); });
         ctx_.trace.write("MenüIcons laden");
     }
 
-    Programm& programm_;
+    Program& program_;
     Context& ctx_;
-    Startfenster& window_;
-    const Ladeschritte& steps_;
+    StartWindow& window_;
+    const LoadSteps& steps_;
 };
 
 }  // namespace
 
-void stufe(FrameContext& ctx, int text) {
+void level(FrameContext& ctx, int text) {
     ctx.strStartInfo = strBVKTexte(text);
     ctx.trace.write("--- " + ctx.strStartInfo);
 }
 
-bool runLadefolge(Programm& programm, Startfenster& fenster, const Ladeschritte& schritte) { return Folge(programm, fenster, schritte).run(); }
+bool runLoadSequence(Program& program, StartWindow& windows, const LoadSteps& steps) { return Sequence(program, windows, steps).run(); }
 
 }  // namespace brenvik

@@ -7,28 +7,28 @@
 namespace brenvik {
 
 struct FrameContext;
-class Programm;
+class Program;
 
 // The steps that belong to areas above the engine. Each area sets its own before the sequence runs; what nobody set is
 // left out.
-struct Ladeschritte {
-    using Anmelden = std::function<void(const std::string& rechner, const std::string& account, const std::string& passwort)>;
-    std::function<bool()> startPasswort;        // asks for the start password if it is on; false: the program ends without a word
+struct LoadSteps {
+    using Logon = std::function<void(const std::string& machineName, const std::string& account, const std::string& passwort)>;
+    std::function<bool()> startPassword;        // asks for the start password if it is on; false: the program ends without a word
     std::function<void()> LoadFHListe;          // favourites and history
-    std::function<void()> listenOrdnerNeu;      // later: their folders were chosen anew in the options, or they are to go on
+    std::function<void()> listFolderNew;      // later: their folders were chosen anew in the options, or they are to go on
     std::function<void()> LoadRegBackupListe;   // catalogue of the backups
-    Anmelden Account_Connect;                   // logs on to another machine
+    Logon Account_Connect;                   // logs on to another machine
 };
 
 // The start window's bar; without a window there is nothing to show.
-class Startanzeige {
+class StartDisplay {
 public:
-    virtual ~Startanzeige() = default;
+    virtual ~StartDisplay() = default;
     virtual void Update(int /*percent*/) {}     // the text beside it is strStartInfo
 };
 
 // What the sequence does with the windows themselves.
-class Startfenster : public Startanzeige {
+class StartWindow : public StartDisplay {
 public:
     virtual void showInfo() = 0;                // frmBVK_Info, in the middle of where the main window will stand
     virtual void closeInfo() = 0;
@@ -39,12 +39,12 @@ public:
     virtual void NavBar() = 0;
 };
 
-inline constexpr int kurzePauseMs = 50;         // so that the bar is seen
+inline constexpr int shortPauseMs = 50;         // so that the bar is seen
 
 // A stage begins: its text from strBVKTexte goes to strStartInfo and to the trace.
-void stufe(FrameContext& ctx, int text);
+void level(FrameContext& ctx, int text);
 
 // False: the program ends now; the user knows why.
-bool runLadefolge(Programm& programm, Startfenster& fenster, const Ladeschritte& schritte);
+bool runLoadSequence(Program& program, StartWindow& windows, const LoadSteps& steps);
 
 }  // namespace brenvik

@@ -13,10 +13,10 @@
 
 namespace brenvik {
 
-enum class TextFarbe { ButtonText, Rot };
+enum class TextColour { ButtonText, Rot };
 
 struct TreeNode {
-    enum class Art { Wurzel, Gruppe, Version, Tipp };
+    enum class Art { Root, Gruppe, Version, Tipp };
     std::string text;
     Art art = Art::Tipp;
     std::int16_t symbol = 0;
@@ -26,7 +26,7 @@ struct TreeNode {
     std::int32_t nummer = 0;        // Index of the node's Tip; several Tips may share one text
 };
 
-struct Hauptfenster {
+struct MainWindow {
     // Enable pairs (FB_KeySave ... FB_ADMListe): one flag serves button, menu entry and toolbar button.
     bool KeySave = false, KeyDel = false, Default = false, RegFile = false, ADMFile = false, KeyInfo = false, RegListe = false,
          ADMListe = false;
@@ -40,13 +40,13 @@ struct Hauptfenster {
     void FB_ADMListe(bool on) { ADMListe = on; }
     bool mnuBSFreigabe = false;
     bool tbrHistory = false;
-    bool historySichtbar = true, favoritenSichtbar = true;   // false: the list is switched off for this run
+    bool historyVisible = true, favouritesVisible = true;   // false: the list is switched off for this run
     bool blnNTFamilie = true;               // tbrNetz, tbrProfil and mnuRegedt32 are visible
     // Hidden entries of the menus by control name (a menu's own name: the whole menu), by the area that hides them: each
     // replaces its own and leaves those of the others alone.
-    std::map<std::string, std::vector<std::string>, std::less<>> versteckt;
-    bool istVersteckt(std::string_view control) const {
-        return std::any_of(versteckt.begin(), versteckt.end(), [&](const auto& area) { return std::find(area.second.begin(), area.second.end(), control) != area.second.end(); });
+    std::map<std::string, std::vector<std::string>, std::less<>> hidden;
+    bool isHidden(std::string_view control) const {
+        return std::any_of(hidden.begin(), hidden.end(), [&](const auto& area) { return std::find(area.second.begin(), area.second.end(), control) != area.second.end(); });
     }
 
     // Captions with a second state, and the tooltips that go with them.
@@ -60,16 +60,16 @@ struct Hauptfenster {
 
     bool txtInfoSichtbar = false;
     std::string txtInfo;
-    TextFarbe txtInfoFarbe = TextFarbe::ButtonText;
+    TextColour txtInfoFarbe = TextColour::ButtonText;
     std::string fraInfo = "Informationen";
-    TextFarbe fraInfoFarbe = TextFarbe::ButtonText;
+    TextColour fraInfoFarbe = TextColour::ButtonText;
     std::array<std::string, 3> sbrBVK;
 
     std::vector<Panel> panels;      // from top to bottom
 
     // tvBVKDB: node 0 is the root.
     std::vector<TreeNode> tvBVKDB;
-    int ausgewaehlterKnoten = 0;
+    int selectedNode = 0;
     int tbsTree = 1;                // selected tab, 1 to 9
 };
 
@@ -77,7 +77,7 @@ class WindowObserver {
 public:
     virtual ~WindowObserver() = default;
     virtual void treeChanged() {}
-    virtual void selectionChanged() {}          // ausgewaehlterKnoten was set by the program
+    virtual void selectionChanged() {}          // selectedNode was set by the program
     virtual void panelsChanged() {}             // the list of panels is another one
     virtual void panelChanged(std::size_t) {}   // one panel's content, by its place in panels
     virtual void windowChanged() {}             // captions, enabling, texts

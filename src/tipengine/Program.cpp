@@ -16,9 +16,9 @@
 namespace brenvik {
 namespace {
 
-constexpr const char* ErststartOrdner = "erststart";
+constexpr const char* FirstStartFolder = "erststart";
 
-std::filesystem::path homeOf(Platform& platform, const ProgrammOptionen& options) {
+std::filesystem::path homeOf(Platform& platform, const ProgramOptions& options) {
     if (!options.home.empty()) return std::filesystem::absolute(options.home);
     if (const auto home = platform.environment("BRENVIK_HOME"); home && !home->empty()) return std::filesystem::absolute(*home);
     return platform.defaultHome();
@@ -26,28 +26,28 @@ std::filesystem::path homeOf(Platform& platform, const ProgrammOptionen& options
 
 }  // namespace
 
-Programm::Programm(UserPort& port, Platform& platform, const ProgrammOptionen& options, WindowObserver& observer, ChangeRecorder& recorder)
-    : machine_(options.machine), machines_([this]() -> RegStore& { return store(); }), context_(port, platform, machines_), maschine_(context_, observer, recorder) {
+Program::Program(UserPort& port, Platform& platform, const ProgramOptions& options, WindowObserver& observer, ChangeRecorder& recorder)
+    : machine_(options.machine), machines_([this]() -> RegStore& { return store(); }), context_(port, platform, machines_), engine_(context_, observer, recorder) {
     reachOfflineWindows(machines_, [&port](const std::string& question) { return port.ask(question, box::Exclamation + box::DefaultNo); });
     Context& ctx = context_;
     ctx.objBVKReg.setHiveFiles(&hiveFiles_);
-    ctx.programmPfad = options.programmPfad.value_or(platform.executableDirectory());
-    ctx.heimPfad = homeOf(platform, options);
-    ctx.strKlickWav = ctx.programmPfad / produkt::KlickWav;
+    ctx.programPath = options.programPath.value_or(platform.executableDirectory());
+    ctx.homePath = homeOf(platform, options);
+    ctx.strKlickWav = ctx.programPath / product::ClickWav;
     ctx.strProgVersion = BRENVIK_VERSION;
     ctx.strParamProfil = options.profile;
-    ctx.trace.setFile(ctx.heimPfad / produkt::LogDatei);
+    ctx.trace.setFile(ctx.homePath / product::LogFile);
 }
 
-SqliteStore& Programm::store() {
+SqliteStore& Program::store() {
     if (store_ == nullptr) openHome();
     return *store_;
 }
 
-void Programm::openHome() {
+void Program::openHome() {
     if (store_ != nullptr) return;
-    const auto file = context_.heimPfad / "registry.db";
-    std::string problem = privateHome(context_.heimPfad);
+    const auto file = context_.homePath / "registry.db";
+    std::string problem = privateHome(context_.homePath);
     try {
         if (problem.empty()) store_ = std::make_unique<SqliteStore>(file);
         if (store_ != nullptr) fillHome();
@@ -57,59 +57,59 @@ void Programm::openHome() {
         problem = error.what();
     }
     if (!problem.empty()) showNewHome(file, problem);
-    if (schreibhindernis_.empty()) schreibhindernis_ = store_->whyReadOnly();
+    if (writeObstacle_.empty()) writeObstacle_ = store_->whyReadOnly();
     if (opened_) std::exchange(opened_, nullptr)();
 }
 
 // What a home would hold at its first start can be looked at also where none can be made.
-void Programm::showNewHome(const std::filesystem::path& file, const std::string& problem) {
+void Program::showNewHome(const std::filesystem::path& file, const std::string& problem) {
     store_ = std::make_unique<SqliteStore>(file, StoreOptions{.inMemory = true});
-    fillEmptyStore(*store_, context_.programmPfad / ErststartOrdner);
-    schreibhindernis_ = problem + " " + meldung::HeimNurGezeigt;
-    store_->seal(schreibhindernis_);
-    heimFehlt_ = true;
+    fillEmptyStore(*store_, context_.programPath / FirstStartFolder);
+    writeObstacle_ = problem + " " + messages::HomeOnlyShown;
+    store_->seal(writeObstacle_);
+    homeMissing_ = true;
 }
 
-void Programm::fillHome() {
+void Program::fillHome() {
     if (!store_->writable()) return;
-    privateFiles(context_.heimPfad);
-    fillEmptyStore(*store_, context_.programmPfad / ErststartOrdner);
+    privateFiles(context_.homePath);
+    fillEmptyStore(*store_, context_.programPath / FirstStartFolder);
     try {
-        copyDriveC(context_.programmPfad / ErststartOrdner, context_.heimPfad);
+        copyDriveC(context_.programPath / FirstStartFolder, context_.homePath);
     } catch (const NumberedError& problem) {
-        schreibhindernis_ = problem.what();   // the registry is there all the same
+        writeObstacle_ = problem.what();   // the registry is there all the same
     }
 }
 
-void Programm::offerMissingFiles(bool remember) {
+void Program::offerMissingFiles(bool remember) {
     openHome();
     if (!store_->writable()) return;
-    const auto source = context_.programmPfad / ErststartOrdner;
-    const std::vector<std::string> missing = missingOnDriveC(source, context_.heimPfad);
+    const auto source = context_.programPath / FirstStartFolder;
+    const std::vector<std::string> missing = missingOnDriveC(source, context_.homePath);
     if (missing.empty()) return;
     std::string names;
     for (const std::string& name : missing) names += "\r\n" + name;
-    if (context_.port.ask(meldung::LaufwerkUnvollstaendig1 + names + meldung::LaufwerkUnvollstaendig2))
-        reportAndGoOn(context_, "copyDriveC", [&] { completeDriveC(source, context_.heimPfad); });
+    if (context_.port.ask(messages::DriveIncomplete1 + names + messages::DriveIncomplete2))
+        reportAndGoOn(context_, "copyDriveC", [&] { completeDriveC(source, context_.homePath); });
     else if (remember)
-        confirmDriveC(context_.heimPfad);
+        confirmDriveC(context_.homePath);
 }
 
-Programm::~Programm() = default;
+Program::~Program() = default;
 
-void Programm::loadSettings() {
+void Program::loadSettings() {
     openHome();
     loadCoreSettings(context_);
 }
 
-void Programm::detectSystem() {
-    Startanzeige nobodyLooks;
+void Program::detectSystem() {
+    StartDisplay nobodyLooks;
     recogniseSystem();
     fitToSystem(nobodyLooks);
     takeProfile();
 }
 
-void Programm::recogniseSystem() {
+void Program::recogniseSystem() {
     Context& ctx = context_;
     ctx.osVersion = readSystemVersion(ctx);
     BSErmitteln(ctx, ctx.osVersion);
@@ -121,13 +121,13 @@ void Programm::recogniseSystem() {
     if (!ctx.platform.browserComponent()) readBrowserVersion(ctx);
 }
 
-void Programm::fitToSystem(Startanzeige& anzeige, const Ladeschritte::Anmelden& account) {
-    BSEinstellungen(context_, store(), anzeige, account);
-    if (!machine_.empty()) turnToMachine(context_, machine_, anzeige, account);
+void Program::fitToSystem(StartDisplay& display, const LoadSteps::Logon& account) {
+    BSEinstellungen(context_, store(), display, account);
+    if (!machine_.empty()) turnToMachine(context_, machine_, display, account);
 }
 
 // The own profile is none of another machine's; on one that does not run, the first user stands for the current one.
-void Programm::takeProfile() {
+void Program::takeProfile() {
     Context& ctx = context_;
     ctx.strUserSID = ctx.strEigeneSID;
     if (const std::string sid = ctx.target().profile(); !sid.empty()) ctx.strUserSID = sid;
@@ -135,8 +135,8 @@ void Programm::takeProfile() {
     ctx.trace.write("User SID: " + ctx.strUserSID);
 }
 
-bool Programm::loadDatabase() { return LoadDB(context_, datenbankDatei()) == LoadErgebnis::Geladen; }
+bool Program::loadDatabase() { return LoadDB(context_, databaseFile()) == LoadResult::Loaded; }
 
-std::filesystem::path Programm::datenbankDatei() const { return context_.programmPfad / DatenbankName; }
+std::filesystem::path Program::databaseFile() const { return context_.programPath / DatabaseName; }
 
 }  // namespace brenvik

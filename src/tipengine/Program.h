@@ -15,28 +15,28 @@
 
 namespace brenvik {
 
-struct ProgrammOptionen {
+struct ProgramOptions {
     std::filesystem::path home;                         // empty: BRENVIK_HOME, else the platform's data directory
-    std::optional<std::filesystem::path> programmPfad;  // the folder of the executable if not given
+    std::optional<std::filesystem::path> programPath;  // the folder of the executable if not given
     std::string machine = {};                           // a machine's name, or the folder of a Windows; goes before /PC:
     std::string profile = {};                           // of that machine: SID or user's name
 };
 
-class Programm {
+class Program {
 public:
     // Touches nothing yet: home and store are opened when something first needs them.
-    Programm(UserPort& port, Platform& platform, const ProgrammOptionen& options, WindowObserver& observer, ChangeRecorder& recorder);
-    Programm(const Programm&) = delete;
-    Programm& operator=(const Programm&) = delete;
-    ~Programm();
+    Program(UserPort& port, Platform& platform, const ProgramOptions& options, WindowObserver& observer, ChangeRecorder& recorder);
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program();
 
     // Opens home and store, fills both at the first start. What cannot be written is opened for reading; where no home can be
     // made one is shown as it would be. Throws NumberedError with a German message for the user.
     void openHome();
     void whenOpened(std::function<void()> work) { opened_ = std::move(work); }   // once, as soon as home and store are there
     // Why the home takes nothing, or not all; empty if all is well (or it has not been opened).
-    const std::string& schreibhindernis() const { return schreibhindernis_; }
-    bool heimFehlt() const { return heimFehlt_; }      // what is shown is no home that anybody has
+    const std::string& writeObstacle() const { return writeObstacle_; }
+    bool homeMissing() const { return homeMissing_; }      // what is shown is no home that anybody has
     // Asks whether files that the home's drive lacks since its first start are to be added. remember: No is for good.
     void offerMissingFiles(bool remember);
 
@@ -44,29 +44,29 @@ public:
     void loadSettings();       // those the core asks for
     void detectSystem();       // operating system, user, directories, rights, profile: the next three in one, with nobody looking
     void recogniseSystem();
-    void fitToSystem(Startanzeige& anzeige, const Ladeschritte::Anmelden& account = {});   // rights, and the machine to work on
+    void fitToSystem(StartDisplay& display, const LoadSteps::Logon& account = {});   // rights, and the machine to work on
     void takeProfile();        // whose HKCU it is
     bool loadDatabase();       // false: the program ends (the user has been told)
 
     Context& context() { return context_; }
-    TippMaschine& maschine() { return maschine_; }
+    TipEngine& engine() { return engine_; }
     RegStore& localStore() { return store(); }
     LocalMachines& machines() { return machines_; }
-    std::filesystem::path datenbankDatei() const;
+    std::filesystem::path databaseFile() const;
 
 private:
     SqliteStore& store();
     void fillHome();
     void showNewHome(const std::filesystem::path& file, const std::string& problem);
 
-    std::string machine_, schreibhindernis_;
-    bool heimFehlt_ = false;
+    std::string machine_, writeObstacle_;
+    bool homeMissing_ = false;
     std::function<void()> opened_;
     std::unique_ptr<SqliteStore> store_;
     LocalMachines machines_;
     RegfHiveFiles hiveFiles_;
     Context context_;
-    TippMaschine maschine_;
+    TipEngine engine_;
 };
 
 }  // namespace brenvik

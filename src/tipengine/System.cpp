@@ -64,7 +64,7 @@ void readBrowserVersion(RegistryContext& ctx) {
 std::string profileUnknown(Context& ctx) {
     std::string names;
     for (const TargetProfile& p : ctx.target().profiles()) names += (names.empty() ? "" : ", ") + p.userName + " (" + p.sid + ")" + (p.missing.empty() ? "" : " - " + p.missing);
-    return fmt::format(meldung::ProfilUnbekannt, ctx.strParamProfil, names.empty() ? meldung::KeineProfile : names);
+    return fmt::format(messages::ProfileUnknown, ctx.strParamProfil, names.empty() ? messages::NoProfiles : names);
 }
 
 bool TestConnect(Context& ctx) {
@@ -91,9 +91,9 @@ void tellTargetNotes(Context& ctx) {
     if (!text.empty()) ctx.port.tell(text, box::Information, ctx.strRechnername);
 }
 
-void turnToMachine(Context& ctx, const std::string& machine, Startanzeige& anzeige, const Ladeschritte::Anmelden& account) {
-    stufe(ctx, 152);
-    anzeige.Update(90);
+void turnToMachine(Context& ctx, const std::string& machine, StartDisplay& display, const LoadSteps::Logon& account) {
+    level(ctx, 152);
+    display.Update(90);
     ctx.port.letEventsRun();
     ctx.strRechnername = machine;
     if (!ctx.strParamUser.empty() && account) account(machine, ctx.strParamUser, ctx.strParamPasswort);
@@ -103,11 +103,11 @@ void turnToMachine(Context& ctx, const std::string& machine, Startanzeige& anzei
     tellTargetNotes(ctx);
 }
 
-void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const Ladeschritte::Anmelden& account) {
+void BSEinstellungen(Context& ctx, RegStore& local, StartDisplay& display, const LoadSteps::Logon& account) {
     ProcTrace trace(ctx.trace, "BSEinstellungen");
-    Hauptfenster& window = ctx.frmBVK_Prog;
-    const auto hidden = versteckteMenues(ctx.intBS);
-    window.versteckt["System"] = {hidden.begin(), hidden.end()};
+    MainWindow& window = ctx.frmBVK_Prog;
+    const auto hidden = hiddenMenus(ctx.intBS);
+    window.hidden["System"] = {hidden.begin(), hidden.end()};
     if (ctx.intBS == 0) return;
     window.blnNTFamilie = ctx.istNT();
     if (!ctx.istNT()) {
@@ -116,10 +116,10 @@ void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const
         ctx.strRechnername = ctx.strLokalerRechner;
         return;
     }
-    stufe(ctx, 178);
-    anzeige.Update(85);
+    level(ctx, 178);
+    display.Update(85);
     ctx.port.letEventsRun();
-    ctx.port.sleepMs(kurzePauseMs);
+    ctx.port.sleepMs(shortPauseMs);
     ctx.blnAdmin = local.writable();   // whoever may write the whole registry
     ctx.trace.write("Adminrechte: " + traceText(ctx.blnAdmin));
     if (ctx.blnAdmin) {
@@ -127,14 +127,14 @@ void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const
     } else {
         // Where it is no right that is missing the true reason is told, by whoever opened the registry.
         if (local.whyReadOnly().empty()) {
-            ctx.klick();
+            ctx.click();
             ctx.port.tell(strBVKTexte(8));
         }
         ctx.blnPrivilegien = false;
     }
     ctx.strSystemVerzeichnis = ctx.strWindir + "\\system32\\";
     ctx.strRechnername = ctx.strLokalerRechner;
-    if (!ctx.strParamPC.empty()) turnToMachine(ctx, ctx.strParamPC, anzeige, account);
+    if (!ctx.strParamPC.empty()) turnToMachine(ctx, ctx.strParamPC, display, account);
 }
 
 }  // namespace brenvik

@@ -17,9 +17,9 @@ void readBrowserVersion(RegistryContext& ctx);
 
 // Fits the window to the system, finds the rights, and turns to the machine of the command line. account connects to a
 // machine under another account; it may be empty.
-void BSEinstellungen(Context& ctx, RegStore& local, Startanzeige& anzeige, const Ladeschritte::Anmelden& account = {});
+void BSEinstellungen(Context& ctx, RegStore& local, StartDisplay& display, const LoadSteps::Logon& account = {});
 
-void turnToMachine(Context& ctx, const std::string& machine, Startanzeige& anzeige, const Ladeschritte::Anmelden& account = {});
+void turnToMachine(Context& ctx, const std::string& machine, StartDisplay& display, const LoadSteps::Logon& account = {});
 
 // Tells what the machine worked on has to say of itself: whose HKCU it is, what of it cannot be had.
 void tellTargetNotes(Context& ctx);

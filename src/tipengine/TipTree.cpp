@@ -19,18 +19,18 @@
 namespace brenvik {
 namespace {
 
-constexpr std::int32_t AllgemeinesHilfeThema = 125;
+constexpr std::int32_t GeneralHelpTopic = 125;
 
-struct Reiter {
-    enum class Ansicht { Gruppen, Liste, Versionen } ansicht;
+struct Tabs {
+    enum class View { Gruppen, Liste, Versions } view;
     int filter;
 };
 
 // Tabs 1 to 9 of tbsTree.
-constexpr Reiter Reiterblatt[] = {
-    {Reiter::Ansicht::Gruppen, 0}, {Reiter::Ansicht::Liste, 0},   {Reiter::Ansicht::Gruppen, 1},
-    {Reiter::Ansicht::Gruppen, 2}, {Reiter::Ansicht::Gruppen, 3}, {Reiter::Ansicht::Gruppen, 4},
-    {Reiter::Ansicht::Gruppen, 5}, {Reiter::Ansicht::Versionen, 0}, {Reiter::Ansicht::Gruppen, 6},
+constexpr Tabs TabPage[] = {
+    {Tabs::View::Gruppen, 0}, {Tabs::View::Liste, 0},   {Tabs::View::Gruppen, 1},
+    {Tabs::View::Gruppen, 2}, {Tabs::View::Gruppen, 3}, {Tabs::View::Gruppen, 4},
+    {Tabs::View::Gruppen, 5}, {Tabs::View::Versions, 0}, {Tabs::View::Gruppen, 6},
 };
 
 template <class T> T& at(std::vector<T>& table, std::int64_t index) {
@@ -47,13 +47,13 @@ void checkDepth(const std::vector<TreeNode>& tree, int parent) {
 
 }  // namespace
 
-std::vector<int> displayOrder(const Hauptfenster& fenster, int node) {
-    const TreeNode& n = fenster.tvBVKDB.at(static_cast<std::size_t>(node));
+std::vector<int> displayOrder(const MainWindow& windows, int node) {
+    const TreeNode& n = windows.tvBVKDB.at(static_cast<std::size_t>(node));
     std::vector<int> order = n.kinder;
     if (n.Sorted) {
         std::vector<std::pair<std::string, int>> keyed;
         keyed.reserve(order.size());
-        for (int child : order) keyed.emplace_back(sortKey(fenster.tvBVKDB[static_cast<std::size_t>(child)].text), child);
+        for (int child : order) keyed.emplace_back(sortKey(windows.tvBVKDB[static_cast<std::size_t>(child)].text), child);
         std::stable_sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
         std::transform(keyed.begin(), keyed.end(), order.begin(), [](const auto& k) { return k.second; });
     }
@@ -61,7 +61,7 @@ std::vector<int> displayOrder(const Hauptfenster& fenster, int node) {
 }
 
 int TipTree::addNode(int parent, TreeNode node) {
-    auto& tree = fenster().tvBVKDB;
+    auto& tree = windows().tvBVKDB;
     node.parent = parent;
     const int index = static_cast<int>(tree.size());
     tree.push_back(std::move(node));
@@ -70,27 +70,27 @@ int TipTree::addNode(int parent, TreeNode node) {
 }
 
 void TipTree::indexTips() {
-    tippsByIndex_.clear();
-    tippsByIndex_.reserve(ctx_.udtTippListe.size());
-    for (std::size_t k = 0; k < ctx_.udtTippListe.size(); ++k) tippsByIndex_[ctx_.udtTippListe[k].Index].push_back(k);
+    tipsByIndex_.clear();
+    tipsByIndex_.reserve(ctx_.udtTippListe.size());
+    for (std::size_t k = 0; k < ctx_.udtTippListe.size(); ++k) tipsByIndex_[ctx_.udtTippListe[k].Index].push_back(k);
 }
 
 void TipTree::TreeEinlesen() {
     ctx_.trace.write("Treebaum aufbauen");
-    ctx_.intTreeAktiv = static_cast<std::int16_t>(fenster().tbsTree);
+    ctx_.intTreeAktiv = static_cast<std::int16_t>(windows().tbsTree);
     const int tab = std::clamp<int>(ctx_.intTreeAktiv, 1, 9);
-    const Reiter& reiter = Reiterblatt[tab - 1];
+    const Tabs& tabs = TabPage[tab - 1];
 
     ctx_.port.letEventsRun();
-    fenster().tvBVKDB.clear();
-    addNode(-1, {std::string(produkt::Titel), TreeNode::Art::Wurzel, 0, -1, false, {}});
+    windows().tvBVKDB.clear();
+    addNode(-1, {std::string(product::Titel), TreeNode::Art::Root, 0, -1, false, {}});
     indexTips();
-    switch (reiter.ansicht) {
-        case Reiter::Ansicht::Gruppen: buildGroups(reiter.filter); break;
-        case Reiter::Ansicht::Liste: buildFlatList(); break;
-        case Reiter::Ansicht::Versionen: buildVersions(); break;
+    switch (tabs.view) {
+        case Tabs::View::Gruppen: buildGroups(tabs.filter); break;
+        case Tabs::View::Liste: buildFlatList(); break;
+        case Tabs::View::Versions: buildVersions(); break;
     }
-    fenster().ausgewaehlterKnoten = 0;
+    windows().selectedNode = 0;
     observer_.treeChanged();
     ctx_.port.letEventsRun();
     statusBarGeneral();
@@ -99,7 +99,7 @@ void TipTree::TreeEinlesen() {
 }
 
 void TipTree::buildFlatList() {
-    fenster().tvBVKDB[0].Sorted = true;
+    windows().tvBVKDB[0].Sorted = true;
     for (const auto& tipp : ctx_.udtTippListe) {
         addNode(0, {tipp.Überschrift, TreeNode::Art::Tipp, tipp.Symbol, -1, false, {}, tipp.Index});
         if (ctx_.trace.debug()) ctx_.trace.write(tipp.Überschrift + " - ADD Tip: ");
@@ -107,7 +107,7 @@ void TipTree::buildFlatList() {
 }
 
 void TipTree::buildVersions() {
-    fenster().tvBVKDB[0].Sorted = true;
+    windows().tvBVKDB[0].Sorted = true;
     std::unordered_map<std::string, std::vector<std::size_t>> byVersion;
     for (std::size_t k = 0; k < ctx_.udtTippListe.size(); ++k) byVersion[ctx_.udtTippListe[k].NeuInVersion].push_back(k);
     for (const auto& version : ctx_.strDBVersionen) {
@@ -124,7 +124,7 @@ void TipTree::buildVersions() {
 
 void TipTree::buildGroups(int filter) {
     auto& baum = ctx_.udtTreebaum;
-    auto& tree = fenster().tvBVKDB;
+    auto& tree = windows().tvBVKDB;
     std::vector<int> NodeAnEbene(ctx_.udtGruppen.size() + 1, 0);   // levels count from 1
     std::vector<bool> GruppeGefuellt(NodeAnEbene.size(), false);
 
@@ -161,7 +161,7 @@ void TipTree::buildGroups(int filter) {
     }
     if (misplaced.empty()) return;
     std::string procedure = "TreeEinlesen";
-    FehlerMeldung(ctx_, procedure, numberText(firstError), fmt::format(meldung::BaumZeilen, TabelleTreebaum, misplaced.size(), baum.size(), misplaced.front()));
+    FehlerMeldung(ctx_, procedure, numberText(firstError), fmt::format(messages::TreeRows, TableTreebaum, misplaced.size(), baum.size(), misplaced.front()));
 }
 
 bool TipTree::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
@@ -169,8 +169,8 @@ bool TipTree::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
     if (g.TippAnzahl == -1) return false;
     bool added = false;
     for (std::int32_t number : g.Tipps) {
-        const auto hits = tippsByIndex_.find(number);
-        if (hits == tippsByIndex_.end()) continue;
+        const auto hits = tipsByIndex_.find(number);
+        if (hits == tipsByIndex_.end()) continue;
         for (std::size_t k : hits->second) {
             const auto& tipp = ctx_.udtTippListe[k];
             if (!tipp.Filter[static_cast<std::size_t>(filter)]) continue;
@@ -184,36 +184,36 @@ bool TipTree::TreeTippDBRead(int nodeIndex, int gruppe, int filter) {
 
 // Panel 2 counts one Tip too few, and keeps doing so. A database that is not the program's own is named there.
 void TipTree::statusBarGeneral() {
-    fenster().sbrBVK[1] = "Einträge: " + std::to_string(static_cast<std::int64_t>(ctx_.udtTippListe.size()) - 1);
+    windows().sbrBVK[1] = "Einträge: " + std::to_string(static_cast<std::int64_t>(ctx_.udtTippListe.size()) - 1);
     std::error_code error;
-    if (!std::filesystem::equivalent(ctx_.datenbankDatei, ctx_.programmPfad / DatenbankName, error)) fenster().sbrBVK[1] += meldung::AndereDatenbank + utf8FromPath(ctx_.datenbankDatei.filename());
-    fenster().sbrBVK[2] = "Datenbankversion: " + ctx_.strDBVersion + " [" + ctx_.strDBDatum + "] | Programmversion: " + ctx_.strProgVersion +
-                          " [" + std::string(produkt::ProgrammDatum) + "] ";
+    if (!std::filesystem::equivalent(ctx_.databaseFile, ctx_.programPath / DatabaseName, error)) windows().sbrBVK[1] += messages::OtherDatabase + utf8FromPath(ctx_.databaseFile.filename());
+    windows().sbrBVK[2] = "Datenbankversion: " + ctx_.strDBVersion + " [" + ctx_.strDBDatum + "] | Programmversion: " + ctx_.strProgVersion +
+                          " [" + std::string(product::ProgramDate) + "] ";
 }
 
 void TipTree::selectTab(int tab) {
     if (ctx_.blnTabInit || tab == ctx_.intTreeAktiv || tab < 1 || tab > 9) return;
-    fenster().tbsTree = tab;
+    windows().tbsTree = tab;
     ctx_.port.waitPointer(true);
-    ctx_.klick();
+    ctx_.click();
     TreeEinlesen();
     ctx_.port.waitPointer(false);
 }
 
 void TipTree::selectNode(int node) {
-    if (node < 0 || node >= static_cast<int>(fenster().tvBVKDB.size())) return;
-    const int before = std::exchange(fenster().ausgewaehlterKnoten, node);
+    if (node < 0 || node >= static_cast<int>(windows().tvBVKDB.size())) return;
+    const int before = std::exchange(windows().selectedNode, node);
     if (!TreeViewAbfrage(false)) selectAgain(before);
 }
 
 // The user stays where he was: what he wanted to save could not be.
 void TipTree::selectAgain(int node) {
-    fenster().ausgewaehlterKnoten = node;
+    windows().selectedNode = node;
     observer_.selectionChanged();
 }
 
-bool TipTree::showTippByHeading(const std::string& heading) {
-    const auto& tree = fenster().tvBVKDB;
+bool TipTree::showTipByHeading(const std::string& heading) {
+    const auto& tree = windows().tvBVKDB;
     for (std::size_t k = 0; k < tree.size(); ++k) {
         if (tree[k].art != TreeNode::Art::Tipp || tree[k].text != heading) continue;
         return showNode(static_cast<int>(k));
@@ -222,7 +222,7 @@ bool TipTree::showTippByHeading(const std::string& heading) {
 }
 
 bool TipTree::showNode(int node) {
-    const int before = std::exchange(fenster().ausgewaehlterKnoten, node);
+    const int before = std::exchange(windows().selectedNode, node);
     observer_.selectionChanged();
     const bool left = TreeViewAbfrage(false);
     if (!left) selectAgain(before);
@@ -230,18 +230,18 @@ bool TipTree::showNode(int node) {
 }
 
 // By the number alone, whichever Tips share its heading; a Tip in no group stands in the flat list only.
-bool TipTree::showTippByNumber(std::int32_t number) {
-    if (tippsByIndex_.count(number) == 0) return false;
-    const auto& tree = fenster().tvBVKDB;
+bool TipTree::showTipByNumber(std::int32_t number) {
+    if (tipsByIndex_.count(number) == 0) return false;
+    const auto& tree = windows().tvBVKDB;
     for (const int tab : {1, 2}) {
-        if (fenster().tbsTree != tab) selectTab(tab);
+        if (windows().tbsTree != tab) selectTab(tab);
         const auto node = std::find_if(tree.begin(), tree.end(), [&](const TreeNode& n) { return n.art == TreeNode::Art::Tipp && n.nummer == number; });
         if (node == tree.end()) continue;
         const struct Meant {
             explicit Meant(std::optional<std::int32_t>& place, std::int32_t value) : number(place) { number = value; }
             ~Meant() { number.reset(); }
             std::optional<std::int32_t>& number;
-        } meant(gemeinteNummer_, number);
+        } meant(meantNumber_, number);
         return showNode(static_cast<int>(node - tree.begin()));
     }
     return false;
@@ -250,7 +250,7 @@ bool TipTree::showTippByNumber(std::int32_t number) {
 bool TipTree::TippOeffnen(const std::string& heading) {
     if (!settler_.DatenSichern()) return false;
     const auto lastNodeOf = [&] {
-        const auto& tree = fenster().tvBVKDB;
+        const auto& tree = windows().tvBVKDB;
         const auto place = std::find_if(tree.rbegin(), tree.rend(), [&](const TreeNode& node) { return node.text == heading; });
         return static_cast<int>(std::distance(place, tree.rend())) - 1;
     };
@@ -264,10 +264,10 @@ bool TipTree::TippOeffnen(const std::string& heading) {
 }
 
 // Opens the table afresh and reads the first row from its start whose column holds the text exactly.
-bool TipTree::readTippAt(int ordinal, const std::string& text) {
+bool TipTree::readTipAt(int ordinal, const std::string& text) {
     ctx_.objRS = ctx_.objDB.GetNewRS(ctx_, ctx_.objVerbindung.get(), "Select * From RegDaten");
     ctx_.trace.write("Tipp wurde im Tree ausgewählt ?");
-    if (!ctx_.objRS || ctx_.objRS->State() != RecordSet::Offen) return false;
+    if (!ctx_.objRS || ctx_.objRS->State() != RecordSet::IsOpen) return false;
     if (ordinal == spalte::Index)
         ctx_.objRS->moveToNumber(ordinal, static_cast<std::int64_t>(Val(text)));
     else
@@ -278,61 +278,61 @@ bool TipTree::readTippAt(int ordinal, const std::string& text) {
     return true;
 }
 
-bool TipTree::readTippNumber(std::int32_t number) {
+bool TipTree::readTipNumber(std::int32_t number) {
     bool found = false;
-    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { found = readTippAt(spalte::Index, std::to_string(number)); });
+    reportAndGoOn(ctx_, "TreeViewAuswahl", [&] { found = readTipAt(spalte::Index, std::to_string(number)); });
     return found;
 }
 
 bool TipTree::TreeViewAuswahl() {
-    bool tippFound = false;
-    const std::string text = fenster().tvBVKDB.empty() ? std::string() : fenster().tvBVKDB.at(static_cast<std::size_t>(fenster().ausgewaehlterKnoten)).text;
+    bool tipFound = false;
+    const std::string text = windows().tvBVKDB.empty() ? std::string() : windows().tvBVKDB.at(static_cast<std::size_t>(windows().selectedNode)).text;
     reportAndGoOn(ctx_, "TreeViewAuswahl", [&] {
-        tippFound = gemeinteNummer_ ? readTippAt(spalte::Index, std::to_string(*gemeinteNummer_)) : readTippAt(spalte::Überschrift, text);
+        tipFound = meantNumber_ ? readTipAt(spalte::Index, std::to_string(*meantNumber_)) : readTipAt(spalte::Überschrift, text);
     });
-    if (!tippFound) showGroupOrNothing(text);
-    return tippFound;
+    if (!tipFound) showGroupOrNothing(text);
+    return tipFound;
 }
 
 void TipTree::showGroupOrNothing(const std::string& nodeText) {
-    Hauptfenster& f = fenster();
+    MainWindow& f = windows();
     const auto group = std::find_if(ctx_.udtGruppen.begin(), ctx_.udtGruppen.end(), [&](const Gruppe& g) { return g.Name == nodeText; });
     f.txtInfoSichtbar = group != ctx_.udtGruppen.end();
     if (!f.txtInfoSichtbar) return;
-    f.txtInfoFarbe = f.fraInfoFarbe = TextFarbe::ButtonText;
+    f.txtInfoFarbe = f.fraInfoFarbe = TextColour::ButtonText;
     f.fraInfo = "Information";
     f.txtInfo = group->Beschreibung;
 }
 
 bool TipTree::TreeViewAbfrage(bool neuladen) {
-    Hauptfenster& f = fenster();
+    MainWindow& f = windows();
     f.sbrBVK[0] = "PC: " + ctx_.strRechnername;
-    if (ctx_.blnGeaendert && !settler_.DatenSichern(Verbleib::WirdErsetzt)) return false;
+    if (ctx_.blnGeaendert && !settler_.DatenSichern(Whereabouts::IsReplaced)) return false;
     if (ctx_.intPanelCheckBox != 0 || ctx_.intPanelAuswahl != 0 || ctx_.intPanelText != 0 || ctx_.intPanelOption != 0 || ctx_.intPanelZahl >= 1)
         screen_.TippsEntladen();
     if (TreeViewAuswahl() || neuladen) {
         ctx_.blnTippAnzeige = true;
         f.fraBVKLogo = false;
         f.fraEinstellungen = f.fraSteuerung = f.txtInfoSichtbar = true;
-        if (letzterEintrag() >= 1) f.sbrBVK[2] = "Index: " + std::to_string(eintrag(1).TippIndex);
+        if (lastEntry() >= 1) f.sbrBVK[2] = "Index: " + std::to_string(eintrag(1).TippIndex);
         f.lblDBTippU = ctx_.aktuellerTipp.Überschrift;
         screen_.DBTippsAusgeben();
         return true;
     }
     ctx_.blnTippAnzeige = false;
     f.panels.clear();
-    ctx_.werte.clear();
+    ctx_.values.clear();
     ctx_.blnGeaendert = false;
     f.fraBVKLogo = true;
     f.fraEinstellungen = f.fraSteuerung = false;
     f.lblDBTippU.clear();
-    ctx_.aktuellerTipp.HilfeNummer = AllgemeinesHilfeThema;
-    fenster().FB_KeySave(false);
-    fenster().FB_KeyDel(false);
-    fenster().FB_Default(false);
-    fenster().FB_RegFile(false);
-    fenster().FB_ADMFile(false);
-    fenster().FB_KeyInfo(false);
+    ctx_.aktuellerTipp.HilfeNummer = GeneralHelpTopic;
+    windows().FB_KeySave(false);
+    windows().FB_KeyDel(false);
+    windows().FB_Default(false);
+    windows().FB_RegFile(false);
+    windows().FB_ADMFile(false);
+    windows().FB_KeyInfo(false);
     f.mnuBSFreigabe = false;
     ctx_.blnTippGeladen = false;
     statusBarGeneral();
@@ -342,10 +342,10 @@ bool TipTree::TreeViewAbfrage(bool neuladen) {
 }
 
 void TipTree::showOtherDatabase(const std::filesystem::path& file) {
-    if (!andereDatenbankLaden(ctx_, file)) return;
+    if (!loadOtherDatabase(ctx_, file)) return;
     screen_.TippsEntladen();
     ctx_.aktuellerTipp = {};
-    ctx_.werte.clear();
+    ctx_.values.clear();
     ctx_.blnTippGeladen = false;
     TreeEinlesen();
     TreeViewAbfrage(false);
@@ -353,11 +353,11 @@ void TipTree::showOtherDatabase(const std::filesystem::path& file) {
 
 void TipTree::mnuandereDBLoad() {
     if (!settler_.DatenSichern()) return;
-    if (const auto choice = ctx_.port.chooseFile({{}, meldung::DatenbankFilter, meldung::DatenbankTitel, false})) showOtherDatabase(userPath(ctx_, *choice));
+    if (const auto choice = ctx_.port.chooseFile({{}, messages::DatabaseFilter, messages::DatabaseTitle, false})) showOtherDatabase(userPath(ctx_, *choice));
 }
 
 void TipTree::mnuBVKDBLoad() {
-    if (settler_.DatenSichern()) showOtherDatabase(ctx_.programmPfad / DatenbankName);
+    if (settler_.DatenSichern()) showOtherDatabase(ctx_.programPath / DatabaseName);
 }
 
 }  // namespace brenvik

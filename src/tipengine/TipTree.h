@@ -19,11 +19,11 @@ public:
     bool TreeViewAuswahl();
     void selectTab(int tab);                             // click on a tab of tbsTree
     void selectNode(int node);                           // click on a node of tvBVKDB, or a key released there
-    bool showTippByHeading(const std::string& heading);  // selects the node with that text and shows the Tip
-    bool showTippByNumber(std::int32_t number);          // that very Tip, also where others have its heading
+    bool showTipByHeading(const std::string& heading);  // selects the node with that text and shows the Tip
+    bool showTipByNumber(std::int32_t number);          // that very Tip, also where others have its heading
     bool TippOeffnen(const std::string& heading);        // a search hit; where the tab hides it, tab 1 is selected first
     bool showNode(int node);                             // selects it as the program does, not the user; false as above
-    bool readTippNumber(std::int32_t number);            // into aktuellerTipp
+    bool readTipNumber(std::int32_t number);            // into aktuellerTipp
 
     void mnuandereDBLoad();                              // asks for a database; one that does not fit is reported, and the present one stays
     void mnuBVKDBLoad();                                 // back to the one beside the program
@@ -39,16 +39,16 @@ private:
     void indexTips();
     void selectAgain(int node);
     void showOtherDatabase(const std::filesystem::path& file);
-    bool readTippAt(int ordinal, const std::string& text);
+    bool readTipAt(int ordinal, const std::string& text);
 
     TipScreen& screen_;
     WindowObserver& observer_;
     Settler& settler_;
-    std::optional<std::int32_t> gemeinteNummer_;         // while a Tip is shown by number; else its heading decides
-    std::unordered_map<std::int32_t, std::vector<std::size_t>> tippsByIndex_;   // Index -> places in udtTippListe
+    std::optional<std::int32_t> meantNumber_;         // while a Tip is shown by number; else its heading decides
+    std::unordered_map<std::int32_t, std::vector<std::size_t>> tipsByIndex_;   // Index -> places in udtTippListe
 };
 
 // The children of a node in the order they are shown: sorted without case where the node is Sorted.
-std::vector<int> displayOrder(const Hauptfenster& fenster, int node);
+std::vector<int> displayOrder(const MainWindow& windows, int node);
 
 }  // namespace brenvik

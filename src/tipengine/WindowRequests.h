@@ -12,35 +12,35 @@
 namespace brenvik {
 
 // Another data type in the registry than in the tip database.
-struct DatentypAnfrage : WindowRequest {
+struct DatentypRequest : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_Datentyp"; }
-    std::string tippNummer, typDatenbank, typRegistry, inhalt;
+    std::string tipNumber, typeDatabase, typeRegistry, contents;
     bool weiter = false;            // cmdWeiter; closing the window any other way is cmdAbruch
 };
 
 // The entry of a context menu. speichern is called by cmdSave while the window is open.
-struct BearbeitenAnfrage : WindowRequest {
+struct BearbeitenRequest : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_Bearbeiten"; }
     bool neu = true;                // blnBearbeitenNeu
     std::string txtKeyName, txtBeschreibung, txtBefehl;
-    std::function<void(BearbeitenAnfrage&)> befehlLesen;     // fills txtBefehl for the entry named in txtKeyName
-    std::function<bool(BearbeitenAnfrage&)> speichern;       // true: saved, the window closes
-    std::function<void(BearbeitenAnfrage&)> befehlSuchen;    // cmdBefehl: file choice into txtBefehl
+    std::function<void(BearbeitenRequest&)> commandRead;     // fills txtBefehl for the entry named in txtKeyName
+    std::function<bool(BearbeitenRequest&)> save;       // true: saved, the window closes
+    std::function<void(BearbeitenRequest&)> commandFind;    // cmdBefehl: file choice into txtBefehl
 };
 
 // The name of a boot menu entry, before it is overwritten or a new one is made.
-struct BootINIAnfrage : WindowRequest {
+struct BootINIRequest : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_BootINI"; }
-    enum class Antwort { Abbruch, Ueberschreiben, Name };
+    enum class Reply { Abort, Overwrite, Name };
     std::string txtBootWert;
-    std::vector<std::string> vorhandeneTitel;
-    Antwort antwort = Antwort::Abbruch;
+    std::vector<std::string> presentTitles;
+    Reply reply = Reply::Abort;
 
     // A new entry under this name. False: it stands in the menu already, the entry's own too, which can only be overwritten.
-    bool nennen(const std::string& name) {
-        if (std::find(vorhandeneTitel.begin(), vorhandeneTitel.end(), name) != vorhandeneTitel.end()) return false;
+    bool naming(const std::string& name) {
+        if (std::find(presentTitles.begin(), presentTitles.end(), name) != presentTitles.end()) return false;
         txtBootWert = name;
-        antwort = Antwort::Name;
+        reply = Reply::Name;
         return true;
     }
 };

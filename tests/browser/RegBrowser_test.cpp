@@ -9,9 +9,9 @@ namespace {
 
 constexpr const char* Key = "HKEY_CURRENT_USER\\Software\\Probe";
 
-class BrowserProbe : public testing::Test {
+class BrowserFixture : public testing::Test {
 protected:
-    BrowserProbe() : probe(std::vector<Zeile>{{.Überschrift = "Tipp"}}), browser(makeRegBrowser(*probe.ctx, probe.recorder)) {
+    BrowserFixture() : probe(std::vector<Zeile>{{.Überschrift = "Tipp"}}), browser(makeRegBrowser(*probe.ctx, probe.recorder)) {
         probe.put(std::string(Key) + "\\Text", 1, "grün");
         probe.put(std::string(Key) + "\\Zahl", 4, "-1");
         probe.put(std::string(Key) + "\\Daten", 3, "00 FF");
@@ -20,11 +20,11 @@ protected:
     ScriptedPort& port() { return probe.port; }
     std::string get(const std::string& below) { return probe.get(std::string(Key) + "\\" + below); }
     static RawValue text(const char* content) { return fromText(content, regtype::Sz); }
-    Probe probe;
+    EngineFixture probe;
     std::unique_ptr<RegBrowser> browser;
 };
 
-TEST_F(BrowserProbe, AValueIsWrittenAndRecorded) {
+TEST_F(BrowserFixture, AValueIsWrittenAndRecorded) {
     EXPECT_TRUE(browser->writeValue(Key, "Text", text("grün"), text("grün")));
     EXPECT_TRUE(probe.recorder.begun.empty()) << "nothing to do, nothing recorded";
     EXPECT_TRUE(browser->writeValue(Key, "Text", text("grün"), text("rot")));
@@ -32,17 +32,17 @@ TEST_F(BrowserProbe, AValueIsWrittenAndRecorded) {
     EXPECT_TRUE(browser->writeValue(Key, "Neu", std::nullopt, fromText("01", 3)));
     EXPECT_EQ(get("Neu"), "3:01");
     ASSERT_EQ(probe.recorder.ended.size(), 2u);
-    const WertAenderung& first = probe.recorder.ended[0].werte.at(0);
+    const ValueChange& first = probe.recorder.ended[0].values.at(0);
     EXPECT_EQ(first.path, std::string(Key) + "\\Text");
     EXPECT_EQ(first.alt, text("grün"));
     EXPECT_EQ(first.neu, text("rot"));
-    EXPECT_TRUE(first.geschrieben);
-    EXPECT_FALSE(probe.recorder.begun[0].werte.at(0).geschrieben);
-    EXPECT_EQ(probe.recorder.ended[1].werte.at(0).alt, std::nullopt);
+    EXPECT_TRUE(first.written);
+    EXPECT_FALSE(probe.recorder.begun[0].values.at(0).written);
+    EXPECT_EQ(probe.recorder.ended[1].values.at(0).alt, std::nullopt);
     EXPECT_TRUE(browser->changedAnything());
 }
 
-TEST_F(BrowserProbe, WhatSomebodyElseWroteIsNotLostUnasked) {
+TEST_F(BrowserFixture, WhatSomebodyElseWroteIsNotLostUnasked) {
     port().expectBox("Dort steht jetzt:\r\n\r\ngrün", Answer::No);
     EXPECT_FALSE(browser->writeValue(Key, "Text", text("alt"), text("rot")));
     EXPECT_EQ(get("Text"), "1:grün");
@@ -50,19 +50,19 @@ TEST_F(BrowserProbe, WhatSomebodyElseWroteIsNotLostUnasked) {
     EXPECT_FALSE(browser->writeValue(Key, "text", std::nullopt, text("rot")));
     port().expectBox("inzwischen geändert", Answer::Yes);
     EXPECT_TRUE(browser->writeValue(Key, "Text", text("alt"), text("rot")));
-    EXPECT_EQ(probe.recorder.ended.at(0).werte.at(0).alt, text("grün")) << "what is overwritten, not what was seen";
+    EXPECT_EQ(probe.recorder.ended.at(0).values.at(0).alt, text("grün")) << "what is overwritten, not what was seen";
 }
 
-TEST_F(BrowserProbe, ValuesAreRenamedAndDeleted) {
+TEST_F(BrowserFixture, ValuesAreRenamedAndDeleted) {
     EXPECT_TRUE(browser->renameValue(Key, "Daten", "Bytes"));
     EXPECT_EQ(get("Daten"), "-");
     EXPECT_EQ(get("Bytes"), "3:00 FF");
-    EXPECT_EQ(probe.recorder.ended.at(0).werte.size(), 2u);
+    EXPECT_EQ(probe.recorder.ended.at(0).values.size(), 2u);
     port().expectBox("Probe\\ZAHL ist schon vorhanden");
     EXPECT_FALSE(browser->renameValue(Key, "Text", "ZAHL"));
     EXPECT_TRUE(browser->renameValue(Key, "Text", "TEXT"));
     EXPECT_EQ(get("text"), "1:grün");
-    EXPECT_EQ(probe.recorder.ended.at(1).werte.size(), 1u) << "taking it back in any order must not delete it";
+    EXPECT_EQ(probe.recorder.ended.at(1).values.size(), 1u) << "taking it back in any order must not delete it";
     port().expectBox("enthält das Zeichen");
     EXPECT_FALSE(browser->renameValue(Key, "Text", "C:\\x"));
 
@@ -71,7 +71,7 @@ TEST_F(BrowserProbe, ValuesAreRenamedAndDeleted) {
     EXPECT_EQ(get("Zahl"), "4:-1");
     EXPECT_TRUE(browser->deleteValue(Key, "Zahl"));
     EXPECT_EQ(get("Zahl"), "-");
-    EXPECT_EQ(probe.recorder.ended.at(2).werte.at(0).alt, fromText("-1", 4));
+    EXPECT_EQ(probe.recorder.ended.at(2).values.at(0).alt, fromText("-1", 4));
     probe.ctx->einstellungen.LöschenAktiv = false;
     port().expectBox("nicht erlaubt").expectBox("nicht erlaubt");
     EXPECT_FALSE(browser->deleteValue(Key, "Text"));
@@ -79,35 +79,35 @@ TEST_F(BrowserProbe, ValuesAreRenamedAndDeleted) {
     EXPECT_EQ(get("Text"), "1:grün");
 }
 
-TEST_F(BrowserProbe, KeysAreMadeRenamedAndDeleted) {
-    const std::string unten = std::string(Key) + "\\Unten", oben = std::string(Key) + "\\Oben";
+TEST_F(BrowserFixture, KeysAreMadeRenamedAndDeleted) {
+    const std::string lowerKey = std::string(Key) + "\\Unten", upperKey = std::string(Key) + "\\Oben";
     EXPECT_TRUE(browser->newKey(Key, "Leer"));
     EXPECT_TRUE(browser->exists(std::string(Key) + "\\Leer"));
-    EXPECT_TRUE(probe.recorder.ended.at(0).schluessel.at(0).angelegt);
+    EXPECT_TRUE(probe.recorder.ended.at(0).key.at(0).created);
     port().expectBox("ist schon vorhanden").expectBox("darf nicht leer sein").expectBox("darf nicht leer sein");
     EXPECT_FALSE(browser->newKey(Key, "leer"));
     EXPECT_FALSE(browser->newKey(Key, ""));
     EXPECT_FALSE(browser->newKey(Key, "a\\b"));
 
-    EXPECT_TRUE(browser->renameKey(unten, "Oben"));
+    EXPECT_TRUE(browser->renameKey(lowerKey, "Oben"));
     EXPECT_EQ(get("Oben\\Tief\\Wert"), "1:Nadel");
-    EXPECT_FALSE(browser->exists(unten));
-    EXPECT_TRUE(browser->renameKey(oben, "OBEN"));
+    EXPECT_FALSE(browser->exists(lowerKey));
+    EXPECT_TRUE(browser->renameKey(upperKey, "OBEN"));
     EXPECT_EQ(browser->subKeys(Key), (std::vector<std::string>{"Leer", "OBEN"}));
     port().expectBox("ist schon vorhanden");
-    EXPECT_FALSE(browser->renameKey(oben, "Leer"));
+    EXPECT_FALSE(browser->renameKey(upperKey, "Leer"));
 
-    port().expectBox("\r\n" + oben + "\r\n\r\nwird gelöscht, mit 1 Unterschlüsseln und 1 Werten", Answer::Yes);
-    EXPECT_TRUE(browser->deleteKey(oben));
-    EXPECT_FALSE(browser->exists(oben));
-    const SchluesselBild& whole = probe.recorder.ended.back().schluessel.at(0);
+    port().expectBox("\r\n" + upperKey + "\r\n\r\nwird gelöscht, mit 1 Unterschlüsseln und 1 Werten", Answer::Yes);
+    EXPECT_TRUE(browser->deleteKey(upperKey));
+    EXPECT_FALSE(browser->exists(upperKey));
+    const KeyImage& whole = probe.recorder.ended.back().key.at(0);
     EXPECT_TRUE(whole.geloescht);
     EXPECT_EQ(whole.unterschluessel, (std::vector<std::string>{"", "\\Tief"}));
-    EXPECT_EQ(whole.werte.at(0).wert.value, text("Nadel"));
-    EXPECT_TRUE(probe.recorder.begun.back().schluessel.at(0).geloescht);   // else nobody would know after an interruption
+    EXPECT_EQ(whole.values.at(0).wert.value, text("Nadel"));
+    EXPECT_TRUE(probe.recorder.begun.back().key.at(0).geloescht);   // else nobody would know after an interruption
 }
 
-TEST_F(BrowserProbe, RootsAndKeysOfTheSystemStay) {
+TEST_F(BrowserFixture, RootsAndKeysOfTheSystemStay) {
     probe.store->createKey(Root::LocalMachine, "SOFTWARE\\Classes\\.txt");
     const std::string sid = std::string("HKEY_USERS\\") + Sid;
     for (const std::string& key : {std::string("HKEY_CURRENT_USER"), std::string("HKEY_LOCAL_MACHINE"), std::string("HKEY_LOCAL_MACHINE\\system"),
@@ -122,10 +122,10 @@ TEST_F(BrowserProbe, RootsAndKeysOfTheSystemStay) {
     EXPECT_FALSE(browser->exists("HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\.txt"));
 }
 
-TEST_F(BrowserProbe, FindsKeysNamesAndData) {
-    const auto find = [&](const std::string& key, BrowserSuche wanted, int keysUntilStop = 1'000) {
+TEST_F(BrowserFixture, FindsKeysNamesAndData) {
+    const auto find = [&](const std::string& key, BrowserSearch wanted, int keysUntilStop = 1'000) {
         std::string hits;
-        browser->search(key, wanted, [&](BrowserTreffer hit) { hits += hit.key + (hit.name ? "|" + *hit.name + "=" + hit.text : "") + "\n"; },
+        browser->search(key, wanted, [&](BrowserHit hit) { hits += hit.key + (hit.name ? "|" + *hit.name + "=" + hit.text : "") + "\n"; },
                         [&](const std::string&) { return --keysUntilStop < 0; });
         return hits;
     };
@@ -137,7 +137,7 @@ TEST_F(BrowserProbe, FindsKeysNamesAndData) {
 }
 
 // A value that cannot be read as its type must not hide the others, and more values than the service counts are shown too.
-TEST_F(BrowserProbe, OddAndManyValuesAreListed) {
+TEST_F(BrowserFixture, OddAndManyValuesAreListed) {
     RegStore& store = *probe.store;
     store.setValue(Root::CurrentUser, "Software\\Probe", ValueName::named("kurz"), {regtype::Dword, {1, 2}});
     EXPECT_EQ(browser->values(Key).back().Wert, "01 02");

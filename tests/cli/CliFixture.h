@@ -9,29 +9,29 @@
 
 namespace brenvik::test {
 
-class Cliprobe : public ::testing::Test {
+class CliFixture : public ::testing::Test {
 protected:
-    using Worte = std::vector<std::string>;
+    using Words = std::vector<std::string>;
 
-    Ergebnis cli(Worte arguments, const std::string& home = "heim", const std::string& input = {}) {
+    CommandRun cli(Words arguments, const std::string& home = "heim", const std::string& input = {}) {
         arguments.insert(arguments.begin(), {"--home", path(home)});
         return run(program, arguments, {}, input);
     }
     // Runs it, expects success without a word on stderr, and answers what it printed.
-    std::string out(const Worte& arguments, const std::string& home = "heim") {
-        const Ergebnis e = cli(arguments, home);
+    std::string out(const Words& arguments, const std::string& home = "heim") {
+        const CommandRun e = cli(arguments, home);
         EXPECT_EQ(e.code, 0) << e.err;
         EXPECT_EQ(e.err, "");
         return e.out;
     }
     // Expects a refusal that prints nothing on stdout, and answers what it says.
-    std::string fails(const Worte& arguments, int code = 1) {
-        const Ergebnis e = cli(arguments);
+    std::string fails(const Words& arguments, int code = 1) {
+        const CommandRun e = cli(arguments);
         EXPECT_EQ(e.code, code) << e.err;
         EXPECT_EQ(e.out, "");
         return e.err;
     }
-    nlohmann::json parsed(Worte arguments) {
+    nlohmann::json parsed(Words arguments) {
         arguments.insert(arguments.begin(), "--json");
         return nlohmann::json::parse(cli(arguments).out);
     }

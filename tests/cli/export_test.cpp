@@ -5,16 +5,16 @@
 namespace brenvik::test {
 namespace {
 
-class ExportCli : public Cliprobe {};
+class ExportCli : public CliFixture {};
 
 constexpr const char* Desktop = "HKCU\\Control Panel\\Desktop\\";
 
-TEST_F(ExportCli, FormenUndAusgabe) {
-    const Ergebnis told = cli({"export", "reg", "109"});
+TEST_F(ExportCli, FormsAndOutput) {
+    const CommandRun told = cli({"export", "reg", "109"});
     EXPECT_EQ(told.code, 0);
     EXPECT_EQ(told.err, "");
     EXPECT_NE(told.out.find("\r\n; [109] - Bildschirmschoner ein- und ausschalten\r\n[HKEY_CURRENT_USER\\Control Panel\\Desktop]\r\n\"ScreenSaveActive\"=\"1\"\r\n"), std::string::npos);
-    const Ergebnis list = cli({"export", "reg", "109", "114", "109", "-o", path("l.reg")});
+    const CommandRun list = cli({"export", "reg", "109", "114", "109", "-o", path("l.reg")});
     EXPECT_EQ(list.out, "");
     EXPECT_NE(list.err.find("REG-File wurde unter: " + path("l.reg") + " gespeichert\n"), std::string::npos);
     EXPECT_NE(list.err.find("Anzahl: 2.\n\nHKEY_CURRENT_USER\\Control Panel\\Desktop\\"), std::string::npos) << list.err;   // of each Tip the first value is left out
@@ -27,7 +27,7 @@ TEST_F(ExportCli, FormenUndAusgabe) {
     EXPECT_EQ(cli({"registry", "read", std::string(Desktop) + "ScreenSaveActive"}).out, "0\n");
     EXPECT_EQ(cli({"export", "reg", "--regedit4", "109"}).out.substr(0, 10), "REGEDIT4\r\n");
     const std::vector<std::string> greek{"export", "reg", "--regedit4", "109", "2719", "--set", "2719=Ω"};
-    const Ergebnis refused = cli(greek);
+    const CommandRun refused = cli(greek);
     EXPECT_EQ(refused.code, 1);
     EXPECT_EQ(refused.out, "");
     EXPECT_EQ(refused.err.substr(0, refused.err.find('\n')), "Läßt sich in diesem Format nicht darstellen: HKEY_CURRENT_USER\\Software\\Microsoft\\Command Processor\\AutoRun");
@@ -41,7 +41,7 @@ TEST_F(ExportCli, FormenUndAusgabe) {
     EXPECT_NE(bytesOf(dir / "vorlage/de-DE/brenvik.adml").find("<string id=\"Tipp_116_1\">"), std::string::npos);
 }
 
-TEST_F(ExportCli, ListeAufEinenAnderenRechner) {
+TEST_F(ExportCli, AListForAnotherMachine) {
     EXPECT_EQ(cli({"list", "save", path("l.toml"), "109", "--set", "109:2=on"}).code, 0);
     EXPECT_EQ(cli({"list", "load", path("l.toml")}).out, "  109  Bildschirmschoner ein- und ausschalten\n       ScreenSaveActive: 1\n       ScreenSaverIsSecure: 1\n");
     cli({"tip", "set", "109", "off"}, "anderer");
@@ -57,7 +57,7 @@ TEST_F(ExportCli, ListeAufEinenAnderenRechner) {
 }
 
 // The hives of a Windows that does not run: written there, kept here, one record in the history for each Tip.
-TEST_F(ExportCli, ListeAufEinRuhendesWindows) {
+TEST_F(ExportCli, AListForASleepingWindows) {
     const std::filesystem::path config = dir / "win/Windows/System32/config", profile = dir / "win/Users/Anna";
     std::filesystem::create_directories(config);
     std::filesystem::create_directories(profile);
@@ -82,7 +82,7 @@ TEST_F(ExportCli, ListeAufEinRuhendesWindows) {
     // One of the hives cannot be written: none is.
     const std::string untouched = bytes();
     std::filesystem::permissions(hives[0], std::filesystem::perms::owner_read);
-    const Ergebnis refused = at({"--yes", "apply", path("l.toml")}, there);
+    const CommandRun refused = at({"--yes", "apply", path("l.toml")}, there);
     EXPECT_EQ(refused.code, 1);
     EXPECT_NE(refused.err.find("Die Liste wurde nicht angewendet, nichts wurde geändert: Die Hivedatei"), std::string::npos) << refused.err;
     EXPECT_TRUE(bytes() == untouched);
@@ -95,7 +95,7 @@ TEST_F(ExportCli, ListeAufEinRuhendesWindows) {
     const auto history = parsed({"history", "list"});
     ASSERT_EQ(history.size(), 2u);
     for (const std::size_t k : {0u, 1u}) EXPECT_EQ(history[k]["machine"].get<std::string>() + " " + history[k]["tip"].dump(), path("win") + (k == 0 ? " 109" : " 221"));
-    const Ergebnis unseen = cli({"drift"});   // nothing is connected to of its own accord
+    const CommandRun unseen = cli({"drift"});   // nothing is connected to of its own accord
     EXPECT_EQ(unseen.code, 4);
     EXPECT_NE(unseen.out.find("nicht gelesen: der Rechner \"" + path("win") + "\" wird gerade nicht bearbeitet"), std::string::npos) << unseen.out;
     EXPECT_EQ(at({"drift"}, there).out, "Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n");
@@ -104,7 +104,7 @@ TEST_F(ExportCli, ListeAufEinRuhendesWindows) {
     EXPECT_EQ(values(there), "1\n||");
 
     // A Tip for other systems is written there, but not without a word.
-    const Ergebnis other = at({"--yes", "tip", "set", "3667", "on"}, there);
+    const CommandRun other = at({"--yes", "tip", "set", "3667", "on"}, there);
     EXPECT_EQ(other.code, 0) << other.err;
     EXPECT_NE(other.err.find("\nAchtung: Der Tipp 3667 ist nicht für das System des Rechners \"" + path("win") +
                              "\" gedacht (Windows XP), sondern für: Windows 95, Windows 98, Windows ME\n"), std::string::npos) << other.err;

@@ -9,16 +9,16 @@
 namespace brenvik::test {
 namespace {
 
-class HistoryCli : public Cliprobe {};
+class HistoryCli : public CliFixture {};
 
 constexpr const char* Sicher = "HKCU\\Control Panel\\Desktop\\ScreenSaverIsSecure";
 
-TEST_F(HistoryCli, DriftHatDreiAntworten) {
+TEST_F(HistoryCli, DriftHasThreeAnswers) {
     EXPECT_EQ(cli({"tip", "set", "109", "--entry", "2", "on"}).code, 0);
-    const Ergebnis asSet = cli({"drift"});
+    const CommandRun asSet = cli({"drift"});
     EXPECT_EQ(std::to_string(asSet.code) + asSet.out, "0Alle Werte, die das Programm gesetzt hat, stehen noch so da.\n");
     EXPECT_EQ(cli({"registry", "write", Sicher, "REG_SZ", "9"}).code, 0);
-    const Ergebnis differs = cli({"--json", "drift"});
+    const CommandRun differs = cli({"--json", "drift"});
     EXPECT_EQ(differs.code, 3);
     const auto tip = nlohmann::json::parse(differs.out)[0], value = tip["values"][0];
     EXPECT_EQ(tip["tip"], 109);   // not the row of its second value
@@ -26,7 +26,7 @@ TEST_F(HistoryCli, DriftHatDreiAntworten) {
     EXPECT_NE(cli({"drift"}).out.find("Anders als gesetzt: 1\n"), std::string::npos);
     EXPECT_EQ(parsed({"drift", "--all"})[0]["values"].size(), 1u);
 
-    const Ergebnis refused = cli({"history", "undo", "1", "--exact"});   // somebody else's 9 stays
+    const CommandRun refused = cli({"history", "undo", "1", "--exact"});   // somebody else's 9 stays
     EXPECT_EQ(refused.code, 1);
     EXPECT_NE(refused.err.find("jetzt: REG_SZ \"9\"  (von anderer Seite)"), std::string::npos) << refused.err;
     EXPECT_EQ(cli({"history", "undo", "1", "--exact", "--keep"}).code, 1);   // all of it stays: nothing was taken back
@@ -43,7 +43,7 @@ TEST_F(HistoryCli, DriftHatDreiAntworten) {
 }
 
 // Whatever was taken back or set anew in between: when all is taken back, what stood first stands again.
-TEST_F(HistoryCli, AllesZurueckIstDerAnfang) {
+TEST_F(HistoryCli, AllTakenBackIsTheBeginning) {
     constexpr const char* Delay = "HKCU\\Control Panel\\Desktop\\MenuShowDelay";
     const auto yes = [&](std::vector<std::string> words) {
         words.insert(words.begin(), "--yes");
@@ -76,7 +76,7 @@ TEST_F(HistoryCli, AllesZurueckIstDerAnfang) {
     EXPECT_EQ(cli({"registry", "read", "HKCU\\Software\\Classes\\Drive\\shell\\find\\Eigen"}).out, "user\n");
 }
 
-TEST_F(HistoryCli, VergessenUndGeheimes) {
+TEST_F(HistoryCli, ForgettingAndSecrets) {
     constexpr const char* Secret = "HKCU\\Software\\Probe\\DefaultPassword";
     EXPECT_EQ(cli({"registry", "write", Secret, "REG_SZ", "-"}, "heim", "geheim\n").code, 0);
     EXPECT_EQ(cli({"registry", "read", Secret}).out, "geheim\n");
@@ -95,15 +95,15 @@ TEST_F(HistoryCli, VergessenUndGeheimes) {
 }
 
 // A copied home is a home of its own: nothing reaches back into the one it came from.
-TEST_F(HistoryCli, EinKopiertesHeimBleibtBeiSich) {
+TEST_F(HistoryCli, ACopiedHomeStaysWithItsOwnFiles) {
     const auto ini = [&](const char* home) { return dir / home / "drive_c/WINDOWS/win.ini"; };
     EXPECT_EQ(cli({"registry", "write", "HKCU\\Software\\Brenvik\\Einstellungen\\BSSystemAktiv", "REG_SZ", "0"}).code, 0);
-    const Ergebnis set = cli({"tip", "set", "2109", "probe.exe"});
+    const CommandRun set = cli({"tip", "set", "2109", "probe.exe"});
     ASSERT_EQ(set.code, 0) << set.err;
     const std::string changed = bytesOf(ini("heim"));
     EXPECT_NE(changed.find("probe.exe"), std::string::npos);
     std::filesystem::copy(dir / "heim", dir / "kopie", std::filesystem::copy_options::recursive);
-    const Ergebnis undone = cli({"history", "undo", "1", "--exact"}, "kopie");
+    const CommandRun undone = cli({"history", "undo", "1", "--exact"}, "kopie");
     EXPECT_EQ(undone.code, 0) << undone.err;
     EXPECT_EQ(bytesOf(ini("heim")), changed);
     EXPECT_EQ(bytesOf(ini("kopie")).find("probe.exe"), std::string::npos);

@@ -4,14 +4,14 @@
 namespace brenvik::test {
 namespace {
 
-TEST_F(Cliprobe, FalscheAufrufe) {
+TEST_F(CliFixture, WrongCalls) {
     dir.put("kaputt.toml", "format = 1\n[[tipp]]\nnummer = 31999\n");
     dir.put("kaputt.reg", "kein Text von hier");
     dir.put("kaputt.hiv", "regf und sonst nichts");
     const std::string help = "\nbrenvik-cli --help nennt, was möglich ist.\n", noReg = "Die Datei kaputt.reg kann nicht gelesen werden:\nZeile 1: Die Datei beginnt weder mit "
                              "\"REGEDIT4\" noch mit \"Windows Registry Editor Version 5.00\".\n";
     const struct {
-        Worte arguments;
+        Words arguments;
         int code;
         std::string err;   // empty: whatever it says
     } cases[] = {
@@ -67,7 +67,7 @@ TEST_F(Cliprobe, FalscheAufrufe) {
         {{"registry", "list", path("kaputt.hiv")}, 1, {}},
     };
     for (const auto& c : cases) {
-        const Ergebnis e = cli(c.arguments);
+        const CommandRun e = cli(c.arguments);
         EXPECT_EQ(e.code, c.code) << e.err;
         EXPECT_EQ(e.out, "");
         EXPECT_NE(e.err, "");
@@ -77,7 +77,7 @@ TEST_F(Cliprobe, FalscheAufrufe) {
         EXPECT_EQ(e.err.find("gespeichert"), std::string::npos);
     }
     EXPECT_EQ(bytesOf(dir / "kaputt.hiv"), "regf und sonst nichts");
-    const Ergebnis full = run("sh", {"-c", "exec \"$0\" --home \"$1\" export reg 109 >/dev/full", program, path("heim")});
+    const CommandRun full = run("sh", {"-c", "exec \"$0\" --home \"$1\" export reg 109 >/dev/full", program, path("heim")});
     EXPECT_EQ(full.code, 1);
     EXPECT_EQ(full.err, "Die Ausgabe konnte nicht geschrieben werden. Der Datenträger ist voll.\n");
 }

@@ -13,7 +13,7 @@ namespace brenvik::test {
 namespace {
 
 // All types, odd names, unnamed and empty values, and a dword of the wrong length.
-constexpr const char* Bunt = R"(Windows Registry Editor Version 5.00
+constexpr const char* Motley = R"(Windows Registry Editor Version 5.00
 
 [HKEY_CURRENT_USER\Software\Bunt]
 @="ohne Namen"
@@ -37,7 +37,7 @@ constexpr const char* Bunt = R"(Windows Registry Editor Version 5.00
 [HKEY_CURRENT_USER\Software\Bunt\Ünter\leer]
 )";
 
-class Registry : public Cliprobe {
+class Registry : public CliFixture {
 protected:
     void importText(const std::string& text) {
         dir.put("ein.reg", text);
@@ -46,7 +46,7 @@ protected:
 };
 
 TEST_F(Registry, ListReadWriteDelete) {
-    importText(Bunt);
+    importText(Motley);
     EXPECT_EQ(out({"registry", "list", "HKCU\\Software\\Bunt"}),
               "Ünter\\\n(Standard)\tREG_SZ\tohne Namen\nGröße\tREG_SZ\tÄ \"in\" C:\\Ordner\nΑθήνα\tREG_DWORD\t-2\na\\b\tREG_SZ\tSchrägstrich\n"
               "a\"b\tREG_SZ\tAnführung\nleer\tREG_SZ\t\nnichts\tREG_BINARY\t\nkurz\tREG_DWORD\t01 02\ntyp\t127\tDE AD\nohne Ende\tREG_SZ\tA\n"
@@ -82,8 +82,8 @@ TEST_F(Registry, ListReadWriteDelete) {
     EXPECT_EQ(cli({"registry", "list", "HKCU\\Software\\Neu"}).err, "Der Schlüssel ist nicht vorhanden: HKCU\\Software\\Neu\n");
 }
 
-TEST_F(Registry, ExportUndImportGebenDasselbe) {
-    importText(Bunt);
+TEST_F(Registry, ExportAndImportGiveTheSame) {
+    importText(Motley);
     out({"registry", "export", "HKCU\\Software\\Bunt", path("aus.reg")});
     const std::string bytes = bytesOf(dir / "aus.reg");
     EXPECT_EQ(bytes.substr(0, 4), std::string("\xFF\xFEW\0", 4));
@@ -92,7 +92,7 @@ TEST_F(Registry, ExportUndImportGebenDasselbe) {
     EXPECT_EQ(bytesOf(dir / "nochmal.reg"), bytes);
     EXPECT_EQ(out({"registry", "diff", "HKCU\\Software\\Bunt", path("ein.reg")}, "zweites"), "");
 
-    const Ergebnis lossy = cli({"registry", "export", "HKCU\\Software\\Bunt", path("alt.reg"), "--regedit4"});
+    const CommandRun lossy = cli({"registry", "export", "HKCU\\Software\\Bunt", path("alt.reg"), "--regedit4"});
     EXPECT_EQ(lossy.code, 1);   // Greek
     EXPECT_EQ(lossy.err, "Ausgelassen: HKCU\\Software\\Bunt\\\tΑθήνα\n"
                          "Einträge, die sich in diesem Format nicht darstellen lassen und in der Datei fehlen: 1. Soll sie trotzdem geschrieben werden? [Nein; mit --yes wird Ja geantwortet]\n");
@@ -101,8 +101,8 @@ TEST_F(Registry, ExportUndImportGebenDasselbe) {
     EXPECT_EQ(utf8FromAnsi(bytesOf(dir / "alt.reg")), "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Bunt\\Ünter]\r\n\"x\"=\"1\"\r\n\r\n[HKEY_CURRENT_USER\\Software\\Bunt\\Ünter\\leer]\r\n\r\n");
 }
 
-TEST_F(Registry, ProbelaufZeigtUndLaesst) {
-    importText(Bunt);
+TEST_F(Registry, ADryRunShowsAndLeavesAll) {
+    importText(Motley);
     out({"registry", "export", "HKCU\\Software", path("vorher.reg")});
     dir.put("probe.reg", "REGEDIT4\n[HKEY_CURRENT_USER\\Software\\Bunt]\n\"leer\"=\"voll\"\n\"Αθήνα\"=-\n@=\"ohne Namen\"\n\"leer\"=dword:1\n"
                          "\"ohne Ende\"=\"A\"\n\"neu\"=\"n\"\n[-HKEY_CURRENT_USER\\Software\\Bunt\\\xDCnter]\n[HKEY_CURRENT_USER\\Software\\A\\B]\n");
@@ -122,7 +122,7 @@ TEST_F(Registry, ProbelaufZeigtUndLaesst) {
     EXPECT_EQ(bytesOf(dir / "nachher.reg"), bytesOf(dir / "vorher.reg"));
 }
 
-TEST_F(Registry, EinFehlerWeistDieGanzeDateiAb) {
+TEST_F(Registry, OneErrorRefusesTheWholeFile) {
     dir.put("f.reg", "REGEDIT4\n[HKEY_CURRENT_USER\\Software\\F]\n\"a\"=\"1\"\n\"b\"=dword:xyz\nUnsinn\n");
     EXPECT_EQ(fails({"registry", "import", path("f.reg")}), path("f.reg") + ", Zeile 4: Hinter dword: gehören ein bis acht hexadezimale Ziffern.\n" + path("f.reg") +
                               ", Zeile 5: Die Zeile ist weder ein Schlüssel noch ein Wert.\nDie Datei wurde nicht eingelesen, nichts wurde geändert.\n");
@@ -131,7 +131,7 @@ TEST_F(Registry, EinFehlerWeistDieGanzeDateiAb) {
     for (const bool dry : {false, true}) {
         std::vector<std::string> words{"registry", "import", path("g.reg")};
         if (dry) words.emplace_back("--dry-run");
-        const Ergebnis limits = cli(words);
+        const CommandRun limits = cli(words);
         EXPECT_EQ(limits.code, 1);
         EXPECT_EQ(limits.out, "");
         EXPECT_EQ(limits.err, path("g.reg") + ", Zeile 4: Ein Wertname darf höchstens 16383 Zeichen haben.\n" + path("g.reg") +
@@ -140,8 +140,8 @@ TEST_F(Registry, EinFehlerWeistDieGanzeDateiAb) {
     EXPECT_EQ(cli({"registry", "list", "HKCU\\Software\\F"}).code, 1);
 }
 
-TEST_F(Registry, Finden) {
-    importText(Bunt);
+TEST_F(Registry, FindsByTextAndExpression) {
+    importText(Motley);
     const std::string key = "HKCU\\Software\\Bunt\\";
     const struct {
         std::vector<std::string> arguments;
@@ -170,13 +170,13 @@ TEST_F(Registry, Finden) {
     EXPECT_EQ(cli({"registry", "find", "x", "HKCU\\Software\\Bunt\\Ünter", "--progress"}).err, "\r2 Schlüssel durchsucht, 1 Treffer\n");
     EXPECT_EQ(fails({"registry", "find", "(", "--regex"}, 2), "\"(\" ist kein gültiger regulärer Ausdruck.\n");
     out({"registry", "write", "HKCU\\Software\\Lang\\w", "REG_SZ", std::string(200, 'x')});
-    const Ergebnis e = cli({"registry", "find", "(x+x+)+y", "HKCU\\Software\\Lang", "--regex"});   // would take longer than the universe lasts
+    const CommandRun e = cli({"registry", "find", "(x+x+)+y", "HKCU\\Software\\Lang", "--regex"});   // would take longer than the universe lasts
     EXPECT_EQ(e.code, 1);
     EXPECT_EQ(e.err.substr(0, e.err.find(": ")), "Der reguläre Ausdruck \"(x+x+)+y\" ist zu aufwendig");
 }
 
 // A value of the greatest size: no step of a recursive matcher may go as deep as a text is long.
-TEST_F(Registry, GroessterWert) {
+TEST_F(Registry, TheLargestValue) {
     dir.put("gross.txt", std::string(8 * 1024 * 1024 - 1, 'a'));
     out({"registry", "write", "HKCU\\Software\\Gross\\w", "REG_SZ", "--data-file", path("gross.txt")});
     EXPECT_EQ(out({"registry", "find", "^(a|b)*$", "HKCU\\Software\\Gross", "--regex"}), "");
@@ -186,19 +186,19 @@ TEST_F(Registry, GroessterWert) {
     EXPECT_EQ(fails({"registry", "write", "HKCU\\Software\\Gross\\w", "REG_SZ", "--data-file", path("gross.txt")}), "Ein Wert darf höchstens 16 MB groß sein.\n");
 }
 
-TEST_F(Registry, StrgCBeendetSauber) {
+TEST_F(Registry, ControlCEndsItCleanly) {
     // The expression takes the square of a text's length for each value, so that the signal comes in the midst.
     std::string text = "REGEDIT4\n[HKEY_CURRENT_USER\\Software\\Viel]\n";
     for (int i = 0; i < 1000; ++i) text += "\"w" + std::to_string(i) + "\"=\"" + std::string(1500, 'a') + "\"\n";
     importText(text);
-    const Ergebnis e = run("/usr/bin/timeout", {"--foreground", "--preserve-status", "-s", "INT", "1", program, "--home",
+    const CommandRun e = run("/usr/bin/timeout", {"--foreground", "--preserve-status", "-s", "INT", "1", program, "--home",
                                                 path("heim"), "registry", "find", "(a|b)*c", "HKCU\\Software\\Viel", "--regex"});
     EXPECT_EQ(e.code, 130);
     EXPECT_EQ(e.err, "Die Suche wurde abgebrochen.\n");
 }
 
-TEST_F(Registry, DiffKopieUndHives) {
-    importText(Bunt);
+TEST_F(Registry, DiffCopyAndHives) {
+    importText(Motley);
     const std::string b = "HKCU\\Software\\Bunt", hive = path("h.hiv");
     out({"registry", "save", b, hive});
     EXPECT_EQ(out({"registry", "diff", b, hive}), "");
@@ -208,12 +208,12 @@ TEST_F(Registry, DiffKopieUndHives) {
     out({"registry", "write", hive + ":\\", "--value", "ohne Ende", "REG_SZ", "A"});
     out({"registry", "write", hive + ":\\Neu\\y", "REG_DWORD", "7"});
     out({"registry", "delete", hive + ":\\leer"});
-    const Ergebnis diff = cli({"registry", "diff", b, hive});
+    const CommandRun diff = cli({"registry", "diff", b, hive});
     EXPECT_EQ(diff.code, 1);
     EXPECT_EQ(diff.err, "");
     EXPECT_EQ(diff.out, "- \\\tleer\tREG_SZ\t\n- \\\tohne Ende\tREG_SZ\tA\t[41 00]\n+ \\\tohne Ende\tREG_SZ\tA\t[41 00 00 00]\n"
                         "+ Neu\\\n+ Neu\\\ty\tREG_DWORD\t7\n- Ünter\\\tx\tREG_SZ\t1\n+ Ünter\\\tx\tREG_SZ\t2\n");
-    const Ergebnis json = cli({"--json", "registry", "diff", b + "\\Ünter", hive + ":\\Ünter"});
+    const CommandRun json = cli({"--json", "registry", "diff", b + "\\Ünter", hive + ":\\Ünter"});
     EXPECT_EQ(json.code, 1);
     EXPECT_EQ(nlohmann::json::parse(json.out),
               nlohmann::json::parse(R"({"equal":false,"differences":[{"key":"","name":"x","a":{"type":"REG_SZ","data":"1"},"b":{"type":"REG_SZ","data":"2"}}]})"));
@@ -231,7 +231,7 @@ TEST_F(Registry, DiffKopieUndHives) {
 }
 
 // A folder with the hives of a Windows is a machine of its own; the local registry stays as it is.
-TEST_F(Registry, OrdnerAlsRechner) {
+TEST_F(Registry, AFolderAsTheMachine) {
     const std::filesystem::path config = dir / "win" / "Windows" / "System32" / "config";
     std::filesystem::create_directories(config);
     out({"registry", "write", "HKLM\\Software\\Firma\\w", "REG_SZ", "hier"});
@@ -242,7 +242,7 @@ TEST_F(Registry, OrdnerAlsRechner) {
     EXPECT_EQ(cli({"--yes", "registry", "delete", "HKU\\.DEFAULT\\Firma\\", "--recursive"}).code, 0);
     const auto there = [&](std::vector<std::string> words) {
         words.insert(words.begin(), {"--machine", path("win")});
-        const Ergebnis e = cli(words);
+        const CommandRun e = cli(words);
         EXPECT_EQ(e.code, 0) << e.err;
         EXPECT_EQ(e.err.substr(0, e.err.find("Zum Profil")), "Die Hivedatei SAM fehlt.\nDie Hivedatei SECURITY fehlt.\n");
         return e.out;
@@ -279,7 +279,7 @@ TEST_F(Registry, OrdnerAlsRechner) {
     there({"registry", "export", "HKU", path("hku.reg")});
     EXPECT_EQ(out({"registry", "list", path("hku.reg") + ":\\HKU"}), ".DEFAULT\\\n");
     dir.put("win/Windows/System32/config/SYSTEM", "regf und sonst nichts");
-    const Ergebnis found = cli({"--machine", path("win"), "registry", "find", "dort", "HKLM"}), written = cli({"--machine", path("win"), "registry", "export", "HKLM", path("hklm.reg")});
+    const CommandRun found = cli({"--machine", path("win"), "registry", "find", "dort", "HKLM"}), written = cli({"--machine", path("win"), "registry", "export", "HKLM", path("hklm.reg")});
     EXPECT_EQ(found.code, 1);
     EXPECT_EQ(found.out, "HKLM\\Software\\Firma\\\tw\tREG_SZ\tdort\n");
     EXPECT_NE(found.err.find("\nNicht lesbar: HKLM\\System\\\t"), std::string::npos) << found.err;
@@ -289,7 +289,7 @@ TEST_F(Registry, OrdnerAlsRechner) {
     out({"registry", "write", "HKCU\\Software\\Firma\\w", "REG_SZ", "da"}, "zweites");
     const std::string other = (dir / "zweites" / "registry.db").string();
     out({"registry", "copy", "HKLM\\Software\\Firma", other + ":\\HKLM\\Software\\Firma"});
-    const Ergebnis stores = cli({"registry", "diff", (dir / "heim" / "registry.db").string(), other});
+    const CommandRun stores = cli({"registry", "diff", (dir / "heim" / "registry.db").string(), other});
     EXPECT_EQ(stores.code, 1) << stores.err;
     const std::string sid = stores.out.substr(2, stores.out.find("\\Software") - 2);
     EXPECT_EQ(stores.out, "+ " + sid + "\\Software\\Firma\\\n+ " + sid + "\\Software\\Firma\\\tw\tREG_SZ\tda\n");
@@ -297,14 +297,14 @@ TEST_F(Registry, OrdnerAlsRechner) {
 }
 
 TEST_F(Registry, CheckAndRecoverAHive) {
-    importText(Bunt);
+    importText(Motley);
     out({"registry", "save", "HKCU\\Software\\Bunt", path("h.hiv")});
     EXPECT_EQ(out({"registry", "check", path("h.hiv")}), "0 Fehler, 0 Hinweise\n");
     const std::string good = bytesOf(dir / "h.hiv");
     std::string bytes = good;
     bytes[bytes.find("nk\x20", 4096 + 200)] = 'x';
     dir.put("h.hiv", bytes);
-    const Ergebnis faulty = cli({"registry", "check", path("h.hiv")});
+    const CommandRun faulty = cli({"registry", "check", path("h.hiv")});
     EXPECT_EQ(faulty.code, 1);
     EXPECT_NE(faulty.out.find("\tHier müsste ein Schlüssel stehen.\n"), std::string::npos) << faulty.out;
     EXPECT_EQ(parsed({"registry", "check", path("h.hiv")})["dirty"], false);
@@ -316,7 +316,7 @@ TEST_F(Registry, CheckAndRecoverAHive) {
     EXPECT_EQ(cli({"registry", "check", path("ein.reg")}).code, 2);
     // The other commands pass damage over only when asked.
     const std::string place = path("h.hiv");
-    const Ergebnis strict = cli({"registry", "list", place}), read = cli({"registry", "read", place + ":\\größe", "--salvage"});
+    const CommandRun strict = cli({"registry", "list", place}), read = cli({"registry", "read", place + ":\\größe", "--salvage"});
     EXPECT_EQ(std::to_string(strict.code) + strict.out, "1");
     EXPECT_NE(strict.err.find("Hier müsste ein Schlüssel stehen.\nMit --salvage"), std::string::npos) << strict.err;
     EXPECT_EQ(read.out, "Ä \"in\" C:\\Ordner\n");
@@ -330,7 +330,7 @@ TEST_F(Registry, CheckAndRecoverAHive) {
     if (data == nullptr || *data == 0) GTEST_SKIP() << "BRENVIK_TESTDATA is not set";
     const std::filesystem::path genuine = std::filesystem::path(data) / "hives" / "schmutzig";
     const std::string dirty = (genuine / "NewDirtyHive").string(), used = "NewDirtyHive.LOG";
-    const Ergebnis asIs = cli({"registry", "check", dirty}), withLogs = cli({"registry", "check", "--logs", dirty});
+    const CommandRun asIs = cli({"registry", "check", dirty}), withLogs = cli({"registry", "check", "--logs", dirty});
     EXPECT_EQ(asIs.code, 1);
     EXPECT_NE(asIs.err.find("mit --logs"), std::string::npos);
     EXPECT_EQ(withLogs.code, 0) << withLogs.out;
@@ -390,7 +390,7 @@ TEST_F(Registry, ASleepingWindowsIsAskedAbout) {
             std::vector<std::string> words = where;
             words.insert(words.end(), {"REG_SZ", std::to_string(++number)});
             const std::string before = bytesOf(software);
-            const Ergebnis refused = cli(words);
+            const CommandRun refused = cli(words);
             EXPECT_EQ(refused.code, c.sleeps ? 1 : 0) << refused.err;
             EXPECT_EQ(refused.err.find("ist im Ruhezustand") != std::string::npos, c.sleeps) << refused.err;
             EXPECT_EQ(bytesOf(software) == before, c.sleeps);
@@ -401,7 +401,7 @@ TEST_F(Registry, ASleepingWindowsIsAskedAbout) {
 }
 
 // ESC, a C1 control, a mark of direction and half a character in names, data and what is typed.
-TEST_F(Registry, NichtsSteuertDasTerminal) {
+TEST_F(Registry, NothingControlsTheTerminal) {
     const std::string evil = "a\x1B[2J\u009B3m\u202Efdp", marked = "a␛[2J‹U+009B›3m‹U+202E›fdp";
     const std::string place = "HKCU\\Software\\Bunt\\" + evil, notice = "HKLM\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\LegalNoticeCaption";
     importText("Windows Registry Editor Version 5.00\n[HKEY_CURRENT_USER\\Software\\Bunt\\" + evil + "]\n\"" + evil + "\"=\"" + evil + "\"\n\"halb\"=hex(1):41,00,00,d8,42,00,00,00\n");
@@ -415,13 +415,13 @@ TEST_F(Registry, NichtsSteuertDasTerminal) {
              {"registry", "list", place}, {"registry", "find", "fdp"}, {"registry", "diff", place, "HKCU\\Software"}, {"registry", "import", path("neu.reg"), "--dry-run"},
              {"registry", "read", place + "\\nichts"}, {"registry", "delete", place, "--recursive"}, {"tip", "show", "1806"}, {"tip", "list", "--values"},
              {"tip", "set", "1806", evil, "--dry-run"}, {"history", "list"}, {"history", "show", "1"}, {"history", "undo", "1", "--exact"}, {"drift"}, {evil}, {"--machine", evil, "tip", "list"}}) {
-        const Ergebnis ran = cli(arguments);
+        const CommandRun ran = cli(arguments);
         seen += ran.out + ran.err;
     }
     for (std::size_t at = 0; at < seen.size();) {
         const std::size_t start = at;
-        const char32_t c = zeichen::next(seen, at);
-        ASSERT_FALSE((c < 0x20 && c != '\n' && c != '\t') || c == 0x7F || (c & zeichen::BadByte) || isUnseen(c)) << seen.substr(start > 200 ? start - 200 : 0, 300);
+        const char32_t c = characters::next(seen, at);
+        ASSERT_FALSE((c < 0x20 && c != '\n' && c != '\t') || c == 0x7F || (c & characters::BadByte) || isUnseen(c)) << seen.substr(start > 200 ? start - 200 : 0, 300);
     }
     EXPECT_NE(seen.find(marked + "\tREG_SZ\t" + marked + "\n"), std::string::npos);
     EXPECT_NE(seen.find("   Anzeige: " + marked + "|2\n"), std::string::npos) << "a line break makes no line of its own";

@@ -24,9 +24,9 @@ struct XmlElement {
 };
 
 // As much of XML as templates use; throws at what is not well formed.
-class XmlLeser {
+class XmlReader {
 public:
-    explicit XmlLeser(std::string_view text) : rest_(text) {}
+    explicit XmlReader(std::string_view text) : rest_(text) {}
     XmlElement document() {
         expect("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n");
         while (accept("<!--")) {
@@ -87,12 +87,12 @@ private:
 
 // What an element may hold, named with its parent. Attributes are "name:kind", optional ones end in "?"; content is the
 // order of its children, each followed by a blank; text is free, or nothing but blanks. Only what our templates use.
-struct XmlRegel {
+struct XmlRule {
     const char *element, *attributes, *content;
     bool text = false;
 };
 
-inline const XmlRegel AdmxRegeln[] = {
+inline const XmlRule AdmxRules[] = {
     {"/policyDefinitions", "xmlns:schema revision:version schemaVersion:version", "policyNamespaces resources (supportedOn )?(categories )?(policies )?"},
     {"policyDefinitions/policyNamespaces", "", "target (using )*"},
     {"policyNamespaces/target", "prefix:id namespace:uri", ""},
@@ -136,26 +136,26 @@ inline const XmlRegel AdmxRegeln[] = {
     {"textBox/defaultValue", "", "", true},
 };
 
-class AdmxPruefung {
+class AdmxCheck {
 public:
     // What is wrong, in no particular order; nothing: all is as it should be.
-    static std::vector<std::string> fehler(const std::string& admx, const std::string& adml) {
-        AdmxPruefung check;
+    static std::vector<std::string> faultsOf(const std::string& admx, const std::string& adml) {
+        AdmxCheck check;
         try {
-            const XmlElement definitions = XmlLeser(admx).document(), resources = XmlLeser(adml).document();
+            const XmlElement definitions = XmlReader(admx).document(), resources = XmlReader(adml).document();
             check.element("", definitions);
             check.element("", resources);
-            if (check.fehler_.empty()) check.references(definitions, resources);
+            if (check.faults_.empty()) check.references(definitions, resources);
         } catch (const std::runtime_error& error) {
-            check.fehler_.emplace_back(error.what());
+            check.faults_.emplace_back(error.what());
         }
-        return check.fehler_;
+        return check.faults_;
     }
 
 private:
     using Names = std::set<std::string>;
 
-    void complain(const std::string& what) { fehler_.push_back(what); }
+    void complain(const std::string& what) { faults_.push_back(what); }
 
     static bool fits(const std::string& kind, const std::string& text) {
         static const std::map<std::string, std::string> patterns{
@@ -168,8 +168,8 @@ private:
 
     void element(const std::string& parent, const XmlElement& e) {
         const std::string place = parent + "/" + e.name;
-        const auto rule = std::find_if(std::begin(AdmxRegeln), std::end(AdmxRegeln), [&](const XmlRegel& each) { return place == each.element; });
-        if (rule == std::end(AdmxRegeln)) return complain("element that has no place here: " + place);
+        const auto rule = std::find_if(std::begin(AdmxRules), std::end(AdmxRules), [&](const XmlRule& each) { return place == each.element; });
+        if (rule == std::end(AdmxRules)) return complain("element that has no place here: " + place);
         Names known;
         const std::string attributes = rule->attributes;
         static const std::regex one("(\\w+):(\\w+)(\\?)?");
@@ -271,7 +271,7 @@ private:
         if (least > most || standard < least || standard > most) complain(e.at("id") + " begins outside its range");
     }
 
-    std::vector<std::string> fehler_;
+    std::vector<std::string> faults_;
 };
 
 }  // namespace brenvik::test

@@ -17,13 +17,13 @@
 namespace brenvik::test {
 namespace {
 
-class AlleTippsExport : public ::testing::Test {
+class AllTipsExport : public ::testing::Test {
 protected:
-    AlleTippsExport() : programm(port, platform, ProgrammOptionen{dir.path(), std::filesystem::path(BRENVIK_PROGRAMM_DIR)}, observer, recorder) {
-        programm.loadSettings();
-        programm.detectSystem();
+    AllTipsExport() : program(port, platform, ProgramOptions{dir.path(), std::filesystem::path(BRENVIK_PROGRAMM_DIR)}, observer, recorder) {
+        program.loadSettings();
+        program.detectSystem();
         ctx().intBS = 6;
-        EXPECT_TRUE(programm.loadDatabase());
+        EXPECT_TRUE(program.loadDatabase());
         poison();
         ctx().strDBVersion += Attack;
         engine().tree().TreeEinlesen();
@@ -45,19 +45,19 @@ protected:
             sqlite3_free(sql);
         }
         sqlite3_close(db);
-        ASSERT_EQ(LoadDB(ctx(), dir / "feindlich.mdb"), LoadErgebnis::Geladen);
+        ASSERT_EQ(LoadDB(ctx(), dir / "feindlich.mdb"), LoadResult::Loaded);
     }
-    Context& ctx() { return programm.context(); }
-    TippMaschine& engine() { return programm.maschine(); }
+    Context& ctx() { return program.context(); }
+    TipEngine& engine() { return program.engine(); }
 
     TippListEintrag collect(std::int32_t number) {
-        engine().inspectTipp(number);
+        engine().inspectTip(number);
         EXPECT_TRUE(engine().collectForExport());
-        TippListEintrag entry = listeneintrag(ctx().aktuellerTipp, engine().collectedValues());
-        uebernehmeTexte(entry);
+        TippListEintrag entry = listEntry(ctx().aktuellerTipp, engine().collectedValues());
+        takeTexts(entry);
         return entry;
     }
-    std::optional<RawValue> stored(const TippListWert& value) {
+    std::optional<RawValue> stored(const TipListValue& value) {
         ctx().objBVKReg.SetPath("", value.Hauptschluessel + "\\" + value.Unterschluessel + "\\" + value.Wertname);
         return ctx().objBVKReg.ReadRaw();
     }
@@ -67,14 +67,14 @@ protected:
     TestPlatform platform;
     WindowObserver observer;
     Recorder recorder;
-    Programm programm;
+    Program program;
 };
 
 // The told form says more and less than the values, but nothing that is not the Tip's own.
 std::vector<std::string> toldLines(const TippListEintrag& entry, const std::string& head) {
     std::vector<std::string> lines{head};
-    const TippListWert* last = nullptr;
-    for (const TippListWert& value : entry.Werte) {
+    const TipListValue* last = nullptr;
+    for (const TipListValue& value : entry.Values) {
         const std::string key = "[" + value.Hauptschluessel + "\\" + value.Unterschluessel + "]";
         if (last == nullptr || last->Hauptschluessel + last->Unterschluessel != value.Hauptschluessel + value.Unterschluessel) lines.push_back(key);
         last = &value;
@@ -83,91 +83,91 @@ std::vector<std::string> toldLines(const TippListEintrag& entry, const std::stri
     return lines;
 }
 
-TEST_F(AlleTippsExport, JedeFormHatGenauDieWerte) {
+TEST_F(AllTipsExport, EveryFormHasExactlyTheValues) {
     std::size_t values = 0;
     for (const auto& tipp : std::vector(ctx().udtTippListe)) {
         SCOPED_TRACE(std::to_string(tipp.Index) + " " + tipp.Überschrift);
         const TippListEintrag entry = collect(tipp.Index);
         if (ctx().aktuellerTipp.INITipp) continue;
-        const Exportsatz satz = exportwerte({entry});
-        EXPECT_TRUE(satz.hindernisse.empty());
+        const ExportRecord item = exportValues({entry});
+        EXPECT_TRUE(item.obstacles.empty());
         for (const auto format : {RegTextWriter::Format::Version5, RegTextWriter::Format::Regedit4}) {
-            const GepruefteDatei file = GeprueftesFormat(satz, format, dateikopf(ctx()));
-            EXPECT_TRUE(file.fehlend.empty());
+            const CheckedFile file = CheckedFormat(item, format, fileHeader(ctx()));
+            EXPECT_TRUE(file.missing.empty());
             MemoryStore target;
-            const auto problems = einspielen(target, RegTextFile(file.bytes));
+            const auto problems = replay(target, RegTextFile(file.bytes));
             EXPECT_TRUE(problems.empty()) << problems[0].message;
-            for (const TippListWert& value : entry.Werte) {
+            for (const TipListValue& value : entry.Values) {
                 const auto root = rootByName(value.Hauptschluessel);
                 if (!root || value.PanelArt >= art::BootINI || (value.PanelArt == art::Liste && value.Wertname.empty())) continue;
                 EXPECT_EQ(target.value(*root, value.Unterschluessel, ValueName::named(value.Wertname)), stored(value)) << value.Wertname;
                 ++values;
             }
         }
-        for (const RegForm form : {RegForm::Klassisch, RegForm::Neu}) {
-            const Exportdatei told = regDatei(ctx(), {entry}, false, form);
-            EXPECT_EQ(told.fehlendeZeichen, 0u);
+        for (const RegForm form : {RegForm::Classic, RegForm::Neu}) {
+            const ExportFile told = regFileExport(ctx(), {entry}, false, form);
+            EXPECT_EQ(told.missingCharacters, 0u);
             const auto lines = actingLines(utf8FromAnsi(told.bytes)), wanted = toldLines(entry, form == RegForm::Neu ? "Windows Registry Editor Version 5.00" : "REGEDIT4");
             ASSERT_EQ(lines.size(), wanted.size()) << told.bytes;
             for (std::size_t k = 0; k < lines.size(); ++k) EXPECT_EQ(lines[k].substr(0, wanted[k].size()), wanted[k]);
         }
-        const RegAddSkript script = regAddSkript(satz, dateikopf(ctx()));
-        EXPECT_TRUE(script.hindernisse.empty()) << script.hindernisse[0];
-        EXPECT_EQ(readCommandFile(utf8FromAnsi(script.bytes)), wantedValues(satz));
+        const RegAddScript script = regAddScript(item, fileHeader(ctx()));
+        EXPECT_TRUE(script.obstacles.empty()) << script.obstacles[0];
+        EXPECT_EQ(readCommandFile(utf8FromAnsi(script.bytes)), wantedValues(item));
         for (const Root root : {Root::CurrentUser, Root::LocalMachine}) {
-            const Richtliniendatei file = richtliniendatei(satz, root);
-            EXPECT_TRUE(file.hindernisse.empty()) << file.hindernisse[0];
-            EXPECT_EQ(readPolicyFile(file.bytes, root), wantedValues(satz, root));
+            const PolicyFile file = policyFile(item, root);
+            EXPECT_TRUE(file.obstacles.empty()) << file.obstacles[0];
+            EXPECT_EQ(readPolicyFile(file.bytes, root), wantedValues(item, root));
         }
     }
     EXPECT_GT(values, 600u);
 }
 
 // A list of all Tips, written, read and applied: nothing to change where it came from, everything on a registry without values.
-TEST_F(AlleTippsExport, ListeAllerTipps) {
-    TippListe list;
+TEST_F(AllTipsExport, AListOfAllTips) {
+    TipList list;
     for (const auto& tipp : std::vector(ctx().udtTippListe)) {
         TippListEintrag entry = collect(tipp.Index);
         if (!ctx().aktuellerTipp.INITipp) list.push_back(std::move(entry));
     }
-    const Presetdatei file = presetDatei(ctx(), list);
-    EXPECT_EQ(file.hindernis, "");
+    const PresetFile file = presetFile(ctx(), list);
+    EXPECT_EQ(file.obstacle, "");
     ctx().einstellungen.BSSystemAktiv = false;
-    const Presetliste loaded = ladePreset(engine(), file.text);
-    ASSERT_TRUE(loaded.probleme.empty()) << loaded.probleme[0];
-    const Anwendung plan = anwendung(engine(), loaded.liste);
-    EXPECT_TRUE(plan.probleme.empty());
-    for (const Aenderung& change : plan.changes) ADD_FAILURE() << change.tippIndex << " " << change.werte[0].path;
-    EXPECT_GT(exportwerte(loaded.liste).anzahl(), 150u);
-    EXPECT_EQ(wantedValues(exportwerte(loaded.liste)), wantedValues(exportwerte(list)));
-    EXPECT_EQ(presetDatei(ctx(), loaded.liste).text, file.text);
+    const PresetList loaded = ladePreset(engine(), file.text);
+    ASSERT_TRUE(loaded.problems.empty()) << loaded.problems[0];
+    const Application plan = application(engine(), loaded.liste);
+    EXPECT_TRUE(plan.problems.empty());
+    for (const Change& change : plan.changes) ADD_FAILURE() << change.tippIndex << " " << change.values[0].path;
+    EXPECT_GT(exportValues(loaded.liste).anzahl(), 150u);
+    EXPECT_EQ(wantedValues(exportValues(loaded.liste)), wantedValues(exportValues(list)));
+    EXPECT_EQ(presetFile(ctx(), loaded.liste).text, file.text);
 }
 
-TEST_F(AlleTippsExport, VorlageHatDenVerlangtenAufbau) {
-    TippListe list;
+TEST_F(AllTipsExport, TheTemplateHasTheStructureDemanded) {
+    TipList list;
     std::size_t values = 0;
     for (const auto& tipp : std::vector(ctx().udtTippListe)) {
         TippListEintrag entry = collect(tipp.Index);
         if (!ctx().aktuellerTipp.ADMExport) continue;
-        values += entry.Werte.size();
+        values += entry.Values.size();
         list.push_back(std::move(entry));
     }
-    const Exportdatei adm = admDatei(ctx(), list);
-    EXPECT_EQ(adm.fehlendeZeichen, 0u);
+    const ExportFile adm = admFile(ctx(), list);
+    EXPECT_EQ(adm.missingCharacters, 0u);
     const auto policies = readAdm(utf8FromAnsi(adm.bytes));
-    const std::set<std::string> unsaid(adm.abweichend.begin(), adm.abweichend.end());
+    const std::set<std::string> unsaid(adm.differing.begin(), adm.differing.end());
     for (const TippListEintrag& entry : list)
-        for (const TippListWert& value : entry.Werte)
+        for (const TipListValue& value : entry.Values)
             if (unsaid.count(value.pfad()) == 0) {
                 EXPECT_THAT(policies, ::testing::Contains((value.Hauptschluessel == "HKEY_CURRENT_USER" ? "USER\\" : "MACHINE\\") + value.Unterschluessel + "\\" + value.Wertname));
             }
     EXPECT_GT(policies.size(), 40u);
     EXPECT_LE(policies.size(), values);
-    const AdmxVorlage files = admxVorlage(list, ctx().udtGruppen, "1");
-    EXPECT_EQ(files.richtlinien + files.weggelassen.size(), values);
-    EXPECT_GT(files.richtlinien, 80u);
+    const AdmxTemplate files = admxTemplate(list, ctx().udtGruppen, "1");
+    EXPECT_EQ(files.policies + files.leftOut.size(), values);
+    EXPECT_GT(files.policies, 80u);
     const std::vector<std::string> sound;
-    EXPECT_EQ(AdmxPruefung::fehler(files.admx, files.adml), sound);
+    EXPECT_EQ(AdmxCheck::faultsOf(files.admx, files.adml), sound);
 
     // The check itself sees what is broken.
     const struct {
@@ -191,7 +191,7 @@ TEST_F(AlleTippsExport, VorlageHatDenVerlangtenAufbau) {
         const std::size_t at = changed.find(b.from);
         ASSERT_NE(at, std::string::npos) << b.from;
         changed.replace(at, std::string(b.from).size(), b.to);
-        EXPECT_THAT(AdmxPruefung::fehler(admx, adml), ::testing::Contains(::testing::HasSubstr(b.complaint))) << b.from;
+        EXPECT_THAT(AdmxCheck::faultsOf(admx, adml), ::testing::Contains(::testing::HasSubstr(b.complaint))) << b.from;
     }
 }
 

@@ -6,12 +6,12 @@
 
 namespace brenvik::test {
 
-constexpr const char* Kopf =
+constexpr const char* ExportHead =
     "; Info:     RegFile erstellt mit dem Brenvik\n; Version: 1.2.3 ,DB: 1.2.18\n; www.brenvik.example\n; support@brenvik.example\n"
     "; Copyright (C) 2001-2002 Brenvik\n";
 
-struct Exportprobe : Probe {
-    explicit Exportprobe(const std::vector<Zeile>& zeilen, int gruppen = 1) : Probe(zeilen, gruppen == 1 ? std::vector<BaumZeile>{{}} : std::vector<BaumZeile>{{}, {1, 1, 2}}, gruppen), exporte(*engine, listen) {
+struct ExportFixture : EngineFixture {
+    explicit ExportFixture(const std::vector<Zeile>& lines, int gruppen = 1) : EngineFixture(lines, gruppen == 1 ? std::vector<TreeRow>{{}} : std::vector<TreeRow>{{}, {1, 1, 2}}, gruppen), exports(*engine, listen) {
         ctx->strProgVersion = "1.2.3";
     }
     // The next file dialog is answered with this name.
@@ -26,7 +26,7 @@ struct Exportprobe : Probe {
         const std::string path = file("tipp.reg");
         port.expectBox("REG-File wurde unter: " + path + " gespeichert");
         if (boxes > 1) port.expectBox("");
-        exporte.RegFileSave(false);
+        exports.RegFileSave(false);
         EXPECT_EQ(port.boxes.size() - before, boxes) << port.lastBox();
         return content("tipp.reg");
     }
@@ -37,35 +37,35 @@ struct Exportprobe : Probe {
         return text;
     }
 
-    Exportlisten listen;
-    Export exporte;
+    ExportLists listen;
+    Export exports;
 };
 
 // A value of a list's entry, as if the user had chosen it.
-inline TippListWert listenwert(const std::string& key, std::int32_t type, const std::string& name, const std::string& text,
+inline TipListValue listValue(const std::string& key, std::int32_t type, const std::string& name, const std::string& text,
                                const std::string& root = "HKEY_CURRENT_USER") {
-    TippListWert value;
+    TipListValue value;
     value.Hauptschluessel = root;
     value.Unterschluessel = key;
     value.Datentyp = type;
     value.Wertname = name;
-    value.Wert = value.gesammelt.text = text;
+    value.Wert = value.gathered.text = text;
     value.PanelArt = art::TextWerte;
-    value.gesammelt.beruehrt = true;
+    value.gathered.touched = true;
     if (text == "<delkey>")
-        value.gesammelt.geloescht = true;
+        value.gathered.geloescht = true;
     else if (type == 1 || type == 2 || type == 3 || type == 4 || type == 7)
-        value.gesammelt.wert = fromText(text, static_cast<std::uint32_t>(type));
+        value.gathered.wert = fromText(text, static_cast<std::uint32_t>(type));
     return value;
 }
 
-inline TippListEintrag listentipp(std::int16_t number, const std::string& title, std::vector<TippListWert> values) {
+inline TippListEintrag listTip(std::int16_t number, const std::string& title, std::vector<TipListValue> values) {
     TippListEintrag entry;
     entry.Anzahl = std::to_string(values.size() - 1);
     entry.TippNr = number;
     entry.Titel = title;
     entry.Baumpfad = "1";
-    entry.Werte = std::move(values);
+    entry.Values = std::move(values);
     return entry;
 }
 

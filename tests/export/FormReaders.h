@@ -16,10 +16,10 @@ namespace brenvik::test {
 // Values by "ROOT\Key\Name"; none: deleted.
 using ReadValues = std::map<std::string, std::optional<RawValue>>;
 
-inline ReadValues wantedValues(const Exportsatz& satz, std::optional<Root> root = {}) {
+inline ReadValues wantedValues(const ExportRecord& item, std::optional<Root> root = {}) {
     ReadValues values;
-    for (const Exporttipp& tipp : satz.tipps)
-        for (const Exportwert& value : tipp.werte)
+    for (const ExportTip& tipp : item.tipps)
+        for (const ExportValue& value : tipp.values)
             if (!root || value.root == *root) values[value.pfad()] = value.wert;
     return values;
 }
@@ -86,7 +86,7 @@ inline ReadValues readCommandFile(const std::string& text) {
         if (words[0] != "reg" || (!deletes && words[1] != "add")) throw std::runtime_error("line: " + line);
         if (words.at(2) == "HKCU\\Software\\Brenvik-Kopie") continue;
         const RegPath key = parseRegPath(words[2] + "\\");
-        std::optional<RawValue>& place = values[Exportwert{key.root, key.key, ValueName::named(options.count("/ve") ? std::string() : options.at("/v")), {}}.pfad()];
+        std::optional<RawValue>& place = values[ExportValue{key.root, key.key, ValueName::named(options.count("/ve") ? std::string() : options.at("/v")), {}}.pfad()];
         if (deletes) continue;
         const std::string type = options.at("/t"), data = options.at("/d"), separator = options.count("/s") ? options.at("/s") : "\\0";
         RawValue value;
@@ -136,7 +136,7 @@ inline ReadValues readPolicyFile(const std::string& bytes, Root root) {
         at += size;
         mark(']');
         const bool deletes = name.starts_with("**del.");
-        values[Exportwert{root, key, ValueName::named(deletes ? name.substr(6) : name), {}}.pfad()] = deletes ? std::nullopt : std::optional(value);
+        values[ExportValue{root, key, ValueName::named(deletes ? name.substr(6) : name), {}}.pfad()] = deletes ? std::nullopt : std::optional(value);
     }
     return values;
 }

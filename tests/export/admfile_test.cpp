@@ -6,9 +6,9 @@
 namespace brenvik::test {
 namespace {
 
-TippListWert panel(std::int16_t kind, std::int32_t type, const std::string& name, const std::string& off, const std::string& on, const std::string& info = "Info",
+TipListValue panel(std::int16_t kind, std::int32_t type, const std::string& name, const std::string& off, const std::string& on, const std::string& info = "Info",
                    const std::string& standard = {}) {
-    TippListWert value;
+    TipListValue value;
     value.Hauptschluessel = "HKEY_CURRENT_USER";
     value.Unterschluessel = "Software\\Probe";
     value.PanelArt = kind;
@@ -22,18 +22,18 @@ TippListWert panel(std::int16_t kind, std::int32_t type, const std::string& name
 }
 
 // The lines between a Tip's KEYNAME and its end.
-std::string block(std::vector<TippListWert> values, const std::string& description = {}, std::int16_t shown = 1) {
-    TippListEintrag entry = listentipp(5, "T", std::move(values));
+std::string block(std::vector<TipListValue> values, const std::string& description = {}, std::int16_t shown = 1) {
+    TippListEintrag entry = listTip(5, "T", std::move(values));
     entry.Beschreibung = description;
     AnsiText out;
     ADMDateiSchreiben(out, {entry}, {{"G", 1, "", -1, {}}}, shown);
-    const std::string text = Exportprobe::lines(utf8FromAnsi(out.bytes()));
+    const std::string text = ExportFixture::lines(utf8FromAnsi(out.bytes()));
     const std::string begin = "              KEYNAME \"Software\\Probe\"\n", end = "         END CATEGORY\n";
     const std::size_t from = text.find(begin);
     return from == std::string::npos ? text : text.substr(from + begin.size(), text.find(end) - from - begin.size());
 }
 
-TEST(AdmDatei, Formen) {
+TEST(AdmFile, PolicyForms) {
     EXPECT_EQ(block({panel(1, 1, "a", "<delkey>", "1"), panel(8, 4, "b", "0", "<delkey>")}, "Kurz und klar"),
               "              POLICY \"a\"\n                   VALUENAME \"a\"\n                   ValueON \"1\"\n"
               "                   Part \"Kurz und klar \"Text End Part\n              END POLICY\n"
@@ -56,7 +56,7 @@ TEST(AdmDatei, Formen) {
               "                        REQUIRED\n                   End Part\n              END POLICY\n");
 }
 
-TEST(AdmDatei, HilfetextBrichtUm) {
+TEST(AdmFile, HelpTextWraps) {
     const std::string long77(77, 'x'), long79(79, 'y');
     const auto help = [](const std::string& text, std::int16_t shown = 1) {
         const std::string lines = block({panel(1, 3, "a", "", "")}, text, shown);
@@ -73,12 +73,12 @@ TEST(AdmDatei, HilfetextBrichtUm) {
 }
 
 // What the file says otherwise than the Tip is named; what would become words of its own refuses it.
-TEST(AdmDatei, NenntWasSieNichtSagt) {
+TEST(AdmFile, NamesWhatItDoesNotSay) {
     auto elsewhere = panel(1, 1, "woanders", "0", "1"), scaled = panel(3, 4, "geteilt", "1", "5");
     elsewhere.Unterschluessel = "Software\\Anders";
     scaled.Werteliste = "1000";
-    const auto unsaid = [](std::vector<TippListWert> values, const char* group = "1") {
-        TippListEintrag entry = listentipp(5, "T", std::move(values));
+    const auto unsaid = [](std::vector<TipListValue> values, const char* group = "1") {
+        TippListEintrag entry = listTip(5, "T", std::move(values));
         entry.Baumpfad = group;
         AnsiText out;
         std::string names;
@@ -91,21 +91,21 @@ TEST(AdmDatei, NenntWasSieNichtSagt) {
     EXPECT_EQ(unsaid({panel(3, 4, "a", "1", "5"), scaled, panel(3, 4, "b", "1", "29000"), panel(3, 4, "c", "1", "29001"), panel(3, 1, "d", "1", "5")}), "geteilt b c ");
     EXPECT_EQ(unsaid({panel(1, 1, "a", "0", "1")}, "9"), "a ");
 
-    Exportprobe p({Zeile{}});
-    EXPECT_EQ(admDatei(*p.ctx, {listentipp(1, "T", {panel(1, 1, "a\r\nEND POLICY", "0", "1")})}).hindernis.substr(0, 35), "Die Datei wurde nicht geschrieben. ");
-    EXPECT_EQ(admDatei(*p.ctx, {listentipp(1, "T", {panel(1, 1, "a", "0", "1\n")})}).bytes, "");
+    ExportFixture p({Zeile{}});
+    EXPECT_EQ(admFile(*p.ctx, {listTip(1, "T", {panel(1, 1, "a\r\nEND POLICY", "0", "1")})}).obstacle.substr(0, 35), "Die Datei wurde nicht geschrieben. ");
+    EXPECT_EQ(admFile(*p.ctx, {listTip(1, "T", {panel(1, 1, "a", "0", "1\n")})}).bytes, "");
 }
 
-TEST(AdmFileSave, RahmenKlassenUndGruppen) {
-    Exportprobe p({{.Index = 1, .Überschrift = "Der \"erste\"", .Datentyp = 1, .WertEin = "1", .WertAus = "0"},
+TEST(AdmFileSave, FrameClassesAndGroups) {
+    ExportFixture p({{.Index = 1, .Überschrift = "Der \"erste\"", .Datentyp = 1, .WertEin = "1", .WertAus = "0"},
                    {.Index = 2, .Überschrift = "Auswahl", .Ausgabeart = 4, .Datentyp = 1, .Anzeigetext = "x#y", .Hauptschlüssel = "HKLM", .Gruppen = "2"},
                    {.Index = 3, .Überschrift = "Fremd", .Datentyp = 1, .Hauptschlüssel = "HKCR"}}, 2);
     const std::string empty = "\nCATEGORY \"BVK-ADM-Datei\"\nEND CATEGORY\n\n; ------ Ende ------\n";
-    const std::string head = std::string("; ADM-File für den MS Policy-Editor\n\n") + std::string(Kopf).substr(std::string(Kopf).find('\n') + 1) + "\nClass User\n; ------ Anfang ------\n";
+    const std::string head = std::string("; ADM-File für den MS Policy-Editor\n\n") + std::string(ExportHead).substr(std::string(ExportHead).find('\n') + 1) + "\nClass User\n; ------ Anfang ------\n";
     const auto write = [&](bool list, const char* unsaid) {
         p.file("x.adm");
         p.port.expectBox("x.adm wurde erstellt").expectBox(std::string("nicht so setzen, wie es der Tipp tut. Anzahl: 1.\r\n\r\n") + unsaid);
-        p.exporte.ADMFileSave(list);
+        p.exports.ADMFileSave(list);
         return p.content("x.adm");
     };
     p.show("Fremd");
@@ -113,7 +113,7 @@ TEST(AdmFileSave, RahmenKlassenUndGruppen) {
     EXPECT_TRUE(p.listen.ADMListe.empty());
     for (const char* title : {"Der \"erste\"", "Auswahl"}) {
         p.show(title);
-        p.exporte.addADMListe();
+        p.exports.addADMListe();
     }
     p.listen.ADMListe[0].Geloescht = true;   // deleted entries are written all the same
     EXPECT_EQ(write(true, "HKEY_LOCAL_MACHINE\\Software\\Probe\\Wert"),

@@ -4,52 +4,52 @@
 namespace brenvik::test {
 namespace {
 
-const std::vector<Zeile> Zwei{{.Index = 1, .Überschrift = "Eins", .Datentyp = 1, .Wertname = "Eins", .WertEin = "1", .WertAus = "0"},
+const std::vector<Zeile> Two{{.Index = 1, .Überschrift = "Eins", .Datentyp = 1, .Wertname = "Eins", .WertEin = "1", .WertAus = "0"},
                               {.Index = 2, .Überschrift = "Zwei", .Datentyp = 1, .Wertname = "Zwei", .WertEin = "1", .WertAus = "0"}};
 
-TEST(AddTippToList, ErstLeerDannMitText) {
-    Exportprobe p(Zwei);
+TEST(AddTippToList, EmptyAtFirstThenWithText) {
+    ExportFixture p(Two);
     p.put("HKCU\\Software\\Probe\\Eins", 1, "0");
     p.show("Eins");
-    p.exporte.addRegListe();
-    EXPECT_TRUE(p.fenster().RegListe);
-    EXPECT_FALSE(p.fenster().ADMListe);
+    p.exports.addRegListe();
+    EXPECT_TRUE(p.windows().RegListe);
+    EXPECT_FALSE(p.windows().ADMListe);
     ASSERT_EQ(p.listen.RegListe.size(), 1u);
     const TippListEintrag& entry = p.listen.RegListe[0];
     EXPECT_EQ(entry.Anzahl, "0");
     EXPECT_EQ(entry.Baumpfad, "1");
-    EXPECT_EQ(entry.Werte[0].Wert, "");
-    EXPECT_EQ(entry.Werte[0].WertEin + entry.Werte[0].WertAus, "10");
-    EXPECT_EQ(entry.Werte[0].gesammelt.wert, fromText("0", 1));   // beside the text, and raw
-    EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 1  |  Zur REG-Liste hinzugefügt (Tipps darin: 1)");
+    EXPECT_EQ(entry.Values[0].Wert, "");
+    EXPECT_EQ(entry.Values[0].WertEin + entry.Values[0].WertAus, "10");
+    EXPECT_EQ(entry.Values[0].gathered.wert, fromText("0", 1));   // beside the text, and raw
+    EXPECT_EQ(p.windows().sbrBVK[2], "Index: 1  |  Zur REG-Liste hinzugefügt (Tipps darin: 1)");
     p.engine->input().userCheck(0, true);
-    p.exporte.addRegListe();
-    EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 1  |  In der REG-Liste stehen jetzt die neuen Werte (Tipps darin: 1)");
+    p.exports.addRegListe();
+    EXPECT_EQ(p.windows().sbrBVK[2], "Index: 1  |  In der REG-Liste stehen jetzt die neuen Werte (Tipps darin: 1)");
     EXPECT_EQ(p.listen.RegListe.size(), 1u);
-    EXPECT_EQ(entry.Werte[0].Wert, "1");
-    EXPECT_EQ(entry.Werte[0].gesammelt.wert, fromText("1", 1));
-    EXPECT_TRUE(p.fenster().ADMListe);   // of the other list, and on purpose
+    EXPECT_EQ(entry.Values[0].Wert, "1");
+    EXPECT_EQ(entry.Values[0].gathered.wert, fromText("1", 1));
+    EXPECT_TRUE(p.windows().ADMListe);   // of the other list, and on purpose
 
     p.listen.ADMListe.clear();
-    p.exporte.addADMListe();
-    EXPECT_EQ(p.fenster().sbrBVK[2], "Index: 1  |  Zur ADM-Liste hinzugefügt (Tipps darin: 1)");
+    p.exports.addADMListe();
+    EXPECT_EQ(p.windows().sbrBVK[2], "Index: 1  |  Zur ADM-Liste hinzugefügt (Tipps darin: 1)");
     p.listen.ADMListe[0].Geloescht = true;
-    p.exporte.addADMListe();
+    p.exports.addADMListe();
     EXPECT_FALSE(p.listen.ADMListe[0].Geloescht);
-    EXPECT_EQ(p.listen.ADMListe[0].Werte[0].Wert, "");   // texts are the REG list's
+    EXPECT_EQ(p.listen.ADMListe[0].Values[0].Wert, "");   // texts are the REG list's
 }
 
-struct Fenster : Exportprobe {
-    Fenster() : Exportprobe(Zwei) {
+struct ListWindow : ExportFixture {
+    ListWindow() : ExportFixture(Two) {
         for (const char* title : {"Eins", "Zwei"}) {
             show(title);
-            exporte.addRegListe();
+            exports.addRegListe();
         }
-        listen.RegListe.push_back(listentipp(9, "Zwei", {listenwert("K", 1, "w", "x")}));
+        listen.RegListe.push_back(listTip(9, "Zwei", {listValue("K", 1, "w", "x")}));
     }
-    void open(std::function<void(TippFileSaveAnfrage&)> user) {
-        port.onWindow("frmBVK_TippFileSave", [user](WindowRequest& request) { user(dynamic_cast<TippFileSaveAnfrage&>(request)); });
-        exporte.showRegListe();
+    void open(std::function<void(TippFileSaveRequest&)> user) {
+        port.onWindow("frmBVK_TippFileSave", [user](WindowRequest& request) { user(dynamic_cast<TippFileSaveRequest&>(request)); });
+        exports.showRegListe();
     }
     std::string deleted() {
         std::string marks;
@@ -58,9 +58,9 @@ struct Fenster : Exportprobe {
     }
 };
 
-TEST(Listenfenster, EinzelnLoeschenNimmtGleicheTitelMit) {
-    Fenster p;
-    p.open([&](TippFileSaveAnfrage& w) {
+TEST(ListWindows, DeletingOneTakesEqualTitlesAlong) {
+    ListWindow p;
+    p.open([&](TippFileSaveRequest& w) {
         EXPECT_EQ(w.caption, "REG-File-Liste speichern...");
         EXPECT_EQ(w.lvRegList, (std::vector<std::string>{"Eins", "Zwei", "Zwei"}));
         p.port.expectBox("Achtung: Soll der Eintrag: Zwei gelöscht werden?", Answer::No);
@@ -70,37 +70,37 @@ TEST(Listenfenster, EinzelnLoeschenNimmtGleicheTitelMit) {
         w.cmdDel(1);
         EXPECT_EQ(w.lvRegList, (std::vector<std::string>{"Eins", "Zwei"}));   // the other one of that title stays in view
         EXPECT_EQ(p.deleted(), ".xx");
-        EXPECT_TRUE(w.aktiv && p.fenster().RegListe);
+        EXPECT_TRUE(w.active && p.windows().RegListe);
     });
-    p.open([&](TippFileSaveAnfrage& w) {
+    p.open([&](TippFileSaveRequest& w) {
         EXPECT_EQ(w.lvRegList, (std::vector<std::string>{"Eins"}));
         p.port.expectBox("Eins", Answer::Yes);
         w.cmdDel(0);
-        EXPECT_FALSE(w.aktiv || p.fenster().RegListe);
+        EXPECT_FALSE(w.active || p.windows().RegListe);
     });
-    p.open([](TippFileSaveAnfrage& w) { EXPECT_TRUE(w.lvRegList.empty() && w.aktiv); });
+    p.open([](TippFileSaveRequest& w) { EXPECT_TRUE(w.lvRegList.empty() && w.active); });
 }
 
-TEST(Listenfenster, AllesLoeschenZaehltDieZeilen) {
-    Fenster p;
+TEST(ListWindows, DeletingAllCountsTheLines) {
+    ListWindow p;
     p.listen.RegListe[0].Geloescht = true;
-    p.open([&](TippFileSaveAnfrage& w) {
+    p.open([&](TippFileSaveRequest& w) {
         p.port.expectBox("Achtung: Alle Einträge werden gelöscht. Sind Sie sicher?", Answer::Yes);
         w.cmdDelAll();
         EXPECT_TRUE(w.lvRegList.empty());
-        EXPECT_FALSE(w.aktiv);
+        EXPECT_FALSE(w.active);
     });
     EXPECT_EQ(p.deleted(), "xx.");   // two rows from the front, not the two that were shown
-    p.open([](TippFileSaveAnfrage& w) { EXPECT_EQ(w.lvRegList, (std::vector<std::string>{"Zwei"})); });
+    p.open([](TippFileSaveRequest& w) { EXPECT_EQ(w.lvRegList, (std::vector<std::string>{"Zwei"})); });
 }
 
-TEST(Listenfenster, SpeichertSchreibtUndLaedtListen) {
-    Fenster p;
+TEST(ListWindows, SavesWritesAndLoadsLists) {
+    ListWindow p;
     p.put("HKCU\\Software\\Probe\\Eins", 1, "1");
     p.show("Eins");
-    p.exporte.addRegListe();
+    p.exports.addRegListe();
     p.listen.RegListe.pop_back();   // of no Tip
-    p.open([&](TippFileSaveAnfrage& w) {
+    p.open([&](TippFileSaveRequest& w) {
         p.file("liste.reg");
         p.port.expectBox("liste.reg gespeichert").expectBox("anders an");
         w.cmdSave();
@@ -110,8 +110,8 @@ TEST(Listenfenster, SpeichertSchreibtUndLaedtListen) {
     });
     p.listen.RegListe.clear();
     p.port.expectFile(std::nullopt);
-    p.exporte.loadListe();   // from the menu, also when no list has anything; the window opens for what was loaded
-    const auto user = [&](TippFileSaveAnfrage& w) {
+    p.exports.loadList();   // from the menu, also when no list has anything; the window opens for what was loaded
+    const auto user = [&](TippFileSaveRequest& w) {
         EXPECT_EQ(w.lvRegList, (std::vector<std::string>{"Eins", "Zwei"}));
         p.dir.put("kaputt.toml", "format = 2\n");
         p.file("kaputt.toml");
@@ -119,11 +119,11 @@ TEST(Listenfenster, SpeichertSchreibtUndLaedtListen) {
         w.cmdListeLaden();
     };
     p.file("liste.toml");
-    p.port.onWindow("frmBVK_TippFileSave", [user](WindowRequest& request) { user(dynamic_cast<TippFileSaveAnfrage&>(request)); });
-    p.exporte.loadListe();
-    EXPECT_TRUE(p.fenster().RegListe);
+    p.port.onWindow("frmBVK_TippFileSave", [user](WindowRequest& request) { user(dynamic_cast<TippFileSaveRequest&>(request)); });
+    p.exports.loadList();
+    EXPECT_TRUE(p.windows().RegListe);
     ASSERT_EQ(p.listen.RegListe.size(), 2u);
-    EXPECT_EQ(p.listen.RegListe[0].Werte[0].Wert, "1");
+    EXPECT_EQ(p.listen.RegListe[0].Values[0].Wert, "1");
     EXPECT_EQ(p.ctx->aktuellerTipp.Überschrift, "Eins");   // what is on screen stays
 }
 

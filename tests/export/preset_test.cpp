@@ -9,15 +9,15 @@ const std::vector<Zeile> Tipps{
     {.Index = 1, .Überschrift = "Haken", .Datentyp = 1, .Wertname = "Haken", .WertEin = "1", .WertAus = "<delkey>", .AnzahlWerte = 1},
     {.Index = 2, .Ausgabeart = 3, .Wertname = "Zahl", .WertEin = "100", .WertAus = "1", .HauptIndex = 1},
     {.Index = 3, .Überschrift = "Text", .Ausgabeart = 2, .Datentyp = 7, .Wertname = "Text", .Schlüssel = "Software\\Probe\\[SID]"},
-    {.Index = 4, .Überschrift = "Alt", .Datentyp = 1, .Wertname = "Alt", .Systeme = "95"},
+    {.Index = 4, .Überschrift = "Alt", .Datentyp = 1, .Wertname = "Alt", .Systems = "95"},
     {.Index = 5, .Überschrift = "Maske", .Ausgabeart = 2, .Datentyp = 3, .Wertname = "Maske", .Hauptschlüssel = "HKLM", .Schlüssel = "SYSTEM\\Probe"}};
 
-struct Preset : Exportprobe {
-    Preset() : Exportprobe(Tipps) {}
-    std::vector<std::string> problems(const std::string& text) { return ladePreset(*engine, text).probleme; }
+struct Preset : ExportFixture {
+    Preset() : ExportFixture(Tipps) {}
+    std::vector<std::string> problems(const std::string& text) { return ladePreset(*engine, text).problems; }
 };
 
-TEST(Preset, SchreibtLiestUndWendetAn) {
+TEST(Preset, WritesReadsAndApplies) {
     Preset p;
     p.put("HKCU\\Software\\Probe\\Haken", 1, "1");
     p.put("HKCU\\Software\\Probe\\Zahl", 4, "7");
@@ -25,13 +25,13 @@ TEST(Preset, SchreibtLiestUndWendetAn) {
     p.put("HKLM\\SYSTEM\\Probe\\Maske", 3, "0A FF");
     p.show("Haken");
     p.engine->input().userCheck(0, false);   // chosen, not saved
-    p.exporte.addRegListe();
+    p.exports.addRegListe();
     p.ctx->blnGeaendert = false;
     for (const char* title : {"Text", "Maske"}) {
         p.show(title);
-        p.exporte.addRegListe();
+        p.exports.addRegListe();
     }
-    const Presetdatei file = presetDatei(*p.ctx, p.listen.RegListe);
+    const PresetFile file = presetFile(*p.ctx, p.listen.RegListe);
     EXPECT_EQ(file.text,
               "# Einstellungen aus Brenvik. Anwenden: brenvik-cli apply DATEI --dry-run\n\nformat = 1\nprogramm = '1.2.3'\ndatenbank = '1.2.18'\n"
               "\n[[tipp]]\nnummer = 1\ntitel = 'Haken'\n\n  [[tipp.wert]]   # HKEY_CURRENT_USER\\Software\\Probe\n  nummer = 1\n  name = 'Haken'\n  geloescht = true\n"
@@ -43,12 +43,12 @@ TEST(Preset, SchreibtLiestUndWendetAn) {
 
     p.put("HKCU\\Software\\Probe\\Zahl", 4, "8");
     p.put("HKCU\\Software\\Probe\\" + std::string(Sid) + "\\Text", 7, "anders");
-    auto qword = listenwert("Software\\Probe", 11, "Haken", "");   // a type that lists do not know is left out and named
-    qword.gesammelt.wert = RawValue{regtype::Qword, Bytes(8)};
-    EXPECT_EQ(presetDatei(*p.ctx, {listentipp(1, "Haken", {qword})}).ohneWert.size(), 1u);
-    const Presetliste loaded = ladePreset(*p.engine, file.text);
-    EXPECT_TRUE(loaded.probleme.empty());
-    Anwendung plan = anwendung(*p.engine, loaded.liste);
+    auto qword = listValue("Software\\Probe", 11, "Haken", "");   // a type that lists do not know is left out and named
+    qword.gathered.wert = RawValue{regtype::Qword, Bytes(8)};
+    EXPECT_EQ(presetFile(*p.ctx, {listTip(1, "Haken", {qword})}).withoutValue.size(), 1u);
+    const PresetList loaded = ladePreset(*p.engine, file.text);
+    EXPECT_TRUE(loaded.problems.empty());
+    Application plan = application(*p.engine, loaded.liste);
     ASSERT_EQ(plan.changes.size(), 2u);   // the third stands as it should
     EXPECT_EQ(p.engine->writeTogether(plan.changes), "");
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\Haken"), "-");
@@ -56,25 +56,25 @@ TEST(Preset, SchreibtLiestUndWendetAn) {
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\" + std::string(Sid) + "\\Text"), "7:" + std::string("it's\0zwei\tä", 12));
     ASSERT_EQ(p.recorder.begun.size(), 2u);
     EXPECT_EQ(p.recorder.begun[0].tippIndex, 1);
-    EXPECT_EQ(p.recorder.begun[0].werte.size(), 2u);
-    EXPECT_EQ(p.recorder.begun[0].werte[1].alt, fromText("8", 4));
-    EXPECT_FALSE(p.recorder.begun[0].werte[1].geschrieben);
-    EXPECT_TRUE(p.recorder.ended[1].werte[0].geschrieben);
+    EXPECT_EQ(p.recorder.begun[0].values.size(), 2u);
+    EXPECT_EQ(p.recorder.begun[0].values[1].alt, fromText("8", 4));
+    EXPECT_FALSE(p.recorder.begun[0].values[1].written);
+    EXPECT_TRUE(p.recorder.ended[1].values[0].written);
 }
 
-TEST(Preset, AllesOderNichts) {
+TEST(Preset, IsAppliedWholeOrNotAtAll) {
     Preset p;
     p.put("HKCU\\Software\\Probe\\Zahl", 4, "8");
-    Aenderung good, bad;
-    good.werte.push_back({"PROBE-PC", "HKCU\\Software\\Probe\\Zahl", 2, fromText("8", 4), fromText("9", 4), false});
-    bad.werte.push_back({"PROBE-PC", "HKCU\\" + std::string(300, 'x') + "\\Zahl", 2, {}, fromText("9", 4), false});
-    std::vector<Aenderung> changes{good, bad};
+    Change good, bad;
+    good.values.push_back({"PROBE-PC", "HKCU\\Software\\Probe\\Zahl", 2, fromText("8", 4), fromText("9", 4), false});
+    bad.values.push_back({"PROBE-PC", "HKCU\\" + std::string(300, 'x') + "\\Zahl", 2, {}, fromText("9", 4), false});
+    std::vector<Change> changes{good, bad};
     EXPECT_NE(p.engine->writeTogether(changes).find("(Fehler "), std::string::npos);
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\Zahl"), "4:8");
     EXPECT_TRUE(p.recorder.begun.empty());   // what the store refuses shows before anything is recorded
 }
 
-TEST(Preset, FremdeDateien) {
+TEST(Preset, ForeignFiles) {
     Preset p;
     const auto times = [](const std::string& text, int count) {
         std::string all;
@@ -112,7 +112,7 @@ TEST(Preset, FremdeDateien) {
         EXPECT_NE(found[0].find(c.problem), std::string::npos) << found[0];
     }
     const auto older = ladePreset(*p.engine, "format = 1\n[[tipp]]\nnummer = 4\n[[tipp.wert]]\nnummer = 4\nname = 'Alt'\ntyp = 'REG_SZ'\nwert = '1'\n");
-    EXPECT_NE(anwendung(*p.engine, older.liste).probleme.at(0).find("nicht geeignet"), std::string::npos);
+    EXPECT_NE(application(*p.engine, older.liste).problems.at(0).find("nicht geeignet"), std::string::npos);
 }
 
 }  // namespace

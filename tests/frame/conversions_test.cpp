@@ -20,17 +20,17 @@ template <class Call> std::string outcome(Call call) {
     }
 }
 
-struct Fall {
+struct Case {
     std::string in, out;
 };
 
-template <class Call> void check(const std::vector<Fall>& cases, Call call) {
-    for (const Fall& c : cases) EXPECT_EQ(outcome([&] { return call(c.in); }), c.out) << '"' << c.in << '"';
+template <class Call> void check(const std::vector<Case>& cases, Call call) {
+    for (const Case& c : cases) EXPECT_EQ(outcome([&] { return call(c.in); }), c.out) << '"' << c.in << '"';
 }
 
 }  // namespace
 
-TEST(Konvertierung, Hex2Dec) {
+TEST(Conversions, Hex2Dec) {
     check({{"0A", "10"}, {"9", "09"}, {"5", "05"}, {"10", "16"}, {"FF", "255"}, {"ff", "255"}, {"", "00"}, {"0", "00"}, {"G1", "00"}, {"1G", "01"},
            {"7FFF", "32767"}, {"8000", "0-32768"}, {"FFFF", "0-1"}, {"0FFFF", "65535"}, {"FFFF&", "65535"}, {"10000", "65536"},
            {"7FFFFFFF", "2147483647"}, {"80000000", "0-2147483648"}, {"FFFFFFFF", "0-1"}, {"0FFFFFFFF", "0-1"}, {"100000000", "Fehler 6"},
@@ -38,20 +38,20 @@ TEST(Konvertierung, Hex2Dec) {
           [](const std::string& text) { return Hex2Dec(text); });
 }
 
-TEST(Konvertierung, DecimalToBinary) {
+TEST(Conversions, DecimalToBinary) {
     const std::vector<std::pair<std::int32_t, std::string>> cases = {
         {0, ""}, {-1, ""}, {-2147483647 - 1, ""}, {1, "1"}, {2, "10"}, {5, "101"}, {255, "11111111"}, {256, "100000000"},
         {1073741824, "1" + std::string(30, '0')}, {2147483646, std::string(30, '1') + "0"}, {2147483647, "1" + std::string(31, '0')}};
     for (const auto& [number, text] : cases) EXPECT_EQ(DecimalToBinary(number), text) << number;
 }
 
-TEST(Konvertierung, BinaryToDecimal) {
+TEST(Conversions, BinaryToDecimal) {
     check({{"", "0"}, {"0", "0"}, {"101", "5"}, {"102", "4"}, {"abc1", "1"}, {std::string(31, '1'), "2147483647"},
            {std::string(40, '0') + "11", "3"}, {"1" + std::string(31, '0'), "Fehler 6"}},
           [](const std::string& text) { return numberText(BinaryToDecimal(text)); });
 }
 
-TEST(Konvertierung, ReportsOverflowAndKeepsTheSum) {
+TEST(Conversions, ReportsOverflowAndKeepsTheSum) {
     test::ScriptedPort port;
     test::TestPlatform platform;
     FrameContext ctx(port, platform);
@@ -61,7 +61,7 @@ TEST(Konvertierung, ReportsOverflowAndKeepsTheSum) {
     EXPECT_EQ(Dec2Hex(ctx, 16), "10");
 }
 
-TEST(Konvertierung, Val) {
+TEST(Conversions, Val) {
     check({{"", "0"}, {"abc", "0"}, {"12abc", "12"}, {" 1 2 3", "123"}, {"-4.5x", "-4.5"}, {"+7", "7"}, {".5", "0.5"}, {"5.", "5"}, {"5.5.5", "5.5"}, {"5,7", "5"},
            {"1e3", "1000"}, {"1d2", "100"}, {"1e", "1"}, {"--3", "0"}, {"&H10", "16"}, {"&hFFFF", "-1"}, {"&HFFFF&", "65535"}, {"&O17", "15"}, {"&", "0"}, {"inf", "0"},
            {"nan", "0"}, {"1e-999", "0"}, {"-", "0"}, {".", "0"}},
@@ -71,8 +71,8 @@ TEST(Konvertierung, Val) {
     EXPECT_GT(Val("&H" + std::string(400, 'F')), 1e9);
 }
 
-TEST(Konvertierung, CheckedNumbers) {
-    const std::vector<Fall> both = {{"", "Fehler 13"}, {"x", "Fehler 13"}, {"1x", "Fehler 13"}, {"5,5", "Fehler 13"}, {"5.5.5", "Fehler 13"}, {"inf", "Fehler 13"}, {"nan", "Fehler 13"},
+TEST(Conversions, CheckedNumbers) {
+    const std::vector<Case> both = {{"", "Fehler 13"}, {"x", "Fehler 13"}, {"1x", "Fehler 13"}, {"5,5", "Fehler 13"}, {"5.5.5", "Fehler 13"}, {"inf", "Fehler 13"}, {"nan", "Fehler 13"},
                                     {"0x10", "Fehler 13"}, {"1 2", "Fehler 13"}, {" 12 ", "12"}, {"0.5", "0"}, {"1.5", "2"}, {"2.5", "2"}, {"-0.5", "0"}, {"-1.5", "-2"},
                                     {"-2.5", "-2"}, {"2.51", "3"}, {"&HFF", "255"}, {"&HFFFF", "-1"}, {"1e2", "100"}, {"1e400", "Fehler 6"}, {"99999999999", "Fehler 6"}};
     auto shorts = both, longs = both;
@@ -84,7 +84,7 @@ TEST(Konvertierung, CheckedNumbers) {
     EXPECT_TRUE(isNumeric(" -1.25 "));
 }
 
-TEST(Konvertierung, NumberTexts) {
+TEST(Conversions, NumberTexts) {
     const std::vector<std::pair<double, std::string>> cases = {
         {0, "0"}, {-0.0, "0"}, {0.5, "0.5"}, {-1.25, "-1.25"}, {0.1 + 0.2, "0.3"}, {100000, "100000"}, {1e14, "100000000000000"}, {4294967295.0, "4294967295"},
         {0.00001, "0.00001"}, {1.0 / 3, "0.333333333333333"}, {0.0000123456, "0.0000123456"}, {123456789012345.0, "123456789012345"}, {1e15, "1E+15"}};
@@ -92,7 +92,7 @@ TEST(Konvertierung, NumberTexts) {
     EXPECT_EQ(format00(5) + format00(123) + format00(-5) + format0000(42), "05123-050042");
 }
 
-TEST(Konvertierung, Booleans) {
+TEST(Conversions, Booleans) {
     EXPECT_EQ(boolText(true) + boolText(false), "TrueFalse");
     check({{"True", "True"}, {" wahr ", "True"}, {"-1", "True"}, {"2", "True"}, {"FALSE", "False"}, {"Falsch", "False"}, {"0", "False"}, {"", "Fehler 13"}, {"ja", "Fehler 13"}},
           [](const std::string& text) { return boolText(toBool(text)); });

@@ -9,24 +9,24 @@ using namespace brenvik;
 
 namespace {
 
-struct Fall {
+struct Case {
     std::uint32_t platform, major, minor;
-    Betriebssystem system;
+    OperatingSystem system;
 };
 
 const std::string unknown = "Unbekanntes Betriebssystem";
 
 }  // namespace
 
-TEST(Erkennung, DecisionTable) {
-    for (const Fall& c : {Fall{2, 4, 0, {3, "Windows NT"}}, {2, 4, 99, {3, "Windows NT"}}, {2, 5, 0, {4, "Windows 2000"}}, {2, 5, 1, {6, "Windows XP"}}, {2, 5, 2, {0, unknown}},
+TEST(Detection, DecisionTable) {
+    for (const Case& c : {Case{2, 4, 0, {3, "Windows NT"}}, {2, 4, 99, {3, "Windows NT"}}, {2, 5, 0, {4, "Windows 2000"}}, {2, 5, 1, {6, "Windows XP"}}, {2, 5, 2, {0, unknown}},
                           {2, 3, 51, {0, unknown}}, {2, 10, 0, {0, unknown}}, {1, 4, 0, {1, "Windows 95"}}, {1, 4, 1, {2, "Windows 98"}}, {1, 4, 10, {2, "Windows 98"}},
                           {1, 4, 89, {2, "Windows 98"}}, {1, 4, 90, {5, "Windows ME"}}, {1, 5, 0, {2, "Windows 98"}}, {1, 5, 90, {5, "Windows ME"}}, {1, 3, 95, {0, unknown}},
                           {0, 3, 1, {0, unknown, true}}, {3, 5, 1, {0, unknown, true}}})
-        EXPECT_EQ(bestimmeBS(c.platform, c.major, c.minor), c.system) << c.platform << ' ' << c.major << '.' << c.minor;
+        EXPECT_EQ(determineSystem(c.platform, c.major, c.minor), c.system) << c.platform << ' ' << c.major << '.' << c.minor;
 }
 
-TEST(Erkennung, LaterSystemsAreCalledWhatTheyAre) {
+TEST(Detection, LaterSystemsAreCalledWhatTheyAre) {
     const struct {
         std::uint32_t platform, major, minor, build;
         const char* shown;
@@ -39,11 +39,11 @@ TEST(Erkennung, LaterSystemsAreCalledWhatTheyAre) {
         OSVERSIONINFO version;
         version.dwPlatformId = c.platform, version.dwMajorVersion = c.major, version.dwMinorVersion = c.minor, version.dwBuildNumber = c.build;
         BSErmitteln(ctx, version);
-        EXPECT_EQ(ctx.systemAnzeige(), c.shown);
+        EXPECT_EQ(ctx.systemDisplay(), c.shown);
     }
 }
 
-TEST(Erkennung, TracesAndSetsTheContext) {
+TEST(Detection, TracesAndSetsTheContext) {
     test::TempDir dir;
     test::ScriptedPort port;
     test::TestPlatform platform;

@@ -15,13 +15,13 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-struct DateiSystem : ::testing::Test {
+struct FileSystem : ::testing::Test {
     test::TempDir dir;
     test::ScriptedPort port;
     test::TestPlatform platform;
     FrameContext ctx{port, platform};
     void SetUp() override {
-        ctx.heimPfad = dir.path();
+        ctx.homePath = dir.path();
         dir.put("drive_c/WINDOWS/win.ini", "[windows]\r\n");
         dir.put("drive_c/WINDOWS/system32/Desk.CPL", "x");
         dir.put("drive_c/WINDOWS/system32/appwiz.cpl", "x");
@@ -44,7 +44,7 @@ template <class Call> std::int32_t errorOf(Call call) {
 
 }  // namespace
 
-TEST_F(DateiSystem, HostPathFindsSpellingsAndStaysInside) {
+TEST_F(FileSystem, HostPathFindsSpellingsAndStaysInside) {
     const fs::path c = dir / "drive_c";
     const std::vector<std::pair<std::string, fs::path>> cases = {
         {"C:\\Windows\\WIN.INI", c / "WINDOWS/win.ini"},
@@ -75,7 +75,7 @@ TEST_F(DateiSystem, HostPathFindsSpellingsAndStaysInside) {
 }
 
 // Links inside of a drive lead on; what would leave it, or lead nowhere, is refused, at whatever place of the path it stands.
-TEST_F(DateiSystem, NoLinkLeadsOutOfADrive) {
+TEST_F(FileSystem, NoLinkLeadsOutOfADrive) {
     const fs::path c = dir / "drive_c";
     dir.put("draussen/a.ini", "fremd");
     dir.put("drive_c/Ziel/innen.ini", "innen");
@@ -97,7 +97,7 @@ TEST_F(DateiSystem, NoLinkLeadsOutOfADrive) {
     EXPECT_TRUE(none.matches("C:\\boot.ini").empty());
 }
 
-TEST_F(DateiSystem, PathsThere) {
+TEST_F(FileSystem, PathsThere) {
     EXPECT_EQ(userPath(ctx, "/etc/passwd"), fs::path("/etc/passwd"));
     EXPECT_EQ(userPath(ctx, "C:\\WINDOWS"), dir / "drive_c/WINDOWS");
     EXPECT_EQ(windowsPath(ctx, dir / "drive_c/WINDOWS/win.ini"), "C:\\WINDOWS\\win.ini");
@@ -107,14 +107,14 @@ TEST_F(DateiSystem, PathsThere) {
     EXPECT_EQ(utf8FromPath(pathFromUtf8("Größe")), "Größe");
 }
 
-TEST_F(DateiSystem, Exists) {
+TEST_F(FileSystem, Exists) {
     for (const char* there : {"c", "C", "c:", "c:\\", "win.ini", "C:\\WINDOWS", "c:\\windows\\SYSTEM32\\desk.cpl", "C:/Dokumente/Größe.txt"}) EXPECT_TRUE(ExistFileDirDrive(ctx, there)) << there;
     for (const char* missing : {"", "d", "d:", "nichts.ini", "C:\\geheim.txt", "C:\\..\\geheim.txt", "\\\\server\\x", "1", "ä"}) EXPECT_FALSE(ExistFileDirDrive(ctx, missing)) << missing;
     EXPECT_EQ(GetShortPath(ctx, "C:\\WINDOWS\\win.ini"), "C:\\WINDOWS\\win.ini");
     EXPECT_EQ(GetShortPath(ctx, "C:\\fehlt"), "");
 }
 
-TEST_F(DateiSystem, DirList) {
+TEST_F(FileSystem, DirList) {
     Names names{"alt"};
     EXPECT_EQ(DirList(ctx, localFiles(ctx), "C:\\WINDOWS\\system32\\*.cpl", names), 2);
     EXPECT_EQ(names, (Names{"", "appwiz.cpl", "desk.cpl"}));
@@ -125,7 +125,7 @@ TEST_F(DateiSystem, DirList) {
     EXPECT_EQ(names, (Names{"", "win.ini"}));
 }
 
-TEST(Muster, Fits) {
+TEST(Patterns, Fits) {
     for (const auto& [name, pattern] : std::vector<std::pair<std::string, std::string>>{{"a.cpl", "*.CPL"}, {"GRÖSSE", "gr?sse"}, {"a", "*.*"}, {"", "*"}, {"aXbXc", "a*X?"}, {"x", "?"}, {"aab", "*ab"}})
         EXPECT_TRUE(fitsPattern(name, pattern)) << name << ' ' << pattern;
     for (const auto& [name, pattern] : std::vector<std::pair<std::string, std::string>>{{"a.cp", "*.cpl"}, {"", "?"}, {"ab", "?"}, {"ab", "b*"}, {"ab", ""}, {"abc", "*b"}})
@@ -133,7 +133,7 @@ TEST(Muster, Fits) {
     EXPECT_FALSE(fitsPattern(std::string(5000, 'a'), "*a*a*a*a*a*a*a*b"));
 }
 
-TEST_F(DateiSystem, AtomicWriteReplacesOrLeavesAlone) {
+TEST_F(FileSystem, AtomicWriteReplacesOrLeavesAlone) {
     const fs::path file = dir / "drive_c/WINDOWS/win.ini";
     for (const auto& [before, after] : {std::pair{0640, 0640}, {0600, 0600}, {06775, 0775}, {0666, 0664}}) {   // neither setuid nor writing by everybody
         fs::permissions(file, static_cast<fs::perms>(before));
@@ -168,13 +168,13 @@ TEST_F(DateiSystem, AtomicWriteReplacesOrLeavesAlone) {
 }
 
 // However the host says that there is no room left.
-TEST(DateiSystemFehler, VollerDatentraeger) {
+TEST(FileSystemErrors, AFullDiskIsReported) {
     for (const int code : {ENOSPC, EFBIG, EDQUOT})
         EXPECT_EQ(errorNumberOf(std::system_error(std::error_code(code, std::generic_category()))), errnum::DiskFull) << code;
     EXPECT_EQ(errorNumberOf(std::system_error(std::make_error_code(std::errc::io_error))), errnum::PathFileAccess);
 }
 
-TEST_F(DateiSystem, ReadIsBounded) {
+TEST_F(FileSystem, ReadIsBounded) {
     EXPECT_EQ(readFile(dir / "geheim.txt", 6), "aussen");
     EXPECT_EQ(errorOf([&] { readFile(dir / "geheim.txt", 5); }), errnum::OutOfMemory);
     EXPECT_EQ(errorOf([&] { readFile(dir / "nichts"); }), errnum::FileNotFound);
@@ -183,7 +183,7 @@ TEST_F(DateiSystem, ReadIsBounded) {
     EXPECT_EQ(errorOf([&] { setReadOnly(dir / "nichts", true); }), errnum::FileNotFound);
 }
 
-TEST_F(DateiSystem, CopyAndDelete) {
+TEST_F(FileSystem, CopyAndDelete) {
     EXPECT_TRUE(DateiCopy(ctx, "C:\\windows\\win.ini", "C:\\Dokumente"));
     EXPECT_EQ(test::bytesOf(dir / "drive_c/Dokumente/win.ini"), "[windows]\r\n");
     EXPECT_TRUE(DateiCopy(ctx, "C:\\windows\\win.ini", "C:\\Dokumente\\größe.txt"));

@@ -32,13 +32,13 @@ std::string with(const std::string& text, const std::string& part, const std::st
 }
 
 std::string set(std::string_view section, std::string_view key, std::string_view value, const std::string& bytes = sample) {
-    Profildatei profile(bytes);
+    ProfileFile profile(bytes);
     profile.setValue(section, key, value);
     return profile.bytes();
 }
 
 std::string setLines(std::string_view section, const Lines& lines, const std::string& bytes) {
-    Profildatei profile(bytes);
+    ProfileFile profile(bytes);
     profile.setSectionLines(section, lines);
     return profile.bytes();
 }
@@ -47,13 +47,13 @@ std::string shown(const std::optional<std::string>& value) { return value ? *val
 
 }  // namespace
 
-TEST(Profildatei, Reads) {
-    const Profildatei profile(sample);
-    struct Fall {
+TEST(ProfileFile, Reads) {
+    const ProfileFile profile(sample);
+    struct Case {
         const char *section, *key;
         std::string value, raw;
     };
-    for (const Fall& c : {Fall{"Fenster", "Breite", "100", " 100  "}, {" FENSTER", "breite ", "100", " 100  "}, {"fenster", "titel", "Größe", "\"Größe\""}, {"fenster", "leer", "", ""},
+    for (const Case& c : {Case{"Fenster", "Breite", "100", " 100  "}, {" FENSTER", "breite ", "100", " 100  "}, {"fenster", "titel", "Größe", "\"Größe\""}, {"fenster", "leer", "", ""},
                           {"fenster", "ohneGleich", "<nichts>", "<nichts>"}, {"fenster", ";Breite", "<nichts>", "<nichts>"}, {"fenster", "Nur", "<nichts>", "<nichts>"},
                           {"zweite", "KEY", " x ", "\t' x '"}, {"zweite", "halb", "\"offen", "\"offen"}, {"zweite", "Breite", "5", "5"}, {"öl", "K", "v", "v"}, {"fehlt", "k", "<nichts>", "<nichts>"}}) {
         EXPECT_EQ(shown(profile.value(c.section, c.key)), c.value) << c.section << '/' << c.key;
@@ -64,19 +64,19 @@ TEST(Profildatei, Reads) {
     EXPECT_FALSE(profile.hasSection("fehlt"));
 }
 
-TEST(Profildatei, CutsLongValuesOnReadingOnly) {
+TEST(ProfileFile, CutsLongValuesOnReadingOnly) {
     const std::string text = std::string(300, '\xE4');
-    const Profildatei profile("[s]\r\nk=" + text + "\r\nq=\"" + text + "\"\r\n");
+    const ProfileFile profile("[s]\r\nk=" + text + "\r\nq=\"" + text + "\"\r\n");
     EXPECT_EQ(profile.value("s", "k")->size(), 255u * 2);
     EXPECT_EQ(profile.value("s", "q")->substr(0, 2), "ä");
     EXPECT_EQ(profile.value("s", "k", 11)->size(), 20u);
     EXPECT_EQ(profile.value("s", "k", 0)->size(), 600u);
-    Profildatei back(profile.bytes());
+    ProfileFile back(profile.bytes());
     back.setValue("s", "k", *profile.rawValue("s", "k"));
     EXPECT_EQ(back.bytes(), profile.bytes());
 }
 
-TEST(Profildatei, ChangesOneLineAndNoOtherByte) {
+TEST(ProfileFile, ChangesOneLineAndNoOtherByte) {
     EXPECT_EQ(set("FENSTER", "breite", "200"), with(sample, "  Breite = 100  \r\n", "  Breite =200\r\n"));
     EXPECT_EQ(set("fenster", "Titel", "Öl €"), with(sample, "\"Gr\xF6\xDF" "e\"", "\xD6l \x80"));
     EXPECT_EQ(set("zweite", "key", "neu"), with(sample, "\t' x '\n", "neu\n"));
@@ -91,15 +91,15 @@ TEST(Profildatei, ChangesOneLineAndNoOtherByte) {
     EXPECT_EQ(set("fenster", "Titel", "Größe"), without(without(sample, "\""), "\""));
 }
 
-TEST(Profildatei, WritesSectionsLineByLine) {
+TEST(ProfileFile, WritesSectionsLineByLine) {
     const std::string boot = "[boot loader]\r\ntimeout=30\r\n[operating systems]\r\n  a = 1 \r\n; Bemerkung\r\nb=2\r\n\r\nc=3\r\n\r\n[ende]\r\nx=1\r\n";
-    const Lines present = Profildatei(boot).sectionLines("Operating Systems");
+    const Lines present = ProfileFile(boot).sectionLines("Operating Systems");
     EXPECT_EQ(present, (Lines{"a = 1", "b=2", "c=3"}));
-    struct Fall {
+    struct Case {
         Lines lines;
         std::string from, to;
     };
-    for (const Fall& c : {Fall{present, "", ""}, {{"a = 1", "b=22", "c=3"}, "b=2\r\n", "b=22\r\n"}, {{"a = 1", "b=2", "c=3", "d=\xC3\xA4"}, "c=3\r\n", "c=3\r\nd=\xE4\r\n"},
+    for (const Case& c : {Case{present, "", ""}, {{"a = 1", "b=22", "c=3"}, "b=2\r\n", "b=22\r\n"}, {{"a = 1", "b=2", "c=3", "d=\xC3\xA4"}, "c=3\r\n", "c=3\r\nd=\xE4\r\n"},
                           {{"b=2", "c=3"}, "  a = 1 \r\n", ""}, {{"a = 1", "c=3"}, "b=2\r\n", ""}, {{"n=0", "a = 1", "b=2", "c=3"}, "systems]\r\n", "systems]\r\nn=0\r\n"},
                           {{"a = 1", "x=9", "b=2", "c=3"}, "  a = 1 \r\n", "  a = 1 \r\nx=9\r\n"}, {{"a = 1", "b=2", "c=4", "d=5"}, "c=3\r\n", "c=4\r\nd=5\r\n"},
                           {{}, "  a = 1 \r\n; Bemerkung\r\nb=2\r\n\r\nc=3\r\n", "; Bemerkung\r\n\r\n"}})
@@ -109,30 +109,30 @@ TEST(Profildatei, WritesSectionsLineByLine) {
     EXPECT_EQ(setLines("s", {"k=1", "l=2"}, "[s]\r\nk=1"), "[s]\r\nk=1\r\nl=2\r\n");
 }
 
-TEST(Profildatei, RefusesWhatAFileCannotHold) {
+TEST(ProfileFile, RefusesWhatAFileCannotHold) {
     const std::vector<std::array<std::string, 3>> cases = {{"s", "k", "a\r\nb=1"}, {"s", "k", std::string("a\0b", 3)}, {"s", "k", "Łódź"}, {"s", "a=b", "1"}, {"s", "", "1"},
                                                            {"s", "[k", "1"}, {"s", ";k", "1"}, {"a]b", "k", "1"}, {"s\r\n[t]", "k", "1"}};
     for (const auto& [section, key, value] : cases) {
-        Profildatei profile(sample);
+        ProfileFile profile(sample);
         EXPECT_THROW(profile.setValue(section, key, value), NumberedError) << section << key << value;
         EXPECT_EQ(profile.bytes(), sample);
     }
     for (const std::string line : {"[x]", "", "a\nb", "Ł"}) {
-        Profildatei profile(sample);
+        ProfileFile profile(sample);
         EXPECT_THROW(profile.setSectionLines("fenster", {line}), NumberedError) << line;
         EXPECT_EQ(profile.bytes(), sample);
     }
-    Profildatei wide(std::string("\xFF\xFE[\0s\0]\0", 8));
+    ProfileFile wide(std::string("\xFF\xFE[\0s\0]\0", 8));
     EXPECT_FALSE(wide.isAnsi());
     EXPECT_EQ(wide.value("s", "k"), std::nullopt);
     EXPECT_THROW(wide.setValue("s", "k", "v"), NumberedError);
     EXPECT_THROW(wide.setSectionLines("s", {}), NumberedError);
 }
 
-TEST(Profildatei, HostileFiles) {
+TEST(ProfileFile, HostileFiles) {
     const std::string huge(2 << 20, '=');
     for (const std::string& bytes : {huge, "[" + huge, "[" + huge + "]", "[s]k=" + huge, "[s]\n" + huge, "[s]\nk=" + huge, std::string(2 << 20, '\0'), std::string(2 << 20, '\n')}) {
-        Profildatei profile(bytes);
+        ProfileFile profile(bytes);
         static_cast<void>(profile.value("s", "k"));
         profile.setValue("neu", "k", "v");
         EXPECT_EQ(profile.value("neu", "k"), "v");
@@ -140,7 +140,7 @@ TEST(Profildatei, HostileFiles) {
         EXPECT_LE(profile.bytes().size(), bytes.size() + 20);
     }
     const std::string withNul("[s]\r\nk=ab\0cd\r\n\0=x\r\nm=1\r\n", 24);
-    Profildatei profile(withNul);
+    ProfileFile profile(withNul);
     EXPECT_EQ(profile.value("s", "k"), "ab");
     profile.setValue("s", "k", *profile.rawValue("s", "k"));
     profile.setSectionLines("s", profile.sectionLines("s"));

@@ -14,7 +14,7 @@ using Lines = std::vector<std::string>;
 
 namespace {
 
-struct Berichte : ::testing::Test {
+struct Reports : ::testing::Test {
     test::TempDir dir;
     test::ScriptedPort port;
     test::TestPlatform platform;
@@ -34,7 +34,7 @@ std::string reportText(const std::string& procedure, const std::string& number) 
 
 }  // namespace
 
-TEST_F(Berichte, TraceForms) {
+TEST_F(Reports, TraceForms) {
     {
         ProcTrace trace(ctx.trace, "Aussen");
         trace.p("HKCU\\Ä").p(-5).p(true);
@@ -51,14 +51,14 @@ TEST_F(Berichte, TraceForms) {
     EXPECT_EQ(stamp, "0000-00-00 00:00:00.000 ");
 }
 
-TEST_F(Berichte, NothingIsKeptWithoutTheFlag) {
+TEST_F(Reports, NothingIsKeptWithoutTheFlag) {
     ctx.trace.setDebug(false);
     ProcTrace(ctx.trace, "X").p(1);
     ctx.trace.write("--- x");
     EXPECT_FALSE(std::filesystem::exists(log));
 }
 
-TEST_F(Berichte, SecretsAreMasked) {
+TEST_F(Reports, SecretsAreMasked) {
     ctx.trace.hide("geheim");
     ctx.trace.hide("geheimnis");
     ctx.trace.hide("");
@@ -67,7 +67,7 @@ TEST_F(Berichte, SecretsAreMasked) {
     EXPECT_EQ(lines(), (Lines{"--- P: /PW:***** und *****", "**********"}));
 }
 
-TEST_F(Berichte, RotatesBySizeAndLosesNoLine) {
+TEST_F(Reports, RotatesBySizeAndLosesNoLine) {
     const std::string filler(100'000, 'x');
     for (int k = 0; k < 210; ++k) ctx.trace.write(std::to_string(k) + " " + filler);
     EXPECT_EQ(dir.names(), (Lines{"brenvik.log", "brenvik.log.1", "brenvik.log.2", "brenvik.log.3"}));
@@ -80,7 +80,7 @@ TEST_F(Berichte, RotatesBySizeAndLosesNoLine) {
     EXPECT_LT(expected, 90);
 }
 
-TEST_F(Berichte, AFailingLogIsReportedOnceWithItsProcedure) {
+TEST_F(Reports, AFailingLogIsReportedOnceWithItsProcedure) {
     ctx.trace.setFile(dir / "fehlt" / "brenvik.log");
     port.expectBox("Funktion: Tun aufgetreten mit der Fehlernummer: 75");
     {
@@ -98,15 +98,15 @@ TEST_F(Berichte, AFailingLogIsReportedOnceWithItsProcedure) {
     EXPECT_THROW(bare.write("x"), NumberedError);
 }
 
-TEST_F(Berichte, AFailingLogOutsideOfAllProceduresNamesItsFolder) {
-    ctx.heimPfad = dir.path();
+TEST_F(Reports, AFailingLogOutsideOfAllProceduresNamesItsFolder) {
+    ctx.homePath = dir.path();
     ctx.trace.setFile(dir / "fehlt" / "brenvik.log");
     port.expectBox("Das Protokoll brenvik.log kann nicht geschrieben werden");
     ctx.trace.write("x");
     EXPECT_TRUE(port.boxes.at(0).text.ends_with(dir.path().string()));
 }
 
-TEST_F(Berichte, FehlerMeldung) {
+TEST_F(Reports, FehlerMeldung) {
     port.expectBox(reportText("DatenRead", "13"));
     std::string name = "DatenRead";
     FehlerMeldung(ctx, name, "13");
@@ -116,7 +116,7 @@ TEST_F(Berichte, FehlerMeldung) {
     EXPECT_EQ(lines().at(0).substr(0, 50), ("Fehler: " + name).substr(0, 50));
 }
 
-TEST_F(Berichte, EachFailingStepIsReportedAndTheNextRuns) {
+TEST_F(Reports, EachFailingStepIsReportedAndTheNextRuns) {
     port.lenient = true;
     int ran = 0;
     const std::vector<std::pair<std::function<void()>, std::string>> steps = {
@@ -136,7 +136,7 @@ TEST_F(Berichte, EachFailingStepIsReportedAndTheNextRuns) {
     EXPECT_EQ(port.boxes.size(), steps.size());
 }
 
-TEST_F(Berichte, RegFehlermeldungen) {
+TEST_F(Reports, RegFehlermeldungen) {
     const std::vector<std::pair<std::uint32_t, std::string>> cases = {
         {0x80040202, "Es wurde kein gültiger Schlüssel angegeben"},
         {0x80040205, "Der Schlüssel wurde nicht angelegt"},
@@ -156,7 +156,7 @@ TEST_F(Berichte, RegFehlermeldungen) {
               (Lines{"Prozedur: RegFehlermeldungen -Start-", "--- Fehler: " + cases.back().second, "Prozedur: RegFehlermeldungen -Ende-"}));
 }
 
-TEST_F(Berichte, DatabaseReport) {
+TEST_F(Reports, DatabaseReport) {
     clsGSError none;
     ADOFehlerAnzeigen(ctx, none, {}, "bvkADO.ConnectAccess", "");
     EXPECT_TRUE(port.boxes.empty());
@@ -165,7 +165,7 @@ TEST_F(Berichte, DatabaseReport) {
     error.Number = -2147467259;
     error.Description = "Zweiter";
     error.Source = "JET";
-    const std::vector<DatenbankFehlerEintrag> list = {{3265, "Erster", "ADO", ""}, {-1, "Anderer", "JET", "HY000"}};
+    const std::vector<DatabaseErrorEntry> list = {{3265, "Erster", "ADO", ""}, {-1, "Anderer", "JET", "HY000"}};
     const std::string first = "Cnn.Errors(0) :    3265 [&hCC1]\r\nErster\r\n\r\nSource: ADO\n\r\nCnn.Errors(1) :    -1 [&hFFFFFFFF]\r\nAnderer\r\n\r\nSource: JET\r\nSQL-State: HY000";
     const std::string second = "\n\r\nErr : -2147467259    [&h80004005]\r\nZweiter\r\n\r\nSource: JET";
     const std::string question = "\r\n\r\n\r\nWollen Sie diese Fehlermeldung in die Zwischenablage kopieren?";

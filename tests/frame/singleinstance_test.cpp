@@ -14,8 +14,8 @@
 
 namespace brenvik::test {
 
-using host::makeEinzelinstanz;
-using Stand = host::Einzelinstanz::Stand;
+using host::makeSingleInstance;
+using Stand = host::SingleInstance::Stand;
 using namespace std::chrono_literals;
 
 namespace {
@@ -23,9 +23,9 @@ namespace {
 // Answers calls like the program's event loop, until it goes.
 class Answering {
 public:
-    explicit Answering(host::Einzelinstanz& first) : thread_([this, &first] {
+    explicit Answering(host::SingleInstance& first) : thread_([this, &first] {
         while (!stop_) {
-            if (const auto token = first.abholen()) tokens.push_back(*token);
+            if (const auto token = first.fetch()) tokens.push_back(*token);
             std::this_thread::sleep_for(5ms);
         }
     }) {}
@@ -43,62 +43,62 @@ private:
 
 }  // namespace
 
-TEST(Einzelinstanz, TheSecondCallsTheFirst) {
+TEST(SingleInstance, TheSecondCallsTheFirst) {
     const TempDir home;
-    const auto first = makeEinzelinstanz(home.path());
-    ASSERT_EQ(first->anmelden(1s, ""), Stand::Erste);
+    const auto first = makeSingleInstance(home.path());
+    ASSERT_EQ(first->logOn(1s, ""), Stand::First);
     EXPECT_GE(first->wakeHandle(), 0);
-    EXPECT_EQ(first->abholen(), std::nullopt);
+    EXPECT_EQ(first->fetch(), std::nullopt);
     Answering loop(*first);
-    EXPECT_EQ(makeEinzelinstanz(home.path())->anmelden(5s, "token-17"), Stand::AndereGerufen);
-    EXPECT_EQ(makeEinzelinstanz(home.path())->anmelden(5s, "not printable\n"), Stand::AndereGerufen);
-    EXPECT_EQ(makeEinzelinstanz(home.path())->anmelden(5s, std::string(10000, 'x')), Stand::AndereGerufen);
+    EXPECT_EQ(makeSingleInstance(home.path())->logOn(5s, "token-17"), Stand::OtherCalled);
+    EXPECT_EQ(makeSingleInstance(home.path())->logOn(5s, "not printable\n"), Stand::OtherCalled);
+    EXPECT_EQ(makeSingleInstance(home.path())->logOn(5s, std::string(10000, 'x')), Stand::OtherCalled);
     loop.end();
     ASSERT_FALSE(loop.tokens.empty());
     EXPECT_EQ(loop.tokens.front(), "token-17");
     for (std::size_t i = 1; i < loop.tokens.size(); ++i) EXPECT_EQ(loop.tokens[i], "") << "what is no token is left out";
     const TempDir other;
-    EXPECT_EQ(makeEinzelinstanz(other.path())->anmelden(1s, ""), Stand::Erste) << "another home is another program";
+    EXPECT_EQ(makeSingleInstance(other.path())->logOn(1s, ""), Stand::First) << "another home is another program";
 }
 
-TEST(Einzelinstanz, AFirstThatHangsIsWaitedForNoLongerThanAsked) {
+TEST(SingleInstance, AFirstThatHangsIsWaitedForNoLongerThanAsked) {
     const TempDir home;
-    const auto first = makeEinzelinstanz(home.path());
-    ASSERT_EQ(first->anmelden(1s, ""), Stand::Erste);
+    const auto first = makeSingleInstance(home.path());
+    ASSERT_EQ(first->logOn(1s, ""), Stand::First);
     const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(makeEinzelinstanz(home.path())->anmelden(300ms, ""), Stand::AndereAntwortetNicht);
+    EXPECT_EQ(makeSingleInstance(home.path())->logOn(300ms, ""), Stand::OtherDoesNotAnswer);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 2s);
     Answering loop(*first);     // who gave up meanwhile does no harm
-    EXPECT_EQ(makeEinzelinstanz(home.path())->anmelden(5s, "a"), Stand::AndereGerufen);
+    EXPECT_EQ(makeSingleInstance(home.path())->logOn(5s, "a"), Stand::OtherCalled);
 }
 
-TEST(Einzelinstanz, ALeftOverSocketIsNoInstance) {
+TEST(SingleInstance, ALeftOverSocketIsNoInstance) {
     const TempDir home;
     home.put("instanz.socket", "left by a crash");
     home.put("instanz.lock", "");
-    auto first = makeEinzelinstanz(home.path());
-    EXPECT_EQ(first->anmelden(1s, ""), Stand::Erste);
+    auto first = makeSingleInstance(home.path());
+    EXPECT_EQ(first->logOn(1s, ""), Stand::First);
     first.reset();
     EXPECT_EQ(home.names(), std::vector<std::string>{"instanz.lock"});
-    EXPECT_EQ(makeEinzelinstanz(home.path())->anmelden(1s, ""), Stand::Erste);
+    EXPECT_EQ(makeSingleInstance(home.path())->logOn(1s, ""), Stand::First);
 }
 
-TEST(Einzelinstanz, WhoEndsMakesRoomForWhoWaits) {
+TEST(SingleInstance, WhoEndsMakesRoomForWhoWaits) {
     const TempDir home;
-    auto first = makeEinzelinstanz(home.path());
-    ASSERT_EQ(first->anmelden(1s, ""), Stand::Erste);
+    auto first = makeSingleInstance(home.path());
+    ASSERT_EQ(first->logOn(1s, ""), Stand::First);
     Stand second{};
-    std::thread waiting([&] { second = makeEinzelinstanz(home.path())->anmelden(10s, ""); });
+    std::thread waiting([&] { second = makeSingleInstance(home.path())->logOn(10s, ""); });
     std::this_thread::sleep_for(50ms);
     first.reset();
     waiting.join();
-    EXPECT_EQ(second, Stand::Erste);
+    EXPECT_EQ(second, Stand::First);
 }
 
-TEST(Einzelinstanz, NonsenseCallersAreDropped) {
+TEST(SingleInstance, NonsenseCallersAreDropped) {
     const TempDir home;
-    const auto first = makeEinzelinstanz(home.path());
-    ASSERT_EQ(first->anmelden(1s, ""), Stand::Erste);
+    const auto first = makeSingleInstance(home.path());
+    ASSERT_EQ(first->logOn(1s, ""), Stand::First);
     sockaddr_un place{};
     place.sun_family = AF_UNIX;
     std::strncpy(place.sun_path, (home / "instanz.socket").c_str(), sizeof place.sun_path - 1);
@@ -106,20 +106,20 @@ TEST(Einzelinstanz, NonsenseCallersAreDropped) {
         const int caller = ::socket(AF_UNIX, SOCK_STREAM, 0);
         ASSERT_EQ(::connect(caller, reinterpret_cast<sockaddr*>(&place), sizeof place), 0);
         ASSERT_EQ(::send(caller, text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-        EXPECT_EQ(first->abholen(), std::nullopt) << text.substr(0, 20);
+        EXPECT_EQ(first->fetch(), std::nullopt) << text.substr(0, 20);
         ::close(caller);
     }
 }
 
-TEST(Einzelinstanz, DeepHomesAndMissingOnes) {
+TEST(SingleInstance, DeepHomesAndMissingOnes) {
     const TempDir home;
     const auto deep = home / std::string(100, 'a') / std::string(100, 'b');
     std::filesystem::create_directories(deep);
-    const auto first = makeEinzelinstanz(deep);
-    ASSERT_EQ(first->anmelden(1s, ""), Stand::Erste);
+    const auto first = makeSingleInstance(deep);
+    ASSERT_EQ(first->logOn(1s, ""), Stand::First);
     Answering loop(*first);
-    EXPECT_EQ(makeEinzelinstanz(deep)->anmelden(5s, ""), Stand::AndereGerufen);
-    EXPECT_EQ(makeEinzelinstanz(home / "nirgends")->anmelden(1s, ""), Stand::Unbekannt);
+    EXPECT_EQ(makeSingleInstance(deep)->logOn(5s, ""), Stand::OtherCalled);
+    EXPECT_EQ(makeSingleInstance(home / "nirgends")->logOn(1s, ""), Stand::Unknown);
 }
 
 }  // namespace brenvik::test

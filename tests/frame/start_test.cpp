@@ -19,11 +19,11 @@ struct Start : testing::Test {
     Start() {
         ctx.trace.setFile(dir / "log");
         ctx.strProgVersion = "1.2.3";
-        ctx.programmPfad = "/programm";
+        ctx.programPath = "/programm";
     }
     Lines trace() { return traceLines(dir / "log"); }
     bool start(const std::string& line, bool another = false) {
-        return startPruefung(ctx, line, [&] { return another; });
+        return startCheck(ctx, line, [&] { return another; });
     }
     TempDir dir;
     ScriptedPort port;
@@ -62,7 +62,7 @@ TEST_F(Start, SwitchesTakeEffectInTheirOrder) {
     for (const auto& c : cases) {
         FrameContext fresh{port, platform};
         fresh.trace.setFile(dir / "log");
-        EXPECT_TRUE(startPruefung(fresh, c.line, [] { return false; }));
+        EXPECT_TRUE(startCheck(fresh, c.line, [] { return false; }));
         EXPECT_EQ(fresh.strParamPC, c.pc) << c.line;
         EXPECT_EQ(fresh.strParamUser, c.user) << c.line;
         EXPECT_EQ(fresh.strParamPasswort, c.password) << c.line;
@@ -89,11 +89,11 @@ TEST_F(Start, APasswordReachesNeitherTheTraceNorTheProcessList) {
 
     std::string words[] = {"/PW:programm", "/U:me/pw:geheim", "/PC:a", "/PW:"};
     char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
-    verbergePasswort(4, arguments);
+    hidePassword(4, arguments);
     EXPECT_EQ(words[0] + " " + words[1] + " " + words[2] + " " + words[3], "/PW:programm /U:me/pw:****** /PC:a /PW:");
 }
 
-TEST(Deskriptor, GivesItsFirstLine) {
+TEST(Descriptor, GivesItsFirstLine) {
     const std::pair<std::string, std::optional<std::string>> cases[] = {
         {"geheim\nweiter", "geheim"}, {"ge heim\r\n", "ge heim"}, {"ohne Ende", "ohne Ende"}, {"", ""}, {std::string(host::MaxSecret + 1, 'x'), std::nullopt}};
     for (const auto& [text, line] : cases) {
@@ -148,14 +148,14 @@ TEST_F(Start, ColoursAreCountedByPlanes) {
 }
 
 TEST_F(Start, TheBrowserComponentMustBeRecent) {
-    platform.browser = BrowserKomponente{};
+    platform.browser = BrowserComponent{};
     port.expectBox("Es ist kein Internet Explorer installiert, der IE wird aber benötigt !!!");
     EXPECT_FALSE(start(""));
-    platform.browser = BrowserKomponente{true, 4, 7, 93};
+    platform.browser = BrowserComponent{true, 4, 7, 93};
     port.expectBox("Es ist die Version: 4.07.0093 installiert. Benötigt wird aber der IE ab Version 5.x");
     EXPECT_FALSE(start(""));
     EXPECT_EQ(trace().back(), "--- Programm beendet");
-    platform.browser = BrowserKomponente{true, 6, 0, 2600};
+    platform.browser = BrowserComponent{true, 6, 0, 2600};
     EXPECT_TRUE(start(""));
     EXPECT_EQ(ctx.intIEBuild, 2600);
     const Lines all = trace();
@@ -182,15 +182,15 @@ TEST_F(Start, TheSessionEndsByTheFlagsOfTheSystem) {
         EXPECT_EQ(platform.sessionCalls, c.calls) << c.platformId << " " << c.major << " " << c.kind << " " << c.mode;
     }
     for (const auto& [system, kind] : {std::pair{1, 2}, {2, 2}, {3, 2}, {4, 4}, {5, 4}, {6, 2}, {0, 2}})
-        EXPECT_EQ(neuanmeldungArt(static_cast<std::int16_t>(system)), kind) << system;
-    EXPECT_EQ(sitzungsendeText(ctx, 2), "Der Computer soll neu gestartet werden.");
+        EXPECT_EQ(newLogonKind(static_cast<std::int16_t>(system)), kind) << system;
+    EXPECT_EQ(sessionEndText(ctx, 2), "Der Computer soll neu gestartet werden.");
 }
 
 TEST_F(Start, WhereTheSessionCannotEndTheUserIsTold) {
     port.expectBox("wird nicht beendet");
     ShutDown(ctx, 2, 0);
     EXPECT_TRUE(platform.sessionCalls.empty());
-    EXPECT_NE(sitzungsendeText(ctx, 2).find("bleibt bestehen"), std::string::npos);
+    EXPECT_NE(sessionEndText(ctx, 2).find("bleibt bestehen"), std::string::npos);
 }
 
 }  // namespace brenvik::test

@@ -8,7 +8,7 @@
 
 using namespace brenvik;
 
-TEST(Buchstaben, CaseFollowsWindows1252) {
+TEST(Letters, CaseFollowsWindows1252) {
     EXPECT_EQ(upperCase("äöüß éçÿœšž €µ÷×ł1a"), "ÄÖÜß ÉÇŸŒŠŽ €µ÷×ł1A");
     EXPECT_EQ(lowerCase("ÄÖÜß ÉÇŸŒŠŽ €µ÷×Ł1A"), "äöüß éçÿœšž €µ÷×Ł1a");
     EXPECT_EQ(upperCase("a\xFF\xC3"), "A\xFF\xC3");  // bytes that are no text stay
@@ -19,7 +19,7 @@ TEST(Buchstaben, CaseFollowsWindows1252) {
     }
 }
 
-TEST(Buchstaben, OrderAndSortKeyAgree) {
+TEST(Letters, OrderAndSortKeyAgree) {
     const std::vector<std::string> sorted = {"",     " a",   "[b",    "_a",   "1",     "10",   "2",       "a",    "ä",  "Ab",   "äb", "Apfel", "Äpfel",
                                              "Birne", "Strasse", "Straße", "Strauß", "u", "Übung", "Zebra", "Zebra2", "Ωmega"};
     for (std::size_t l = 0; l < sorted.size(); ++l)
@@ -35,7 +35,7 @@ TEST(Buchstaben, OrderAndSortKeyAgree) {
     EXPECT_FALSE(equalText("Strasse", "Straße"));
 }
 
-TEST(Stuecke, Split) {
+TEST(TextPieces, Split) {
     using Pieces = std::vector<std::string>;
     EXPECT_EQ(Split("", "#"), Pieces{});
     EXPECT_EQ(Split("#", "#"), (Pieces{"", ""}));
@@ -44,7 +44,7 @@ TEST(Stuecke, Split) {
     EXPECT_EQ(Split("abc", ""), Pieces{"abc"});
 }
 
-TEST(Stuecke, PositionsCountCharacters) {
+TEST(TextPieces, PositionsCountCharacters) {
     EXPECT_EQ(InStr("Grüße", "ß"), 4u);
     EXPECT_EQ(InStr("Grüße", "SS"), 0u);
     EXPECT_EQ(InStr(3, "üaüa", "a"), 4u);

@@ -7,19 +7,19 @@ using namespace brenvik;
 
 namespace {
 
-struct Tabelle {
+struct Table {
     const char* name;
     const std::string& (*text)(int);
     int first, last;
     std::uint64_t checksum;  // FNV-1a over every text with "\n" behind it
 };
 
-class Texttabellen : public ::testing::TestWithParam<Tabelle> {};
+class TextTables : public ::testing::TestWithParam<Table> {};
 
 }  // namespace
 
-TEST_P(Texttabellen, HoldsExactlyItsTexts) {
-    const Tabelle& table = GetParam();
+TEST_P(TextTables, HoldsExactlyItsTexts) {
+    const Table& table = GetParam();
     std::uint64_t sum = 0xcbf29ce484222325;
     for (int index = table.first; index <= table.last; ++index) {
         for (const char c : table.text(index) + "\n") sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3;
@@ -35,13 +35,13 @@ TEST_P(Texttabellen, HoldsExactlyItsTexts) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Alle, Texttabellen, ::testing::Values(
-    Tabelle{"strBVKTexte", strBVKTexte, 0, 250, 0x69947a27f67a8cae},
-    Tabelle{"strBVKButtons", strBVKButtons, 0, 34, 0xd2555174794921bb},
-    Tabelle{"strBVKToolbar", strBVKToolbar, 1, 17, 0x4e4172110c5d5aa9},
-    Tabelle{"strBVKTips", strBVKTips, 0, 24, 0x1c8d66976f855a63},
-    Tabelle{"strBVKBS", strBVKBS, 0, 5, 0xe356ac5add8af28c},
-    Tabelle{"strBVKFehler", strBVKFehler, 0, 18, 0xcd6949c4301aefab},
-    Tabelle{"strRootKeys", strRootKeys, 0, 5, 0x8dd246fceb792050},
-    Tabelle{"strPanelArten", strPanelArten, 0, 10, 0xeecf3cd746238be1}),
+INSTANTIATE_TEST_SUITE_P(Every, TextTables, ::testing::Values(
+    Table{"strBVKTexte", strBVKTexte, 0, 250, 0x69947a27f67a8cae},
+    Table{"strBVKButtons", strBVKButtons, 0, 34, 0xd2555174794921bb},
+    Table{"strBVKToolbar", strBVKToolbar, 1, 17, 0x4e4172110c5d5aa9},
+    Table{"strBVKTips", strBVKTips, 0, 24, 0x1c8d66976f855a63},
+    Table{"strBVKBS", strBVKBS, 0, 5, 0xe356ac5add8af28c},
+    Table{"strBVKFehler", strBVKFehler, 0, 18, 0xcd6949c4301aefab},
+    Table{"strRootKeys", strRootKeys, 0, 5, 0x8dd246fceb792050},
+    Table{"strPanelArten", strPanelArten, 0, 10, 0xeecf3cd746238be1}),
     [](const auto& instance) { return instance.param.name; });

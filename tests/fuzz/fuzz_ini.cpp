@@ -9,7 +9,7 @@ using namespace brenvik;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
-    Profildatei file(bytes);
+    ProfileFile file(bytes);
     if (file.bytes() != bytes) std::abort();
     for (const std::string& section : file.sections()) {
         for (const std::string& line : file.sectionLines(section)) {
@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             file.value(section, key);
             if (!raw) continue;
             try {
-                Profildatei same(bytes);
+                ProfileFile same(bytes);
                 same.setValue(section, key, *raw);
                 if (same.bytes() != bytes) std::abort();
                 same.setValue(section, key, "neuer Wert");

@@ -72,12 +72,12 @@ void makeRows(sqlite3* db, FuzzedDataProvider& input) {
 
 void use(Context& ctx, Journal& journal) {
     History history(ctx, journal);
-    Ruecknahme exactly(ctx, journal, history);
+    UndoAnswer exactly(ctx, journal, history);
     journal.withoutLine(), journal.linesThatWent(), journal.linesToCome(), journal.keysOfUndone(), journal.lastTakenBack();
     drift(ctx, journal);
-    for (const JournalKopf& head : journal.heads()) {
-        exactly.zuruecksetzen(head.nummer);
-        exactly.wiederherstellen(head.nummer);
+    for (const JournalHeader& head : journal.heads()) {
+        exactly.undo(head.nummer);
+        exactly.restore(head.nummer);
     }
     for (const std::int64_t nummer : journal.unfinished())
         if (const auto entry = journal.entry(nummer)) exactly.isDone(*entry);
@@ -102,7 +102,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     MemoryStore store;
     LocalMachines machines(store, "PC");
     Context ctx(port, *platform, machines);
-    ctx.heimPfad = ctx.programmPfad = home;
+    ctx.homePath = ctx.programPath = home;
     ctx.strLokalerRechner = ctx.strRechnername = "PC";
     ctx.strEigeneSID = "S-1-5-21-1-2-3-1003";
     const auto file = home / "journal.db";

@@ -125,7 +125,7 @@ void use(const fs::path& file) {
             }
         });
     }
-    tried([&] { suchen(store, Root::LocalMachine, "", *makeTextMuster("current"), {}, {[](const Treffer&) {}, {}, {}, {}}); });
+    tried([&] { suchen(store, Root::LocalMachine, "", *makeTextMuster("current"), {}, {[](const Hits&) {}, {}, {}, {}}); });
     tried([&] { store.setValue(Root::CurrentUser, "Software\\Neu", ValueName::named("v"), fromText("x", regtype::Sz)); });
     tried([&] { deleteTree(store, Root::LocalMachine, "Software"); });
     tried([&] { store.clear(Root::LocalMachine, ""); });

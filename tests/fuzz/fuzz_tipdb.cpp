@@ -12,13 +12,13 @@ namespace {
 
 const std::vector<std::string> tables{"RegDaten", "Treebaum", "Gruppennamen", "Version"};
 
-void ask(Datenbestand data) {
+void ask(Records data) {
     SqlEngine engine(std::move(data));
     for (const char* sql : {"Select * From RegDaten", "Select * From Treebaum Order By Reihenfolge", "Select * From Version",
                             "Select * From RegDaten Where Index = 301"}) {
         try {
             engine.query(sql);
-        } catch (const DatenbankFehler&) {
+        } catch (const DatabaseErrors&) {
         }
     }
 }
@@ -29,8 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const fuzz::Bound bound(30, 1500);
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     try {
-        ask(jet::JetDatei::looksLikeJet(bytes) ? readJetDatabase(bytes, "geheim", tables) : readSqliteDatabase(bytes, tables));
-    } catch (const DatenbankFehler&) {
+        ask(jet::JetFile::looksLikeJet(bytes) ? readJetDatabase(bytes, "geheim", tables) : readSqliteDatabase(bytes, tables));
+    } catch (const DatabaseErrors&) {
     }
     return 0;
 }

@@ -8,13 +8,13 @@
 
 namespace brenvik::test {
 
-inline const std::vector<Zeile> DreiWerte = {
+inline const std::vector<Zeile> ThreeValues = {
     {.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "A", .AnzahlWerte = 2},
     {.Index = 2, .Ausgabeart = 2, .Datentyp = 4, .Wertname = "B", .HauptIndex = 1},
     {.Index = 3, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "C", .HauptIndex = 1, .Schlüssel = "Software\\Neu\\Tief"}};
 
-struct Listenprobe : Probe {
-    explicit Listenprobe(const std::vector<Zeile>& zeilen = DreiWerte) : Probe(zeilen) {
+struct ListsFixture : EngineFixture {
+    explicit ListsFixture(const std::vector<Zeile>& lines = ThreeValues) : EngineFixture(lines) {
         ctx->strEigeneSID = Sid;
         ctx->strUserName = "Prüfer";
         ctx->einstellungen.strHistoryPfad = ctx->einstellungen.strFavoritenPfad = dir.path().string() + "/";
@@ -22,7 +22,7 @@ struct Listenprobe : Probe {
     }
     void start() {   // as at a program start
         lists.reset();
-        relay = std::make_unique<Aufzeichnungen>();
+        relay = std::make_unique<Recorders>();
         lists = std::make_unique<Listen>(*engine2(*relay));
         relay->add(*lists);
         lists->LoadFHListe();
@@ -35,10 +35,10 @@ struct Listenprobe : Probe {
         saveOk();
     }
     std::string values() { return get("HKCU\\Software\\Probe\\A") + " " + get("HKCU\\Software\\Probe\\B") + " " + get("HKCU\\Software\\Neu\\Tief\\C"); }
-    std::string file(const char* name = HistoryDatei) { return bytesOf(dir / name); }
+    std::string file(const char* name = HistoryFile) { return bytesOf(dir / name); }
     // The whole registry and all files of the drive but copies kept for safety, in a fixed order.
-    std::string alles() {
-        struct Sammler final : TreeSink {
+    std::string wholeState() {
+        struct Collector final : TreeSink {
             std::vector<std::string> path, lines;
             void enter(std::string_view name, const KeyDetails& details) override {
                 path.push_back((path.empty() ? std::string() : path.back() + "\\") + std::string(name));
@@ -81,20 +81,20 @@ struct Listenprobe : Probe {
         }
         return text;
     }
-    bool exact(std::int64_t number) { return Ruecknahme(*ctx, lists->journal(), lists->history()).zuruecksetzen(number); }
-    bool redo(std::int64_t number) { return Ruecknahme(*ctx, lists->journal(), lists->history()).wiederherstellen(number); }
+    bool exact(std::int64_t number) { return UndoAnswer(*ctx, lists->journal(), lists->history()).undo(number); }
+    bool redo(std::int64_t number) { return UndoAnswer(*ctx, lists->journal(), lists->history()).restore(number); }
     bool told(std::int64_t number) {
-        Ruecknahme exactly(*ctx, lists->journal(), lists->history());
-        Tippwerte numbers(*ctx);
-        return Zuruecksetzen(*ctx, lists->journal(), exactly, numbers).ausfuehren(lists->history().udtHistory().at(0).Zeile, number);
+        UndoAnswer exactly(*ctx, lists->journal(), lists->history());
+        TipValues numbers(*ctx);
+        return Undo(*ctx, lists->journal(), exactly, numbers).execute(lists->history().udtHistory().at(0).Zeile, number);
     }
 
-    std::unique_ptr<Aufzeichnungen> relay;
+    std::unique_ptr<Recorders> relay;
     std::unique_ptr<Listen> lists;
 
 private:
-    TippMaschine* engine2(Aufzeichnungen& recorders) {
-        engine = std::make_unique<TippMaschine>(*ctx, observer, recorders);
+    TipEngine* engine2(Recorders& recorders) {
+        engine = std::make_unique<TipEngine>(*ctx, observer, recorders);
         engine->FrameStartEinstellungen();
         engine->tree().TreeEinlesen();
         return engine.get();

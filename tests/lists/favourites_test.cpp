@@ -3,14 +3,14 @@
 
 using namespace brenvik;
 using namespace brenvik::test;
-using Texte = std::vector<std::string>;
+using Texts = std::vector<std::string>;
 
 namespace {
 const std::vector<Zeile> Tipps = {{.Index = 1, .Überschrift = "Äpfel & Birnen"}, {.Index = 2, .Überschrift = "beta"}, {.Index = 3, .Überschrift = "Alpha"}};
 }
 
-TEST(Favoriten, HinzufuegenSortiertUndNurEinmal) {
-    Listenprobe p(Tipps);
+TEST(Favoriten, AddedInOrderAndOnlyOnce) {
+    ListsFixture p(Tipps);
     Favoriten& f = p.lists->favoriten();
     int changes = 0;
     p.lists->onChange([&] { ++changes; });
@@ -18,100 +18,100 @@ TEST(Favoriten, HinzufuegenSortiertUndNurEinmal) {
         p.show(heading);
         f.FavAdd();
     }
-    EXPECT_EQ(f.strFavoriten(), (Texte{"Alpha", "Äpfel & Birnen", "beta"}));
-    EXPECT_EQ(f.mnuFavPopA(), (Texte{"", "Alpha", "Äpfel & Birnen", "beta"}));
-    EXPECT_EQ(p.file(FavoritenDatei), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n");
+    EXPECT_EQ(f.strFavoriten(), (Texts{"Alpha", "Äpfel & Birnen", "beta"}));
+    EXPECT_EQ(f.mnuFavPopA(), (Texts{"", "Alpha", "Äpfel & Birnen", "beta"}));
+    EXPECT_EQ(p.file(FavouritesFile), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n");
     EXPECT_GT(changes, 2);
     EXPECT_EQ(f.chosen(), 0);
     p.port.expectBox("Eintrag schon in den Favoriten vorhanden");
     f.FavAdd();
-    EXPECT_EQ(p.file(FavoritenDatei), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n");
+    EXPECT_EQ(p.file(FavouritesFile), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n");
     p.ctx->einstellungen.SoundOn = true;
     f.choose(2);    // does nothing until the list is loaded again, but the button shows it
-    EXPECT_EQ(p.fenster().lblDBTippU, "Alpha");
+    EXPECT_EQ(p.windows().lblDBTippU, "Alpha");
     f.FavAuswahlAnzeigen();
-    EXPECT_EQ(p.fenster().lblDBTippU, "beta");
+    EXPECT_EQ(p.windows().lblDBTippU, "beta");
     f.clickMenu(2);
-    EXPECT_EQ(p.fenster().lblDBTippU, "Äpfel & Birnen");
+    EXPECT_EQ(p.windows().lblDBTippU, "Äpfel & Birnen");
     p.port.expectBox("Unbekannter Eintrag");
     f.clickMenu(4);
     EXPECT_EQ(p.port.sounds.size(), 3u) << "the combo once, the menu twice; the button's comes from the window";
 }
 
-TEST(Favoriten, LoeschenUndVerwalten) {
-    Listenprobe p(Tipps);
-    p.dir.put(FavoritenDatei, "  beta  \r\rAlpha\n\r\nnicht im Baum");   // one end of line after the other
+TEST(Favoriten, DeletingAndManaging) {
+    ListsFixture p(Tipps);
+    p.dir.put(FavouritesFile, "  beta  \r\rAlpha\n\r\nnicht im Baum");   // one end of line after the other
     p.start();
     Favoriten& f = p.lists->favoriten();
-    EXPECT_EQ(f.strFavoriten(), (Texte{"beta", "Alpha", "nicht im Baum"}));
+    EXPECT_EQ(f.strFavoriten(), (Texts{"beta", "Alpha", "nicht im Baum"}));
     p.show("Alpha");
     f.choose(2);
-    EXPECT_EQ(p.fenster().lblDBTippU, "Alpha");      // changes nothing in the tree
+    EXPECT_EQ(p.windows().lblDBTippU, "Alpha");      // changes nothing in the tree
     f.choose(0);
-    EXPECT_EQ(p.fenster().lblDBTippU, "beta");
+    EXPECT_EQ(p.windows().lblDBTippU, "beta");
     p.port.expectBox("Achtung: Soll der Eintrag: beta gelöscht werden?", Answer::No);
     f.FavDel();
     p.port.expectBox("Achtung: Soll der Eintrag: beta gelöscht werden?", Answer::Yes);
     f.FavDel();
-    EXPECT_EQ(p.file(FavoritenDatei), "Alpha\r\nnicht im Baum\r\n");
-    p.dir.put(FavoritenDatei, "Alpha\r\nbeta\r\nfremd\r\nnicht im Baum\r\n");   // from an editor with its older text
+    EXPECT_EQ(p.file(FavouritesFile), "Alpha\r\nnicht im Baum\r\n");
+    p.dir.put(FavouritesFile, "Alpha\r\nbeta\r\nfremd\r\nnicht im Baum\r\n");   // from an editor with its older text
     p.port.onWindow("frmBVK_FavVerwalten", [&](WindowRequest& w) {
-        auto& window = dynamic_cast<FavVerwaltenAnfrage&>(w);
-        EXPECT_EQ(window.lvFav, (Texte{"Alpha", "nicht im Baum"}));
+        auto& window = dynamic_cast<FavVerwaltenRequest&>(w);
+        EXPECT_EQ(window.lvFav, (Texts{"Alpha", "nicht im Baum"}));
         p.port.expectBox("Soll der Eintrag: Alpha gelöscht", Answer::Yes);
         window.loeschen(0);
         window.ok();
     });
-    f.verwalten();
-    EXPECT_EQ(p.file(FavoritenDatei), "nicht im Baum\rfremd");
-    EXPECT_EQ(f.strFavoriten(), (Texte{"nicht im Baum", "fremd"}));
+    f.manage();
+    EXPECT_EQ(p.file(FavouritesFile), "nicht im Baum\rfremd");
+    EXPECT_EQ(f.strFavoriten(), (Texts{"nicht im Baum", "fremd"}));
     p.port.expectBox("nicht im Baum gelöscht", Answer::Yes).expectBox("fremd gelöscht", Answer::Yes).expectBox("Keine Einträge zum Löschen vorhanden");
     f.FavDel();
     f.FavDel();
     f.FavDel();
-    EXPECT_EQ(p.file(FavoritenDatei), "");
+    EXPECT_EQ(p.file(FavouritesFile), "");
 }
 
-TEST(Favoriten, WasNichtGeschriebenWerdenKannBleibt) {
-    Listenprobe p(Tipps);
-    p.dir.put(FavoritenDatei, "Alpha\r\n");
+TEST(Favoriten, WhatCannotBeWrittenStays) {
+    ListsFixture p(Tipps);
+    p.dir.put(FavouritesFile, "Alpha\r\n");
     p.start();
-    std::filesystem::permissions(p.dir / FavoritenDatei, std::filesystem::perms::owner_read);
+    std::filesystem::permissions(p.dir / FavouritesFile, std::filesystem::perms::owner_read);
     p.show("beta");
     p.port.expectBox("Beim speichern der Favoriten ist folgender Fehler aufgetreten:");
     p.lists->favoriten().FavAdd();
-    EXPECT_EQ(p.file(FavoritenDatei), "Alpha\r\n");
-    EXPECT_EQ(p.lists->favoriten().strFavoriten(), (Texte{"Alpha"}));
+    EXPECT_EQ(p.file(FavouritesFile), "Alpha\r\n");
+    EXPECT_EQ(p.lists->favoriten().strFavoriten(), (Texts{"Alpha"}));
     p.port.expectBox("Auf die Datei: Favoriten.txt kann nicht zugegriffen werden !", Answer::Cancel).expectBox("Die Favoriten Liste wurde deaktiviert !");
     p.start();
-    EXPECT_FALSE(p.fenster().favoritenSichtbar);
+    EXPECT_FALSE(p.windows().favouritesVisible);
     EXPECT_TRUE(p.ctx->blnHistoryAktiv);
 }
 
-TEST(Favoriten, AndererOrdnerUndWiederEingeschaltet) {
-    Listenprobe p(Tipps);
-    p.dir.put(FavoritenDatei, "Alpha\r\n");
+TEST(Favoriten, AnotherFolderAndSwitchedOnAgain) {
+    ListsFixture p(Tipps);
+    p.dir.put(FavouritesFile, "Alpha\r\n");
     p.dir.put("anders/Favoriten.txt", "beta\r\n");
     p.start();
     Favoriten& f = p.lists->favoriten();
     p.ctx->einstellungen.strFavoritenPfad = (p.dir / "anders").string();   // without separator
-    p.lists->ordnerNeu();
-    EXPECT_EQ(f.mnuFavPopA(), (Texte{"", "Alpha", "beta"}));
+    p.lists->folderNew();
+    EXPECT_EQ(f.mnuFavPopA(), (Texts{"", "Alpha", "beta"}));
     p.port.expectBox("gelöscht werden?", Answer::No);
     f.FavDel();                                                            // forgets none of them
     p.show("Äpfel & Birnen");
     f.FavAdd();
-    EXPECT_EQ(p.file("anders/Favoriten.txt") + "|" + p.file(FavoritenDatei), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n|Alpha\r\n");
+    EXPECT_EQ(p.file("anders/Favoriten.txt") + "|" + p.file(FavouritesFile), "Alpha\r\n\xC4pfel & Birnen\r\nbeta\r\n|Alpha\r\n");
 
-    setReadOnly(p.dir / FavoritenDatei, true);
+    setReadOnly(p.dir / FavouritesFile, true);
     p.ctx->einstellungen.strFavoritenPfad = p.dir.path().string();
     p.port.expectBox("Auf die Datei: Favoriten.txt", Answer::Cancel).expectBox("deaktiviert");
     p.start();
-    setReadOnly(p.dir / FavoritenDatei, false);
+    setReadOnly(p.dir / FavouritesFile, false);
     p.ctx->blnFavoritenAktiv = true;                                       // as choosing a folder in the options does
-    p.lists->ordnerNeu();
-    EXPECT_TRUE(p.fenster().favoritenSichtbar);
-    EXPECT_EQ(p.lists->favoriten().strFavoriten(), (Texte{"Alpha"}));
+    p.lists->folderNew();
+    EXPECT_TRUE(p.windows().favouritesVisible);
+    EXPECT_EQ(p.lists->favoriten().strFavoriten(), (Texts{"Alpha"}));
     p.lists->favoriten().choose(0);
-    EXPECT_EQ(p.fenster().lblDBTippU, "Alpha");
+    EXPECT_EQ(p.windows().lblDBTippU, "Alpha");
 }

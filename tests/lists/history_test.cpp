@@ -9,43 +9,43 @@ using namespace brenvik;
 using namespace brenvik::test;
 
 namespace {
-constexpr const char* Erste = "09.11.2002#12:30:00#PROBE-PC#1#alt#2#<Key nicht vorhanden>#3#<Key nicht vorhanden>#\r\n";
+constexpr const char* First = "09.11.2002#12:30:00#PROBE-PC#1#alt#2#<Key nicht vorhanden>#3#<Key nicht vorhanden>#\r\n";
 
-void answer(ScriptedPort& port, std::function<void(HistoryListeAnfrage&)> work) {
-    port.onWindow("frmBVK_HistoryListe", [work](WindowRequest& w) { work(dynamic_cast<HistoryListeAnfrage&>(w)); });
+void answer(ScriptedPort& port, std::function<void(HistoryListeRequest&)> work) {
+    port.onWindow("frmBVK_HistoryListe", [work](WindowRequest& w) { work(dynamic_cast<HistoryListeRequest&>(w)); });
 }
 }  // namespace
 
-TEST(History, EinSpeichernIstEineZeile) {
-    Listenprobe p;
-    EXPECT_EQ(p.file() + p.file(FavoritenDatei), "");   // both are made at the start
-    EXPECT_FALSE(p.fenster().tbrHistory);
+TEST(History, OneSaveIsOneLine) {
+    ListsFixture p;
+    EXPECT_EQ(p.file() + p.file(FavouritesFile), "");   // both are made at the start
+    EXPECT_FALSE(p.windows().tbrHistory);
     p.put("HKCU\\Software\\Probe\\A", 1, "alt");
     p.change("neu", "1A", "c");
-    EXPECT_EQ(p.file(), Erste);
-    EXPECT_TRUE(p.fenster().tbrHistory);
+    EXPECT_EQ(p.file(), First);
+    EXPECT_TRUE(p.windows().tbrHistory);
     p.show("Drei");
     p.saveOk();                                         // nothing differs
-    EXPECT_EQ(p.file(), Erste);
+    EXPECT_EQ(p.file(), First);
     p.show("Drei");
     p.engine->input().userText(0, "ä\r\nzweite Zeile");
     p.saveOk();
     p.show("Drei");
     p.engine->input().userText(0, "x");
     p.saveOk();
-    EXPECT_EQ(p.file(), Erste + std::string("09.11.2002#12:30:00#PROBE-PC#1#neu#\r\n09.11.2002#12:30:00#PROBE-PC#1#\xE4#\r\n"));
+    EXPECT_EQ(p.file(), First + std::string("09.11.2002#12:30:00#PROBE-PC#1#neu#\r\n09.11.2002#12:30:00#PROBE-PC#1#\xE4#\r\n"));
     p.start();
     EXPECT_EQ(p.lists->history().udtHistory().size(), 3u);
-    EXPECT_TRUE(p.fenster().tbrHistory);
+    EXPECT_TRUE(p.windows().tbrHistory);
 }
 
-TEST(History, LoeschungenGeltenErstNachZurueck) {
-    Listenprobe p;
+TEST(History, DeletionsCountOnlyAfterTheBackButton) {
+    ListsFixture p;
     p.dir.put("History.txt", "1#a#PC#1#x#\r\n   \r\n2#b#PC#1#y#\n3#c#PC#9#z#");
     p.start();
-    answer(p.port, [&](HistoryListeAnfrage& list) {
-        ASSERT_EQ(list.zeilen.size(), 3u);
-        EXPECT_EQ(list.zeile(0).datum + list.zeile(0).uhrzeit + list.zeile(0).rechnername + list.zeile(0).überschrift, "1aPCDrei");
+    answer(p.port, [&](HistoryListeRequest& list) {
+        ASSERT_EQ(list.lines.size(), 3u);
+        EXPECT_EQ(list.zeile(0).datum + list.zeile(0).timeOfDay + list.zeile(0).rechnername + list.zeile(0).überschrift, "1aPCDrei");
         EXPECT_EQ(list.zeile(2).überschrift, "");
         p.port.expectBox("Achtung: Soll der Eintrag: \"2\" gelöscht werden?", Answer::Yes);
         list.loeschen(1);
@@ -53,7 +53,7 @@ TEST(History, LoeschungenGeltenErstNachZurueck) {
         list.loeschen(1);
         EXPECT_TRUE(list.blnListeGeaendert);
     });   // closed another way: nothing is written
-    p.lists->historyFenster().oeffnen();
+    p.lists->historyWindows().open();
     EXPECT_EQ(p.file(), "1#a#PC#1#x#\r\n   \r\n2#b#PC#1#y#\n3#c#PC#9#z#");
     p.put("HKCU\\Software\\Probe\\A", 1, "alt");
     p.show("Drei");
@@ -61,26 +61,26 @@ TEST(History, LoeschungenGeltenErstNachZurueck) {
     p.saveOk();                                         // rewrites deleted ones too
     const std::string fourth = "09.11.2002#12:30:00#PROBE-PC#1#alt#\r\n";
     EXPECT_TRUE(p.file().starts_with("1#a#PC#1#x#\r\n2#b#PC#1#y#\r\n3#c#PC#9#z#\r\n" + fourth)) << p.file();
-    answer(p.port, [&](HistoryListeAnfrage& list) {
-        ASSERT_EQ(list.zeilen.size(), 3u);
+    answer(p.port, [&](HistoryListeRequest& list) {
+        ASSERT_EQ(list.lines.size(), 3u);
         list.blnListeGeaendert = true;
-        list.zurueck();
+        list.back();
     });
-    p.lists->historyFenster().oeffnen();
+    p.lists->historyWindows().open();
     EXPECT_TRUE(p.file().starts_with("1#a#PC#1#x#\r\n3#c#PC#9#z#\r\n" + fourth)) << p.file();
-    answer(p.port, [&](HistoryListeAnfrage& list) {
+    answer(p.port, [&](HistoryListeRequest& list) {
         p.port.expectBox("Alle Einträge werden gelöscht", Answer::Yes);
-        list.allesLoeschen();
-        EXPECT_FALSE(list.befehleAktiv);
-        list.zurueck();
+        list.deleteAll();
+        EXPECT_FALSE(list.commandsActive);
+        list.back();
     });
-    p.lists->historyFenster().oeffnen();
-    EXPECT_FALSE(p.fenster().tbrHistory);
+    p.lists->historyWindows().open();
+    EXPECT_FALSE(p.windows().tbrHistory);
     EXPECT_EQ(p.file(), "");
 }
 
-TEST(History, FremdeZeilenWerdenVereint) {
-    Listenprobe p;
+TEST(History, LinesOfOthersAreUnited) {
+    ListsFixture p;
     p.dir.put("History.txt", "1#a#PC#1#x#\r\n2#b#PC#1#y#\r\n3#c#PC#1#z#\r\n");
     p.start();
     p.lists->history().find(2)->Geloescht = true;
@@ -89,8 +89,8 @@ TEST(History, FremdeZeilenWerdenVereint) {
     EXPECT_EQ(p.file(), "3#c#PC#1#z#\r\n4#fremd#PC#1#f#\r\n");
 }
 
-TEST(History, EinAndererOrdnerWirdGeladenUndVereint) {
-    Listenprobe p;
+TEST(History, AnotherFolderIsLoadedAndUnited) {
+    ListsFixture p;
     p.dir.put("History.txt", "1#a#PC#1#x#\r\n");
     p.dir.put("anders/History.txt", "2#b#PC#1#y#\r\n");
     p.start();
@@ -100,33 +100,33 @@ TEST(History, EinAndererOrdnerWirdGeladenUndVereint) {
     EXPECT_EQ(p.file(), "1#a#PC#1#x#\r\n");
 
     // Switched off at the start, and on again later: shown at once, written with the next change.
-    setReadOnly(p.dir / HistoryDatei, true);
+    setReadOnly(p.dir / HistoryFile, true);
     p.ctx->einstellungen.strHistoryPfad = p.dir.path().string() + "/";
     p.port.expectBox("Auf die Datei: History.txt", Answer::Cancel).expectBox("deaktiviert");
     p.start();
-    setReadOnly(p.dir / HistoryDatei, false);
+    setReadOnly(p.dir / HistoryFile, false);
     p.ctx->blnHistoryAktiv = true;
-    p.lists->ordnerNeu();
-    EXPECT_TRUE(p.fenster().historySichtbar && p.fenster().tbrHistory);
+    p.lists->folderNew();
+    EXPECT_TRUE(p.windows().historyVisible && p.windows().tbrHistory);
     p.change("4", "5", "6");
     EXPECT_TRUE(p.file().starts_with("1#a#PC#1#x#\r\n09.11.2002#")) << p.file();
 }
 
 // Several processes append at the same time; no line is lost.
-TEST(History, ZweiProgrammeSchreibenZugleich) {
+TEST(History, TwoProgramsWriteAtATime) {
     constexpr int Each = 25, Before = 5000;
     TempDir shared;
     std::string lines;
     for (int k = 0; k < Before; ++k) lines += "1#a#PC#1#" + std::to_string(k) + "#\r\n";
-    shared.put(HistoryDatei, lines);
+    shared.put(HistoryFile, lines);
     const auto append = [&](const std::string& name) {
-        Listenprobe p;
-        p.ctx->heimPfad = shared.path();
+        ListsFixture p;
+        p.ctx->homePath = shared.path();
         p.ctx->einstellungen.strHistoryPfad = shared.path().string() + "/";
         p.start();
         for (int k = 0; k < Each; ++k) {
-            Aenderung change;
-            change.werte = {{"", "HKCU\\x", 1, fromText(name + std::to_string(k), 1), fromText("neu", 1), true}};
+            Change change;
+            change.values = {{"", "HKCU\\x", 1, fromText(name + std::to_string(k), 1), fromText("neu", 1), true}};
             p.lists->begin(change);
             p.lists->finished(change);
         }
@@ -140,13 +140,13 @@ TEST(History, ZweiProgrammeSchreibenZugleich) {
         ::waitpid(child, &status, 0);
         EXPECT_EQ(status, 0);
     }
-    const std::string content = bytesOf(shared / HistoryDatei);
+    const std::string content = bytesOf(shared / HistoryFile);
     EXPECT_EQ(std::count(content.begin(), content.end(), '\n'), Before + 2 * Each);
 }
 
-TEST(History, WasNichtGeschriebenWerdenKannHaeltNichtsAuf) {
-    Listenprobe p;
-    std::filesystem::permissions(p.dir / HistoryDatei, std::filesystem::perms::owner_read);
+TEST(History, WhatCannotBeWrittenHoldsNothingUp) {
+    ListsFixture p;
+    std::filesystem::permissions(p.dir / HistoryFile, std::filesystem::perms::owner_read);
     p.show("Drei");
     p.engine->input().userText(0, "neu");
     p.port.expectBox("Beim schreiben der History ist folgender Fehler aufgetreten:\r\n\r\nDie Datei ist schreibgeschütz !!!", Answer::Yes);
@@ -157,7 +157,7 @@ TEST(History, WasNichtGeschriebenWerdenKannHaeltNichtsAuf) {
     p.port.expectBox("Auf die Datei: History.txt kann nicht zugegriffen werden !", Answer::Retry).expectFolder(std::nullopt);
     p.port.expectBox("Auf die Datei: History.txt", Answer::Cancel).expectBox("Achtung: Die History Liste wurde deaktiviert.");
     p.start();
-    EXPECT_FALSE(p.ctx->blnHistoryAktiv || p.fenster().historySichtbar);
+    EXPECT_FALSE(p.ctx->blnHistoryAktiv || p.windows().historyVisible);
     EXPECT_TRUE(p.ctx->blnFavoritenAktiv);
     // Its values are in the journal all the same.
     EXPECT_EQ(p.lists->journal().heads().size(), 1u);
@@ -166,8 +166,8 @@ TEST(History, WasNichtGeschriebenWerdenKannHaeltNichtsAuf) {
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "-");
 }
 
-TEST(History, EinVerschwundenerOrdnerWirdErfragt) {
-    Listenprobe p;
+TEST(History, AVanishedFolderIsAskedFor) {
+    ListsFixture p;
     p.ctx->einstellungen.strFavoritenPfad = "/gibt/es/nicht";
     p.port.expectBox("Auf das Verzeichnis /gibt/es/nicht/ kann nicht zugegriffen werden.").expectFolder(p.dir.path().string());
     p.start();
@@ -175,8 +175,8 @@ TEST(History, EinVerschwundenerOrdnerWirdErfragt) {
     EXPECT_EQ(p.port.folderChoices.back().first, "Hilfedatei wurde im aktuellen Pfad nicht gefunden, bitte neues Verzeichnis auswählen...");
 }
 
-TEST(History, EinOrdnerDerZwischendurchFehltNimmtNichtsMit) {
-    Listenprobe p;
+TEST(History, AFolderMissingForAWhileTakesNothingAlong) {
+    ListsFixture p;
     p.dir.put("liste/History.txt", "1#a#PC#1#x#\r\n");
     p.ctx->einstellungen.strHistoryPfad = (p.dir / "liste").string() + "/";
     p.start();
@@ -192,22 +192,22 @@ TEST(History, EinOrdnerDerZwischendurchFehltNimmtNichtsMit) {
     EXPECT_TRUE(p.file("liste/History.txt").starts_with("1#a#PC#1#x#\r\n09.11.2002#12:30:00#PROBE-PC#1#neu#")) << p.file("liste/History.txt");
 }
 
-TEST(History, EineRiesigeDateiBleibtUnberuehrt) {
-    Listenprobe p;
-    std::filesystem::resize_file(p.dir / HistoryDatei, 200u << 20);
+TEST(History, AHugeFileStaysUntouched) {
+    ListsFixture p;
+    std::filesystem::resize_file(p.dir / HistoryFile, 200u << 20);
     p.port.expectBox("LoadHistory").expectBox("Auf die Datei: History.txt", Answer::Cancel).expectBox("History Liste wurde deaktiviert");
     p.start();
     p.change("neu", "1", "c");
-    EXPECT_EQ(std::filesystem::file_size(p.dir / HistoryDatei), 200u << 20);
+    EXPECT_EQ(std::filesystem::file_size(p.dir / HistoryFile), 200u << 20);
     EXPECT_EQ(p.values(), "1:neu 4:1 1:c");
 }
 
-TEST(History, PasswoerterStehenNichtImProtokoll) {
-    Listenprobe p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "DefaultPassword"}});
+TEST(History, PasswordsDoNotStandInTheLog) {
+    ListsFixture p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "DefaultPassword"}});
     p.ctx->trace.setFile(p.dir / "log");
     p.ctx->trace.setDebug(true);
     p.put("HKCU\\Software\\Probe\\DefaultPassword", 1, "geheim1");
-    std::filesystem::permissions(p.dir / HistoryDatei, std::filesystem::perms::owner_read);
+    std::filesystem::permissions(p.dir / HistoryFile, std::filesystem::perms::owner_read);
     p.show("Drei");
     p.engine->input().userText(0, "geheim2");
     p.port.expectBox("Beim schreiben der History", Answer::Yes);

@@ -14,24 +14,24 @@ using namespace brenvik::test;
 
 namespace {
 
-const char* const Fertig = "Alle Werte stehen wieder genau so da";
-const Zeile Menue{.Index = 1, .Überschrift = "Menü", .Ausgabeart = 10, .Datentyp = 1, .Wertname = nullptr, .Hauptschlüssel = "HKCR", .Schlüssel = "Directory\\shell"};
-const Zeile IniZeile{.Index = 1, .Überschrift = "Ini", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "load", .INITipp = true, .Hauptschlüssel = nullptr, .Schlüssel = "windows", .SchlüsselNT = "win.ini"};
+const char* const BackExactly = "Alle Werte stehen wieder genau so da";
+const Zeile MenuRow{.Index = 1, .Überschrift = "Menü", .Ausgabeart = 10, .Datentyp = 1, .Wertname = nullptr, .Hauptschlüssel = "HKCR", .Schlüssel = "Directory\\shell"};
+const Zeile IniRow{.Index = 1, .Überschrift = "Ini", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "load", .INITipp = true, .Hauptschlüssel = nullptr, .Schlüssel = "windows", .SchlüsselNT = "win.ini"};
 
-void sql(Listenprobe& p, const std::string& text) {
-    sqlite::Database((p.dir / JournalDatei).string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE).execute(text.c_str());
+void sql(ListsFixture& p, const std::string& text) {
+    sqlite::Database((p.dir / JournalFile).string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE).execute(text.c_str());
 }
 
-void rename(Listenprobe& p, const char* name) {
+void rename(ListsFixture& p, const char* name) {
     p.put("HKLM\\System\\CurrentControlSet\\Control\\ComputerName\\ComputerName\\ComputerName", 1, name);
     p.machines = std::make_unique<LocalMachines>(*p.store, "PROBE-PC");   // as at the next start
     auto fresh = std::make_unique<Context>(p.port, p.platform, *p.machines);
-    fresh->heimPfad = fresh->programmPfad = p.dir.path();
+    fresh->homePath = fresh->programPath = p.dir.path();
     fresh->intBS = 6;
     fresh->einstellungen = p.ctx->einstellungen;
     fresh->strProfilSID = fresh->strUserSID = fresh->strEigeneSID = Sid;
     fresh->strLokalerRechner = fresh->strRechnername = p.machines->localName();
-    EXPECT_EQ(LoadDB(*fresh, p.dir / "RegDaten.mdb"), LoadErgebnis::Geladen);
+    EXPECT_EQ(LoadDB(*fresh, p.dir / "RegDaten.mdb"), LoadResult::Loaded);
     p.lists.reset();
     p.engine.reset();
     p.ctx = std::move(fresh);
@@ -41,36 +41,36 @@ void rename(Listenprobe& p, const char* name) {
 }  // namespace
 
 // Below HKCR two places are shown as one. Each goes back to where it was, the other stays.
-TEST(Journal, UnterHKCRHatJederOrtSeinBild) {
+TEST(Journal, BelowHKCREachPlaceHasItsPicture) {
     const struct {
         bool user, machine;
     } cases[] = {{true, false}, {false, true}, {true, true}};
     for (const auto& c : cases) {
         SCOPED_TRACE(std::to_string(c.user) + std::to_string(c.machine));
-        Listenprobe p({Menue});
+        ListsFixture p({MenuRow});
         p.put("HKLM\\Software\\Classes\\Directory\\shell\\andere\\", 1, "Bleibt");
         if (c.user) p.put("HKCU\\Software\\Classes\\Directory\\shell\\eins\\Command\\", 1, "user.exe");
         if (c.machine) p.put("HKLM\\Software\\Classes\\Directory\\shell\\eins\\Command\\", 2, "machine.exe"), p.put("HKLM\\Software\\Classes\\Directory\\shell\\eins\\x", 4, "7");
-        const std::string before = p.alles();
+        const std::string before = p.wholeState();
         p.show("Menü");
-        const auto& rows = p.panel().zeilen;
-        const auto row = std::find_if(rows.begin(), rows.end(), [](const ListenZeile& r) { return r.text == "eins"; });
+        const auto& rows = p.panel().lines;
+        const auto row = std::find_if(rows.begin(), rows.end(), [](const ListLine& r) { return r.text == "eins"; });
         ASSERT_NE(row, rows.end());
         p.engine->input().userTick(0, static_cast<int>(row - rows.begin()), true);
-        p.port.expectBox("gelöscht", Answer::Yes).expectBox(Fertig);
+        p.port.expectBox("gelöscht", Answer::Yes).expectBox(BackExactly);
         p.engine->clickRegDel();
-        EXPECT_NE(p.alles(), before);
+        EXPECT_NE(p.wholeState(), before);
         EXPECT_TRUE(p.exact(1));
-        EXPECT_EQ(p.alles(), before);
+        EXPECT_EQ(p.wholeState(), before);
     }
 }
 
 // A value of the machine's that is seen through the user's key, which lacks it: what is written lies in the user's.
-TEST(Journal, EinWertUnterHKCRHatSeineEigeneVorgeschichte) {
-    Listenprobe p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "W", .Hauptschlüssel = "HKCR", .Schlüssel = ".txt"}});
+TEST(Journal, AValueBelowHKCRHasAHistoryOfItsOwn) {
+    ListsFixture p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "W", .Hauptschlüssel = "HKCR", .Schlüssel = ".txt"}});
     p.put("HKLM\\Software\\Classes\\.txt\\W", 1, "maschine");
     p.put("HKCU\\Software\\Classes\\.txt\\X", 1, "x");
-    const std::string before = p.alles();
+    const std::string before = p.wholeState();
     for (const bool told : {false, true}) {
         p.show("Drei");
         p.engine->input().userText(0, "neu");
@@ -78,17 +78,17 @@ TEST(Journal, EinWertUnterHKCRHatSeineEigeneVorgeschichte) {
         EXPECT_EQ(p.get("HKCU\\Software\\Classes\\.txt\\W") + p.get("HKLM\\Software\\Classes\\.txt\\W"), "1:neu1:maschine");
         EXPECT_EQ(p.drifted(), "");
         if (told) p.port.expectBox("alter Wert: (nicht vorhanden)\r\n   geschrieben würde: REG_SZ \"maschine\"", Answer::Yes);
-        p.port.expectBox(Fertig);
+        p.port.expectBox(BackExactly);
         EXPECT_TRUE(told ? p.told(3) : p.exact(1)) << p.port.lastBox();
-        EXPECT_EQ(p.alles() + p.drifted(), before);
+        EXPECT_EQ(p.wholeState() + p.drifted(), before);
         p.lists->history().deleteLine(p.lists->history().udtHistory().at(0).Zeile);
         p.lists->history().HistorySave();
     }
 }
 
 // What a save wrote as it stood is none of its change.
-TEST(Journal, UnveraendertGeschriebenesGehoertNichtDazu) {
-    Listenprobe p;
+TEST(Journal, WhatWasWrittenUnchangedIsNoPartOfIt) {
+    ListsFixture p;
     p.put("HKCU\\Software\\Probe\\B", 4, "1");
     p.show("Drei");
     p.engine->input().userText(0, "neu");
@@ -96,18 +96,18 @@ TEST(Journal, UnveraendertGeschriebenesGehoertNichtDazu) {
     p.saveOk();
     p.put("HKCU\\Software\\Probe\\B", 4, "7");
     EXPECT_EQ(p.drifted(), "");
-    p.port.expectBox(Fertig);
+    p.port.expectBox(BackExactly);
     EXPECT_TRUE(p.exact(1));
     EXPECT_EQ(p.values(), "- 4:7 -");
 }
 
-TEST(Journal, DerRechnerDarfEinenAnderenNamenBekommen) {
-    Listenprobe p;
+TEST(Journal, TheMachineMayGetAnotherName) {
+    ListsFixture p;
     p.change("neu", "1", "c");
     rename(p, "NEUER-NAME");
     EXPECT_EQ(p.ctx->strLokalerRechner, "NEUER-NAME");
     EXPECT_EQ(p.drifted(), "");
-    p.port.expectBox(Fertig);
+    p.port.expectBox(BackExactly);
     EXPECT_TRUE(p.exact(1)) << p.port.lastBox();
     EXPECT_EQ(p.values(), "- - -");
     p.change("a", "2", "d");
@@ -117,21 +117,21 @@ TEST(Journal, DerRechnerDarfEinenAnderenNamenBekommen) {
     EXPECT_EQ(p.values() + p.drifted(), "- - -");
 }
 
-TEST(Journal, EigeneSpaetereAenderungenWerdenGenannt) {
-    Listenprobe p;
+TEST(Journal, LaterChangesOfOurOwnAreNamed) {
+    ListsFixture p;
     p.change("eins", "1", "c");
     p.show("Drei");
     p.engine->input().userText(0, "zwei");
     p.saveOk();
     p.onConflicts(true, true);
-    p.port.expectBox(Fertig);
+    p.port.expectBox(BackExactly);
     EXPECT_TRUE(p.exact(1));
     EXPECT_EQ(p.conflicts, (std::vector<std::string>{"HKEY_CURRENT_USER\\Software\\Probe\\A: (nicht vorhanden), REG_SZ \"eins\", REG_SZ \"zwei\" durch die Änderung 2 vom 2002-11-09 12:30:00 (Drei)"}));
 }
 
 // Lines that went here do not come back with the text of an editor, now or at the next start; others do.
-TEST(Journal, GeloeschteZeilenBleibenFort) {
-    Listenprobe p;
+TEST(Journal, DeletedLinesStayAway) {
+    ListsFixture p;
     p.dir.put("History.txt", "1#a#PC#1#x#\r\n2#b#PC#1#y#\r\n");
     p.start();
     p.change("neu", "1", "c");
@@ -152,8 +152,8 @@ TEST(Journal, GeloeschteZeilenBleibenFort) {
     EXPECT_EQ(p.lists->notes().size(), 1u);
 }
 
-TEST(Journal, VonGleichenZeilenIstJedeIhreEigene) {
-    Listenprobe p;
+TEST(Journal, OfEqualLinesEachIsItsOwn) {
+    ListsFixture p;
     for (const char* text : {"eins", "zwei"}) {
         p.put("HKCU\\Software\\Probe\\A", 1, "alt");
         p.show("Drei");
@@ -161,19 +161,19 @@ TEST(Journal, VonGleichenZeilenIstJedeIhreEigene) {
         p.saveOk();
     }
     ASSERT_EQ(p.lists->history().find(1)->Zeile, p.lists->history().find(2)->Zeile);
-    p.port.onWindow("frmBVK_HistoryListe", [&](WindowRequest& w) { dynamic_cast<HistoryListeAnfrage&>(w).anzeigen(0); });
+    p.port.onWindow("frmBVK_HistoryListe", [&](WindowRequest& w) { dynamic_cast<HistoryListeRequest&>(w).show(0); });
     p.port.onWindow("frmBVK_HistoryDaten", [&](WindowRequest& w) {
-        auto& data = dynamic_cast<HistoryDatenAnfrage&>(w);
-        EXPECT_EQ(data.zeilen.at(0).pfad, "HKEY_CURRENT_USER\\Software\\Probe\\A");
+        auto& data = dynamic_cast<HistoryDatenRequest&>(w);
+        EXPECT_EQ(data.lines.at(0).pfad, "HKEY_CURRENT_USER\\Software\\Probe\\A");
         p.onConflicts(false, false);
-        EXPECT_FALSE(data.genauZuruecksetzen());
+        EXPECT_FALSE(data.undoExactly());
     });
-    p.lists->historyFenster().oeffnen();
+    p.lists->historyWindows().open();
     EXPECT_EQ(p.conflicts, (std::vector<std::string>{"HKEY_CURRENT_USER\\Software\\Probe\\A: REG_SZ \"alt\", REG_SZ \"eins\", REG_SZ \"zwei\" durch die Änderung 2 vom 2002-11-09 12:30:00 (Drei)"}));
 }
 
-TEST(Journal, WoNichtsZuTunWarWirdDasGesagt) {
-    Listenprobe p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 1, .Datentyp = 4, .Wertname = "A", .WertEin = "1", .WertAus = "<delkey>"}});
+TEST(Journal, WhereNothingWasToDoThatIsTold) {
+    ListsFixture p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 1, .Datentyp = 4, .Wertname = "A", .WertEin = "1", .WertAus = "<delkey>"}});
     p.show("Drei");
     p.engine->input().userCheck(0, true);
     p.engine->input().userCheck(0, false);
@@ -186,23 +186,23 @@ TEST(Journal, WoNichtsZuTunWarWirdDasGesagt) {
 }
 
 // Lines of changes that no panel made hold the same texts as those of a save.
-TEST(Journal, ZeilenHabenDieFormDerAnzeige) {
-    Listenprobe p;
+TEST(Journal, LinesHaveTheFormOfTheDisplay) {
+    ListsFixture p;
     p.put("HKCU\\Software\\Probe\\B", 4, "26");
     p.show("Drei");
     p.engine->input().userText(1, "FF");
     p.saveOk();
-    Aenderung applied;
+    Change applied;
     applied.tippIndex = 1;
-    applied.werte = {{"PROBE-PC", "HKCU\\Software\\Probe\\B", 2, fromText("26", 4), fromText("255", 4), true}};
+    applied.values = {{"PROBE-PC", "HKCU\\Software\\Probe\\B", 2, fromText("26", 4), fromText("255", 4), true}};
     p.lists->begin(applied);
     p.lists->finished(applied);
     ASSERT_EQ(p.lists->history().udtHistory().size(), 2u);
     EXPECT_EQ(p.lists->history().udtHistory()[0].Zeile, p.lists->history().udtHistory()[1].Zeile);
 }
 
-TEST(Journal, KennwoerterStehenNurHierUndWerdenVergessen) {
-    Listenprobe p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "DefaultPassword"}});
+TEST(Journal, PasswordsStandOnlyHereAndAreForgotten) {
+    ListsFixture p({{.Index = 1, .Überschrift = "Drei", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "DefaultPassword"}});
     p.put("HKCU\\Software\\Probe\\DefaultPassword", 1, "geheim1");
     p.show("Drei");
     p.engine->input().userText(0, "geheim2");
@@ -216,18 +216,18 @@ TEST(Journal, KennwoerterStehenNurHierUndWerdenVergessen) {
     const auto kept = [&] {
         std::string bytes;
         for (const std::string& name : p.dir.names())
-            if (name.starts_with(JournalDatei)) bytes += bytesOf(p.dir / name);
+            if (name.starts_with(JournalFile)) bytes += bytesOf(p.dir / name);
         return bytes.find(std::string("g\0e\0h\0e\0i\0m\0" "1", 13)) != std::string::npos;
     };
     EXPECT_TRUE(kept());
     p.port.onWindow("frmBVK_HistoryListe", [&](WindowRequest& w) {
-        auto& list = dynamic_cast<HistoryListeAnfrage&>(w);
+        auto& list = dynamic_cast<HistoryListeRequest&>(w);
         p.port.expectBox("Soll sie vergessen werden ?", Answer::Yes);
-        list.vergessen(0);
-        EXPECT_TRUE(list.zeilen.empty());
-        EXPECT_FALSE(list.redoMoeglich);
+        list.forget(0);
+        EXPECT_TRUE(list.lines.empty());
+        EXPECT_FALSE(list.redoPossible);
     });
-    p.lists->historyFenster().oeffnen();
+    p.lists->historyWindows().open();
     EXPECT_FALSE(kept());
     EXPECT_EQ(p.file() + p.drifted(), "");
     EXPECT_TRUE(p.lists->journal().heads().empty());
@@ -239,8 +239,8 @@ TEST(Journal, KennwoerterStehenNurHierUndWerdenVergessen) {
 }
 
 // What a forgotten change overwrote is not watched any more: nobody would know that it was the program.
-TEST(Journal, VergessenesMachtKeineAbweichung) {
-    Listenprobe p;
+TEST(Journal, WhatIsForgottenMakesNoDrift) {
+    ListsFixture p;
     p.change("eins", "1", "c");
     p.change("zwei", "2", "d");
     p.lists->journal().forget({2});
@@ -250,21 +250,21 @@ TEST(Journal, VergessenesMachtKeineAbweichung) {
     EXPECT_EQ(p.drifted(), "");
 }
 
-TEST(Journal, AlteJournaleGehenMit) {
-    Listenprobe p;
+TEST(Journal, OlderJournalsAreTakenOver) {
+    ListsFixture p;
     p.lists.reset();
     const std::string foreign = p.dir.put("fremd.ini", "[a]\r\nb=1\r\n").string();
     const auto ini = p.dir.put("drive_c/windows/win.ini", "[windows]\r\nload=neu\r\n");
     p.put("HKCU\\Software\\Probe\\A", 1, "alt");
     p.put("HKCU\\Software\\Probe\\eins\\W", 1, "x");
-    std::filesystem::remove(p.dir / JournalDatei);
+    std::filesystem::remove(p.dir / JournalFile);
     sql(p, Replace(bytesOf(std::filesystem::path(BRENVIK_TEST_DATA) / "journal_v1.sql"), "@FREMD@", foreign));
     p.start();
     EXPECT_EQ(p.drifted(), "unreadable 4 " + foreign + " [a] b: 1, -|");
     p.port.expectBox("Die Datei \"" + foreign + "\" liegt auf keinem Laufwerk");
     EXPECT_FALSE(p.exact(4));
     EXPECT_EQ(bytesOf(foreign), "[a]\r\nb=1\r\n");
-    p.port.expectBox(Fertig);
+    p.port.expectBox(BackExactly);
     EXPECT_TRUE(p.exact(3)) << p.port.lastBox();
     EXPECT_EQ(bytesOf(ini), "[windows]\r\nload=alt\r\n");
     p.port.expectBox("wurde wiederhergestellt").expectBox("wurde wiederhergestellt");
@@ -274,8 +274,8 @@ TEST(Journal, AlteJournaleGehenMit) {
 }
 
 // A journal says where files lie and on which machine; it is believed in neither.
-TEST(Journal, EinFeindlichesJournalReichtNirgendsHin) {
-    Listenprobe p({IniZeile});
+TEST(Journal, AHostileJournalReachesNowhere) {
+    ListsFixture p({IniRow});
     p.dir.put("drive_c/windows/win.ini", "[windows]\r\nload=alt\r\n");
     p.show("Ini");
     p.engine->input().userText(0, "neu.exe");
@@ -316,18 +316,18 @@ TEST(Journal, EinFeindlichesJournalReichtNirgendsHin) {
 }
 
 // An undo that was interrupted behind its last write, and a redo before its line was there.
-TEST(Journal, UnterbrochenesWirdNachgetragen) {
-    Listenprobe p;
+TEST(Journal, WhatWasInterruptedIsEnteredLater) {
+    ListsFixture p;
     p.change("neu", "1", "c");
     const std::string line = p.file();
-    p.port.expectBox(Fertig);
+    p.port.expectBox(BackExactly);
     EXPECT_TRUE(p.exact(1));
     sql(p, "UPDATE aenderung SET aufgehobendurch = 0; UPDATE aenderung SET fertig = 0 WHERE nummer = 2; UPDATE wert SET geschrieben = 0 WHERE aenderung = 2");
     p.start();
     EXPECT_EQ(p.lists->notes(), (std::vector<std::string>{"Das Zurücksetzen der Änderung 1 wurde unterbrochen und ist jetzt nachgetragen.",
                                                           "Die History wurde mit dem Änderungsjournal abgeglichen: 1 Zeilen heraus, 0 hinein."}));
     EXPECT_EQ(p.file() + p.drifted(), "");
-    EXPECT_EQ(p.lists->journal().head(1)->aufgehobenDurch, 2);
+    EXPECT_EQ(p.lists->journal().head(1)->undoneBy, 2);
     p.port.expectBox("wurde wiederhergestellt");
     EXPECT_TRUE(p.redo(1));
     EXPECT_EQ(p.file(), "");        // as if killed before the list was written
@@ -344,15 +344,15 @@ TEST(Journal, UnterbrochenesWirdNachgetragen) {
 }
 
 // As many changes without a line as somebody makes in years: start and list window take one pass.
-TEST(Journal, VieleAenderungenOhneZeile) {
-    Listenprobe p;
+TEST(Journal, ManyChangesWithoutALine) {
+    ListsFixture p;
     p.change("neu", "1", "c");
     sql(p, "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 60000) "
            "INSERT INTO aenderung(zeit, rechner, lokal, benutzer, sid, art, tipp, ueberschrift, hebtauf) SELECT '2002-11-09 12:30:00', '', 'PROBE-PC', '', '', 5, 1, 'x', 0 FROM n");
     const auto begun = std::chrono::steady_clock::now();
     p.start();
-    EXPECT_TRUE(p.fenster().tbrHistory);
-    p.port.onWindow("frmBVK_HistoryListe", [&](WindowRequest& w) { EXPECT_EQ(dynamic_cast<HistoryListeAnfrage&>(w).zeilen.size(), 60001u); });
-    p.lists->historyFenster().oeffnen();
+    EXPECT_TRUE(p.windows().tbrHistory);
+    p.port.onWindow("frmBVK_HistoryListe", [&](WindowRequest& w) { EXPECT_EQ(dynamic_cast<HistoryListeRequest&>(w).lines.size(), 60001u); });
+    p.lists->historyWindows().open();
     EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count(), 5.0);   // 150 s when each looked for its neighbour
 }

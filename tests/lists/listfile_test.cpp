@@ -10,12 +10,12 @@
 
 using namespace brenvik;
 using namespace brenvik::test;
-using Zeilen = std::vector<std::string>;
+using Lines = std::vector<std::string>;
 
-TEST(ListenDatei, LiestJedesZeilenende) {
+TEST(ListFile, ReadsEveryLineEnd) {
     const struct {
         std::string bytes;
-        Zeilen lines;
+        Lines lines;
         std::string again;   // as it is written back
     } cases[] = {
         {"", {}, ""},
@@ -29,43 +29,43 @@ TEST(ListenDatei, LiestJedesZeilenende) {
     };
     for (const auto& c : cases) {
         TempDir dir;
-        ListenDatei file(dir.put("l.txt", c.bytes));
-        const Zeilen lines = file.read();
+        ListFile file(dir.put("l.txt", c.bytes));
+        const Lines lines = file.read();
         EXPECT_EQ(lines, c.lines);
         file.write({lines.begin(), lines.end()});
         EXPECT_EQ(bytesOf(dir / "l.txt"), c.again);
     }
 }
 
-TEST(ListenDatei, WasNichtGelesenWerdenKannBleibtWieEsIst) {
+TEST(ListFile, WhatCannotBeReadStaysAsItIs) {
     TempDir dir;
     for (const std::string& utf16 : {std::string("\xFF\xFE" "a\0\r\0\n\0", 8), std::string("\xFE\xFF" "\0a\0\r\0\n", 8), std::string("a\0b\0\r\0\n\0", 8)}) {
-        ListenDatei wide(dir.put("w.txt", utf16));
+        ListFile wide(dir.put("w.txt", utf16));
         EXPECT_THROW(wide.read(), NumberedError);
         EXPECT_EQ(bytesOf(dir / "w.txt"), utf16);
     }
-    ListenDatei big(dir.put("g.txt", std::string(ListenDatei::Grenze + 1, 'x')));
+    ListFile big(dir.put("g.txt", std::string(ListFile::Bound + 1, 'x')));
     EXPECT_THROW(big.read(), NumberedError);
 }
 
-TEST(ListenDatei, KenntFremdeAenderungen) {
+TEST(ListFile, KnowsChangesOfOthers) {
     TempDir dir;
-    ListenDatei file(dir.put("l.txt", "a\r\nb\r\nb\r\n"));
+    ListFile file(dir.put("l.txt", "a\r\nb\r\nb\r\n"));
     file.read();
     EXPECT_TRUE(file.foreignChanges().dazu.empty());
     dir.put("l.txt", "b\r\nc\r\nd\r\n");
     auto foreign = file.foreignChanges();
-    EXPECT_EQ(foreign.dazu, (Zeilen{"c", "d"}));
-    EXPECT_EQ(foreign.weg, (Zeilen{"a", "b"}));
+    EXPECT_EQ(foreign.dazu, (Lines{"c", "d"}));
+    EXPECT_EQ(foreign.weg, (Lines{"a", "b"}));
     EXPECT_TRUE(file.foreignChanges().weg.empty());   // once is enough
     std::filesystem::remove(dir / "l.txt");
-    EXPECT_EQ(file.foreignChanges().weg, (Zeilen{"b", "c", "d"}));
+    EXPECT_EQ(file.foreignChanges().weg, (Lines{"b", "c", "d"}));
 }
 
 // As on a full disk: the new file cannot be written whole.
-TEST(ListenDatei, EinVollerDatentraegerLaesstDieAlteDatei) {
+TEST(ListFile, AFullDiskLeavesTheOldFile) {
     TempDir dir;
-    ListenDatei file(dir.put("l.txt", "alt\r\n"));
+    ListFile file(dir.put("l.txt", "alt\r\n"));
     file.read();
     rlimit before{};
     ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
@@ -77,11 +77,11 @@ TEST(ListenDatei, EinVollerDatentraegerLaesstDieAlteDatei) {
     ::setrlimit(RLIMIT_FSIZE, &before);
     ::signal(SIGXFSZ, handler);
     EXPECT_EQ(bytesOf(dir / "l.txt"), "alt\r\n");
-    EXPECT_EQ(dir.names(), (Zeilen{"l.txt"}));
+    EXPECT_EQ(dir.names(), (Lines{"l.txt"}));
 }
 
 // A writer is killed again and again; the file is always one of the whole ones.
-TEST(ListenDatei, NachEinemAbbruchIstDieDateiGanz) {
+TEST(ListFile, AfterAnAbortTheFileIsWhole) {
     TempDir dir;
     const auto content = [](std::uint32_t step) { return "Stand " + std::to_string(step) + std::string(200'000, 'x'); };
     const auto path = dir.put("l.txt", content(0) + "\r\nEnde\r\n");
@@ -91,7 +91,7 @@ TEST(ListenDatei, NachEinemAbbruchIstDieDateiGanz) {
         ASSERT_EQ(::pipe(ends), 0);
         const pid_t child = ::fork();
         if (child == 0) {
-            ListenDatei file(path);
+            ListFile file(path);
             file.read();
             for (std::uint32_t next = step + 1;; ++next) {
                 file.write({content(next), "Ende"});
@@ -108,7 +108,7 @@ TEST(ListenDatei, NachEinemAbbruchIstDieDateiGanz) {
         int status = 0;
         ::waitpid(child, &status, 0);
         ASSERT_TRUE(WIFSIGNALED(status));
-        const Zeilen lines = ListenDatei(path).read();
+        const Lines lines = ListFile(path).read();
         ASSERT_EQ(lines.size(), 2u);
         ASSERT_TRUE(lines[0] == content(last) || lines[0] == content(last + 1)) << "round " << round;
         ASSERT_EQ(lines[1], "Ende");

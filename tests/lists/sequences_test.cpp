@@ -35,8 +35,8 @@ public:
     std::optional<std::string> chooseFolder(std::string_view, std::string_view) override { return std::nullopt; }
     std::optional<Rgb> chooseColour(Rgb) override { return std::nullopt; }
     void showWindow(WindowRequest& request) override {
-        if (auto* boot = dynamic_cast<BootINIAnfrage*>(&request)) boot->antwort = BootINIAnfrage::Antwort::Ueberschreiben;
-        if (auto* types = dynamic_cast<DatentypAnfrage*>(&request)) types->weiter = true;
+        if (auto* boot = dynamic_cast<BootINIRequest*>(&request)) boot->reply = BootINIRequest::Reply::Overwrite;
+        if (auto* types = dynamic_cast<DatentypRequest*>(&request)) types->weiter = true;
         auto* conflicts = dynamic_cast<UndoConflictsRequest*>(&request);
         if (conflicts == nullptr) return;
         for (auto& row : conflicts->rows) {
@@ -106,18 +106,18 @@ public:
 
     void start() {
         lists_.reset();
-        programm_.reset();
-        recorders_ = std::make_unique<Aufzeichnungen>();
-        programm_ = std::make_unique<Programm>(port, platform_, ProgrammOptionen{dir_.path(), std::filesystem::path(BRENVIK_PROGRAMM_DIR)}, observer_, *recorders_);
-        programm_->loadSettings();
-        programm_->detectSystem();
+        program_.reset();
+        recorders_ = std::make_unique<Recorders>();
+        program_ = std::make_unique<Program>(port, platform_, ProgramOptions{dir_.path(), std::filesystem::path(BRENVIK_PROGRAMM_DIR)}, observer_, *recorders_);
+        program_->loadSettings();
+        program_->detectSystem();
         if (mounted_) mount();
         ctx().intBS = 6;
         ctx().einstellungen.BSSystemAktiv = false;
         ctx().einstellungen.SoundOn = false;
         ctx().einstellungen.LöschenAktiv = true;
         ctx().einstellungen.strHistoryPfad = ctx().einstellungen.strFavoritenPfad = dir_.path().string() + "/";
-        ASSERT_TRUE(programm_->loadDatabase());
+        ASSERT_TRUE(program_->loadDatabase());
         engine().FrameStartEinstellungen();
         engine().tree().TreeEinlesen();
         lists_ = std::make_unique<Listen>(engine());
@@ -160,10 +160,10 @@ public:
         port.overwritten.clear(), port.foreign.clear();
         const auto heads = lists_->journal().heads();
         for (auto head = heads.rbegin(); head != heads.rend(); ++head) {
-            if (isUndo(*head) || head->nurZeile) continue;
+            if (isUndo(*head) || head->lineOnly) continue;
             const auto now = lists_->journal().head(head->nummer);
-            if (now->aufgehobenDurch != 0) continue;
-            EXPECT_TRUE(exactly().zuruecksetzen(head->nummer)) << head->nummer << ": " << port.last;
+            if (now->undoneBy != 0) continue;
+            EXPECT_TRUE(exactly().undo(head->nummer)) << head->nummer << ": " << port.last;
         }
         const State after = state();
         const auto differs = [](const State& left, const State& right, const std::string& place) {
@@ -199,7 +199,7 @@ private:
         if (!std::filesystem::exists(folder)) {
             std::filesystem::create_directories(folder / "WINDOWS/system32/config");
             std::filesystem::create_directories(classes);
-            RegStore& own = programm_->localStore();
+            RegStore& own = program_->localStore();
             for (const char* hive : {"System", "Software"}) ASSERT_TRUE(RegfHiveFiles().save(own, Root::LocalMachine, hive, folder / "WINDOWS/system32/config" / hive));
             ASSERT_TRUE(RegfHiveFiles().save(own, Root::CurrentUser, "", user / "NTUSER.DAT"));
             own.createKey(Root::CurrentUser, "Software\\Classes");
@@ -210,12 +210,12 @@ private:
         ASSERT_EQ(ctx().objBVKReg.ConnectRemote(folder.string(), 0x80000002), 0);
         ctx().strRechnername = folder.string();
         ctx().blnLokal = false;
-        programm_->takeProfile();
+        program_->takeProfile();
     }
     RegStore& store() { return ctx().target().store(); }
-    Context& ctx() { return programm_->context(); }
-    TippMaschine& engine() { return programm_->maschine(); }
-    Ruecknahme exactly() { return Ruecknahme(ctx(), lists_->journal(), lists_->history()); }
+    Context& ctx() { return program_->context(); }
+    TipEngine& engine() { return program_->engine(); }
+    UndoAnswer exactly() { return UndoAnswer(ctx(), lists_->journal(), lists_->history()); }
     std::size_t any(std::size_t count) { return random_() % count; }
 
     void put(const std::string& path, const std::optional<RawValue>& value) {
@@ -247,17 +247,17 @@ private:
         const auto& list = ctx().udtTippListe;
         const auto& tip = list[any(list.size())];
         said_ = std::to_string(tip.Index) + " " + tip.Überschrift;
-        return engine().tree().showTippByNumber(tip.Index) && !ctx().frmBVK_Prog.panels.empty();
+        return engine().tree().showTipByNumber(tip.Index) && !ctx().frmBVK_Prog.panels.empty();
     }
     std::vector<std::string> choices(std::int16_t i) {
         for (const Panel& panel : ctx().frmBVK_Prog.panels) {
-            if (std::find(panel.eintraege.begin(), panel.eintraege.end(), i) == panel.eintraege.end()) continue;
-            const TippEintrag& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+            if (std::find(panel.entries.begin(), panel.entries.end(), i) == panel.entries.end()) continue;
+            const TipEntry& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
             switch (panel.Ausgabeart) {
                 case art::Liste: return e.Wertname.empty() ? std::vector<std::string>{} : std::vector<std::string>{"on", "off"};
                 case art::CheckBox: return {"on", "off"};
                 case art::ZahlenWerte: return {std::to_string(panel.Min), std::to_string(panel.Max)};
-                case art::AuswahlBox: case art::OptionsAuswahl: return panel.auswahl;
+                case art::AuswahlBox: case art::OptionsAuswahl: return panel.selection;
                 case art::TextWerte: return e.Datentyp == 4 ? std::vector<std::string>{"1A", "FF", "<delkey>"} : e.Datentyp == 3 ? std::vector<std::string>{"01 02", "0A"} : std::vector<std::string>{"Prüfung", "a#b", "<delkey>"};
                 case art::Drive: return {"C:\\Prüfung", "C:\\Andere"};
                 case art::Farbe: return {"1 20 255", "0 0 0"};
@@ -270,7 +270,7 @@ private:
     bool fill() {
         if (!showAny()) return false;
         bool some = false;
-        for (std::int16_t i = 1; i <= static_cast<std::int16_t>(ctx().aktuellerTipp.letzterEintrag()); ++i) {
+        for (std::int16_t i = 1; i <= static_cast<std::int16_t>(ctx().aktuellerTipp.lastEntry()); ++i) {
             const auto texts = choices(i);
             if (texts.empty() || any(3) == 0) continue;
             some = engine().setEntryFromText(i, texts[any(texts.size())]).empty() || some;
@@ -288,65 +288,65 @@ private:
     bool showKeys() {
         std::vector<std::int32_t> numbers;
         for (const auto& tip : ctx().udtTippListe)
-            if (const auto found = engine().lookUpTipp(tip.Index); found && found->letzterEintrag() >= 1 && found->Eintrag[1].Ausgabeart == art::Kontext) numbers.push_back(tip.Index);
+            if (const auto found = engine().lookUpTip(tip.Index); found && found->lastEntry() >= 1 && found->Eintrag[1].Ausgabeart == art::Kontext) numbers.push_back(tip.Index);
         if (numbers.empty()) return false;
         const std::int32_t number = numbers[any(numbers.size())];
         said_ = std::to_string(number);
-        return engine().tree().showTippByNumber(number) && !ctx().frmBVK_Prog.panels.empty();
+        return engine().tree().showTipByNumber(number) && !ctx().frmBVK_Prog.panels.empty();
     }
     void deleteTip() {
         if (any(2) == 0) {
             if (showAny() && ctx().frmBVK_Prog.KeyDel && !ctx().aktuellerTipp.INITipp && !engine().rowsAreKeys(ctx().frmBVK_Prog.panels.front())) engine().RegWerteLoeschen();
             return;
         }
-        if (!showKeys() || ctx().frmBVK_Prog.panels.front().zeilen.empty()) return;
-        engine().input().userTick(0, static_cast<int>(any(ctx().frmBVK_Prog.panels.front().zeilen.size())), true);
+        if (!showKeys() || ctx().frmBVK_Prog.panels.front().lines.empty()) return;
+        engine().input().userTick(0, static_cast<int>(any(ctx().frmBVK_Prog.panels.front().lines.size())), true);
         engine().RegWerteLoeschen();
     }
     void contextEntry() {
         if (!showKeys()) return;
-        const auto& rows = ctx().frmBVK_Prog.panels.front().zeilen;
+        const auto& rows = ctx().frmBVK_Prog.panels.front().lines;
         const bool fresh = rows.empty() || any(2) == 0;
         engine().input().userSelectRow(0, fresh ? -1 : static_cast<int>(any(rows.size())));
-        BearbeitenAnfrage entry = engine().bearbeitenAnfrage(fresh);
+        BearbeitenRequest entry = engine().bearbeitenRequest(fresh);
         if (fresh) entry.txtKeyName = "neu" + std::to_string(any(3));
         entry.txtBeschreibung = any(2) == 0 ? "" : "Text" + std::to_string(any(5));
         entry.txtBefehl = "befehl" + std::to_string(any(5)) + ".exe";
-        entry.speichern(entry);
-        engine().reloadTipp();
+        entry.save(entry);
+        engine().reloadTip();
     }
     void applySome() {
-        std::vector<Aenderung> changes;
+        std::vector<Change> changes;
         std::set<std::string> places;
         for (int k = 0; k < 3; ++k) {
             if (!fill() || ctx().aktuellerTipp.INITipp) continue;
             std::string refusal;
-            Aenderung change = engine().plannedSave(refusal);
-            change.amBildschirm = false;
-            std::erase_if(change.werte, [&](const WertAenderung& value) { return value.alt == value.neu || !places.insert(lowerCase(value.path)).second; });
-            if (refusal.empty() && !change.werte.empty()) changes.push_back(std::move(change));
+            Change change = engine().plannedSave(refusal);
+            change.onScreen = false;
+            std::erase_if(change.values, [&](const ValueChange& value) { return value.alt == value.neu || !places.insert(lowerCase(value.path)).second; });
+            if (refusal.empty() && !change.values.empty()) changes.push_back(std::move(change));
         }
         ctx().blnGeaendert = false;
         engine().writeTogether(changes);
     }
     void undo(bool told) {
         told = told && !mounted_;   // that writes to the local machine
-        std::vector<JournalKopf> standing;
-        for (const JournalKopf& head : lists_->journal().heads())
-            if (!isUndo(head) && head.aufgehobenDurch == 0 && !head.nurZeile && (!told || head.zeile)) standing.push_back(head);
+        std::vector<JournalHeader> standing;
+        for (const JournalHeader& head : lists_->journal().heads())
+            if (!isUndo(head) && head.undoneBy == 0 && !head.lineOnly && (!told || head.zeile)) standing.push_back(head);
         if (standing.empty()) return;
-        const JournalKopf change = standing[any(standing.size())];
+        const JournalHeader change = standing[any(standing.size())];
         said_ = "change " + std::to_string(change.nummer);
         port.restore = any(2) == 0;
-        Ruecknahme exact = exactly();
-        Tippwerte numbers(ctx());
-        const bool done = told ? Zuruecksetzen(ctx(), lists_->journal(), exact, numbers).ausfuehren(*change.zeile, change.nummer) : exact.zuruecksetzen(change.nummer);
+        UndoAnswer exact = exactly();
+        TipValues numbers(ctx());
+        const bool done = told ? Undo(ctx(), lists_->journal(), exact, numbers).execute(*change.zeile, change.nummer) : exact.undo(change.nummer);
         EXPECT_TRUE(done || port.last.find("Es wurde nichts geändert, und die Änderung steht weiter") != std::string::npos) << port.last;
         if (done && change.zeile) lists_->history().deleteLine(*change.zeile), lists_->history().HistorySave();
     }
     void redo() {
         port.restore = any(2) == 0;
-        if (const std::int64_t nummer = lists_->journal().lastTakenBack(); nummer != 0 && !lists_->journal().head(nummer)->nurZeile) exactly().wiederherstellen(nummer);
+        if (const std::int64_t nummer = lists_->journal().lastTakenBack(); nummer != 0 && !lists_->journal().head(nummer)->lineOnly) exactly().restore(nummer);
     }
     void restart() {
         if (any(2) == 0) {   // under another name
@@ -371,7 +371,7 @@ private:
             if (!std::filesystem::exists(file)) return;
             std::string bytes = bytesOf(file);
             for (const auto& [id, line] : setState(ctx(), lists_->journal()).lines)
-                if (equalText(line.datei, name) && line.wert && any(2) == 0) bytes = Replace(bytes, "\n" + line.schluessel + "=" + *line.wert, "\n" + line.schluessel + "=fremd");
+                if (equalText(line.datei, name) && line.wert && any(2) == 0) bytes = Replace(bytes, "\n" + line.key + "=" + *line.wert, "\n" + line.key + "=fremd");
             writeFileAtomic(file, bytes + "\r\n[fremd]\r\nn" + std::to_string(any(100)) + "=1\r\n");
             others(name);
             return compareDrift();
@@ -459,8 +459,8 @@ private:
     TempDir dir_;
     TestPlatform platform_;
     WindowObserver observer_;
-    std::unique_ptr<Aufzeichnungen> recorders_;
-    std::unique_ptr<Programm> programm_;
+    std::unique_ptr<Recorders> recorders_;
+    std::unique_ptr<Program> program_;
     std::unique_ptr<Listen> lists_;
     State first_, expected_, expectedLines_; // expected_: as the program left it last; lines by "file\nsection\nkey\nn"
     std::set<std::string> ours_, foreign_;   // who wrote a place last; what others ever wrote

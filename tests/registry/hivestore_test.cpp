@@ -195,8 +195,8 @@ TEST(HiveInPlace, TellsWhatTheTreeTells) {
 TEST_F(HiveFilesTest, AWalkOutlivesQuestionsToItsStore) {
     hivetest::save(local.folder / "a.hiv", writeHive(sampleHive(3)));
     const auto store = openHiveFile(local.folder / "a.hiv");
-    struct Fragend final : TreeSink {
-        explicit Fragend(RegStore& asked) : store(asked) {}
+    struct Asking final : TreeSink {
+        explicit Asking(RegStore& asked) : store(asked) {}
         void enter(std::string_view, const KeyDetails&) override { ++keys; }
         void value(std::string_view name, const RawValue&) override { found += name == "leer" && store.hasValue(Root::LocalMachine, "Texte", ValueName::named("leer")); }
         void leave() override {}

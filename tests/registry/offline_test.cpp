@@ -239,8 +239,8 @@ TEST_F(OfflineTest, AWalkTellsWhatTheKeysName) {
     changed.createKey(Root::Users, std::string(Anna) + "\\Software\\Classes\\.neu");
     changed.createKey(Root::LocalMachine, "System\\CurrentControlSet\\Neu");
     Lines told;
-    const auto tell = [&](const Unterschied& difference) { told.push_back(difference.key); };
-    for (const Root root : {Root::Users, Root::CurrentUser, Root::LocalMachine}) vergleichen({&windows, root, ""}, {&changed, root, ""}, tell);
+    const auto tell = [&](const Difference& difference) { told.push_back(difference.key); };
+    for (const Root root : {Root::Users, Root::CurrentUser, Root::LocalMachine}) compare({&windows, root, ""}, {&changed, root, ""}, tell);
     EXPECT_EQ(joined(told), ".DEFAULT\\Neu|" + std::string(Anna) + "_Classes\\.neu|Software\\Classes\\.neu|System\\ControlSet002\\Neu");
     EXPECT_EQ(joined(windows.linksOut(Root::Users, Bert)) + joined(windows.linksOut(Root::Users, "")) + joined(windows.linksOut(Root::LocalMachine, "")), "");
     const auto single = openHiveFile(disk / "WINDOWS/system32/CONFIG/SYSTEM");
@@ -266,7 +266,7 @@ TEST_F(OfflineTest, ADamagedHiveIsPassedOver) {
     OfflineWindows windows(disk);
     std::string hits, trouble;
     const auto pattern = makeTextMuster("wer");
-    Suchziel target{[&](const Treffer& hit) { hits += std::string(hit.key) + ";"; }, {}, {}, {}};
+    SearchTarget target{[&](const Hits& hit) { hits += std::string(hit.key) + ";"; }, {}, {}, {}};
     EXPECT_EQ(errorOf([&] { suchen(windows, Root::Users, "", *pattern, {}, target); }), 0x80040208u);
     hits.clear();
     target.unreadable = [&](std::string_view key, const RegError&) { trouble += std::string(key) + ";"; };
@@ -284,7 +284,7 @@ TEST_F(OfflineTest, ADamagedHiveIsPassedOver) {
 
 TEST_F(OfflineTest, ChangesArriveInTheirFilesOnly) {
     auto expected = files();
-    const std::string annas = "Dokumente und Einstellungen/Anna/ntuser.dat", software = "WINDOWS/system32/CONFIG/software";
+    const std::string annasFile = "Dokumente und Einstellungen/Anna/ntuser.dat", software = "WINDOWS/system32/CONFIG/software";
     OfflineWindows windows(disk);
     EXPECT_TRUE(windows.chooseUser("anna"));
     windows.transaction([&] {
@@ -295,7 +295,7 @@ TEST_F(OfflineTest, ChangesArriveInTheirFilesOnly) {
     });
     const std::string classes = "Dokumente und Einstellungen/Anna/Lokale Einstellungen/Anwendungsdaten/Microsoft/Windows/USRCLASS.DAT";
     auto now = files();
-    for (const std::string& changed : {annas, software, classes}) {
+    for (const std::string& changed : {annasFile, software, classes}) {
         EXPECT_EQ(hivetest::lines(checkHive(now.at(changed))), Lines()) << changed;
         EXPECT_EQ(now.at(changed + ".bvk"), expected.at(changed)) << changed;
         for (auto* map : {&now, &expected}) map->erase(changed), map->erase(changed + ".bvk");

@@ -95,5 +95,5 @@ TEST(RegTextWriter, ComesBack) {
     const RegText read = parseRegText(writer.bytes());
     ASSERT_TRUE(read.ok()) << read.problems.front().line << read.problems.front().message;
     applyOperations(to.store, read.operations);
-    vergleichen({&from.store, Root::CurrentUser, "A"}, {&to.store, Root::CurrentUser, "A"}, [](const Unterschied& u) { ADD_FAILURE() << u.key << " " << u.name.text(); });
+    compare({&from.store, Root::CurrentUser, "A"}, {&to.store, Root::CurrentUser, "A"}, [](const Difference& u) { ADD_FAILURE() << u.key << " " << u.name.text(); });
 }

@@ -25,7 +25,7 @@ TEST(ValueOperations, Read) {
     w.store.setValue(Root::CurrentUser, "S", ValueName::named("leer"), sz(""));
     EXPECT_EQ(ReadRegistryKey(w.ctx, "HKCU\\S\\v", "vorgabe"), "Wert");
     EXPECT_EQ(w.lines(), (Lines{"Prozedur: ReadRegistryKey -Start-", "--- P: HKCU\\S\\v", "--- P: vorgabe", "--- P: BRENVIK-PC", "--- R: Wert", "Prozedur: ReadRegistryKey -Ende-"}));
-    EXPECT_EQ(ReadRegistryKey(w.ctx, "HKCU\\S\\x", KeyNichtVorhanden, ""), "<Key nicht vorhanden>");
+    EXPECT_EQ(ReadRegistryKey(w.ctx, "HKCU\\S\\x", KeyNotThere, ""), "<Key nicht vorhanden>");
     EXPECT_EQ(w.lines(), (Lines{"Prozedur: ReadRegistryKey -Start-", "--- P: HKCU\\S\\x", "--- P: <Key nicht vorhanden>", "--- P: ", "--- R: <Key nicht vorhanden>", "Prozedur: ReadRegistryKey -Ende-"}));
     EXPECT_EQ(ReadRegistryKey(w.ctx, "HKCU\\S\\leer", "vorgabe"), "");
     EXPECT_EQ(ReadRegistryKey(w.ctx, "HKCU\\S\\", "vorgabe"), "");   // the key is there, its unnamed value is not

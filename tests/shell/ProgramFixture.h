@@ -18,7 +18,7 @@
 namespace brenvik::test {
 
 // Shows the windows of the program, but answers boxes by itself and starts nothing.
-class AntwortPort : public QtPort {
+class AnswerPort : public QtPort {
 public:
     std::deque<std::pair<std::string, Answer>> answers;      // part of the text, answer; in their order
     std::vector<std::string> boxes, sounds, programs, addresses;
@@ -26,7 +26,7 @@ public:
     std::optional<std::string> folder;
     bool programsStart = true;
 
-    AntwortPort& expect(std::string part, Answer answer = Answer::OK) { return answers.emplace_back(std::move(part), answer), *this; }
+    AnswerPort& expect(std::string part, Answer answer = Answer::OK) { return answers.emplace_back(std::move(part), answer), *this; }
     Answer messageBox(const MessageBox& request) override {
         boxes.push_back(request.text);
         if (answers.empty()) return ADD_FAILURE() << "unexpected box: " << request.text, Answer::No;
@@ -47,10 +47,10 @@ public:
     bool openAddress(const std::string& url) override { return addresses.push_back(url), programsStart; }
 };
 
-class Programmprobe : public testing::Test {
+class ProgramFixture : public testing::Test {
 protected:
-    Programmprobe() { platform.home = home.path(); platform.programDirectory = BRENVIK_PROGRAMM_DIR; }
-    ~Programmprobe() override {
+    ProgramFixture() { platform.home = home.path(); platform.programDirectory = BRENVIK_PROGRAMM_DIR; }
+    ~ProgramFixture() override {
         end();
         EXPECT_TRUE(port.answers.empty()) << "never asked: " << port.answers.front().first;
     }
@@ -61,16 +61,16 @@ protected:
     }
 
     bool start(const std::string& line = {}) {
-        FensterOptionen options;
-        options.programm.home = home.path();
-        options.kommandozeile = line;
-        program = std::make_unique<Fensterprogramm>(*qApp, options, port, platform);
-        SaveRegistryKey(ctx(), std::string(EinstellungenPfad) + "ShowInfo", "False", 1);
+        WindowOptions options;
+        options.program.home = home.path();
+        options.commandLineText = line;
+        program = std::make_unique<WindowProgram>(*qApp, options, port, platform);
+        SaveRegistryKey(ctx(), std::string(SettingsPath) + "ShowInfo", "False", 1);
         return program->start();
     }
-    Context& ctx() { return program->programm().context(); }
-    frmBVK_Prog& window() { return program->fenster(); }
-    TippMaschine& engine() { return program->programm().maschine(); }
+    Context& ctx() { return program->program().context(); }
+    frmBVK_Prog& window() { return program->windows(); }
+    TipEngine& engine() { return program->program().engine(); }
 
     template <class T> T& control(const std::string& name) {
         T* found = window().findChild<T*>(qt(name));
@@ -81,7 +81,7 @@ protected:
         EXPECT_TRUE(control<QPushButton>(name).isEnabled()) << name;
         QTest::mouseClick(&control<QPushButton>(name), Qt::LeftButton);
     }
-    void menu(const char* name) { window().menues().action(QLatin1String(name))->trigger(); }
+    void menu(const char* name) { window().menus().action(QLatin1String(name))->trigger(); }
     // The window that comes with a request, driven and gone afterwards.
     template <class Window, class Request> void inWindow(const char* name, std::function<void(Window&)> act) {
         port.registerWindow(QLatin1String(name), [act = std::move(act)](QtPort&, QWidget* parent, WindowRequest& request) {
@@ -97,29 +97,29 @@ protected:
     }
     // The newest change, through the windows of the history.
     void takeBack() {
-        inWindow<frmBVK_HistoryListe, HistoryListeAnfrage>("frmBVK_HistoryListe", [](frmBVK_HistoryListe& list) {
+        inWindow<frmBVK_HistoryListe, HistoryListeRequest>("frmBVK_HistoryListe", [](frmBVK_HistoryListe& list) {
             pressIn(list, "cmdHisAnzeigen");
             pressIn(list, "cmdHisZurück");
         });
-        inWindow<frmBVK_HistoryDaten, HistoryDatenAnfrage>("frmBVK_HistoryDaten", [](frmBVK_HistoryDaten& values) { pressIn(values, "cmdDatenGenau"); });
+        inWindow<frmBVK_HistoryDaten, HistoryDatenRequest>("frmBVK_HistoryDaten", [](frmBVK_HistoryDaten& values) { pressIn(values, "cmdDatenGenau"); });
         port.expect("Alle Werte stehen wieder genau so da");
         window().coolBar().button("tbrHistory")->trigger();
         EXPECT_TRUE(port.answers.empty());
     }
     void clickNode(const std::string& text) {
-        auto& tree = control<TippTree>("tvBVKDB");
+        auto& tree = control<TipTreeView>("tvBVKDB");
         const auto root = tree.model()->index(0, 0);
         const auto hits = root.data().toString() == qt(text) ? QModelIndexList{root} : tree.model()->match(root, Qt::DisplayRole, qt(text), 1, Qt::MatchExactly | Qt::MatchRecursive);
         ASSERT_EQ(hits.size(), 1) << text;
         tree.scrollTo(hits[0]);
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualRect(hits[0]).intersected(tree.viewport()->rect()).center());
-        EXPECT_EQ(ctx().frmBVK_Prog.tvBVKDB.at(static_cast<std::size_t>(ctx().frmBVK_Prog.ausgewaehlterKnoten)).text, text);
+        EXPECT_EQ(ctx().frmBVK_Prog.tvBVKDB.at(static_cast<std::size_t>(ctx().frmBVK_Prog.selectedNode)).text, text);
     }
 
     TempDir home;
     test::TestPlatform platform;
-    AntwortPort port;
-    std::unique_ptr<Fensterprogramm> program;
+    AnswerPort port;
+    std::unique_ptr<WindowProgram> program;
 };
 
 }  // namespace brenvik::test

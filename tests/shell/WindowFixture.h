@@ -22,7 +22,7 @@ public:
 
     std::vector<std::string> take() { return std::exchange(events, {}); }
 
-    void klick() override { note("klick"); }
+    void click() override { note("klick"); }
     bool beforeClose() override { note("beforeClose"); return mayClose; }
     bool beforeLeaving() override { note("beforeLeaving"); return mayClose; }
     void selectTab(int tab) override { note("tab", tab); }
@@ -55,7 +55,7 @@ private:
     }
 };
 
-inline std::vector<int> sortedOrder(const Hauptfenster& record, int node) {
+inline std::vector<int> sortedOrder(const MainWindow& record, int node) {
     const TreeNode& own = record.tvBVKDB.at(static_cast<std::size_t>(node));
     std::vector<int> order = own.kinder;
     if (own.Sorted)
@@ -65,7 +65,7 @@ inline std::vector<int> sortedOrder(const Hauptfenster& record, int node) {
     return order;
 }
 
-inline int addNode(Hauptfenster& record, int parent, const std::string& text, TreeNode::Art art, int symbol = 2) {
+inline int addNode(MainWindow& record, int parent, const std::string& text, TreeNode::Art art, int symbol = 2) {
     const int node = static_cast<int>(record.tvBVKDB.size());
     record.tvBVKDB.push_back({text, art, static_cast<std::int16_t>(symbol), parent, false, {}});
     if (parent >= 0) record.tvBVKDB[static_cast<std::size_t>(parent)].kinder.push_back(node);
@@ -76,21 +76,21 @@ inline int addNode(Hauptfenster& record, int parent, const std::string& text, Tr
 inline Panel panelOfKind(std::int16_t kind) {
     Panel p;
     p.Ausgabeart = kind;
-    p.eintraege = {1};
+    p.entries = {1};
     p.label = "Beschriftung";
-    p.status = {"[Registry Wert vorhanden]", StatusFarbe::Gefunden};
+    p.status = {"[Registry Wert vorhanden]", StatusColour::Gefunden};
     switch (kind) {
         case art::CheckBox: p.chkBeschriftung = "Aktivieren"; break;
         case art::TextWerte: p.text = "alt"; break;
-        case art::ZahlenWerte: p.Min = 10; p.Max = 200; p.Value = 50; p.TickFrequency = 20; p.zahlText = "50"; break;
-        case art::AuswahlBox: p.auswahl = {"eins", "zwei", "drei"}; p.gewaehlt = 0; break;
-        case art::OptionsAuswahl: p.auswahl = {"nie", "immer", "manchmal"}; p.gewaehlt = -1; break;
-        case art::Drive: p.auswahl = {"Eigene Dateien", "Desktop"}; p.gewaehlt = 0; p.text = "C:\\alt"; p.cmdDriveSichtbar = true; break;
-        case art::Farbe: p.auswahl = {"Fenster", "Menü"}; p.gewaehlt = 0; p.farbe = Rgb{10, 20, 30}; break;
-        case art::Liste: p.zeilen = {{"Access", "", false}, {"Maus", "", true}}; break;
-        case art::Kontext: p.zeilen = {{"open", "Öffnen", false}, {"edit", "Bearbeiten", false}}; break;
+        case art::ZahlenWerte: p.Min = 10; p.Max = 200; p.Value = 50; p.TickFrequency = 20; p.numberText = "50"; break;
+        case art::AuswahlBox: p.selection = {"eins", "zwei", "drei"}; p.chosen = 0; break;
+        case art::OptionsAuswahl: p.selection = {"nie", "immer", "manchmal"}; p.chosen = -1; break;
+        case art::Drive: p.selection = {"Eigene Dateien", "Desktop"}; p.chosen = 0; p.text = "C:\\alt"; p.cmdDriveSichtbar = true; break;
+        case art::Farbe: p.selection = {"Fenster", "Menü"}; p.chosen = 0; p.colour = Rgb{10, 20, 30}; break;
+        case art::Liste: p.lines = {{"Access", "", false}, {"Maus", "", true}}; break;
+        case art::Kontext: p.lines = {{"open", "Öffnen", false}, {"edit", "Bearbeiten", false}}; break;
         case art::BootINI:
-            p.auswahl = {"Windows XP", "Windows 98"}; p.gewaehlt = 0; p.txtBINI = "Windows XP";
+            p.selection = {"Windows XP", "Windows 98"}; p.chosen = 0; p.txtBINI = "Windows XP";
             p.schalter = {{"/sos", true, false, ""}, {"/maxmem=", false, true, "128"}};
             break;
         case art::BitMaske: p.schalter = {{"Laufwerk A", false, false, ""}, {"Laufwerk B", true, false, ""}}; break;
@@ -99,10 +99,10 @@ inline Panel panelOfKind(std::int16_t kind) {
     return p;
 }
 
-class Fensterprobe : public testing::Test {
+class WindowFixture : public testing::Test {
 protected:
-    Fensterprobe() : window(record, settings, sortedOrder) {
-        addNode(record, -1, "Brenvik", TreeNode::Art::Wurzel);
+    WindowFixture() : window(record, settings, sortedOrder) {
+        addNode(record, -1, "Brenvik", TreeNode::Art::Root);
         window.attach(log);
         window.resize(900, 700);
         window.show();
@@ -123,7 +123,7 @@ protected:
         log.take();
     }
 
-    Hauptfenster record;
+    MainWindow record;
     Settings settings;
     EventLog log;
     frmBVK_Prog window;

@@ -8,17 +8,17 @@
 
 namespace brenvik::test {
 
-TEST(ExportFenster, SammelnAnsehenLoeschen) {
-    Probe probe({{.Index = 1, .Überschrift = "Eins", .Datentyp = 1, .Wertname = "Eins", .WertEin = "1", .WertAus = "0"},
+TEST(ExportWindow, TipsAreCollectedLookedAtAndDeleted) {
+    EngineFixture probe({{.Index = 1, .Überschrift = "Eins", .Datentyp = 1, .Wertname = "Eins", .WertEin = "1", .WertAus = "0"},
                  {.Index = 2, .Überschrift = "Zwei", .Datentyp = 1, .Wertname = "Zwei", .WertEin = "1", .WertAus = "0"}});
     for (const char* name : {"Eins", "Zwei"}) probe.put(std::string("HKCU\\Software\\Probe\\") + name, 1, "0");
     frmBVK_Prog window(probe.ctx->frmBVK_Prog, probe.ctx->einstellungen, displayOrder);
     EventLog log;
     window.attach(log);
-    Exportlisten lists;
-    Export exporte(*probe.engine, lists);
-    verbindeExport(window, exporte);
-    const auto action = [&](const char* name) { return window.menues().action(QLatin1String(name)); };
+    ExportLists lists;
+    Export exports(*probe.engine, lists);
+    connectExport(window, exports);
+    const auto action = [&](const char* name) { return window.menus().action(QLatin1String(name)); };
 
     EXPECT_FALSE(action("mnuRegFileSave")->isEnabled() || action("mnuAddRegListe")->isEnabled() || action("mnuSrvRegListe")->isEnabled());
     EXPECT_TRUE(action("mnuListeLaden")->isEnabled());   // a list can be loaded before any Tip was added
@@ -34,7 +34,7 @@ TEST(ExportFenster, SammelnAnsehenLoeschen) {
     EXPECT_TRUE(action("mnuSrvRegListe")->isEnabled());
     EXPECT_FALSE(action("mnuSrvADMListe")->isEnabled());
     probe.port.onWindow("frmBVK_TippFileSave", [&](WindowRequest& request) {
-        frmBVK_TippFileSave dialog(dynamic_cast<TippFileSaveAnfrage&>(request), &window);
+        frmBVK_TippFileSave dialog(dynamic_cast<TippFileSaveRequest&>(request), &window);
         dialog.show();
         const auto button = [&](const char* name) { return dialog.findChild<QPushButton*>(QLatin1String(name)); };
         const auto* list = dialog.findChild<QListWidget*>(QStringLiteral("lvRegList"));

@@ -65,7 +65,7 @@ class Extremes : public testing::TestWithParam<int> {};
 
 TEST_P(Extremes, OfEveryKindComeOnScreen) {
     const auto type = static_cast<std::uint32_t>(GetParam());
-    Probe p(tipsOfType(GetParam()), {{}}, 1, true);
+    EngineFixture p(tipsOfType(GetParam()), {{}}, 1, true);
     p.store->createKey(Root::CurrentUser, "Software\\Menü\\Eintrag");
     p.port.onWindow("frmBVK_Datentyp", [](WindowRequest&) {});
     Settings settings;
@@ -82,7 +82,7 @@ TEST_P(Extremes, OfEveryKindComeOnScreen) {
         for (const Zeile& tip : tipsOfType(GetParam())) {
             QElapsedTimer clock;
             clock.start();
-            p.engine->tree().showTippByHeading(tip.Überschrift);
+            p.engine->tree().showTipByHeading(tip.Überschrift);
             window.panelsChanged();
             window.windowChanged();
             QCoreApplication::processEvents();
@@ -90,7 +90,7 @@ TEST_P(Extremes, OfEveryKindComeOnScreen) {
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);   // the panels of the Tip before
             slowest = std::max(slowest, clock.elapsed());
             ASSERT_LT(clock.elapsed(), BoundMs) << "kind " << tip.Überschrift << ", content " << k;
-            EXPECT_FALSE(p.fenster().panels.empty()) << tip.Überschrift;
+            EXPECT_FALSE(p.windows().panels.empty()) << tip.Überschrift;
             EXPECT_EQ(log.take(), Lines{}) << "kind " << tip.Überschrift << ", content " << k;
         }
         EXPECT_EQ(p.store->value(Root::CurrentUser, Key, ValueName::named("Wert")), value) << k;
@@ -101,14 +101,14 @@ TEST_P(Extremes, OfEveryKindComeOnScreen) {
 INSTANTIATE_TEST_SUITE_P(All, Extremes, testing::Range(0, 12));
 
 // The ticks of the slider are drawn one by one, up to the end of its range.
-TEST_F(Fensterprobe, ASliderAtTheEndsOfItsNumbersIsDrawn) {
+TEST_F(WindowFixture, ASliderAtTheEndsOfItsNumbersIsDrawn) {
     for (const std::int32_t end : {INT32_MAX, INT32_MAX - 1, INT32_MAX - 2, INT32_MAX - 100'000'000, 100}) {
         Panel number = panelOfKind(art::ZahlenWerte);
         number.Max = end;
         number.Min = end == INT32_MAX ? INT32_MIN : 0;
         number.Value = end;
         number.TickFrequency = end / 10;
-        number.zahlText = std::to_string(end);
+        number.numberText = std::to_string(end);
         showPanels({number});
         window.grab();
         EXPECT_EQ(control<QSlider>("sliZahlenWerte(0)").value(), end);
@@ -118,7 +118,7 @@ TEST_F(Fensterprobe, ASliderAtTheEndsOfItsNumbersIsDrawn) {
     EXPECT_EQ(control<QSlider>("sliZahlenWerte(0)").tickPosition(), QSlider::TicksBelow);
 }
 
-TEST_F(Fensterprobe, ATextThatItsFieldWouldChangeIsReadOnly) {
+TEST_F(WindowFixture, ATextThatItsFieldWouldChangeIsReadOnly) {
     const struct {
         const char* text;
         bool lines, locked;
@@ -127,7 +127,7 @@ TEST_F(Fensterprobe, ATextThatItsFieldWouldChangeIsReadOnly) {
     for (const auto& one : cases) {
         SCOPED_TRACE(one.text);
         Panel panel = panelOfKind(art::TextWerte);
-        panel.mehrzeilig = one.lines;
+        panel.multiLine = one.lines;
         panel.text = one.text;
         showPanels({panel});
         EXPECT_EQ(one.lines ? control<QPlainTextEdit>("txtTextWerte(0)").isReadOnly() : control<QLineEdit>("txtTextWerte(0)").isReadOnly(), one.locked);
@@ -138,9 +138,9 @@ TEST_F(Fensterprobe, ATextThatItsFieldWouldChangeIsReadOnly) {
         EXPECT_EQ(log.take(), Lines{"text 0 x" + std::string(one.text)});
     }
     Panel said = panelOfKind(art::Drive);
-    said.hinweis = "Dieser Wert darf nur gelesen werden.";
+    said.hint = "Dieser Wert darf nur gelesen werden.";
     showPanels({said});
-    EXPECT_EQ(control<QLabel>("lblHinweis(0)").text(), qt(said.hinweis));
+    EXPECT_EQ(control<QLabel>("lblHinweis(0)").text(), qt(said.hint));
 }
 
 }  // namespace

@@ -121,11 +121,11 @@ void checkTexts(QWidget& window, const std::string& where) {
             if (tabs->tabRect(i).width() < tabs->fontMetrics().horizontalAdvance(plain(tabs->tabText(i))) || tabs->tabRect(i).right() > tabs->width()) cut(*tabs, tabs->tabText(i));
 }
 
-TEST_F(Programmprobe, EveryWindowIsWholeAndGoesByKeyboard) {
+TEST_F(ProgramFixture, EveryWindowIsWholeAndGoesByKeyboard) {
     ASSERT_TRUE(start());
     window().setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     Names seen;
-    besucheFenster(program->teile(), [&](QWidget& shown, const std::string& where) {
+    visitWindows(program->parts(), [&](QWidget& shown, const std::string& where) {
         seen.insert(nameOf(shown));
         const bool main = &shown == &window();
         for (const QSize size : {main ? window().minimumSize() : shown.size(), main ? QSize(980, 720) : shown.size()}) {

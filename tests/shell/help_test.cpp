@@ -37,14 +37,14 @@ TEST(HelpPages, EachIsListedTitledAndLeadsOnlyWhereSomethingIs) {
     const QStringList contents = allOf(pageText("inhalt.html"), "href=\"([^\"]*)\"");
     QSet<int> topics;
     QSet<QString> listed;
-    for (const Hilfeseite& page : hilfeseiten()) {
+    for (const HelpPage& page : helpPages()) {
         const QString text = pageText(page.datei);
         EXPECT_TRUE(text.contains(QStringLiteral("charset=utf-8"))) << page.datei;
         EXPECT_EQ(allOf(text, "<title>(.*)</title>"), QStringList{page.titel}) << page.datei;
         EXPECT_EQ(allOf(text, "<h1>(.*)</h1>"), QStringList{page.titel}) << page.datei;
-        EXPECT_FALSE(topics.contains(page.thema)) << page.datei;
-        EXPECT_TRUE(page.thema == hilfethema::Inhalt || contents.contains(page.datei)) << page.datei << " is not in the contents";
-        topics.insert(page.thema);
+        EXPECT_FALSE(topics.contains(page.topic)) << page.datei;
+        EXPECT_TRUE(page.topic == helpTopic::Contents || contents.contains(page.datei)) << page.datei << " is not in the contents";
+        topics.insert(page.topic);
         listed.insert(page.datei);
         for (const QString& link : allOf(text, "href=\"([^\"]*)\"")) {
             const QString target = link.section('#', 0, 0), anchor = link.section('#', 1);
@@ -66,17 +66,17 @@ TEST(HelpTopics, EveryWindowOfTheProgramHasItsPage) {
         const QString header = headers.fileName();
         const QString window = header.section('.', 0, 0);
         if (!without.contains(window)) {
-            EXPECT_NE(themaDesFensters(window), hilfethema::Inhalt) << window.toStdString();
+            EXPECT_NE(topicOfWindow(window), helpTopic::Contents) << window.toStdString();
         }
     }
-    EXPECT_EQ(themaDesTipps(hilfethema::History, art::Farbe), hilfethema::History) << "a Tip with a page of its own";
-    EXPECT_EQ(themaDesTipps(4711, art::Farbe), hilfethema::Panelart + art::Farbe);
+    EXPECT_EQ(topicOfTip(helpTopic::History, art::Farbe), helpTopic::History) << "a Tip with a page of its own";
+    EXPECT_EQ(topicOfTip(4711, art::Farbe), helpTopic::Panelart + art::Farbe);
 }
 
 TEST(HelpTopics, FileNamesOfTheProgramAndItsCompanion) {
     for (const char* own : {"BRENVIK.hlp", "\\BRENVIK.hlp", "brenvik.HLP", "C:\\Programme\\Brenvik\\BRENVIK.hlp", "/opt/brenvik/ostrana.hlp", "ostrana.chm"})
-        EXPECT_TRUE(istEigeneHilfe(own)) << own;
-    for (const char* foreign : {"", "\\", "winhelp.hlp", "BRENVIK.hlp.txt", "xBRENVIK.hlp", "ostrana.hlp/"}) EXPECT_FALSE(istEigeneHilfe(foreign)) << foreign;
+        EXPECT_TRUE(isOwnHelp(own)) << own;
+    for (const char* foreign : {"", "\\", "winhelp.hlp", "BRENVIK.hlp.txt", "xBRENVIK.hlp", "ostrana.hlp/"}) EXPECT_FALSE(isOwnHelp(foreign)) << foreign;
 }
 
 class HelpWindow : public testing::Test {
@@ -100,7 +100,7 @@ protected:
 };
 
 TEST_F(HelpWindow, ShowsTopicsAndMovesThroughThem) {
-    window.showTopic(hilfethema::DebugModus);
+    window.showTopic(helpTopic::DebugMode);
     EXPECT_EQ(window.windowTitle(), "BVK Debug-Modus - Brenvik Hilfe");
     EXPECT_EQ(control<QTreeWidget>("tvInhalt").currentItem()->text(0), "BVK Debug-Modus");
     follow("optionen.html");
@@ -118,7 +118,7 @@ TEST_F(HelpWindow, WhatIsNotThereIsTold) {
     window.showTopic(4711);
     EXPECT_EQ(window.presentPage(), "inhalt.html");
     EXPECT_TRUE(note().contains("4711"));
-    window.showTopic(hilfethema::Export);
+    window.showTopic(helpTopic::Export);
     EXPECT_EQ(note(), "");
     for (const char* outside : {"fehlt.html", "../tipps/01_desktop.toml", "file:///etc/passwd"}) {
         follow(outside);
@@ -133,13 +133,13 @@ TEST_F(HelpWindow, WhatIsNotThereIsTold) {
 
     TempDir empty;
     frmBVK_Hilfe nothing(empty.path(), [](const std::string&) { return true; });
-    nothing.showTopic(hilfethema::ErsteSchritte);
+    nothing.showTopic(helpTopic::FirstSteps);
     EXPECT_TRUE(nothing.findChild<QLabel*>("lblHinweis")->text().contains("erste-schritte.html"));
 }
 
 TEST_F(HelpWindow, SearchLeavesThePagesThatHoldAllWords) {
     const auto all = shownPages();
-    EXPECT_EQ(static_cast<std::size_t>(all.size()), hilfeseiten().size());
+    EXPECT_EQ(static_cast<std::size_t>(all.size()), helpPages().size());
     auto& search = control<QLineEdit>("txtHilfeSuche");
     search.setText("brenvik.log /DEBUG");
     EXPECT_TRUE(shownPages().contains("BVK Debug-Modus"));
@@ -152,7 +152,7 @@ TEST_F(HelpWindow, SearchLeavesThePagesThatHoldAllWords) {
     EXPECT_EQ(note(), "");
 }
 
-class HelpInProgram : public Programmprobe {
+class HelpInProgram : public ProgramFixture {
 protected:
     HelpInProgram() { EXPECT_TRUE(start()); }
     frmBVK_Hilfe* help() {
@@ -174,20 +174,20 @@ TEST_F(HelpInProgram, TheMenuLeadsToItsPages) {
     EXPECT_EQ(page(), "inhalt.html");
     menu("mnuOSTInfo");
     EXPECT_EQ(page(), "tipps.html");
-    ctx().einstellungen.Ostrana_Name = produkt::OstranaChm;
+    ctx().einstellungen.Ostrana_Name = product::OstranaChm;
     menu("mnuOSTInhalt");
     EXPECT_EQ(page(), "inhalt.html");
 }
 
 TEST_F(HelpInProgram, F1AndTheButtonKnowWhatIsOnScreen) {
-    QTest::keyClick(&control<TippTree>("tvBVKDB"), Qt::Key_F1);
+    QTest::keyClick(&control<TipTreeView>("tvBVKDB"), Qt::Key_F1);
     EXPECT_EQ(page(), "tipps.html");
     QSet<QString> seen;
     for (const auto& row : ctx().udtTippListe) {
-        engine().tree().showTippByNumber(row.Index);
+        engine().tree().showTipByNumber(row.Index);
         control<QPushButton>("cmdHilfe").click();
         const std::int16_t kind = ctx().aktuellerTipp.Eintrag[1].Ausgabeart;
-        EXPECT_EQ(page(), hilfeseite(hilfethema::Panelart + kind)->datei) << row.Überschrift;
+        EXPECT_EQ(page(), helpPage(helpTopic::Panelart + kind)->datei) << row.Überschrift;
         seen.insert(page());
         if (seen.size() == 11) break;
     }
@@ -202,7 +202,7 @@ TEST_F(HelpInProgram, AnUnknownHelpFileIsTold) {
 
 // A modal window blocks all others but its own children.
 TEST_F(HelpInProgram, AModalWindowOwnsTheHelpWhileItIsOpen) {
-    DatentypAnfrage request;
+    DatentypRequest request;
     inNext([&](QDialog& dialog) {
         dialog.findChild<QPushButton*>("cmdHelp")->click();
         EXPECT_EQ(page(), "datentypen.html");
@@ -222,7 +222,7 @@ TEST_F(HelpInProgram, AModalWindowOwnsTheHelpWhileItIsOpen) {
         EXPECT_EQ(help()->parentWidget(), &box);
         dynamic_cast<QMessageBox&>(box).buttons().first()->click();
     });
-    port.QtPort::messageBox({"Es ist ein Fehler aufgetreten", box::OK + box::Help, "", std::string(produkt::HilfeDatei), hilfethema::DebugModus});
+    port.QtPort::messageBox({"Es ist ein Fehler aufgetreten", box::OK + box::Help, "", std::string(product::HelpFile), helpTopic::DebugMode});
     EXPECT_EQ(help()->parentWidget(), nullptr);
 }
 

@@ -26,7 +26,7 @@ std::map<std::string, std::string> contentOf(QWidget& window) {
 using Content = std::map<std::string, std::string>;
 
 TEST(KeyInfo, ShowsTheChosenEntryAndPutsItsPathOnTheClipboard) {
-    Probe probe({{.Index = 1, .Überschrift = "Zwei", .Ausgabeart = 1, .Datentyp = 4, .Wertname = "Erster", .AnzahlWerte = 1},
+    EngineFixture probe({{.Index = 1, .Überschrift = "Zwei", .Ausgabeart = 1, .Datentyp = 4, .Wertname = "Erster", .AnzahlWerte = 1},
                  {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "", .HauptIndex = 1, .Schlüssel = "Software\\[SID]"}});
     probe.show("Zwei");
     frmBVK_KeyInfo window(*probe.ctx, probe.ctx->aktuellerTipp, nullptr);
@@ -59,7 +59,7 @@ TEST(KeyInfo, ShowsTheChosenEntryAndPutsItsPathOnTheClipboard) {
     EXPECT_FALSE(window.isVisible());
 }
 
-TEST(OSFreigabe, MarksEachSystem) {
+TEST(OSApproval, MarksEachSystem) {
     Tipp tipp;
     tipp.Win98 = tipp.WinNT = tipp.WinXP = true;
     frmBVK_OSFreigabe window(tipp, nullptr);
@@ -79,7 +79,7 @@ TEST(OSFreigabe, MarksEachSystem) {
 }
 
 TEST(OSInfo, ShowsVersionsOfSystemProgramAndDatabase) {
-    Probe probe({{.Index = 1, .Überschrift = "Eins"}});
+    EngineFixture probe({{.Index = 1, .Überschrift = "Eins"}});
     Context& ctx = *probe.ctx;
     ctx.strProgVersion = "0.1.0";
     ctx.strDBVersion = "1.0.7";

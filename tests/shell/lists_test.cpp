@@ -25,7 +25,7 @@ void click(QWidget& window, const char* name) {
 }
 
 // The real window behind a request, for as long as the script runs.
-template <class Window, class Request> void drive(Listenprobe& p, const char* name, std::function<void(Window&)> script) {
+template <class Window, class Request> void drive(ListsFixture& p, const char* name, std::function<void(Window&)> script) {
     p.port.onWindow(name, [script](WindowRequest& request) {
         Window window(dynamic_cast<Request&>(request), nullptr);
         window.show();
@@ -35,10 +35,10 @@ template <class Window, class Request> void drive(Listenprobe& p, const char* na
 }
 
 TEST(HistoryWindows, AChangeIsShownTakenBackAndBroughtAgain) {
-    Listenprobe p;
+    ListsFixture p;
     p.put("HKCU\\Software\\Probe\\A", 2, "alt");
     p.change("neu", "1A", "c");
-    drive<frmBVK_HistoryDaten, HistoryDatenAnfrage>(p, "frmBVK_HistoryDaten", [&](frmBVK_HistoryDaten& window) {
+    drive<frmBVK_HistoryDaten, HistoryDatenRequest>(p, "frmBVK_HistoryDaten", [&](frmBVK_HistoryDaten& window) {
         auto& list = *window.findChild<QTreeWidget*>("lvHisDaten");
         EXPECT_EQ(rowText(*list.model(), 0), "A|alt|neu");
         EXPECT_EQ(rowText(*list.model(), 1), "B|<Key nicht vorhanden>|26");
@@ -52,7 +52,7 @@ TEST(HistoryWindows, AChangeIsShownTakenBackAndBroughtAgain) {
         click(window, "cmdDatenGenau");
         EXPECT_FALSE(window.isVisible());
     });
-    drive<frmBVK_HistoryListe, HistoryListeAnfrage>(p, "frmBVK_HistoryListe", [&](frmBVK_HistoryListe& window) {
+    drive<frmBVK_HistoryListe, HistoryListeRequest>(p, "frmBVK_HistoryListe", [&](frmBVK_HistoryListe& window) {
         auto& list = *window.findChild<QTreeView*>("lvHistory");
         EXPECT_EQ(window.windowTitle(), "Historylisten-Anzeige");
         ASSERT_EQ(list.model()->rowCount(), 1);
@@ -73,19 +73,19 @@ TEST(HistoryWindows, AChangeIsShownTakenBackAndBroughtAgain) {
         EXPECT_FALSE(window.isVisible());
     });
     const std::string before = p.file();
-    p.lists->historyFenster().oeffnen();
+    p.lists->historyWindows().open();
     EXPECT_EQ(p.file(), before);
-    drive<frmBVK_HistoryListe, HistoryListeAnfrage>(p, "frmBVK_HistoryListe", [&](frmBVK_HistoryListe& window) {
+    drive<frmBVK_HistoryListe, HistoryListeRequest>(p, "frmBVK_HistoryListe", [&](frmBVK_HistoryListe& window) {
         EXPECT_EQ(window.findChild<QTreeView*>("lvHistory")->model()->rowCount(), 0);
         click(window, "cmdHisZurück");
         EXPECT_FALSE(window.isVisible());
     });
-    p.lists->historyFenster().oeffnen();
+    p.lists->historyWindows().open();
 }
 
 // What was changed again stays unless it is ticked; Escape does nothing at all.
 TEST(HistoryWindows, ConflictsAreSettledOneByOne) {
-    Listenprobe p;
+    ListsFixture p;
     p.change("neu", "1", "c");
     p.put("HKCU\\Software\\Probe\\A", 1, "fremd");
     p.put("HKCU\\Software\\Probe\\B", 4, "9");
@@ -107,11 +107,11 @@ TEST(HistoryWindows, ConflictsAreSettledOneByOne) {
 }
 
 TEST(FavouriteWindow, RowsGoAndOkWrites) {
-    Listenprobe p;
-    p.dir.put(FavoritenDatei, "eins\r\nzwei\r\ndrei\r\n");
+    ListsFixture p;
+    p.dir.put(FavouritesFile, "eins\r\nzwei\r\ndrei\r\n");
     p.start();
     int round = 0;
-    drive<frmBVK_FavVerwalten, FavVerwaltenAnfrage>(p, "frmBVK_FavVerwalten", [&](frmBVK_FavVerwalten& window) {
+    drive<frmBVK_FavVerwalten, FavVerwaltenRequest>(p, "frmBVK_FavVerwalten", [&](frmBVK_FavVerwalten& window) {
         auto& list = *window.findChild<QListWidget*>("lvFav");
         EXPECT_EQ(window.windowTitle(), "Favoriten verwalten...");
         ASSERT_EQ(list.count(), 3);
@@ -124,10 +124,10 @@ TEST(FavouriteWindow, RowsGoAndOkWrites) {
         else click(window, "cmdOK");
         EXPECT_FALSE(window.isVisible());
     });
-    p.lists->favoriten().verwalten();
-    EXPECT_EQ(p.file(FavoritenDatei), "eins\r\nzwei\r\ndrei\r\n");
-    p.lists->favoriten().verwalten();
-    EXPECT_EQ(p.file(FavoritenDatei), "eins\rdrei");
+    p.lists->favoriten().manage();
+    EXPECT_EQ(p.file(FavouritesFile), "eins\r\nzwei\r\ndrei\r\n");
+    p.lists->favoriten().manage();
+    EXPECT_EQ(p.file(FavouritesFile), "eins\rdrei");
 }
 
 }  // namespace

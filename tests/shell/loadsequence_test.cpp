@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* NtVersion = "HKLM\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\";
 
-class Start : public Programmprobe {
+class Start : public ProgramFixture {
 protected:
     // A home that has been started once, with another system in its registry.
     void homeOf(const std::vector<std::pair<const char*, std::string>>& figures, bool numbers = false) {
@@ -19,7 +19,7 @@ protected:
         for (const auto& [name, text] : figures) SaveRegistryKey(ctx(), std::string(NtVersion) + name, text, static_cast<std::int16_t>(numbers && std::string(name).find("Number") != std::string::npos && text.size() < 3 ? 4 : 1));
         end();
     }
-    bool shown(const char* entry) { return window().menues().action(QLatin1String(entry))->isVisible(); }
+    bool shown(const char* entry) { return window().menus().action(QLatin1String(entry))->isVisible(); }
 };
 
 TEST_F(Start, WhatTheListsHideStaysHidden) {
@@ -52,12 +52,12 @@ TEST_F(Start, TheShippedRegistryTellsTheBrowser) {
 
 TEST_F(Start, ASecondStartRaisesTheQuestionForThePassword) {
     ASSERT_TRUE(start());
-    setzeStartPasswort(ctx().einstellungen, true, "geheim", {2002, 11, 9, 12, 30, 0});
+    setStartPassword(ctx().einstellungen, true, "geheim", {2002, 11, 9, 12, 30, 0});
     saveCoreSettings(ctx());
     end();
     bool raised = false;
     port.registerWindow("frmBVK_PWAbfrage", [&](QtPort& asked, QWidget* parent, WindowRequest& request) {
-        frmBVK_PWAbfrage question(asked, dynamic_cast<PWAbfrageAnfrage&>(request), parent);
+        frmBVK_PWAbfrage question(asked, dynamic_cast<PWAbfrageRequest&>(request), parent);
         question.setModal(true);   // as exec() would; it comes after all that is shown beside it
         question.show();
         QWidget elsewhere;      // the user has turned to another window
@@ -101,14 +101,14 @@ TEST_F(Start, AMaximisedWindowComesBackAsOneAndKeepsItsPlace) {
         end();
         ASSERT_TRUE(start());
         EXPECT_TRUE(window().isMaximized());
-        const FensterEinstellungen place = window().presentSettings();
+        const MainWindowSettings place = window().presentSettings();
         EXPECT_EQ((std::array{place.MainLeft, place.MainTop, place.MainWidth, place.MainHeight}), (std::array{600.0, 750.0, 11400.0, 9300.0})) << round;
     }
 }
 
 TEST_F(Start, AMistypedFolderLeavesTheListWhereItWas) {
     ASSERT_TRUE(start());
-    inWindow<frmBVK_Optionen, OptionenAnfrage>("frmBVK_Optionen", [this](frmBVK_Optionen& dialog) {
+    inWindow<frmBVK_Optionen, OptionenRequest>("frmBVK_Optionen", [this](frmBVK_Optionen& dialog) {
         dialog.findChild<QLineEdit*>("txtHistoryPfad")->setText(qt((home / "vertippt").string()));
         dialog.findChild<QLineEdit*>("txtFavoritePfad")->clear();
         pressIn(dialog, "cmdOptOK");
@@ -130,9 +130,9 @@ TEST_F(Start, TheHelpMenuLeadsToTheLogAndTheHome) {
     menu("mnuProtokoll");
 }
 
-TEST(OhneAnzeige, EndetMitEinerZeile) {
+TEST(WithoutADisplay, EndsWithOneLine) {
     TempDir dir;
-    const Ergebnis end = run(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik", {"--home", (dir / "heim").string()}, {"QT_QPA_PLATFORM=xcb", "DISPLAY=", "WAYLAND_DISPLAY="});
+    const CommandRun end = run(std::filesystem::path(BRENVIK_PROGRAMM_DIR) / "brenvik", {"--home", (dir / "heim").string()}, {"QT_QPA_PLATFORM=xcb", "DISPLAY=", "WAYLAND_DISPLAY="});
     EXPECT_EQ(end.code, 1);
     EXPECT_EQ(end.err, "Es ist keine grafische Oberfläche zu erreichen, das Fenster kann nicht geöffnet werden. Ohne Fenster arbeitet brenvik-cli.\n");
     EXPECT_FALSE(std::filesystem::exists(dir / "heim"));

@@ -15,20 +15,20 @@
 namespace brenvik::test {
 namespace {
 
-class OptionenFenster : public testing::Test {
+class OptionsWindow : public testing::Test {
 protected:
-    OptionenFenster() : probe(std::vector<Zeile>{{.Überschrift = "Nur 95", .Systeme = "95"}}) {
+    OptionsWindow() : probe(std::vector<Zeile>{{.Überschrift = "Nur 95", .Systems = "95"}}) {
         probe.store->createKey(Root::LocalMachine, "SOFTWARE");
         ctx.blnAdmin = true;
         ctx.einstellungen.strHistoryPfad = ctx.einstellungen.strFavoritenPfad = (probe.dir / "").string();
-        ctx.einstellungen.strBackupPfad = (probe.dir / "Backup").string();
+        ctx.einstellungen.strBackupPath = (probe.dir / "Backup").string();
         ctx.einstellungen.strOstranaPfad = (probe.dir / "hilfe/").string();
         probe.dir.put("hilfe/ostrana.hlp", "");
     }
-    ~OptionenFenster() override { setColourMode(*qApp, ColourMode::Light); }
+    ~OptionsWindow() override { setColourMode(*qApp, ColourMode::Light); }
     void options(std::function<void(frmBVK_Optionen&)> act) {
-        probe.port.onWindow("frmBVK_Optionen", driving<frmBVK_Optionen, OptionenAnfrage>(probe.port, std::move(act)));
-        zeigeOptionen(*probe.engine, [this] { ++foldersNew; });
+        probe.port.onWindow("frmBVK_Optionen", driving<frmBVK_Optionen, OptionenRequest>(probe.port, std::move(act)));
+        showOptions(*probe.engine, [this] { ++foldersNew; });
     }
     std::string stored(const char* path) {
         saveCoreSettings(ctx);
@@ -36,12 +36,12 @@ protected:
     }
     // Controls stand on pages of which one is in front.
     static void click(QWidget& dialog, const char* name) { named<QAbstractButton>(dialog, name).click(); }
-    Probe probe;
+    EngineFixture probe;
     Context& ctx = *probe.ctx;
     int foldersNew = 0;
 };
 
-TEST_F(OptionenFenster, EveryControlReachesItsSetting) {
+TEST_F(OptionsWindow, EveryControlReachesItsSetting) {
     ctx.einstellungen.SoundOn = true;
     ctx.einstellungen.LöschenAktiv = false;
     options([&](frmBVK_Optionen& dialog) {
@@ -70,19 +70,19 @@ TEST_F(OptionenFenster, EveryControlReachesItsSetting) {
         click(dialog, "chkSound");
         click(dialog, "cmdAbbruch");
     });
-    EXPECT_TRUE(ctx.einstellungen.RegFileGeprueft) << "Cancel drops the copies";
+    EXPECT_TRUE(ctx.einstellungen.RegFileChecked) << "Cancel drops the copies";
     EXPECT_FALSE(ctx.einstellungen.SoundOn);
 }
 
-TEST_F(OptionenFenster, TheTipOnScreenFollows) {
+TEST_F(OptionsWindow, TheTipOnScreenFollows) {
     ctx.einstellungen.BSSystemAktiv = true;
     probe.show("Nur 95");
-    EXPECT_TRUE(probe.fenster().panels.empty()) << "not meant for this system";
+    EXPECT_TRUE(probe.windows().panels.empty()) << "not meant for this system";
     options([&](frmBVK_Optionen& dialog) {
         click(dialog, "chkBSPruefen");
         click(dialog, "cmdOptOK");
     });
-    ASSERT_EQ(probe.fenster().panels.size(), 1u);
+    ASSERT_EQ(probe.windows().panels.size(), 1u);
     ctx.blnGeaendert = ctx.blnSchreibrecht = true;
     probe.port.expectBox("nicht gespeichert", Answer::No);   // before anything else happens
     options([&](frmBVK_Optionen& dialog) {
@@ -91,7 +91,7 @@ TEST_F(OptionenFenster, TheTipOnScreenFollows) {
     });
 }
 
-TEST_F(OptionenFenster, Folders) {
+TEST_F(OptionsWindow, Folders) {
     const std::string neu = (probe.dir / "neu").string();
     options([&](frmBVK_Optionen& dialog) {
         probe.port.expectFolder(neu).expectFolder(std::nullopt);
@@ -129,7 +129,7 @@ TEST_F(OptionenFenster, Folders) {
     EXPECT_EQ(ctx.einstellungen.strOstranaPfad, neu + "/");
 }
 
-TEST_F(OptionenFenster, StartPasswordFromItsSettingToTheQuestion) {
+TEST_F(OptionsWindow, StartPasswordFromItsSettingToTheQuestion) {
     options([&](frmBVK_Optionen& dialog) {
         click(dialog, "chkPasswort");
         named<QLineEdit>(dialog, "txtPW1").setText("Geheim");
@@ -145,7 +145,7 @@ TEST_F(OptionenFenster, StartPasswordFromItsSettingToTheQuestion) {
     EXPECT_EQ(stored("HKLM\\Software\\Brenvik\\Einstellungen\\BVKOPT1"), "1:hajdmmmj");
     ctx.einstellungen = {};
     loadCoreSettings(ctx);
-    probe.port.onWindow("frmBVK_PWAbfrage", driving<frmBVK_PWAbfrage, PWAbfrageAnfrage>(probe.port, [&](frmBVK_PWAbfrage& dialog) {
+    probe.port.onWindow("frmBVK_PWAbfrage", driving<frmBVK_PWAbfrage, PWAbfrageRequest>(probe.port, [&](frmBVK_PWAbfrage& dialog) {
         auto& field = named<QLineEdit>(dialog, "txtPW");
         field.setText("falsch");
         probe.port.expectBox("Ungültiges Kennwort. Bitte versuchen Sie es noch einmal !");
@@ -156,10 +156,10 @@ TEST_F(OptionenFenster, StartPasswordFromItsSettingToTheQuestion) {
         field.setText(" GEHEIM ");
         QTest::keyClick(&field, Qt::Key_Return);
     }));
-    EXPECT_TRUE(StartPasswort(ctx));
-    probe.port.onWindow("frmBVK_PWAbfrage", driving<frmBVK_PWAbfrage, PWAbfrageAnfrage>(
+    EXPECT_TRUE(StartPassword(ctx));
+    probe.port.onWindow("frmBVK_PWAbfrage", driving<frmBVK_PWAbfrage, PWAbfrageRequest>(
                                                 probe.port, [](frmBVK_PWAbfrage& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
-    EXPECT_FALSE(StartPasswort(ctx));
+    EXPECT_FALSE(StartPassword(ctx));
     options([&](frmBVK_Optionen& dialog) {
         click(dialog, "chkPasswort");
         click(dialog, "cmdOptOK");
@@ -167,7 +167,7 @@ TEST_F(OptionenFenster, StartPasswordFromItsSettingToTheQuestion) {
     EXPECT_FALSE(ctx.einstellungen.blnPasswortAktiv);
 }
 
-TEST_F(OptionenFenster, WithoutRightsThePasswordIsOutOfReach) {
+TEST_F(OptionsWindow, WithoutRightsThePasswordIsOutOfReach) {
     ctx.blnAdmin = false;
     options([&](frmBVK_Optionen& dialog) {
         EXPECT_EQ(named<QLabel>(dialog, "lblPWInfo").text(), "Sie haben keine administrativen Rechte um die Einstellungen zu verändern !!!");

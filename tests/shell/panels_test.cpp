@@ -20,7 +20,7 @@ struct UserAct {
     Lines expected;
 };
 
-class PanelActs : public Fensterprobe, public testing::WithParamInterface<UserAct> {};
+class PanelActs : public WindowFixture, public testing::WithParamInterface<UserAct> {};
 
 template <class T> T& in(QWidget& window, const char* name) { return *window.findChild<T*>(QString::fromUtf8(name)); }
 
@@ -62,7 +62,7 @@ const UserAct Acts[] = {
 
 TEST_P(PanelActs, ReachTheEngineOnceAndDrawingNever) {
     showPanels({panelOfKind(GetParam().kind)});
-    record.panels[0].status = {"[Registry Wert nicht vorhanden]", StatusFarbe::Fehlt};
+    record.panels[0].status = {"[Registry Wert nicht vorhanden]", StatusColour::Missing};
     window.panelChanged(0);
     EXPECT_EQ(log.take(), Lines{});
     EXPECT_EQ(control<QLabel>("lblStatus(0)").text(), "[Registry Wert nicht vorhanden]");
@@ -91,22 +91,22 @@ TEST_P(PanelActs, MayReplaceThePanelUnderTheUsersHand) {
 
 INSTANTIATE_TEST_SUITE_P(All, PanelActs, testing::ValuesIn(Acts), [](const auto& one) { return std::string(one.param.name); });
 
-TEST_F(Fensterprobe, PanelsShowTheirRecord) {
+TEST_F(WindowFixture, PanelsShowTheirRecord) {
     Panel number = panelOfKind(art::ZahlenWerte);
     number.Min = -5;
     number.Max = 2'000'000'000;
     number.Value = 1234;
-    number.zahlText = "12345x";
-    number.zahlUngueltig = true;
+    number.numberText = "12345x";
+    number.numberInvalid = true;
     Panel check = panelOfKind(art::CheckBox);
     check.index = 3;
     check.chkBeschriftung = "Kopieren & Einfügen";
-    check.angehakt = true;
-    check.nurLesen = true;
+    check.ticked = true;
+    check.readOnly = true;
     Panel combo = panelOfKind(art::AuswahlBox);
-    combo.gewaehlt = -1;
+    combo.chosen = -1;
     Panel lines = panelOfKind(art::TextWerte);
-    lines.mehrzeilig = true;
+    lines.multiLine = true;
     lines.text = "eins\nzwei";
     showPanels({number, check, combo, lines, panelOfKind(art::OptionsAuswahl)});
     EXPECT_EQ(control<QSlider>("sliZahlenWerte(0)").value(), 1234);
@@ -123,7 +123,7 @@ TEST_F(Fensterprobe, PanelsShowTheirRecord) {
     EXPECT_FALSE(control<QRadioButton>("opbOptionsAuswahl4(0)").isVisible());
 }
 
-TEST_F(Fensterprobe, ATextStaysUnderTheCursorWhileTheEngineEchoesIt) {
+TEST_F(WindowFixture, ATextStaysUnderTheCursorWhileTheEngineEchoesIt) {
     showPanels({panelOfKind(art::TextWerte)});
     log.reaction = [this](const std::string& line) {
         if (line.rfind("text 0 ", 0) != 0) return;
@@ -138,7 +138,7 @@ TEST_F(Fensterprobe, ATextStaysUnderTheCursorWhileTheEngineEchoesIt) {
 }
 
 // Shown in part it could be saved in part.
-TEST_F(Fensterprobe, ATextTooLongToEditIsNeverEditable) {
+TEST_F(WindowFixture, ATextTooLongToEditIsNeverEditable) {
     Panel text = panelOfKind(art::TextWerte);
     text.text.assign(TextField::LongestShown, 'a');
     showPanels({text});
@@ -150,16 +150,16 @@ TEST_F(Fensterprobe, ATextTooLongToEditIsNeverEditable) {
     EXPECT_EQ(log.take(), Lines{});
 }
 
-TEST_F(Fensterprobe, AMillionRowsStayResponsive) {
+TEST_F(WindowFixture, AMillionRowsStayResponsive) {
     Panel list = panelOfKind(art::Liste);
-    list.zeilen.assign(100'000, {"Zeile", "", false});
+    list.lines.assign(100'000, {"Zeile", "", false});
     showPanels({list});
     EXPECT_EQ(control<QTreeView>("lvListe").model()->rowCount(), 100'000);
     record.panels.clear();           // the engine has begun with the next Tip, the view is still there
     EXPECT_FALSE(control<QTreeView>("lvListe").model()->index(5, 0).data().isValid());
 }
 
-TEST_F(Fensterprobe, PanelsComeBetweenTreeAndActionRowInTabOrder) {
+TEST_F(WindowFixture, PanelsComeBetweenTreeAndActionRowInTabOrder) {
     showPanels({panelOfKind(art::CheckBox), panelOfKind(art::ZahlenWerte)});
     QStringList names;
     QWidget* widget = &control<QWidget>("tvBVKDB");

@@ -82,14 +82,14 @@ TEST(QtPort, FileFiltersOfTheProgramBecomeThoseOfTheDialog) {
 
 void press(QWidget& window, const char* name) { window.findChild<QPushButton*>(QString::fromUtf8(name))->click(); }
 
-TEST(Dialogs, DatentypContinuesOnlyByItsButton) {
+TEST(Dialogs, TheDataTypeWindowContinuesOnlyByItsButton) {
     QtPort port;
     for (const bool go : {true, false}) {
-        DatentypAnfrage request;
-        request.tippNummer = "17";
-        request.typDatenbank = "REG_DWORD";
-        request.typRegistry = "REG_SZ";
-        request.inhalt = "5";
+        DatentypRequest request;
+        request.tipNumber = "17";
+        request.typeDatabase = "REG_DWORD";
+        request.typeRegistry = "REG_SZ";
+        request.contents = "5";
         inNextWindow([go](QWidget& window) {
             EXPECT_EQ(window.windowTitle(), "Unterschiedliche Datentypen");
             EXPECT_EQ(window.findChild<QLabel*>("lblTypRegistry")->text(), "REG_SZ");
@@ -104,15 +104,15 @@ TEST(Dialogs, DatentypContinuesOnlyByItsButton) {
     }
 }
 
-TEST(Dialogs, BearbeitenSavesCompleteEntriesOnly) {
-    BearbeitenAnfrage request;
+TEST(Dialogs, TheEditWindowSavesCompleteEntriesOnly) {
+    BearbeitenRequest request;
     request.neu = false;
     request.txtKeyName = "open";
-    request.befehlLesen = [](BearbeitenAnfrage& r) { r.txtBefehl = "notepad.exe"; };
-    request.befehlSuchen = [](BearbeitenAnfrage& r) { r.txtBefehl = "C:\\neu.exe"; };
+    request.commandRead = [](BearbeitenRequest& r) { r.txtBefehl = "notepad.exe"; };
+    request.commandFind = [](BearbeitenRequest& r) { r.txtBefehl = "C:\\neu.exe"; };
     std::vector<std::string> saved;
     bool works = false;
-    request.speichern = [&](BearbeitenAnfrage& r) {
+    request.save = [&](BearbeitenRequest& r) {
         saved.push_back(r.txtKeyName + "|" + r.txtBeschreibung + "|" + r.txtBefehl);
         return works;
     };
@@ -140,14 +140,14 @@ TEST(Dialogs, BootINIRefusesANameThatIsThere) {
     struct Case {
         const char* name;
         const char* button;
-        BootINIAnfrage::Antwort answer;
+        BootINIRequest::Reply answer;
     };
-    for (const Case& c : {Case{"Windows XP", "cmdOK", BootINIAnfrage::Antwort::Abbruch}, Case{"Neu", "cmdOK", BootINIAnfrage::Antwort::Name},
-                          Case{"Windows XP", "cmdWrite", BootINIAnfrage::Antwort::Ueberschreiben},
-                          Case{"Neu", "cmdAbbruch", BootINIAnfrage::Antwort::Abbruch}}) {
-        BootINIAnfrage request;
+    for (const Case& c : {Case{"Windows XP", "cmdOK", BootINIRequest::Reply::Abort}, Case{"Neu", "cmdOK", BootINIRequest::Reply::Name},
+                          Case{"Windows XP", "cmdWrite", BootINIRequest::Reply::Overwrite},
+                          Case{"Neu", "cmdAbbruch", BootINIRequest::Reply::Abort}}) {
+        BootINIRequest request;
         request.txtBootWert = "Windows XP";
-        request.vorhandeneTitel = {"Windows XP", "DOS"};
+        request.presentTitles = {"Windows XP", "DOS"};
         int boxes = 0;
         inNextWindow([&](QWidget& window) {
             window.findChild<QLineEdit*>("txtBootWert")->setText(c.name);
@@ -164,7 +164,7 @@ TEST(Dialogs, BootINIRefusesANameThatIsThere) {
         });
         port.showWindow(request);
         QCoreApplication::processEvents();
-        EXPECT_EQ(request.antwort, c.answer) << c.name << " " << c.button;
+        EXPECT_EQ(request.reply, c.answer) << c.name << " " << c.button;
         EXPECT_EQ(boxes, std::string(c.button) == "cmdOK" && std::string(c.name) == "Windows XP" ? 1 : 0);
     }
 }

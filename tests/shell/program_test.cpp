@@ -22,16 +22,16 @@ constexpr const char* Saved = "Der Schlüssel wurde geändert/angelegt !";
 }  // namespace
 
 // The road once for every kind of panel, on a Tip that the shipped database has.
-class JedeArt : public Programmprobe, public testing::WithParamInterface<int> {
+class EveryKind : public ProgramFixture, public testing::WithParamInterface<int> {
 protected:
     int kind() const { return GetParam(); }
 
     // The first Tip of this kind that can be changed here.
     bool find() {
-        for (const TippListenEintrag& row : ctx().udtTippListe) {
-            engine().tree().showTippByNumber(row.Index);
+        for (const TipListEntry& row : ctx().udtTippListe) {
+            engine().tree().showTipByNumber(row.Index);
             const auto& panels = ctx().frmBVK_Prog.panels;
-            const bool fits = !panels.empty() && panels[0].Ausgabeart == kind() && !panels[0].nurLesen && ctx().frmBVK_Prog.fraSteuerung &&
+            const bool fits = !panels.empty() && panels[0].Ausgabeart == kind() && !panels[0].readOnly && ctx().frmBVK_Prog.fraSteuerung &&
                               ctx().frmBVK_Prog.KeySave && (kind() != art::Drive || !panels[0].text.empty()) &&
                               (kind() != art::Liste || !ctx().aktuellerTipp.Eintrag[1].Wertname.empty());   // lists of keys can only be deleted
             if (!fits) continue;
@@ -45,8 +45,8 @@ protected:
     std::string stand() {
         std::string all;
         std::set<std::string> lines;          // what is deleted and comes back stands last
-        for (std::size_t i = 1; i <= tipp.letzterEintrag(); ++i) {
-            const TippEintrag& e = tipp.Eintrag[i];
+        for (std::size_t i = 1; i <= tipp.lastEntry(); ++i) {
+            const TipEntry& e = tipp.Eintrag[i];
             if (e.Hauptschlüssel.empty()) continue;
             ctx().objBVKReg.SetPath("", e.Hauptschlüssel + "\\" + e.Schlüssel + "\\");
             for (const NamedValue& v : ctx().objBVKReg.ListRaw()) lines.insert(e.Schlüssel + v.name.text() + "=" + std::to_string(v.value.type) + ":" + toText(v.value) + "\n");
@@ -105,9 +105,9 @@ protected:
     Tipp tipp;
 };
 
-TEST_P(JedeArt, IsChangedLeftSavedAndReset) {
+TEST_P(EveryKind, IsChangedLeftSavedAndReset) {
     ASSERT_TRUE(start());
-    port.registerWindow("frmBVK_BootINI", [](QtPort&, QWidget*, WindowRequest& r) { dynamic_cast<BootINIAnfrage&>(r).antwort = BootINIAnfrage::Antwort::Ueberschreiben; });
+    port.registerWindow("frmBVK_BootINI", [](QtPort&, QWidget*, WindowRequest& r) { dynamic_cast<BootINIRequest&>(r).reply = BootINIRequest::Reply::Overwrite; });
     ctx().einstellungen.LöschenAktiv = true;
     ASSERT_TRUE(find()) << "no such Tip";
     pick();
@@ -148,16 +148,16 @@ TEST_P(JedeArt, IsChangedLeftSavedAndReset) {
     EXPECT_EQ(stand(), after);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, JedeArt, testing::Values(1, 2, 3, 4, 5, 6, 7, 8, 9, 11));
+INSTANTIATE_TEST_SUITE_P(Kinds, EveryKind, testing::Values(1, 2, 3, 4, 5, 6, 7, 8, 9, 11));
 
 // Lists of keys: what is ticked is deleted, what is new or changed is saved at once.
-class Schluessellisten : public Programmprobe {
+class KeyLists : public ProgramFixture {
 protected:
     bool find(int kind) {
-        for (const TippListenEintrag& row : ctx().udtTippListe) {
-            engine().tree().showTippByNumber(row.Index);
+        for (const TipListEntry& row : ctx().udtTippListe) {
+            engine().tree().showTipByNumber(row.Index);
             const auto& panels = ctx().frmBVK_Prog.panels;
-            if (panels.empty() || panels[0].Ausgabeart != kind || panels[0].nurLesen || !ctx().frmBVK_Prog.KeyDel || (kind == art::Liste && !ctx().aktuellerTipp.Eintrag[1].Wertname.empty())) continue;
+            if (panels.empty() || panels[0].Ausgabeart != kind || panels[0].readOnly || !ctx().frmBVK_Prog.KeyDel || (kind == art::Liste && !ctx().aktuellerTipp.Eintrag[1].Wertname.empty())) continue;
             key = ctx().aktuellerTipp.Eintrag[1].Hauptschlüssel + "\\" + ctx().aktuellerTipp.Eintrag[1].Schlüssel + "\\";
             return true;
         }
@@ -179,12 +179,12 @@ protected:
     std::string key;
 };
 
-TEST_F(Schluessellisten, ContextMenuEntriesAreMadeChangedDeletedAndTakenBack) {
+TEST_F(KeyLists, ContextMenuEntriesAreMadeChangedDeletedAndTakenBack) {
     ASSERT_TRUE(start());
     ctx().einstellungen.LöschenAktiv = true;
     ASSERT_TRUE(find(art::Kontext));
     const auto edit = [this](const char* name, const char* command) {
-        inWindow<frmBVK_Bearbeiten, BearbeitenAnfrage>("frmBVK_Bearbeiten", [=](frmBVK_Bearbeiten& dialog) {
+        inWindow<frmBVK_Bearbeiten, BearbeitenRequest>("frmBVK_Bearbeiten", [=](frmBVK_Bearbeiten& dialog) {
             if (name) dialog.findChild<QLineEdit*>("txtKeyName")->setText(name);
             dialog.findChild<QLineEdit*>("txtBefehl")->setText(command);
             pressIn(dialog, "cmdSave");
@@ -209,12 +209,12 @@ TEST_F(Schluessellisten, ContextMenuEntriesAreMadeChangedDeletedAndTakenBack) {
     clickNode("Brenvik");
 }
 
-TEST_F(Schluessellisten, KeysAreDeletedWithAllBelowAndTakenBack) {
+TEST_F(KeyLists, KeysAreDeletedWithAllBelowAndTakenBack) {
     ASSERT_TRUE(start());
     ctx().einstellungen.LöschenAktiv = true;
     ASSERT_TRUE(find(art::Liste));
     SaveRegistryKey(ctx(), key + "Probe\\Tief\\Wert", "x", 1);
-    engine().reloadTipp();
+    engine().reloadTip();
     deleteTicked("Probe");
     EXPECT_EQ(value("Probe\\Tief\\Wert"), "fehlt");
     takeBack();
@@ -222,7 +222,7 @@ TEST_F(Schluessellisten, KeysAreDeletedWithAllBelowAndTakenBack) {
     EXPECT_TRUE(row("Probe").isValid());
 }
 
-TEST_F(Programmprobe, AListThatWasOffComesBackWithItsNewFolder) {
+TEST_F(ProgramFixture, AListThatWasOffComesBackWithItsNewFolder) {
     for (const char* folder : {"zu/History.txt", "neu"}) std::filesystem::create_directories(home / folder);
     ASSERT_TRUE(start());
     SaveRegistryKey(ctx(), "HKCU\\Software\\Brenvik\\Pfade\\History", (home / "zu/").string(), 1);
@@ -230,9 +230,9 @@ TEST_F(Programmprobe, AListThatWasOffComesBackWithItsNewFolder) {
     port.expect("Auf die Datei: History.txt kann nicht zugegriffen werden !", Answer::Cancel).expect("Die History Liste wurde deaktiviert");
     ASSERT_TRUE(start());
     EXPECT_FALSE(window().coolBar().button("tbrHistory")->isVisible());
-    EXPECT_TRUE(window().menues().action("mnuFav")->isVisible()) << "the other list goes on";
+    EXPECT_TRUE(window().menus().action("mnuFav")->isVisible()) << "the other list goes on";
     port.folder = (home / "neu").string();
-    inWindow<frmBVK_Optionen, OptionenAnfrage>("frmBVK_Optionen", [](frmBVK_Optionen& dialog) {
+    inWindow<frmBVK_Optionen, OptionenRequest>("frmBVK_Optionen", [](frmBVK_Optionen& dialog) {
         dialog.findChild<QPushButton*>("cmdHisBrowse")->click();
         pressIn(dialog, "cmdOptOK");
     });
@@ -243,12 +243,12 @@ TEST_F(Programmprobe, AListThatWasOffComesBackWithItsNewFolder) {
 }
 
 // From a number that no save takes, and from one that the user drops. What the way leads to sees only what stands.
-TEST_F(Programmprobe, NoWayOutLosesWhatCannotBeSavedOrKeepsWhatWasDropped) {
+TEST_F(ProgramFixture, NoWayOutLosesWhatCannotBeSavedOrKeepsWhatWasDropped) {
     ASSERT_TRUE(start());
-    for (const TippListenEintrag& row : ctx().udtTippListe) {
-        engine().tree().showTippByNumber(row.Index);
+    for (const TipListEntry& row : ctx().udtTippListe) {
+        engine().tree().showTipByNumber(row.Index);
         const auto& panels = ctx().frmBVK_Prog.panels;
-        if (!panels.empty() && panels[0].Ausgabeart == art::ZahlenWerte && !panels[0].nurLesen) break;
+        if (!panels.empty() && panels[0].Ausgabeart == art::ZahlenWerte && !panels[0].readOnly) break;
     }
     const auto shown = [this] { return control<QLineEdit>("txtZahlenWerte(0)").text(); };
     const QString stands = shown();
@@ -280,7 +280,7 @@ TEST_F(Programmprobe, NoWayOutLosesWhatCannotBeSavedOrKeepsWhatWasDropped) {
     }
 }
 
-TEST_F(Programmprobe, TheNextStartFindsWhatTheLastOneLeft) {
+TEST_F(ProgramFixture, TheNextStartFindsWhatTheLastOneLeft) {
     ASSERT_TRUE(start());
     window().resize(780, 640);
     window().SizeControlsV(4500);
@@ -294,25 +294,25 @@ TEST_F(Programmprobe, TheNextStartFindsWhatTheLastOneLeft) {
     ASSERT_TRUE(start());
     EXPECT_EQ(window().size(), QSize(780, 640));
     EXPECT_EQ(window().presentSettings().SplitterVLeft, 4500);
-    EXPECT_FALSE(window().menues().action("mnuFavButton")->isChecked());
-    EXPECT_TRUE(window().menues().action("mnuIcoTXTOff")->isChecked());
+    EXPECT_FALSE(window().menus().action("mnuFavButton")->isChecked());
+    EXPECT_TRUE(window().menus().action("mnuIcoTXTOff")->isChecked());
     EXPECT_EQ(window().coolBar().arrangement("tbrFiles"), "tbrSrvADMListe,|,-tbrAddRegListe,tbrRegFileSave,tbrSrvRegListe,tbrADMFileSave,tbrAddADMListe");
     EXPECT_EQ(ctx().frmBVK_Prog.tbsTree, 2);
     EXPECT_EQ(window().windowTitle(), qt("Brenvik - Version: " + ctx().strProgVersion + " -"));
 }
 
-TEST_F(Programmprobe, NonsenseInTheSettingsLeavesAUsableWindow) {
+TEST_F(ProgramFixture, NonsenseInTheSettingsLeavesAUsableWindow) {
     ASSERT_TRUE(start());
     const char* names[] = {"MainLeft", "MainTop", "MainWidth", "MainHeight", "SplitterVLeft", "SplitterHTop", "ShowNavText", "SoundOn", "TreeAktiv", "Toolbar\\Band1_Visible",
                            "Toolbar\\Band3_MinWidth", "Toolbar\\Band1_MinHeight", "Toolbar\\tbrBVKNav", "Farbschema"};
-    for (const char* name : names) SaveRegistryKey(ctx(), std::string(EinstellungenPfad) + name, "999999", 1);      // measures that nobody means
+    for (const char* name : names) SaveRegistryKey(ctx(), std::string(SettingsPath) + name, "999999", 1);      // measures that nobody means
     end();
     ASSERT_TRUE(start());
     EXPECT_LT(window().coolBar().height(), window().height() / 2);
     EXPECT_EQ(window().coolBar().band(0).MinWidth, 2505) << "kept for the next start";
-    for (const char* name : names) SaveRegistryKey(ctx(), std::string(EinstellungenPfad) + name, "-1e9 Unsinn", 1);
+    for (const char* name : names) SaveRegistryKey(ctx(), std::string(SettingsPath) + name, "-1e9 Unsinn", 1);
     for (const char* name : {"MainWidth", "ShowNavText"}) {                                                        // and of a type that is no text
-        ctx().objBVKReg.SetPath("", std::string(EinstellungenPfad) + name);
+        ctx().objBVKReg.SetPath("", std::string(SettingsPath) + name);
         ctx().objBVKReg.WriteRaw({regtype::Binary, {0xFF, 0x00, 0x81}});
     }
     end();
@@ -324,7 +324,7 @@ TEST_F(Programmprobe, NonsenseInTheSettingsLeavesAUsableWindow) {
     EXPECT_TRUE(window().coolBar().button("tbrExit")->isVisible());
 }
 
-TEST_F(Programmprobe, ToolsAreStartedOrTheirAbsenceIsTold) {
+TEST_F(ProgramFixture, ToolsAreStartedOrTheirAbsenceIsTold) {
     ASSERT_TRUE(start());
     const std::pair<const char*, const char*> tools[] = {
         {"mnuRegedit", "regedit.exe"},   {"mnuRegedt32", "regedt32.exe"},   {"mnudxdiag", "dxdiag.exe"},       {"mnusugverif", "sigverif.exe"},
@@ -349,7 +349,7 @@ TEST_F(Programmprobe, ToolsAreStartedOrTheirAbsenceIsTold) {
     menu("mnumsinfo32");
 }
 
-TEST_F(Programmprobe, ANeededLogonIsOfferedAfterAllIsSaved) {
+TEST_F(ProgramFixture, ANeededLogonIsOfferedAfterAllIsSaved) {
     platform.sessionCanEnd = true;
     ASSERT_TRUE(start());
     ctx().blnNeustartNoetig = true;
@@ -357,18 +357,18 @@ TEST_F(Programmprobe, ANeededLogonIsOfferedAfterAllIsSaved) {
     port.expect("sollen Sie abgemeldet werden ?\r\n\r\nDer Computer soll neu gestartet werden.", Answer::Yes);
     EXPECT_TRUE(window().close());
     EXPECT_EQ(platform.sessionCalls, (Lines{"privilege", "exit 3 -1"}));
-    EXPECT_EQ(ReadRegistryKey(ctx(), std::string(EinstellungenPfad) + "MainWidth", ""), "11655");
+    EXPECT_EQ(ReadRegistryKey(ctx(), std::string(SettingsPath) + "MainWidth", ""), "11655");
 }
 
-TEST_F(Programmprobe, ASecondStartCallsTheFirstWindow) {
+TEST_F(ProgramFixture, ASecondStartCallsTheFirstWindow) {
     ASSERT_TRUE(start());
     window().showMinimized();
-    const auto second = host::makeEinzelinstanz(home.path());
-    auto state = host::Einzelinstanz::Stand::Erste;
-    std::thread other([&] { state = second->anmelden(std::chrono::seconds(10), ""); });
+    const auto second = host::makeSingleInstance(home.path());
+    auto state = host::SingleInstance::Stand::First;
+    std::thread other([&] { state = second->logOn(std::chrono::seconds(10), ""); });
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window().isMinimized(); }, 10'000));
     other.join();
-    EXPECT_EQ(state, host::Einzelinstanz::Stand::AndereGerufen);
+    EXPECT_EQ(state, host::SingleInstance::Stand::OtherCalled);
 }
 
 }  // namespace brenvik::test

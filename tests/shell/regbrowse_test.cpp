@@ -13,9 +13,9 @@ namespace {
 
 constexpr const char* Key = "HKEY_CURRENT_USER\\Software\\Probe";
 
-class BrowserFenster : public testing::Test {
+class BrowserWindow : public testing::Test {
 protected:
-    BrowserFenster() : probe(std::vector<Zeile>{{.Index = 3, .Überschrift = "Text", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "Text"}}) {
+    BrowserWindow() : probe(std::vector<Zeile>{{.Index = 3, .Überschrift = "Text", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "Text"}}) {
         put("Text", 1, "grün");
         put("Zahl", 4, "255");
         put("Liste", 7, std::string("eins\0zwei", 9));
@@ -25,7 +25,7 @@ protected:
     }
     void make() {
         browser = makeRegBrowser(*probe.ctx, probe.recorder);
-        request = std::make_unique<RegBrowseAnfrage>(*browser);
+        request = std::make_unique<RegBrowseRequest>(*browser);
         window = std::make_unique<frmBVK_RegBrowse>(probe.port, *request, nullptr);
         window->show();
     }
@@ -49,7 +49,7 @@ protected:
         std::string text;
         for (int row = 0; row < values().model()->rowCount(); ++row) {
             for (int column = 0; column < 3; ++column) text += values().model()->index(row, column).data().toString().toStdString() + "|";
-            text += values().model()->index(row, 0).data(RegWertModel::TagRole).toString().toStdString() + "\n";
+            text += values().model()->index(row, 0).data(RegValueModel::TagRole).toString().toStdString() + "\n";
         }
         return text;
     }
@@ -60,24 +60,24 @@ protected:
     }
     // Opens the value's window as a double click does.
     void edit(const char* name, std::function<void(frmBVK_REGEdit&)> act) {
-        probe.port.onWindow("frmBVK_REGEdit", driving<frmBVK_REGEdit, REGEditAnfrage>(probe.port, std::move(act)));
+        probe.port.onWindow("frmBVK_REGEdit", driving<frmBVK_REGEdit, REGEditRequest>(probe.port, std::move(act)));
         selectValue(name);
         emit values().activated(values().currentIndex());
     }
     void answerName(const std::string& name) {
-        probe.port.onWindow("frmBVK_RegName", driving<frmBVK_RegName, RegNameAnfrage>(probe.port, [name](frmBVK_RegName& dialog) {
+        probe.port.onWindow("frmBVK_RegName", driving<frmBVK_RegName, RegNameRequest>(probe.port, [name](frmBVK_RegName& dialog) {
             test::named<QLineEdit>(dialog, "txtName").setText(qt(name));
             clickOn(dialog, "cmdOK");
         }));
     }
 
-    Probe probe;
+    EngineFixture probe;
     std::unique_ptr<RegBrowser> browser;
-    std::unique_ptr<RegBrowseAnfrage> request;
+    std::unique_ptr<RegBrowseRequest> request;
     std::unique_ptr<frmBVK_RegBrowse> window;
 };
 
-TEST_F(BrowserFenster, KeysAreReadWhenOpenedAndForgottenWhenClosed) {
+TEST_F(BrowserWindow, KeysAreReadWhenOpenedAndForgottenWhenClosed) {
     EXPECT_EQ(window->windowTitle(), "BVK Registry Browser (- Beta: 0.2 -)");
     EXPECT_EQ(children(keys(), {}), "HKEY_CLASSES_ROOT|HKEY_CURRENT_CONFIG|HKEY_CURRENT_USER|HKEY_DYN_DATA|HKEY_LOCAL_MACHINE|HKEY_USERS|");
     EXPECT_EQ(rows(), "(default)|REG_SZ|[Wert nicht vorhanden]|\n");
@@ -98,7 +98,7 @@ TEST_F(BrowserFenster, KeysAreReadWhenOpenedAndForgottenWhenClosed) {
     EXPECT_EQ(rows(), "(default)|REG_SZ|[Wert nicht vorhanden]|\nText|REG_SZ|grün|ASC\nZahl|REG_DWORD|255|\nListe|REG_MULTI_SZ|eins zwei|DATA\nDaten|REG_BINARY|0A FF|DATA\n");
 }
 
-TEST_F(BrowserFenster, EveryTypeIsEdited) {
+TEST_F(BrowserWindow, EveryTypeIsEdited) {
     ASSERT_TRUE(window->goTo(Key));
     edit("Text", [&](frmBVK_REGEdit& dialog) {
         EXPECT_EQ(named<QLineEdit>(dialog, "Text1").text(), "Text");
@@ -159,7 +159,7 @@ TEST_F(BrowserFenster, EveryTypeIsEdited) {
 }
 
 // What a field cannot show is shown as bytes, and goes back byte for byte.
-TEST_F(BrowserFenster, ADamagedValueLosesNothing) {
+TEST_F(BrowserWindow, ADamagedValueLosesNothing) {
     const RawValue odd{regtype::Sz, {'a', 0, 0, 0, 'b', 0, 0, 0, 0x7F}};
     probe.store->setValue(Root::CurrentUser, "Software\\Probe", ValueName::named("Seltsam"), odd);
     ASSERT_TRUE(window->goTo(Key));
@@ -182,9 +182,9 @@ TEST_F(BrowserFenster, ADamagedValueLosesNothing) {
     });
 }
 
-TEST_F(BrowserFenster, ValuesAreMadeRenamedAndDeleted) {
+TEST_F(BrowserWindow, ValuesAreMadeRenamedAndDeleted) {
     ASSERT_TRUE(window->goTo(Key));
-    probe.port.onWindow("frmBVK_REGEdit", driving<frmBVK_REGEdit, REGEditAnfrage>(probe.port, [&](frmBVK_REGEdit& dialog) {
+    probe.port.onWindow("frmBVK_REGEdit", driving<frmBVK_REGEdit, REGEditRequest>(probe.port, [&](frmBVK_REGEdit& dialog) {
         EXPECT_EQ(named<QComboBox>(dialog, "Combo1").currentText(), "REG_DWORD");
         named<QLineEdit>(dialog, "Text1").setText("Neu");
         named<QLineEdit>(dialog, "Text2").setText("7");
@@ -207,7 +207,7 @@ TEST_F(BrowserFenster, ValuesAreMadeRenamedAndDeleted) {
     EXPECT_FALSE(named<QAction>("mnuDelValue").isEnabled()) << "it is not there";
 }
 
-TEST_F(BrowserFenster, KeysAreMadeRenamedAndDeleted) {
+TEST_F(BrowserWindow, KeysAreMadeRenamedAndDeleted) {
     ASSERT_TRUE(window->goTo(Key));
     answerName("Frisch");
     choose("mnuNewKey");
@@ -226,7 +226,7 @@ TEST_F(BrowserFenster, KeysAreMadeRenamedAndDeleted) {
     EXPECT_FALSE(named<QAction>("mnuDelKey").isEnabled()) << "a root";
 }
 
-TEST_F(BrowserFenster, FindAndPath) {
+TEST_F(BrowserWindow, FindAndPath) {
     ASSERT_TRUE(window->goTo("HKEY_CURRENT_USER"));
     choose("mnuFind");
     auto& text = named<QLineEdit>("txtRegSuche");
@@ -246,17 +246,17 @@ TEST_F(BrowserFenster, FindAndPath) {
     QTest::keyClick(&path, Qt::Key_Return);
 }
 
-TEST_F(BrowserFenster, TheTipOnScreenShowsWhatTheBrowserWrote) {
+TEST_F(BrowserWindow, TheTipOnScreenShowsWhatTheBrowserWrote) {
     probe.show("Text");
-    probe.port.onWindow("frmBVK_RegBrowse", driving<frmBVK_RegBrowse, RegBrowseAnfrage>(probe.port, [&](frmBVK_RegBrowse& open) {
+    probe.port.onWindow("frmBVK_RegBrowse", driving<frmBVK_RegBrowse, RegBrowseRequest>(probe.port, [&](frmBVK_RegBrowse& open) {
         ASSERT_TRUE(open.goTo(Key, "Text"));
-        probe.port.onWindow("frmBVK_REGEdit", driving<frmBVK_REGEdit, REGEditAnfrage>(probe.port, [&](frmBVK_REGEdit& dialog) {
+        probe.port.onWindow("frmBVK_REGEdit", driving<frmBVK_REGEdit, REGEditRequest>(probe.port, [&](frmBVK_REGEdit& dialog) {
             test::named<QLineEdit>(dialog, "Text2").setText("von drüben");
             clickOn(dialog, "cmdSave");
         }));
         open.findChild<QAction*>("mnuAendern")->trigger();
     }));
-    zeigeRegBrowser(*probe.engine, probe.recorder);
+    showRegBrowser(*probe.engine, probe.recorder);
     EXPECT_EQ(probe.panel().text, "von drüben");
 }
 

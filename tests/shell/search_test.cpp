@@ -10,23 +10,23 @@
 namespace brenvik::test {
 namespace {
 
-class SuchFenster : public testing::Test {
+class SearchWindow : public testing::Test {
 protected:
-    SuchFenster()
+    SearchWindow()
         : probe({{.Index = 7, .Überschrift = "Menüs schneller öffnen", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "MenuShowDelay"},
-                 {.Index = 30, .Überschrift = "Fenster einrahmen", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "Rahmen", .Systeme = "95"},
+                 {.Index = 30, .Überschrift = "Fenster einrahmen", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "Rahmen", .Systems = "95"},
                  {.Index = 12, .Überschrift = "Menüs am Rand", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "MenuDropAlignment", .AnzahlWerte = 1},
                  {.Index = 40, .Überschrift = "Zahl", .Ausgabeart = 2, .Wertname = "Zahl"},
                  {.Index = 13, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "MenuVersteckt", .HauptIndex = 12}}),
-          window(probe.fenster(), probe.ctx->einstellungen, displayOrder), engine(*probe.ctx, window, probe.recorder), events(engine) {
+          window(probe.windows(), probe.ctx->einstellungen, displayOrder), engine(*probe.ctx, window, probe.recorder), events(engine) {
         probe.put("HKCU\\Software\\Probe\\MenuShowDelay", 1, "400");
         window.attach(events);
         engine.tree().TreeEinlesen();
         window.show();
     }
     void search(std::function<void(frmBVK_Suchen&)> act) {
-        probe.port.onWindow("frmBVK_Suchen", driving<frmBVK_Suchen, SuchenAnfrage>(probe.port, std::move(act)));
-        zeigeSuche(engine, order);
+        probe.port.onWindow("frmBVK_Suchen", driving<frmBVK_Suchen, SuchenRequest>(probe.port, std::move(act)));
+        showSearch(engine, order);
     }
     static std::string hits(QWidget& dialog) {
         const auto& model = *named<QTreeView>(dialog, "lvSuchergebnis").model();
@@ -36,14 +36,14 @@ protected:
         return text;
     }
     QString shown() { return named<QLabel>(window, "lblDBTippU").text(); }
-    Probe probe;
+    EngineFixture probe;
     frmBVK_Prog window;
-    TippMaschine engine;
-    MaschinenEvents events;
-    Suchauftrag order;
+    TipEngine engine;
+    EngineEvents events;
+    SearchOrder order;
 };
 
-TEST_F(SuchFenster, HitsAreHeadRowsByNumber) {
+TEST_F(SearchWindow, HitsAreHeadRowsByNumber) {
     search([&](frmBVK_Suchen& dialog) {
         EXPECT_FALSE(named<QPushButton>(dialog, "cmdOK").isEnabled());
         auto& text = named<QLineEdit>(dialog, "txtSuchText");
@@ -76,22 +76,22 @@ TEST_F(SuchFenster, HitsAreHeadRowsByNumber) {
     search([&](frmBVK_Suchen& dialog) { EXPECT_TRUE(named<QCheckBox>(dialog, "chkTabelle(1)").isChecked()) << "left by Esc"; });
 }
 
-TEST_F(SuchFenster, AHitThatTheTabHidesIsShown) {
+TEST_F(SearchWindow, AHitThatTheTabHidesIsShown) {
     named<TabStrip>(window, "tbsTree").findChildren<QToolButton*>().at(8)->click();
-    EXPECT_EQ(probe.fenster().tbsTree, 9);
+    EXPECT_EQ(probe.windows().tbsTree, 9);
     search([&](frmBVK_Suchen& dialog) {
         named<QLineEdit>(dialog, "txtSuchText").setText("einrahmen");
         clickOn(dialog, "cmdSuchen");
         QTest::keyClick(&named<QTreeView>(dialog, "lvSuchergebnis"), Qt::Key_Return);
     });
-    EXPECT_EQ(probe.fenster().tbsTree, 1);
+    EXPECT_EQ(probe.windows().tbsTree, 1);
     EXPECT_EQ(shown(), "Fenster einrahmen");
-    const auto& tree = probe.fenster();
-    EXPECT_EQ(tree.tvBVKDB.at(static_cast<std::size_t>(tree.ausgewaehlterKnoten)).text, "Fenster einrahmen");
+    const auto& tree = probe.windows();
+    EXPECT_EQ(tree.tvBVKDB.at(static_cast<std::size_t>(tree.selectedNode)).text, "Fenster einrahmen");
 }
 
-TEST_F(SuchFenster, WhatCannotBeSavedStaysWithItsTip) {
-    ASSERT_TRUE(engine.tree().showTippByHeading("Zahl"));
+TEST_F(SearchWindow, WhatCannotBeSavedStaysWithItsTip) {
+    ASSERT_TRUE(engine.tree().showTipByHeading("Zahl"));
     auto& tree = named<QTreeView>(window, "tvBVKDB");
     const QModelIndex own = tree.currentIndex();
     auto& text = named<QLineEdit>(window, "txtTextWerte(0)");
@@ -111,7 +111,7 @@ TEST_F(SuchFenster, WhatCannotBeSavedStaysWithItsTip) {
     EXPECT_EQ(tree.currentIndex(), own);
 }
 
-TEST_F(SuchFenster, AnApostropheEndsInTheDatabaseReport) {
+TEST_F(SearchWindow, AnApostropheEndsInTheDatabaseReport) {
     search([&](frmBVK_Suchen& dialog) {
         named<QLineEdit>(dialog, "txtSuchText").setText("' or Index > 0 or Überschrift Like '");
         probe.port.expectBox("RS.Source: Select Index, ", Answer::No);

@@ -135,7 +135,7 @@ void checkWindow(QWidget& window) {
     EXPECT_LT(timer.elapsed(), 20'000) << "a second at most, but tests run side by side";
 }
 
-class Hostile : public Fensterprobe, public testing::WithParamInterface<std::size_t> {
+class Hostile : public WindowFixture, public testing::WithParamInterface<std::size_t> {
 protected:
     const std::string& text() const { return hostileTexts().at(GetParam()); }
 };
@@ -148,9 +148,9 @@ TEST_P(Hostile, MainWindow) {
     for (std::int16_t kind = art::CheckBox; kind <= art::BitMaske; ++kind) {
         Panel panel = panelOfKind(kind);
         panel.label = panel.chkBeschriftung = panel.status.text = panel.text = panel.txtBINI = text();
-        for (std::string& choice : panel.auswahl) choice = text();
-        for (ListenZeile& row : panel.zeilen) row.text = row.unterText = text();
-        for (SchalterFeld& field : panel.schalter) field.beschriftung = field.wert = text();
+        for (std::string& choice : panel.selection) choice = text();
+        for (ListLine& row : panel.lines) row.text = row.subText = text();
+        for (SwitchField& field : panel.schalter) field.beschriftung = field.wert = text();
         panels.push_back(std::move(panel));
     }
     window.treeChanged();
@@ -164,64 +164,64 @@ TEST_P(Hostile, MainWindow) {
 TEST_P(Hostile, Dialogs) {
     const std::string& evil = text();
     ScriptedPort port;
-    DatentypAnfrage type;
-    type.tippNummer = type.typDatenbank = type.typRegistry = type.inhalt = evil;
+    DatentypRequest type;
+    type.tipNumber = type.typeDatabase = type.typeRegistry = type.contents = evil;
     checkWindow(*std::make_unique<frmBVK_Datentyp>(port, type, nullptr));
-    BearbeitenAnfrage entry;
+    BearbeitenRequest entry;
     entry.neu = false;
     entry.txtKeyName = entry.txtBeschreibung = entry.txtBefehl = evil;
     checkWindow(*std::make_unique<frmBVK_Bearbeiten>(entry, nullptr));
-    BootINIAnfrage boot;
+    BootINIRequest boot;
     boot.txtBootWert = evil;
     checkWindow(*std::make_unique<frmBVK_BootINI>(port, boot, nullptr));
-    HistoryListeAnfrage history;
-    history.zeilen = {{1, 0}, {2, 0}};
-    history.zeile = [&](std::size_t) { return HistoryListeAnfrage::Zeile{evil, evil, evil, evil}; };
+    HistoryListeRequest history;
+    history.lines = {{1, 0}, {2, 0}};
+    history.zeile = [&](std::size_t) { return HistoryListeRequest::Zeile{evil, evil, evil, evil}; };
     checkWindow(*std::make_unique<frmBVK_HistoryListe>(history, nullptr));
-    HistoryDatenAnfrage values;
-    values.zeilen = {{evil, evil, evil}};
-    values.hinweis = evil;
+    HistoryDatenRequest values;
+    values.lines = {{evil, evil, evil}};
+    values.hint = evil;
     checkWindow(*std::make_unique<frmBVK_HistoryDaten>(values, nullptr));
-    FavVerwaltenAnfrage favourites;
+    FavVerwaltenRequest favourites;
     favourites.lvFav = {evil, evil};
     checkWindow(*std::make_unique<frmBVK_FavVerwalten>(favourites, nullptr));
-    TippFileSaveAnfrage list;
+    TippFileSaveRequest list;
     list.lvRegList = {evil, evil};
     checkWindow(*std::make_unique<frmBVK_TippFileSave>(list, nullptr));
-    SuchenAnfrage search;
-    search.suchen = [&](const Suchauftrag&) { return Suchergebnis{Suchergebnis::Art::Gesucht, {{1, evil}}}; };
+    SuchenRequest search;
+    search.suchen = [&](const SearchOrder&) { return SearchResult{SearchResult::Art::Sought, {{1, evil}}}; };
     const auto found = std::make_unique<frmBVK_Suchen>(search, nullptr);
     found->show();
     QTest::keyClick(&named<QLineEdit>(*found, "txtSuchText"), Qt::Key_Return);
     EXPECT_EQ(named<QTreeView>(*found, "lvSuchergebnis").model()->rowCount(), 1);
     checkWindow(*found);
-    REGEditAnfrage value;
+    REGEditRequest value;
     value.ItemKey = value.ItemName = evil;
     value.ItemWert = fromText(evil, regtype::Sz);
     checkWindow(*std::make_unique<frmBVK_REGEdit>(port, value, nullptr));
-    RegNameAnfrage name;
+    RegNameRequest name;
     name.name = evil;
     checkWindow(*std::make_unique<frmBVK_RegName>(name, nullptr));
     Tipp tipp;
     tipp.Eintrag.resize(2);
     tipp.Eintrag[1].Hauptschlüssel = tipp.Eintrag[1].Schlüssel = tipp.Eintrag[1].Wertname = evil;
-    Probe probe({{.Index = 1, .Überschrift = "Tipp"}});
+    EngineFixture probe({{.Index = 1, .Überschrift = "Tipp"}});
     checkWindow(*std::make_unique<frmBVK_KeyInfo>(*probe.ctx, tipp, nullptr));
     IconSet icons(qApp->palette());
-    RegTrefferModel hits(nullptr);
+    RegHitModel hits(nullptr);
     hits.append({{evil, evil, evil}});
     checkModel(hits);
 }
 
 TEST_P(Hostile, RegistryBrowser) {
-    Probe probe({{.Index = 1, .Überschrift = "Tipp"}});
+    EngineFixture probe({{.Index = 1, .Überschrift = "Tipp"}});
     std::string name = text().substr(0, 199);     // ends in no line break, which a typed path does not keep
     std::replace(name.begin(), name.end(), '\\', '/');
     const std::string key = "HKEY_CURRENT_USER\\Software\\Probe\\" + name;
     probe.put(key + "\\" + name, 1, text());
     probe.put(key + "\\" + name + "\\Wert", 1, text());
     const auto browser = makeRegBrowser(*probe.ctx, probe.recorder);
-    RegBrowseAnfrage request(*browser);
+    RegBrowseRequest request(*browser);
     frmBVK_RegBrowse browse(probe.port, request, nullptr);
     browse.show();
     auto& path = named<QLineEdit>(browse, "txtPfad");
@@ -251,14 +251,14 @@ TEST_P(Hostile, BoxesAndHelp) {
 
 INSTANTIATE_TEST_SUITE_P(Texts, Hostile, testing::Range<std::size_t>(0, 9));
 
-TEST_F(Programmprobe, HostileFavourites) {
+TEST_F(ProgramFixture, HostileFavourites) {
     std::string lines;
     for (const std::string& text : hostileTexts()) lines += text.substr(0, 5'000) + "\r\n";
     ASSERT_TRUE(start());
     std::ofstream(userPath(ctx(), ctx().einstellungen.strFavoritenPfad + "/Favoriten.txt"), std::ios::binary) << lines;
     end();
     ASSERT_TRUE(start());
-    const auto* entries = window().menues().menu("mnuFavListe");
+    const auto* entries = window().menus().menu("mnuFavListe");
     ASSERT_GT(entries->actions().size(), 8);
     for (const QAction* action : entries->actions()) checkText(action->text(), 2 * MostInLine);
     EXPECT_EQ(entries->actions().at(3)->text(), "&&lt;img src=a&&gt; A&&B␉C");

@@ -70,7 +70,7 @@ TEST_F(StartWindow, WithoutShowInfoThereIsNoPause) {
     EXPECT_LT(time.elapsed(), 1000);
 }
 
-TEST(Zentrieren, PutsAWindowIntoTheMiddleOfAnotherAndOntoTheScreen) {
+TEST(Centring, PutsAWindowIntoTheMiddleOfAnotherAndOntoTheScreen) {
     QWidget window;
     window.resize(200, 100);
     FormZentrieren({100, 50, 400, 300}, window);
@@ -79,8 +79,8 @@ TEST(Zentrieren, PutsAWindowIntoTheMiddleOfAnotherAndOntoTheScreen) {
     EXPECT_TRUE(QGuiApplication::primaryScreen()->geometry().contains(window.geometry()));
 }
 
-TEST(Parametertafel, ShowsTheSwitchesAndCloses) {
-    ParameterAnfrage request;
+TEST(ParameterWindow, ShowsTheSwitchesAndCloses) {
+    ParameterRequest request;
     frmBVK_Parameter window(request, nullptr);
     window.show();
     EXPECT_EQ(textOf(window, "lblInfo"), "Sie können den Brenvik mit folgenden Parametern aufrufen:");
@@ -91,8 +91,8 @@ TEST(Parametertafel, ShowsTheSwitchesAndCloses) {
     EXPECT_FALSE(window.isVisible());
 }
 
-TEST(OSErkennung, ShowsTheFigures) {
-    OSErkennungAnfrage request;
+TEST(OSDetection, ShowsTheFigures) {
+    OSErkennungRequest request;
     request.version.dwMajorVersion = 7;
     request.version.dwMinorVersion = 3;
     request.version.dwBuildNumber = 99;
@@ -107,15 +107,15 @@ TEST(OSErkennung, ShowsTheFigures) {
     EXPECT_FALSE(window.isVisible());
 }
 
-TEST(Knopfordnungen, ComeBackFromTheirTexts) {
-    const Knopfordnung standard{{"a"}, {"b"}, {"|"}, {"c"}};
-    EXPECT_EQ(knopfordnungText(standard), "a,b,|,c");
+TEST(ButtonOrders, ComeBackFromTheirTexts) {
+    const ButtonOrder standard{{"a"}, {"b"}, {"|"}, {"c"}};
+    EXPECT_EQ(buttonOrderText(standard), "a,b,|,c");
     const std::pair<const char*, const char*> cases[] = {{"", "a,b,|,c"}, {"c,|,-a,b", "c,|,-a,b"}, {"c", "c,a,b"}, {"x,b,b,-b", "b,a,c"}, {"-a,-b,-c", "a,b,|,c"},
                                                          {"|,|", "a,b,|,c"}, {",,c;a", "a,b,|,c"}};
-    for (const auto& [text, result] : cases) EXPECT_EQ(knopfordnungText(knopfordnung(text, standard)), result) << text;
+    for (const auto& [text, result] : cases) EXPECT_EQ(buttonOrderText(buttonOrder(text, standard)), result) << text;
 }
 
-TEST_F(Fensterprobe, AToolbarIsArrangedInItsWindow) {
+TEST_F(WindowFixture, AToolbarIsArrangedInItsWindow) {
     auto& bar = control<QToolBar>("tbrFavoriten");
     QTimer::singleShot(0, qApp, [] {
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());

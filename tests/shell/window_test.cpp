@@ -10,7 +10,7 @@ namespace brenvik::test {
 
 using Names = std::set<std::string>;
 
-class Commands : public Fensterprobe {
+class Commands : public WindowFixture {
 protected:
     Names enabled() {
         Names names;
@@ -27,20 +27,20 @@ TEST_F(Commands, AreThereButDisabledUntilSomebodyHandlesThem) {
 }
 
 TEST_F(Commands, AFlagServesAllControlsOfItsCommand) {
-    for (int befehl = 0; befehl <= static_cast<int>(Befehl::History); ++befehl)
-        if (enableFlagOf(static_cast<Befehl>(befehl))) window.setCommand(static_cast<Befehl>(befehl), [] {});
+    for (int command = 0; command <= static_cast<int>(Command::History); ++command)
+        if (enableFlagOf(static_cast<Command>(command))) window.setCommand(static_cast<Command>(command), [] {});
     const Names always = enabled();
-    const std::pair<bool Hauptfenster::*, Names> pairs[] = {
-        {&Hauptfenster::KeySave, {"tbrRegSave", "mnuRegSave", "cmdRegSave"}},
-        {&Hauptfenster::KeyDel, {"cmdRegDel", "mnuRegDel", "tbrRegDel"}},
-        {&Hauptfenster::Default, {"cmdDefault", "mnuDefault"}},
-        {&Hauptfenster::RegFile, {"tbrRegFileSave", "tbrAddRegListe", "mnuAddRegListe", "mnuRegFileSave"}},
-        {&Hauptfenster::ADMFile, {"tbrADMFileSave", "tbrAddADMListe", "mnuAddADMListe", "mnuADMFileSave"}},
-        {&Hauptfenster::KeyInfo, {"cmdKeyInfo", "mnuKeyInfo"}},
-        {&Hauptfenster::RegListe, {"mnuSrvRegListe", "tbrSrvRegListe"}},
-        {&Hauptfenster::ADMListe, {"mnuSrvADMListe", "tbrSrvADMListe"}},
-        {&Hauptfenster::mnuBSFreigabe, {"mnuBSFreigabe"}},
-        {&Hauptfenster::tbrHistory, {"tbrHistory"}},
+    const std::pair<bool MainWindow::*, Names> pairs[] = {
+        {&MainWindow::KeySave, {"tbrRegSave", "mnuRegSave", "cmdRegSave"}},
+        {&MainWindow::KeyDel, {"cmdRegDel", "mnuRegDel", "tbrRegDel"}},
+        {&MainWindow::Default, {"cmdDefault", "mnuDefault"}},
+        {&MainWindow::RegFile, {"tbrRegFileSave", "tbrAddRegListe", "mnuAddRegListe", "mnuRegFileSave"}},
+        {&MainWindow::ADMFile, {"tbrADMFileSave", "tbrAddADMListe", "mnuAddADMListe", "mnuADMFileSave"}},
+        {&MainWindow::KeyInfo, {"cmdKeyInfo", "mnuKeyInfo"}},
+        {&MainWindow::RegListe, {"mnuSrvRegListe", "tbrSrvRegListe"}},
+        {&MainWindow::ADMListe, {"mnuSrvADMListe", "tbrSrvADMListe"}},
+        {&MainWindow::mnuBSFreigabe, {"mnuBSFreigabe"}},
+        {&MainWindow::tbrHistory, {"tbrHistory"}},
     };
     for (const auto& [flag, names] : pairs) {
         record.*flag = true;
@@ -55,17 +55,17 @@ TEST_F(Commands, AFlagServesAllControlsOfItsCommand) {
 TEST_F(Commands, HandOnTheCaptionOfTheControlThatWasUsed) {
     record.fraSteuerung = record.KeySave = record.Default = record.KeyDel = true;
     window.windowChanged();
-    EXPECT_EQ(window.menues().action("mnuRegSave")->text(), "Wert s&peichern...") << "until the first Tip";
+    EXPECT_EQ(window.menus().action("mnuRegSave")->text(), "Wert s&peichern...") << "until the first Tip";
     record.mnuRegSave = "Wert &speichern...";
     record.cmdRegSave = "&Neu";
     record.cmdDefault = "&Bearbeiten";
     record.mnuDefault = "Stan&dard...";
     window.windowChanged();
     log.take();
-    window.menues().action("mnuRegSave")->trigger();
+    window.menus().action("mnuRegSave")->trigger();
     window.coolBar().button("tbrRegSave")->trigger();
     QTest::mouseClick(&control<QPushButton>("cmdRegSave"), Qt::LeftButton);
-    window.menues().action("mnuDefault")->trigger();
+    window.menus().action("mnuDefault")->trigger();
     QTest::mouseClick(&control<QPushButton>("cmdDefault"), Qt::LeftButton);
     window.coolBar().button("tbrRegDel")->trigger();
     EXPECT_EQ(log.take(), (Lines{"save Wert &speichern...", "save &Neu", "save &Neu", "default Stan&dard...", "default &Bearbeiten", "delete"}));
@@ -73,7 +73,7 @@ TEST_F(Commands, HandOnTheCaptionOfTheControlThatWasUsed) {
 
 TEST_F(Commands, ControlSSavesThroughTheButtonAndControlFSearches) {
     int searches = 0;
-    window.setCommand(Befehl::Suchen, [&] { ++searches; });
+    window.setCommand(Command::Suchen, [&] { ++searches; });
     record.fraSteuerung = true;
     window.windowChanged();
     window.activateWindow();
@@ -85,19 +85,19 @@ TEST_F(Commands, ControlSSavesThroughTheButtonAndControlFSearches) {
 }
 
 TEST_F(Commands, WhatTheSystemHidesIsHidden) {
-    record.versteckt["System"] = {"mnusugverif", "mnuDrWotson16"};
+    record.hidden["System"] = {"mnusugverif", "mnuDrWotson16"};
     record.blnNTFamilie = false;
     window.windowChanged();
-    for (const char* hidden : {"mnusugverif", "mnuDrWotson16", "mnuRegedt32"}) EXPECT_FALSE(window.menues().action(hidden)->isVisible()) << hidden;
+    for (const char* hidden : {"mnusugverif", "mnuDrWotson16", "mnuRegedt32"}) EXPECT_FALSE(window.menus().action(hidden)->isVisible()) << hidden;
     for (const char* hidden : {"tbrNetz", "tbrProfil"}) EXPECT_FALSE(window.coolBar().button(hidden)->isVisible()) << hidden;
-    record.versteckt.clear();
+    record.hidden.clear();
     record.blnNTFamilie = true;
     window.windowChanged();
-    for (const char* shown : {"mnusugverif", "mnuDrWotson16", "mnuRegedt32"}) EXPECT_TRUE(window.menues().action(shown)->isVisible()) << shown;
+    for (const char* shown : {"mnusugverif", "mnuDrWotson16", "mnuRegedt32"}) EXPECT_TRUE(window.menus().action(shown)->isVisible()) << shown;
     EXPECT_TRUE(window.coolBar().button("tbrNetz")->isVisible());
 }
 
-class Tree : public Fensterprobe {
+class Tree : public WindowFixture {
 protected:
     Tree() {
         const int group = addNode(record, 0, "System", TreeNode::Art::Gruppe, 1);
@@ -106,10 +106,10 @@ protected:
         const int gone = addNode(record, 0, "leer", TreeNode::Art::Gruppe, 1);
         record.tvBVKDB[0].kinder.pop_back();        // taken out again by the engine
         removed = gone;
-        record.ausgewaehlterKnoten = 3;
+        record.selectedNode = 3;
         window.treeChanged();
     }
-    TippTree& tree() { return control<TippTree>("tvBVKDB"); }
+    TipTreeView& tree() { return control<TipTreeView>("tvBVKDB"); }
     int removed = 0;
 };
 
@@ -126,7 +126,7 @@ TEST_F(Tree, ShowsTheNodesInOrderAndSelectsWithoutAnEvent) {
     EXPECT_EQ(tree().currentIndex().data().toString(), "ähnlich");
     EXPECT_TRUE(tree().isExpanded(root));
     EXPECT_TRUE(tree().isExpanded(group)) << "the selected node is made visible";
-    record.ausgewaehlterKnoten = 5;
+    record.selectedNode = 5;
     window.selectionChanged();
     EXPECT_EQ(tree().currentIndex().data().toString(), "Boot");
     record.tvBVKDB.clear();                          // the engine builds the next tree, events run meanwhile
@@ -145,13 +145,13 @@ TEST_F(Tree, AClickAndAReleasedKeyChooseANode) {
     EXPECT_EQ(log.take(), Lines{});
 }
 
-TEST_F(Fensterprobe, DescriptionStatusAndRegionsFollowTheRecord) {
+TEST_F(WindowFixture, DescriptionStatusAndRegionsFollowTheRecord) {
     EXPECT_TRUE(control<QFrame>("fraBVKLogo").isVisible());
     EXPECT_FALSE(control<QFrame>("fraSteuerung").isVisible());
     record.sbrBVK = {"PC: X", "Tipp ist geeignet für: XP", "Index: 7"};
     record.txtInfo = "eins\r\nzwei";
     record.fraInfo = "Achtung";
-    record.fraInfoFarbe = TextFarbe::Rot;
+    record.fraInfoFarbe = TextColour::Rot;
     record.lblDBTippU = "Überschrift";
     showPanels({panelOfKind(art::CheckBox)});
     EXPECT_FALSE(control<QFrame>("fraBVKLogo").isVisible());
@@ -163,7 +163,7 @@ TEST_F(Fensterprobe, DescriptionStatusAndRegionsFollowTheRecord) {
     EXPECT_EQ(control<QLabel>("sbrBVK(2)").text(), "Tipp ist geeignet für: XP");
 }
 
-TEST_F(Fensterprobe, SplittersKeepTheirLimits) {
+TEST_F(WindowFixture, SplittersKeepTheirLimits) {
     const auto left = [&] { return toTwips(control<SplitterBar>("imgSplitterV").x()); };
     const auto top = [&] { return toTwips(control<SplitterBar>("imgSplitterH").y()); };
     window.SizeControlsV(100);

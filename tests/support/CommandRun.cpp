@@ -15,7 +15,7 @@ std::string quoted(const std::string& word) {
 
 }  // namespace
 
-Ergebnis run(const std::filesystem::path& program, const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+CommandRun run(const std::filesystem::path& program, const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
              const std::string& input) {
     const TempDir dir;
     std::string command = "env";

@@ -6,13 +6,13 @@
 
 namespace brenvik::test {
 
-struct Ergebnis {
+struct CommandRun {
     int code = -1;
     std::string out, err;
 };
 
 // Environment as "NAME=value" words in front of the command.
-Ergebnis run(const std::filesystem::path& program, const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
+CommandRun run(const std::filesystem::path& program, const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
              const std::string& input = {});
 
 }  // namespace brenvik::test

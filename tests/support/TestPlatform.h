@@ -15,7 +15,7 @@ public:
     std::string user = "Brenvik", host = "BRENVIK-PC";
     std::vector<std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>> settingChanges;  // wParam, flags, time limit
     std::optional<std::int16_t> bits;                   // of the screen
-    std::optional<BrowserKomponente> browser;
+    std::optional<BrowserComponent> browser;
     bool sessionCanEnd = false;
     std::vector<std::string> sessionCalls;              // "privilege", "shell", "exit FLAGS REASON"
 
@@ -28,7 +28,7 @@ public:
     std::string userName() const override { return user; }
     std::string hostName() const override { return host; }
     std::optional<std::int16_t> colourBits() const override { return bits; }
-    std::optional<BrowserKomponente> browserComponent() const override { return browser; }
+    std::optional<BrowserComponent> browserComponent() const override { return browser; }
     bool canEndSession() const override { return sessionCanEnd; }
     void obtainShutdownPrivilege() override { sessionCalls.emplace_back("privilege"); }
     void terminateShell() override { sessionCalls.emplace_back("shell"); }

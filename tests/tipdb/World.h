@@ -28,14 +28,14 @@ inline std::filesystem::path bent(const TempDir& dir, const std::string& sql) {
     return file;
 }
 
-struct Welt {
-    explicit Welt(bool lenient = false) : port(lenient), ctx(port, platform, machines) {
-        ctx.heimPfad = home.path();
+struct World {
+    explicit World(bool lenient = false) : port(lenient), ctx(port, platform, machines) {
+        ctx.homePath = home.path();
         ctx.intBS = 6;
         store.setValue(Root::LocalMachine, "Software\\Microsoft\\DataAccess", ValueName::named("Version"), fromText("2.8", regtype::Sz));
         store.createKey(Root::LocalMachine, "Software\\Microsoft\\Jet");
     }
-    bool load(const std::filesystem::path& file) { return LoadDB(ctx, file) == LoadErgebnis::Geladen; }
+    bool load(const std::filesystem::path& file) { return LoadDB(ctx, file) == LoadResult::Loaded; }
     void loadFixture(const std::string& name) {
         if (!load(jetFile(name))) throw std::runtime_error("fixture not loaded: " + name);
     }

@@ -14,7 +14,7 @@ struct Output {
 };
 
 Output run(const std::filesystem::path& folder, const std::string& arguments) {
-    const Ergebnis ran = test::run(BRENVIK_PROGRAMM_DIR "/tipdb-bauen", Split(arguments, " "), {"-C", folder.string()});
+    const CommandRun ran = test::run(BRENVIK_PROGRAMM_DIR "/tipdb-bauen", Split(arguments, " "), {"-C", folder.string()});
     return {ran.code, ran.err + ran.out};
 }
 
@@ -31,9 +31,9 @@ std::string value(const std::string& rest) {
     return "[[tipp.wert]]\nwurzel = \"HKCU\"\nschluessel = 'Control Panel\\Desktop'\nname = \"X\"\ntyp = \"REG_SZ\"\n" + rest;
 }
 
-class Bauen : public testing::Test {
+class TipBuild : public testing::Test {
 protected:
-    Bauen() { dir.put("t/version.toml", Versions); }
+    TipBuild() { dir.put("t/version.toml", Versions); }
     Output build(const std::string& text) {
         dir.put("t/a.toml", text);
         return run(dir.path(), "t R.mdb");
@@ -41,7 +41,7 @@ protected:
     TempDir dir;
 };
 
-TEST_F(Bauen, whatIsWritten) {
+TEST_F(TipBuild, whatIsWritten) {
     dir.put("t/b.toml", "[gruppe]\nnummer = 1\nname = \"Unten\"\nbeschreibung = \"\"\noberhalb = 3\nreihenfolge = 1\n");
     dir.put("t/c.toml", "[gruppe]\nnummer = 7\nname = \"Vorn\"\nbeschreibung = \"Text\"\nreihenfolge = 5\n");
     const std::string source = Group + Tip +
@@ -55,7 +55,7 @@ TEST_F(Bauen, whatIsWritten) {
     EXPECT_EQ(build(source).exit, 0);
     EXPECT_EQ(bytesOf(dir / "R.mdb"), first);
 
-    Welt w;
+    World w;
     ASSERT_TRUE(w.load(dir / "R.mdb"));
     std::string tree;
     for (const Treebaum& t : w.ctx.udtTreebaum) tree += std::to_string(t.Vorgänger) + "/" + std::to_string(t.Ebene) + "/" + w.ctx.udtGruppen[static_cast<std::size_t>(t.Gruppe)].Name + " ";
@@ -72,7 +72,7 @@ TEST_F(Bauen, whatIsWritten) {
     EXPECT_EQ(run(dir.path(), "--check R.mdb").text, "R.mdb: 3 Gruppen, 1 Tipp, 2 Zeilen, Version 1.2.18; keine Beanstandungen\n");
 }
 
-TEST_F(Bauen, whatIsRefused) {
+TEST_F(TipBuild, whatIsRefused) {
     struct Case {
         std::string source;
         std::string told;  // the lines before the last
@@ -170,7 +170,7 @@ TEST_F(Bauen, whatIsRefused) {
 }
 
 // What is worth a look is told, and the database is written all the same.
-TEST_F(Bauen, hints) {
+TEST_F(TipBuild, hints) {
     const auto tip = [](int number, const std::string& systems, const std::string& rest) {
         return "[[tipp]]\nnummer = " + std::to_string(number) + "\ntitel = \"T" + std::to_string(number) + "\"\nbeschreibung = \"\"\nsysteme = [" + systems +
                "]\nneu = \"1.0.0\"\nneustart = \"nein\"\n[[tipp.wert]]\nart = \"haken\"\ntyp = \"REG_SZ\"\nwurzel = \"HKCU\"\n" + rest;
@@ -182,7 +182,7 @@ TEST_F(Bauen, hints) {
     EXPECT_EQ(out.exit, 0);
 }
 
-TEST_F(Bauen, checkingForeignDatabases) {
+TEST_F(TipBuild, checkingForeignDatabases) {
     const Output jet3 = run(jetFile("").parent_path(), "--check jet3/RegDaten.mdb"), jet4 = run(jetFile("").parent_path(), "--check jet4/RegDaten.mdb");
     EXPECT_EQ(jet3.exit, 1);
     EXPECT_EQ(jet3.text, jet4.text);

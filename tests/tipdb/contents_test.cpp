@@ -26,13 +26,13 @@ std::string escaped(std::string_view text) {
     return out;
 }
 
-std::string cellText(const Zelle& cell) {
-    if (cell.art == Zelle::Art::Null) return "\\N";
-    return cell.art == Zelle::Art::Zahl ? std::to_string(cell.number) : escaped(cell.text());
+std::string cellText(const Cell& cell) {
+    if (cell.art == Cell::Art::Null) return "\\N";
+    return cell.art == Cell::Art::Number ? std::to_string(cell.number) : escaped(cell.text());
 }
 
 // "T name", "C column", "R values", separated by tabs.
-std::string dump(const Datenbestand& data) {
+std::string dump(const Records& data) {
     std::string out;
     for (const auto& table : data.tables) {
         out += "T\t" + table->name() + "\n";
@@ -56,7 +56,7 @@ std::string expected(const std::string& name) {
     return out;
 }
 
-TEST(Inhalt, everyCellOfEveryFormat) {
+TEST(Contents, everyCellOfEveryFormat) {
     const std::string password = "Kranich-Teich-9";
     const std::pair<const char*, const char*> files[] = {
         {"RegDaten.mdb", "inhalt.tsv"}, {"RegDaten-pw.mdb", "inhalt.tsv"}, {"RegDaten-pw-codiert.mdb", "inhalt.tsv"}, {"RegDaten-luecken.mdb", "inhalt-luecken.tsv"}, {"RegDaten-hauptindex9.mdb", "inhalt-hauptindex9.tsv"}};
@@ -65,8 +65,8 @@ TEST(Inhalt, everyCellOfEveryFormat) {
     EXPECT_EQ(dump(readDatabase(jetFile("sqlite/RegDaten.mdb"), password, Tables)), expected("inhalt.tsv"));
 }
 
-// Bytes bent one after the other: the reader must come back, with the contents or with a DatenbankFehler.
-TEST(Inhalt, bentBytesNeverCrash) {
+// Bytes bent one after the other: the reader must come back, with the contents or with a DatabaseErrors.
+TEST(Contents, bentBytesNeverCrash) {
     for (const char* name : {"jet3/RegDaten.mdb", "jet4/RegDaten.mdb", "jet4/RegDaten-luecken.mdb", "sqlite/RegDaten.mdb"}) {
         const std::string good = bytesOf(jetFile(name));
         const std::string magic = good.substr(0, 20);
@@ -82,7 +82,7 @@ TEST(Inhalt, bentBytesNeverCrash) {
             try {
                 if (name[0] == 'j') readJetDatabase(bent, "", Tables);
                 else readSqliteDatabase(bent, Tables);
-            } catch (const DatenbankFehler&) {
+            } catch (const DatabaseErrors&) {
                 ++refused;
             }
         }
@@ -91,7 +91,7 @@ TEST(Inhalt, bentBytesNeverCrash) {
 }
 
 // The catalogue has two dates; with other types and bytes in their place they stand for all columns of eight bytes.
-TEST(Inhalt, datesAndNumbersOfOtherTypes) {
+TEST(Contents, datesAndNumbersOfOtherTypes) {
     constexpr std::size_t Catalogue = 2 * 4096, FirstColumn = 63, ColumnBytes = 25, Date = 4;
     const std::string good = bytesOf(jetFile("jet4/RegDaten.mdb"));
     const auto bytesOfDouble = [](double value) { return std::string(reinterpret_cast<const char*>(&value), sizeof value); };
@@ -110,13 +110,13 @@ TEST(Inhalt, datesAndNumbersOfOtherTypes) {
         std::string bytes = good;
         bytes[Catalogue + FirstColumn + Date * ColumnBytes] = c.type;
         for (std::size_t at = 0; (at = bytes.find(bytesOfDouble(37569.5), at)) != std::string::npos; ++at) bytes.replace(at, 8, c.value);
-        const Datenbestand data = readJetDatabase(bytes, "", {"MSysObjects"});
+        const Records data = readJetDatabase(bytes, "", {"MSysObjects"});
         ASSERT_EQ(data.tables.size(), 1U);
         EXPECT_EQ(cellText(data.tables[0]->cell(5, Date)), c.read) << int(c.type);
     }
 }
 
-TEST(Inhalt, aSqliteFileMayHoldStrangeThings) {
+TEST(Contents, aSqliteFileMayHoldStrangeThings) {
     const TempDir dir;
     const auto make = [&](const std::string& name, const std::string& sql) {
         const auto file = dir / name;
@@ -132,10 +132,10 @@ TEST(Inhalt, aSqliteFileMayHoldStrangeThings) {
               "T\tRegDaten\nC\tIndex\nC\ta\nC\tb\nR\t7\t2.0\t1.5\nR\t8\tA\xEF\xBF\xBD" "B\t\\N\n");
     EXPECT_EQ(reading(make("sicht.mdb", "create view RegDaten as with recursive c(x) as (select 1 union all select x+1 from c) select x from c")), "");
     EXPECT_EQ(reading(make("wal.mdb", "pragma journal_mode=wal; create table RegDaten(x integer); insert into RegDaten values(5)")), "T\tRegDaten\nC\tx\nR\t5\n");
-    EXPECT_THROW(reading(make("blob.mdb", "create table RegDaten(x blob); insert into RegDaten values(x'00')")), DatenbankFehler);
+    EXPECT_THROW(reading(make("blob.mdb", "create table RegDaten(x blob); insert into RegDaten values(x'00')")), DatabaseErrors);
     EXPECT_THROW(reading(make("endlos.mdb", "create table RegDaten(x integer, y text as (printf('%.*c', 50000000, 'x')));"
                                             "with recursive c(x) as (select 1 union all select x+1 from c where x<100) insert into RegDaten(x) select x from c")),
-                 DatenbankFehler);
+                 DatabaseErrors);
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ class Facts : public testing::TestWithParam<const char*> {};
 INSTANTIATE_TEST_SUITE_P(Formats, Facts, testing::Values("jet3", "jet4", "sqlite"), [](const auto& format) { return std::string(format.param); });
 
 TEST_P(Facts, tablesInMemory) {
-    Welt w;
+    World w;
     w.loadFixture(GetParam() + std::string("/RegDaten.mdb"));
     EXPECT_TRUE(w.ctx.blnDBGeladen);
     EXPECT_EQ(w.ctx.strDBVersion, "1.2.18");
@@ -47,9 +47,9 @@ TEST_P(Facts, tablesInMemory) {
     EXPECT_EQ(tree, "1/1/1/0 2/1/1/1 3/1/1/2 4/2/2/3 5/2/2/7 6/1/1/4 7/1/1/5 8/1/1/6 9/1/1/0 ");
 
     std::string tips;
-    for (const TippListenEintrag& t : w.ctx.udtTippListe) tips += std::to_string(t.Index) + " ";
+    for (const TipListEntry& t : w.ctx.udtTippListe) tips += std::to_string(t.Index) + " ";
     EXPECT_EQ(tips, "1 2 3 4 5 7 10 11 14 15 18 19 20 21 23 24 25 26 27 28 29 30 31 32 33 34 35 ");
-    const TippListenEintrag& effects = w.ctx.udtTippListe[8];
+    const TipListEntry& effects = w.ctx.udtTippListe[8];
     EXPECT_EQ(effects.Überschrift, "Effekte der Oberfläche");
     EXPECT_EQ(effects.NeuInVersion, "1.2.9");
     EXPECT_THAT(effects.Filter, ElementsAre(true, false, false, false, false, true, true));
@@ -101,7 +101,7 @@ TEST(LoadDB, badInput) {
     };
     for (const BadInput& c : cases) {
         SCOPED_TRACE(c.name);
-        Welt w;
+        World w;
         w.ctx.strKlickWav = "klick.wav";
         for (const std::string& text : c.told) w.port.expectBox(text, isReport(text) ? Answer::No : Answer::OK);
         EXPECT_EQ(w.load(c.file), c.goesOn);
@@ -116,7 +116,7 @@ TEST(LoadDB, badInput) {
 }
 
 TEST(LoadDB, damagedFilesEndInTheReport) {
-    Welt w;
+    World w;
     int count = 0;
     for (const auto& entry : fs::directory_iterator(jetFile("beschaedigt"))) {
         SCOPED_TRACE(entry.path().filename().string());
@@ -156,21 +156,21 @@ TEST(LoadDB, anotherDatabaseIsRefusedInOneBox) {
         {"few columns", made("g", "drop table Version; create table Version(Version text); insert into Version values('1')"), "Tabelle Version: Die Spalte 1 gibt es nicht."},
         {"a bad number", made("h", "update RegDaten set Symbol='viel' where \"Index\"=5"), "Tabelle RegDaten, Index 5, Spalte Symbol: Typen unverträglich"},
     };
-    Welt w;
+    World w;
     w.loadFixture("jet4/RegDaten.mdb");
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         w.port.expectBox("Die Datei \"" + c.file.string() + "\" wird nicht als Tipp-Datenbank geöffnet.\r\n\r\n" + c.reason);
-        EXPECT_FALSE(andereDatenbankLaden(w.ctx, c.file));
+        EXPECT_FALSE(loadOtherDatabase(w.ctx, c.file));
         EXPECT_THAT(w.port.lastBox(), testing::AllOf(testing::EndsWith("\r\n\r\nDie bisherige Datenbank bleibt geöffnet."), testing::Not(HasSubstr("beendet"))));
         EXPECT_EQ(w.ctx.udtTippListe.size(), 27U);
-        EXPECT_EQ(w.ctx.datenbankDatei, jetFile("jet4/RegDaten.mdb"));
+        EXPECT_EQ(w.ctx.databaseFile, jetFile("jet4/RegDaten.mdb"));
     }
     w.port.expectBox("ist nicht für diese Programmversion geeignet");
-    EXPECT_FALSE(andereDatenbankLaden(w.ctx, jetFile("jet3/RegDaten-format7.mdb")));
+    EXPECT_FALSE(loadOtherDatabase(w.ctx, jetFile("jet3/RegDaten-format7.mdb")));
     w.readTip(5);
     EXPECT_EQ(w.ctx.aktuellerTipp.Überschrift, "Einträge im Startmenü sperren");
-    EXPECT_TRUE(andereDatenbankLaden(w.ctx, jetFile("jet3/RegDaten-leer.mdb")));
+    EXPECT_TRUE(loadOtherDatabase(w.ctx, jetFile("jet3/RegDaten-leer.mdb")));
     EXPECT_TRUE(w.ctx.udtTippListe.empty() && w.ctx.blnDBGeladen);
 }
 
@@ -207,11 +207,11 @@ TEST(LoadDB, hostileSizes) {
     const TempDir dir;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        Welt w;
+        World w;
         const fs::path file = bent(dir, c.sql);
         if (!c.refusal.empty()) w.port.expectBox(c.refusal);
         const std::clock_t before = std::clock();
-        EXPECT_EQ(andereDatenbankLaden(w.ctx, file), c.refusal.empty());
+        EXPECT_EQ(loadOtherDatabase(w.ctx, file), c.refusal.empty());
         EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 5.0);
         EXPECT_TRUE(w.port.done());
     }
@@ -219,37 +219,37 @@ TEST(LoadDB, hostileSizes) {
 
 TEST(LoadDB, theBuiltInPasswordOpensAProtectedFileAndStaysOutOfTheTrace) {
     for (const char* name : {"jet3/RegDaten-pw.mdb", "jet4/RegDaten-pw.mdb", "jet3/RegDaten-pw-codiert.mdb", "jet4/RegDaten-pw-codiert.mdb"}) {
-        Welt w;
+        World w;
         w.ctx.trace.setFile(w.home / "trace.log");
         w.ctx.trace.setDebug(true);
         w.loadFixture(name);
         EXPECT_EQ(w.ctx.udtTippListe.size(), 27U) << name;
-        w.ctx.trace.write("x" + datenbankPasswort(w.ctx));
-        EXPECT_THAT(bytesOf(w.home / "trace.log"), testing::Not(HasSubstr(datenbankPasswort(w.ctx))));
+        w.ctx.trace.write("x" + databasePassword(w.ctx));
+        EXPECT_THAT(bytesOf(w.home / "trace.log"), testing::Not(HasSubstr(databasePassword(w.ctx))));
     }
-    EXPECT_EQ(Welt{}.ctx.blnDBGeladen, false);
+    EXPECT_EQ(World{}.ctx.blnDBGeladen, false);
 }
 
 TEST(LoadDB, otherPasswordsOpenWithTheirOwn) {
     for (const char* name : {"jet3/RegDaten-pw-umlaut.mdb", "jet4/RegDaten-pw-umlaut.mdb"}) {
-        Welt w;
+        World w;
         const auto connection = w.ctx.objDB.ConnectAccess(w.ctx, jetFile(name), "Grüße-Ärmel-15€");
-        EXPECT_EQ(connection->State(), Connection::Offen) << name;
+        EXPECT_EQ(connection->State(), Connection::IsOpen) << name;
     }
 }
 
 TEST(LoadDB, whatFollowsAFailedConnection) {
-    const std::vector<DatenbankFehlerEintrag> none, authentication = {{static_cast<std::int32_t>(0x80040E4D), "", "", ""}}, other = {{1, "", "", ""}};
+    const std::vector<DatabaseErrorEntry> none, authentication = {{static_cast<std::int32_t>(0x80040E4D), "", "", ""}}, other = {{1, "", "", ""}};
     const auto auth = static_cast<std::int32_t>(0x80040E4D);
-    EXPECT_EQ(verbindungsfolge(auth, authentication, 0), Verbindungsfolge::StillAufgeben);
-    EXPECT_EQ(verbindungsfolge(auth, other, 0), Verbindungsfolge::PasswortMelden);
-    EXPECT_EQ(verbindungsfolge(auth, none, 1), Verbindungsfolge::PasswortMelden);
-    EXPECT_EQ(verbindungsfolge(auth, none, 2), Verbindungsfolge::Aufgeben);
-    EXPECT_EQ(verbindungsfolge(3706, none, 0), Verbindungsfolge::TreiberMelden);
-    EXPECT_EQ(verbindungsfolge(430, none, 0), Verbindungsfolge::TreiberMelden);
-    EXPECT_EQ(verbindungsfolge(-2147467259, other, 0), Verbindungsfolge::Bericht);
-    for (const char* version : {"2.8", "2.5", "2.50.4403.12"}) EXPECT_TRUE(mdacGenuegt(version)) << version;
-    for (const char* version : {"2.1", "10.0", "0"}) EXPECT_FALSE(mdacGenuegt(version)) << version;   // compared as texts
+    EXPECT_EQ(connectionSequence(auth, authentication, 0), ConnectionSequence::GiveUpSilently);
+    EXPECT_EQ(connectionSequence(auth, other, 0), ConnectionSequence::PasswordAsk);
+    EXPECT_EQ(connectionSequence(auth, none, 1), ConnectionSequence::PasswordAsk);
+    EXPECT_EQ(connectionSequence(auth, none, 2), ConnectionSequence::GiveUp);
+    EXPECT_EQ(connectionSequence(3706, none, 0), ConnectionSequence::DriverReport);
+    EXPECT_EQ(connectionSequence(430, none, 0), ConnectionSequence::DriverReport);
+    EXPECT_EQ(connectionSequence(-2147467259, other, 0), ConnectionSequence::Report);
+    for (const char* version : {"2.8", "2.5", "2.50.4403.12"}) EXPECT_TRUE(mdacSuffices(version)) << version;
+    for (const char* version : {"2.1", "10.0", "0"}) EXPECT_FALSE(mdacSuffices(version)) << version;   // compared as texts
 }
 
 }  // namespace

@@ -11,14 +11,14 @@
 namespace brenvik::test {
 namespace {
 
-std::string indexes(Welt& w, const std::string& sql) {
+std::string indexes(World& w, const std::string& sql) {
     const auto rs = w.ctx.objDB.GetNewRS(w.ctx, w.ctx.objVerbindung.get(), sql);
     std::string out;
     for (; !rs->atEOF(); rs->MoveNext()) out += rs->text(0) + " ";
     return out;
 }
 
-TEST(Abfrage, statementsOfTheProgram) {
+TEST(Query, statementsOfTheProgram) {
     const std::pair<const char*, const char*> where[] = {
         {"Index=5 or HauptIndex=5", "5 6 9 "},
         {"Index=7 or HauptIndex=7", "7 8 "},
@@ -41,7 +41,7 @@ TEST(Abfrage, statementsOfTheProgram) {
         {"Überschrift Like '%Index%' or Wertname Like 'index'", ""},
     };
     for (const char* format : {"jet3", "jet4", "sqlite"}) {
-        Welt w;
+        World w;
         w.loadFixture(std::string(format) + "/RegDaten.mdb");
         for (const auto& [condition, found] : where) EXPECT_EQ(indexes(w, std::string("Select * From RegDaten where ") + condition), found) << format << ": " << condition;
         EXPECT_EQ(indexes(w, "Select Index, Überschrift, Beschreibung, Wertname, HauptIndex From RegDaten where Wertname Like '%n%' and HauptIndex=5 order by 1 desc"), "9 6 ");
@@ -51,17 +51,17 @@ TEST(Abfrage, statementsOfTheProgram) {
     }
 }
 
-TEST(Abfrage, hauptIndexIsReachedByNameWhereverItStands) {
+TEST(Query, hauptIndexIsReachedByNameWhereverItStands) {
     for (const char* format : {"jet3", "jet4"}) {
-        Welt w;
+        World w;
         w.loadFixture(std::string(format) + "/RegDaten-hauptindex9.mdb");
         EXPECT_EQ(indexes(w, "Select * From RegDaten where Index=5 or HauptIndex=5"), "5 6 9 ");
         w.readTip(5);
-        EXPECT_EQ(w.ctx.aktuellerTipp.letzterEintrag(), 3U);
+        EXPECT_EQ(w.ctx.aktuellerTipp.lastEntry(), 3U);
     }
 }
 
-TEST(Abfrage, failuresAreReported) {
+TEST(Query, failuresAreReported) {
     const std::string reading = "[&h80040E14]\r\nFehler in der Abfrage: Es darf nur gelesen werden.\r\n";
     const std::pair<std::string, std::string> bad[] = {
         {"Select * From RegDaten where Überschrift Like '%it's%'", "Fehler in der Abfrage: Sie ist ab \"s\" nicht zu verstehen.\r\n"},
@@ -78,13 +78,13 @@ TEST(Abfrage, failuresAreReported) {
         {"pragma user_version=5", reading},
         {"create table x(y)", reading},
     };
-    Welt w;
+    World w;
     w.loadFixture("sqlite/RegDaten.mdb");
     for (const auto& [sql, reason] : bad) {
         SCOPED_TRACE(sql);
         w.port.expectBox("RS.Source: " + sql, Answer::Yes);
         const auto rs = w.ctx.objDB.GetNewRS(w.ctx, w.ctx.objVerbindung.get(), sql);
-        EXPECT_EQ(rs->State(), RecordSet::Geschlossen);
+        EXPECT_EQ(rs->State(), RecordSet::Closed);
         EXPECT_EQ(rs->Source(), sql);
         EXPECT_EQ(w.port.lastBox().rfind("bvkADO.GetNewRS", 0), 0U) << w.port.lastBox();
         EXPECT_NE(w.port.lastBox().find(reason), std::string::npos) << w.port.lastBox();
@@ -92,18 +92,18 @@ TEST(Abfrage, failuresAreReported) {
     EXPECT_EQ(w.port.clipboard.size(), std::size(bad));
     w.ctx.objDB.ConnectionClose(w.ctx.objVerbindung.get());
     w.port.expectBox("geschlossen", Answer::No);
-    EXPECT_EQ(w.ctx.objDB.GetNewRS(w.ctx, w.ctx.objVerbindung.get(), "Select * From RegDaten")->State(), RecordSet::Geschlossen);
+    EXPECT_EQ(w.ctx.objDB.GetNewRS(w.ctx, w.ctx.objVerbindung.get(), "Select * From RegDaten")->State(), RecordSet::Closed);
     EXPECT_TRUE(w.ctx.objDB.RSClose(nullptr));
     EXPECT_TRUE(w.ctx.objDB.ConnectionClose(nullptr));
 }
 
-TEST(Abfrage, indexIsQuotedOutsideOfTexts) {
+TEST(Query, indexIsQuotedOutsideOfTexts) {
     EXPECT_EQ(quoteIndexWord("Select Index, INDEX From T where HauptIndex=1 and a='Index' and \"Index\"=[Index] or äindex=index"),
               "Select \"Index\", \"INDEX\" From T where HauptIndex=1 and a='Index' and \"Index\"=[Index] or äindex=\"index\"");
     EXPECT_EQ(quoteIndexWord("a='offen Index"), "a='offen Index");
 }
 
-TEST(Abfrage, comparingTexts) {
+TEST(Query, comparingTexts) {
     const std::pair<const char*, const char*> equal[] = {{"Ä", "ä"}, {"GRÖSSE", "größe"}, {"Straße", "STRASSE"}, {"", ""}, {"ÿ", "Ÿ"}, {"œ", "Œ"}};
     for (const auto& [a, b] : equal) EXPECT_EQ(compareDatabaseTexts(a, b), 0) << a << " " << b;
     const char* ascending[] = {"", "1", "a", "Ä", "ab", "B", "o", "Ö", "p"};
@@ -129,8 +129,8 @@ std::int32_t errorOf(const std::function<void()>& work) {
     }
 }
 
-TEST(Abfrage, recordSet) {
-    Welt w;
+TEST(Query, recordSet) {
+    World w;
     w.loadFixture("jet4/RegDaten.mdb");
     RecordSet& rs = *w.ctx.objRS;
     rs.MoveLast();

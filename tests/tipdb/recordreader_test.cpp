@@ -8,7 +8,7 @@ namespace {
 
 std::string quoted(const std::string& text) { return "[" + text + "]"; }
 
-std::string entryText(const TippEintrag& e) {
+std::string entryText(const TipEntry& e) {
     return std::to_string(e.TippIndex) + " " + e.Hauptschlüssel + quoted(e.Schlüssel) + quoted(e.SchlüsselNT) + quoted(e.Wertname) + " typ" + std::to_string(e.Datentyp) + " art" + std::to_string(e.Ausgabeart) +
            " ein" + quoted(e.WertEin) + " aus" + quoted(e.WertAus) + " text" + quoted(e.Anzeigetext) + " liste" + quoted(e.Werteliste) + " standard" + quoted(e.Standardwert) + " anpassen" + std::to_string(e.TypAnpassen) +
            " label" + quoted(e.Beschriftung) + "\n";
@@ -22,18 +22,18 @@ std::string recordText(const Tipp& t) {
     return out;
 }
 
-class Satz : public testing::TestWithParam<const char*> {
+class TipRecord : public testing::TestWithParam<const char*> {
 protected:
-    Satz() { w.loadFixture(GetParam() + std::string("/RegDaten.mdb")); }
+    TipRecord() { w.loadFixture(GetParam() + std::string("/RegDaten.mdb")); }
     std::string tip(std::int32_t index) {
         w.readTip(index);
         return recordText(w.ctx.aktuellerTipp);
     }
-    Welt w;
+    World w;
 };
-INSTANTIATE_TEST_SUITE_P(Formats, Satz, testing::Values("jet3", "jet4", "sqlite"), [](const auto& format) { return std::string(format.param); });
+INSTANTIATE_TEST_SUITE_P(Formats, TipRecord, testing::Values("jet3", "jet4", "sqlite"), [](const auto& format) { return std::string(format.param); });
 
-TEST_P(Satz, wholeRecords) {
+TEST_P(TipRecord, wholeRecords) {
     const std::string policies = "HKEY_CURRENT_USER[Software\\Microsoft\\Windows\\CurrentVersion\\Policies\\Explorer][]";
     const std::string rest = " liste[] standard[] anpassen0 label";
     EXPECT_EQ(tip(5), "Einträge im Startmenü sperren | 2 | Sperrt einzelne Einträge des Startmenüs. | hilfe205 anzahl2 111111 neustart2 ini0 neu[1.0.0] symbol3 adm1\n"
@@ -54,7 +54,7 @@ TEST_P(Satz, wholeRecords) {
     EXPECT_TRUE(w.port.boxes.empty());
 }
 
-TEST_P(Satz, numbersAtTheirLimits) {
+TEST_P(TipRecord, numbersAtTheirLimits) {
     EXPECT_EQ(tip(35).substr(0, tip(35).find(" text[")), "Grenzwerte der Zahlen | 1 |  | hilfe-1 anzahl200 100000 neustart128 ini0 neu[1.0.0] symbol-32768 adm1\n"
                                       "35 HKEY_LOCAL_MACHINE[Software\\Grenzwerte][][x] typ-2147483648 art-1 ein[€] aus[]");
     EXPECT_EQ(w.ctx.aktuellerTipp.Eintrag.size(), 202U);
@@ -62,7 +62,7 @@ TEST_P(Satz, numbersAtTheirLimits) {
     EXPECT_EQ(entryText(w.ctx.aktuellerTipp.Eintrag[201]), entryText({}));
 }
 
-TEST_P(Satz, windowsPath) {
+TEST_P(TipRecord, windowsPath) {
     for (const auto& [system, folder] : std::map<int, std::string>{{1, "System"}, {2, "System"}, {5, "System"}, {3, "System32"}, {4, "System32"}, {6, "System32"}, {0, "System32"}}) {
         w.ctx.intBS = static_cast<std::int16_t>(system);
         tip(18);
@@ -71,7 +71,7 @@ TEST_P(Satz, windowsPath) {
     }
 }
 
-TEST_P(Satz, fileList) {
+TEST_P(TipRecord, fileList) {
     const auto system = w.home / "drive_c/WINDOWS/system32";
     w.home.put("drive_c/WINDOWS/system32/desk.cpl", "x");
     w.home.put("drive_c/WINDOWS/system32/Fremd.CPL", "x");
@@ -85,7 +85,7 @@ TEST_P(Satz, fileList) {
                        "15" + key + "[timedate.cpl] typ1 art8 ein[No] aus[Yes] text[Datum und Uhrzeit]" + rest);
 }
 
-TEST_P(Satz, searchGoesForwardOnly) {
+TEST_P(TipRecord, searchGoesForwardOnly) {
     w.ctx.objRS->MoveFirst();
     DBTippSuchen(w.ctx, "Startseite");
     EXPECT_EQ(w.ctx.aktuellerTipp.Eintrag[1].TippIndex, 33);
@@ -94,7 +94,7 @@ TEST_P(Satz, searchGoesForwardOnly) {
     EXPECT_EQ(w.ctx.aktuellerTipp.Überschrift, "Startseite");
 }
 
-TEST_P(Satz, singleTexts) {
+TEST_P(TipRecord, singleTexts) {
     struct Case {
         spalte::Spalte column;
         int index, system;
@@ -120,7 +120,7 @@ TEST_P(Satz, singleTexts) {
 }
 
 // Rows that no shipped database has, made by bending single cells of the fixture.
-TEST(SatzBent, numbersThatDoNotFitAreReported) {
+TEST(TipRecordBent, numbersThatDoNotFitAreReported) {
     struct Case {
         const char* change;
         int index;
@@ -137,7 +137,7 @@ TEST(SatzBent, numbersThatDoNotFitAreReported) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.change);
         const auto file = bent(dir, c.change);
-        Welt w;
+        World w;
         // A symbol beyond its range already stops the loading of the list.
         const bool inList = std::string(c.change).find("Symbol") != std::string::npos;
         if (inList) {
@@ -152,7 +152,7 @@ TEST(SatzBent, numbersThatDoNotFitAreReported) {
         w.readTip(c.index);
         EXPECT_NE(w.port.lastBox().find(c.place), std::string::npos) << w.port.lastBox();
         EXPECT_EQ(w.ctx.aktuellerTipp.Überschrift, "Einträge im Startmenü sperren");
-        for (const TippEintrag& e : w.ctx.aktuellerTipp.Eintrag) EXPECT_NE(e.Wertname, "MenuShowDelay");  // nothing of the Tip before
+        for (const TipEntry& e : w.ctx.aktuellerTipp.Eintrag) EXPECT_NE(e.Wertname, "MenuShowDelay");  // nothing of the Tip before
         EXPECT_TRUE(w.port.done());
     }
 }

@@ -30,27 +30,27 @@ Dump dumpOf(RegStore& store) {
     return out;
 }
 
-class AlleTipps : public ::testing::Test {
+class AllTips : public ::testing::Test {
 protected:
     void start(bool filled) {
         const std::filesystem::path shipped = BRENVIK_PROGRAMM_DIR;
         if (!filled) SqliteStore(dir / "registry.db").createKey(Root::Users, std::string(Sid) + "\\Software");
         port.onWindow("frmBVK_OSErkennung", [](WindowRequest&) {});   // an empty registry names no system
-        programm = std::make_unique<Programm>(port, platform, ProgrammOptionen{dir.path(), shipped}, observer, recorder);
-        programm->loadSettings();
-        programm->detectSystem();
+        program = std::make_unique<Program>(port, platform, ProgramOptions{dir.path(), shipped}, observer, recorder);
+        program->loadSettings();
+        program->detectSystem();
         ctx().intBS = 6;
         ctx().einstellungen.BSSystemAktiv = false;   // Tips for older systems are shown too
         ctx().einstellungen.SoundOn = false;
         ctx().einstellungen.LöschenAktiv = true;
-        ASSERT_TRUE(programm->loadDatabase());
+        ASSERT_TRUE(program->loadDatabase());
         engine().tree().TreeEinlesen();
         port.onWindow("frmBVK_Datentyp", [this](WindowRequest&) { ++conflicts; });
-        port.onWindow("frmBVK_BootINI", [](WindowRequest& w) { dynamic_cast<BootINIAnfrage&>(w).antwort = BootINIAnfrage::Antwort::Ueberschreiben; });
+        port.onWindow("frmBVK_BootINI", [](WindowRequest& w) { dynamic_cast<BootINIRequest&>(w).reply = BootINIRequest::Reply::Overwrite; });
     }
-    Context& ctx() { return programm->context(); }
-    TippMaschine& engine() { return programm->maschine(); }
-    std::int16_t entries() { return static_cast<std::int16_t>(ctx().aktuellerTipp.letzterEintrag()); }
+    Context& ctx() { return program->context(); }
+    TipEngine& engine() { return program->engine(); }
+    std::int16_t entries() { return static_cast<std::int16_t>(ctx().aktuellerTipp.lastEntry()); }
 
     bool save() {
         const bool ini = ctx().aktuellerTipp.INITipp;
@@ -59,7 +59,7 @@ protected:
     }
 
     bool keyListOf(std::int16_t i) {   // keys, not values
-        const TippEintrag& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+        const TipEntry& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
         return e.Wertname.empty() && (e.Ausgabeart == art::Liste || e.Ausgabeart == art::Kontext);
     }
 
@@ -67,7 +67,7 @@ protected:
     std::vector<std::string> choices(std::int16_t i) {
         const Panel* panel = nullptr;
         for (const Panel& p : ctx().frmBVK_Prog.panels)
-            if (std::find(p.eintraege.begin(), p.eintraege.end(), i) != p.eintraege.end()) panel = &p;
+            if (std::find(p.entries.begin(), p.entries.end(), i) != p.entries.end()) panel = &p;
         if (panel == nullptr) return {};
         switch (panel->Ausgabeart) {
             case art::Liste:
@@ -75,7 +75,7 @@ protected:
                 return {"on", "off", "on"};
             case art::CheckBox: return {"on", "off", "on"};
             case art::ZahlenWerte: return {std::to_string(panel->Min), std::to_string(panel->Max)};
-            case art::AuswahlBox: case art::OptionsAuswahl: return panel->auswahl;
+            case art::AuswahlBox: case art::OptionsAuswahl: return panel->selection;
             case art::TextWerte: return {ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Datentyp == 4 ? "1A" :
                                          ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Datentyp == 3 ? "01 02 0A" : "Prüfung"};
             case art::Drive: return {"C:\\Prüfung"};
@@ -90,14 +90,14 @@ protected:
     TestPlatform platform;
     WindowObserver observer;
     Recorder recorder;
-    std::unique_ptr<Programm> programm;
+    std::unique_ptr<Program> program;
     int conflicts = 0;
 };
 
 // Puts every value of a change back as it was.
-void undo(Context& ctx, const std::vector<Aenderung>& changes) {
+void undo(Context& ctx, const std::vector<Change>& changes) {
     for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
-        for (auto value = change->werte.rbegin(); value != change->werte.rend(); ++value) {
+        for (auto value = change->values.rbegin(); value != change->values.rend(); ++value) {
             ctx.objBVKReg.SetPath(value->machine, value->path);
             if (value->alt) ctx.objBVKReg.WriteRaw(*value->alt);
             else ctx.objBVKReg.DeleteValue();
@@ -105,17 +105,17 @@ void undo(Context& ctx, const std::vector<Aenderung>& changes) {
     }
 }
 
-TEST_F(AlleTipps, SetztSpeichertLiestUndNimmtZurueck) {
+TEST_F(AllTips, SetsSavesReadsAndTakesBack) {
     start(true);
     for (const auto& tipp : std::vector(ctx().udtTippListe)) {
         SCOPED_TRACE(std::to_string(tipp.Index) + " " + tipp.Überschrift);
-        const Dump before = dumpOf(programm->localStore());
+        const Dump before = dumpOf(program->localStore());
         recorder.ended.clear();
-        ASSERT_TRUE(engine().tree().showTippByHeading(tipp.Überschrift));
+        ASSERT_TRUE(engine().tree().showTipByHeading(tipp.Überschrift));
         EXPECT_FALSE(ctx().frmBVK_Prog.panels.empty());
         for (std::int16_t i = 1; ctx().aktuellerTipp.WinXP && i <= entries(); ++i)
             EXPECT_NE(engine().statusOf(i).text, "[Aktueller Wert wird ignoriert]") << ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Wertname;
-        EXPECT_EQ(dumpOf(programm->localStore()), before);
+        EXPECT_EQ(dumpOf(program->localStore()), before);
         std::set<std::string> names;
         for (std::int16_t i = 1; i <= entries(); ++i) {
             names.insert(ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)].Wertname);
@@ -127,48 +127,48 @@ TEST_F(AlleTipps, SetztSpeichertLiestUndNimmtZurueck) {
         }
         if (ctx().frmBVK_Prog.Default && ctx().aktuellerTipp.Eintrag[1].Ausgabeart < art::BootINI) {
             const auto& rows = ctx().aktuellerTipp.Eintrag;
-            const bool known = std::any_of(rows.begin(), rows.end(), [](const TippEintrag& e) { return !e.Standardwert.empty(); });
+            const bool known = std::any_of(rows.begin(), rows.end(), [](const TipEntry& e) { return !e.Standardwert.empty(); });
             if (known) port.expectBox("Windows Standardwerte", Answer::Yes);
             if (!known) port.expectBox("kein Windows-Standardwert bekannt");
             else if (!ctx().aktuellerTipp.INITipp) port.expectBox("geändert/angelegt");
             EXPECT_EQ(engine().Default_Einstellungen(), known);
             for (std::int16_t i = 1; i <= entries(); ++i) {
-                const TippEintrag& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+                const TipEntry& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
                 if (e.Standardwert.empty() || ctx().aktuellerTipp.INITipp) continue;
-                EXPECT_EQ(e.Standardwert == DelKey, !ctx().werte[static_cast<std::size_t>(i)].gefunden) << e.Wertname;
+                EXPECT_EQ(e.Standardwert == DelKey, !ctx().values[static_cast<std::size_t>(i)].gefunden) << e.Wertname;
                 EXPECT_NE(engine().statusOf(i).text, "[Aktueller Wert wird ignoriert]") << e.Wertname << ", Standard " << e.Standardwert;
             }
         }
-        const Dump after = dumpOf(programm->localStore());
+        const Dump after = dumpOf(program->localStore());
         for (const auto& [path, value] : before)
             if (!after.count(path) || !(after.at(path) == value)) {
                 EXPECT_TRUE(names.count(path.substr(path.find_last_of('\\') + 1))) << "changed neighbour: " << path;
             }
         undo(ctx(), recorder.ended);
-        EXPECT_EQ(dumpOf(programm->localStore()), before);
+        EXPECT_EQ(dumpOf(program->localStore()), before);
     }
 }
 
-TEST_F(AlleTipps, LeereUndFremdeRegistryWerdenNichtVeraendert) {
+TEST_F(AllTips, AnEmptyAndAForeignRegistryAreNotChanged) {
     start(false);
     for (const auto& tipp : std::vector(ctx().udtTippListe)) {
         SCOPED_TRACE(std::to_string(tipp.Index) + " " + tipp.Überschrift);
-        engine().tree().showTippByHeading(tipp.Überschrift);
+        engine().tree().showTipByHeading(tipp.Überschrift);
         if (ctx().aktuellerTipp.INITipp) continue;
         for (std::int16_t i = 1; i <= entries(); ++i) {
-            const TippEintrag& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
-            EXPECT_TRUE(keyListOf(i) || !ctx().werte[static_cast<std::size_t>(i)].gefunden) << e.Wertname;
+            const TipEntry& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+            EXPECT_TRUE(keyListOf(i) || !ctx().values[static_cast<std::size_t>(i)].gefunden) << e.Wertname;
             ctx().objBVKReg.SetValuePath("", NetzRegPfad(ctx(), e.Hauptschlüssel) + "\\" + e.Schlüssel, e.Wertname);
             ctx().objBVKReg.WriteRaw({e.Datentyp == 3 ? regtype::Dword : regtype::Binary, {9, 8, 7, 6}});
         }
-        const Dump before = dumpOf(programm->localStore());
-        engine().reloadTipp();
+        const Dump before = dumpOf(program->localStore());
+        engine().reloadTip();
         if (ctx().frmBVK_Prog.KeySave && ctx().aktuellerTipp.Eintrag[1].Ausgabeart != art::Kontext) {
             EXPECT_TRUE(save());
         }
-        EXPECT_EQ(dumpOf(programm->localStore()), before);
+        EXPECT_EQ(dumpOf(program->localStore()), before);
         for (std::int16_t i = 1; i <= entries(); ++i) {   // the next Tip may look at the same value
-            const TippEintrag& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+            const TipEntry& e = ctx().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
             ctx().objBVKReg.SetPath("", NetzRegPfad(ctx(), e.Hauptschlüssel) + "\\" + e.Schlüssel + "\\" + e.Wertname);
             ctx().objBVKReg.DeleteValue();
         }

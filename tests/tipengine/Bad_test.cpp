@@ -6,15 +6,15 @@ namespace {
 
 constexpr const char* Pfad = "HKCU\\Software\\Probe\\Wert";
 
-TEST(Schlecht, UnbekannteArtWirdGemeldetUndDerRestGezeigt) {
-    Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 99, .AnzahlWerte = 1}, {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .HauptIndex = 1}});
+TEST(BadTips, AnUnknownKindIsReportedAndTheRestShown) {
+    EngineFixture p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 99, .AnzahlWerte = 1}, {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .HauptIndex = 1}});
     p.port.expectBox("in der Funktion: DBTippsAusgeben aufgetreten mit der Fehlernummer: 5");
     p.show("Tipp");
-    EXPECT_EQ(p.fenster().panels.size(), 1u);
+    EXPECT_EQ(p.windows().panels.size(), 1u);
 }
 
-TEST(Schlecht, WertVerschwindetZwischenZeigenUndSpeichern) {
-    Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .AnzahlWerte = 1},
+TEST(BadTips, AValueVanishesBetweenShowingAndSaving) {
+    EngineFixture p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1, .AnzahlWerte = 1},
              {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
     p.put(Pfad, 1, "a");
     p.put("HKCU\\Software\\Probe\\B", 1, "b");
@@ -27,14 +27,14 @@ TEST(Schlecht, WertVerschwindetZwischenZeigenUndSpeichern) {
     EXPECT_EQ(p.get("HKCU\\Software\\Probe\\B"), "-");   // what somebody else deleted does not come back
 }
 
-TEST(Schlecht, FarbeAusZweiTeilenUndMaskeMitVierzigBits) {
+TEST(BadTips, AColourOfTwoPartsAndAMaskOfFortyBits) {
     std::string captions = "0";
     for (int k = 1; k < 40; ++k) captions += "#" + std::to_string(k);
-    Probe p({{.Index = 1, .Überschrift = "Farbe", .Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "F"},
+    EngineFixture p({{.Index = 1, .Überschrift = "Farbe", .Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "F"},
              {.Index = 2, .Überschrift = "Maske", .Ausgabeart = 11, .Wertname = "M", .Anzeigetext = captions.c_str()}});
     p.put(Pfad, 1, "10 20");
     p.show("Farbe");
-    EXPECT_FALSE(p.panel().farbe.has_value());
+    EXPECT_FALSE(p.panel().colour.has_value());
     p.saveOk();
     EXPECT_EQ(p.get(Pfad), "1:10 20");
     p.port.expectBox("in der Funktion: DBTippsAusgeben aufgetreten mit der Fehlernummer: 6");
@@ -43,43 +43,43 @@ TEST(Schlecht, FarbeAusZweiTeilenUndMaskeMitVierzigBits) {
 }
 
 // What the database says of a number makes none: nothing can be set, and no number comes into being by saving.
-TEST(Schlecht, ZahlOhneBrauchbareGrenzenOderTeiler) {
+TEST(BadTips, ANumberWithoutUsableBoundsOrDivisor) {
     const struct {
-        const char *aus, *werteliste;
+        const char *whenOff, *divisorText;
         bool box, stops;
-    } faelle[] = {{"<delkey>", nullptr, true, false}, {"null", nullptr, true, false}, {"1", "x", true, false}, {"1", "0", false, true}};
-    for (const auto& fall : faelle) {
-        SCOPED_TRACE(fall.aus);
-        Probe p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 3, .Datentyp = 1, .WertEin = "10", .WertAus = fall.aus, .Werteliste = fall.werteliste, .AnzahlWerte = 1},
+    } cases[] = {{"<delkey>", nullptr, true, false}, {"null", nullptr, true, false}, {"1", "x", true, false}, {"1", "0", false, true}};
+    for (const auto& given : cases) {
+        SCOPED_TRACE(given.whenOff);
+        EngineFixture p({{.Index = 1, .Überschrift = "Tipp", .Ausgabeart = 3, .Datentyp = 1, .WertEin = "10", .WertAus = given.whenOff, .Werteliste = given.divisorText, .AnzahlWerte = 1},
                  {.Index = 2, .Ausgabeart = 2, .Datentyp = 1, .Wertname = "B", .HauptIndex = 1}});
         const auto box = [&] {
-            if (fall.box) p.port.expectBox("in der Funktion: DBTippsAusgeben aufgetreten");
+            if (given.box) p.port.expectBox("in der Funktion: DBTippsAusgeben aufgetreten");
         };
         box();
         p.show("Tipp");
-        const std::size_t panels = p.fenster().panels.size();
-        EXPECT_EQ(panels, fall.stops ? 1u : 2u);
-        EXPECT_TRUE(p.panel().nurLesen);
+        const std::size_t panels = p.windows().panels.size();
+        EXPECT_EQ(panels, given.stops ? 1u : 2u);
+        EXPECT_TRUE(p.panel().readOnly);
         EXPECT_NE(p.engine->setEntryFromText(1, "5"), "");
         p.port.expectBox("geändert/angelegt");
         box();
         p.save();
         EXPECT_EQ(p.get(Pfad), "-");
         box();
-        p.engine->inspectTipp(1);
-        EXPECT_EQ(p.fenster().panels.size(), panels);
+        p.engine->inspectTip(1);
+        EXPECT_EQ(p.windows().panels.size(), panels);
     }
 }
 
-TEST(Schlecht, FarbeMitAnhangWirdNichtAngenommen) {
-    Probe p({{.Überschrift = "Farbe", .Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "F"}});
+TEST(BadTips, AColourWithSomethingBehindItIsNotTaken) {
+    EngineFixture p({{.Überschrift = "Farbe", .Ausgabeart = 7, .Datentyp = 1, .Anzeigetext = "F"}});
     p.show("Farbe");
     for (const char* text : {"1 2 3 4", "1 2 3 Rest", "1 2", "1 2 256"}) EXPECT_NE(p.engine->setEntryFromText(1, text), "") << text;
     EXPECT_FALSE(p.ctx->blnGeaendert);
 }
 
-TEST(Schlecht, IniMitNullzeichenUndBootDateiOhneZeilenenden) {
-    Probe p({{.Index = 1, .Überschrift = "INI", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "k", .INITipp = true, .Schlüssel = "s", .SchlüsselNT = "x.ini"},
+TEST(BadTips, AnIniFileWithNulsAndABootFileWithoutLineEnds) {
+    EngineFixture p({{.Index = 1, .Überschrift = "INI", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "k", .INITipp = true, .Schlüssel = "s", .SchlüsselNT = "x.ini"},
              {.Index = 2, .Überschrift = "Boot", .Ausgabeart = 9, .Datentyp = 1, .Anzeigetext = "/SOS", .Werteliste = "C:", .INITipp = true,
               .Schlüssel = "operating systems", .SchlüsselNT = "boot.ini"}});
     const std::string nul("[s]\r\na=\0b\r\nk=v\0w\r\n", 18);
@@ -90,25 +90,25 @@ TEST(Schlecht, IniMitNullzeichenUndBootDateiOhneZeilenenden) {
     p.save();
     EXPECT_EQ(bytesOf(ini), nul);
     p.show("Boot");
-    EXPECT_TRUE(p.panel().auswahl.empty());
+    EXPECT_TRUE(p.panel().selection.empty());
     p.save();
     EXPECT_EQ(bytesOf(boot).size(), (2u << 20) + 19);
 }
 
-TEST(Schlecht, ListeMitHunderttausendSchluesseln) {
-    Probe p({{.Überschrift = "Liste", .Ausgabeart = 8, .Datentyp = 1, .Wertname = nullptr}});
+TEST(BadTips, AListOfAHundredThousandKeys) {
+    EngineFixture p({{.Überschrift = "Liste", .Ausgabeart = 8, .Datentyp = 1, .Wertname = nullptr}});
     p.store->transaction([&] {
         for (int k = 0; k < 100'000; ++k) p.store->createKey(Root::CurrentUser, "Software\\Probe\\k" + std::to_string(100'000 + k));
     });
     p.put("HKCU\\Software\\Probe\\k150000\\", 1, "Mitte");
     p.show("Liste");
-    ASSERT_EQ(p.panel().zeilen.size(), 100'000u);
-    EXPECT_EQ(p.panel().zeilen[50'000].unterText, "Mitte");
-    EXPECT_EQ(p.panel().zeilen.back().text, "k199999");
+    ASSERT_EQ(p.panel().lines.size(), 100'000u);
+    EXPECT_EQ(p.panel().lines[50'000].subText, "Mitte");
+    EXPECT_EQ(p.panel().lines.back().text, "k199999");
 }
 
-TEST(Schlecht, AndereDatenbankDieNichtPasstLaesstDieOffeneStehen) {
-    Probe p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
+TEST(BadTips, AnotherDatabaseThatDoesNotFitLeavesTheOneThatIsOpen) {
+    EngineFixture p({{.Überschrift = "Tipp", .Ausgabeart = 2, .Datentyp = 1}});
     const auto text = p.dir.put("text.mdb", "kein Datenbankformat");
     const auto own = p.dir / "RegDaten.mdb", other = p.dir / "andere.mdb";
     p.show("Tipp");
@@ -120,7 +120,7 @@ TEST(Schlecht, AndereDatenbankDieNichtPasstLaesstDieOffeneStehen) {
         p.engine->tree().mnuandereDBLoad();
         EXPECT_TRUE(p.port.done());
         EXPECT_EQ(p.panel().text, "");
-        EXPECT_EQ(p.fenster().lblDBTippU, "Tipp");
+        EXPECT_EQ(p.windows().lblDBTippU, "Tipp");
         EXPECT_EQ(p.ctx->udtTippListe.size(), 1u);
     }
     std::filesystem::rename(own, other);
@@ -130,12 +130,12 @@ TEST(Schlecht, AndereDatenbankDieNichtPasstLaesstDieOffeneStehen) {
     EXPECT_EQ(p.panel().text, "");
     p.port.expectFile(other.string());
     p.engine->tree().mnuandereDBLoad();
-    EXPECT_TRUE(p.fenster().panels.empty());
-    EXPECT_EQ(p.fenster().tvBVKDB.size(), 3u);
-    EXPECT_EQ(p.fenster().sbrBVK[1], "Einträge: 0 | Datenbank: andere.mdb");
+    EXPECT_TRUE(p.windows().panels.empty());
+    EXPECT_EQ(p.windows().tvBVKDB.size(), 3u);
+    EXPECT_EQ(p.windows().sbrBVK[1], "Einträge: 0 | Datenbank: andere.mdb");
     std::filesystem::copy_file(other, own);
     p.engine->tree().mnuBVKDBLoad();
-    EXPECT_EQ(p.fenster().sbrBVK[1], "Einträge: 0");
+    EXPECT_EQ(p.windows().sbrBVK[1], "Einträge: 0");
 }
 
 }  // namespace

@@ -42,28 +42,28 @@ struct Zeile {
     const char* SchlüsselNT = nullptr;
     const char* Gruppen = "1";
     const char* NeuInVersion = "1.0.0";
-    const char* Systeme = "95,98,ME,NT,2000,XP";
+    const char* Systems = "95,98,ME,NT,2000,XP";
     const char* Beschriftung = nullptr;
 };
 
-struct BaumZeile {
+struct TreeRow {
     int Vorgänger = 1, Ebene = 1, Gruppe = 1;
 };
 
 class Recorder : public ChangeRecorder {
 public:
-    void begin(const Aenderung& change) override { begun.push_back(change); }
-    void written(const Aenderung&, std::size_t) override {
+    void begin(const Change& change) override { begun.push_back(change); }
+    void written(const Change&, std::size_t) override {
         if (onWritten) onWritten();
     }
-    void finished(const Aenderung& change) override { ended.push_back(change); }
-    std::vector<Aenderung> begun, ended;
+    void finished(const Change& change) override { ended.push_back(change); }
+    std::vector<Change> begun, ended;
     std::function<void()> onWritten;
 };
 
-class Probe {
+class EngineFixture {
 public:
-    explicit Probe(const std::vector<Zeile>& zeilen, const std::vector<BaumZeile>& baum = {{}}, int gruppen = 1, bool lenient = false)
+    explicit EngineFixture(const std::vector<Zeile>& lines, const std::vector<TreeRow>& baum = {{}}, int gruppen = 1, bool lenient = false)
         : port(lenient), store(std::make_unique<SqliteStore>(dir / "registry.db")) {
         RegStore& s = *store;
         s.createKey(Root::Users, std::string(Sid) + "\\Software\\Probe");
@@ -72,16 +72,16 @@ public:
         s.createKey(Root::LocalMachine, "SYSTEM\\ControlSet001");
         machines = std::make_unique<LocalMachines>(*store, "PROBE-PC");
         ctx = std::make_unique<Context>(port, platform, *machines);
-        ctx->heimPfad = dir.path();
-        ctx->programmPfad = dir.path();
+        ctx->homePath = dir.path();
+        ctx->programPath = dir.path();
         ctx->strLokalerRechner = ctx->strRechnername = "PROBE-PC";
         ctx->intBS = 6;
         ctx->einstellungen.SoundOn = false;
         ctx->einstellungen.LöschenAktiv = true;
         ctx->strProfilSID = ctx->strUserSID = Sid;
-        engine = std::make_unique<TippMaschine>(*ctx, observer, recorder);
-        writeDatabase(zeilen, baum, gruppen);
-        EXPECT_EQ(LoadDB(*ctx, dir / "RegDaten.mdb"), LoadErgebnis::Geladen);
+        engine = std::make_unique<TipEngine>(*ctx, observer, recorder);
+        writeDatabase(lines, baum, gruppen);
+        EXPECT_EQ(LoadDB(*ctx, dir / "RegDaten.mdb"), LoadResult::Loaded);
         engine->FrameStartEinstellungen();
         engine->tree().TreeEinlesen();
     }
@@ -101,9 +101,9 @@ public:
     void putTyped(const std::string& path, const std::string& typed) {
         if (typed != "-") put(path, static_cast<std::uint32_t>(std::stoul(typed)), typed.substr(typed.find(':') + 1));
     }
-    void show(const std::string& heading) { ASSERT_TRUE(engine->tree().showTippByHeading(heading)) << heading; }
+    void show(const std::string& heading) { ASSERT_TRUE(engine->tree().showTipByHeading(heading)) << heading; }
     Panel& panel(std::size_t place = 0) { return ctx->frmBVK_Prog.panels.at(place); }
-    Hauptfenster& fenster() { return ctx->frmBVK_Prog; }
+    MainWindow& windows() { return ctx->frmBVK_Prog; }
     void save() { engine->clickRegSave(ctx->frmBVK_Prog.cmdRegSave); }
     // The button's save with the success message it must bring.
     void saveOk() {
@@ -119,10 +119,10 @@ public:
     std::unique_ptr<Context> ctx;
     WindowObserver observer;
     Recorder recorder;
-    std::unique_ptr<TippMaschine> engine;
+    std::unique_ptr<TipEngine> engine;
 
 private:
-    void writeDatabase(const std::vector<Zeile>& zeilen, const std::vector<BaumZeile>& baum, int gruppen);
+    void writeDatabase(const std::vector<Zeile>& lines, const std::vector<TreeRow>& baum, int gruppen);
 };
 
 }  // namespace brenvik::test

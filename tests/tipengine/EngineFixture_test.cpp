@@ -2,7 +2,7 @@
 
 namespace brenvik::test {
 
-void Probe::writeDatabase(const std::vector<Zeile>& zeilen, const std::vector<BaumZeile>& baum, int gruppen) {
+void EngineFixture::writeDatabase(const std::vector<Zeile>& lines, const std::vector<TreeRow>& baum, int gruppen) {
     sqlite3* db = nullptr;
     sqlite3_open((dir / "RegDaten.mdb").c_str(), &db);
     const auto run = [&](const std::string& sql) {
@@ -33,8 +33,8 @@ void Probe::writeDatabase(const std::vector<Zeile>& zeilen, const std::vector<Ba
         "Reserve13 INTEGER, WertEin TEXT, Anzeigetext TEXT, WertAus TEXT, Werteliste TEXT, Standardwert TEXT, TypAnpassen INTEGER, Symbol INTEGER, "
         "Verweis INTEGER, Win95 INTEGER, Win98 INTEGER, WinME INTEGER, WinNT INTEGER, Win2000 INTEGER, NeuInVersion TEXT, Neustart INTEGER, "
         "INITipp INTEGER, Beschriftung TEXT, WinXP INTEGER, ADMExport INTEGER, HauptIndex INTEGER)");
-    for (const Zeile& z : zeilen) {
-        const std::string systems = std::string(",") + z.Systeme + ",";
+    for (const Zeile& z : lines) {
+        const std::string systems = std::string(",") + z.Systems + ",";
         const auto has = [&](const char* name) { return systems.find("," + std::string(name) + ",") == std::string::npos ? "0" : "1"; };
         const auto n = [](int number) { return std::to_string(number); };
         run("INSERT INTO RegDaten VALUES(" + n(z.Index) + "," + q(z.Gruppen) + "," + q(z.Hauptschlüssel) + "," + q(z.Schlüssel) + "," + q(z.SchlüsselNT) +

@@ -5,13 +5,13 @@
 namespace brenvik::test {
 namespace {
 
-Zeile iniZeile() {
+Zeile iniRow() {
     return {.Überschrift = "INI", .Ausgabeart = 2, .Datentyp = 1, .Wertname = "NullPort", .Standardwert = "None", .INITipp = true,
             .Hauptschlüssel = nullptr, .Schlüssel = "windows", .SchlüsselNT = "win.ini"};
 }
 
-TEST(IniTipp, AendertNurDieEineZeile) {
-    Probe p({iniZeile()});
+TEST(IniTip, ChangesNothingButItsLine) {
+    EngineFixture p({iniRow()});
     const auto file = p.dir.put("drive_c/windows/WIN.INI", "; Kommentar \xE4\r\n[Windows]\r\n  nullport = alt  \r\nload=x\r\n");
     p.show("INI");
     EXPECT_EQ(p.panel().text, "alt");
@@ -30,27 +30,27 @@ TEST(IniTipp, AendertNurDieEineZeile) {
     EXPECT_EQ(p.panel().status.text, "[Wert in win.ini nicht vorhanden]");
 }
 
-TEST(IniTipp, WasNichtHineinpasstOderVonAnderenKamBleibtWieEsIst) {
-    Zeile first = iniZeile();
+TEST(IniTip, WhatDoesNotFitOrCameFromOthersStaysAsItIs) {
+    Zeile first = iniRow();
     first.AnzahlWerte = 1;
     Zeile second{.Index = 2, .Ausgabeart = 1, .Datentyp = 1, .Wertname = "Zweiter", .WertAus = "<delkey>", .HauptIndex = 1, .INITipp = true, .Hauptschlüssel = nullptr,
                  .Schlüssel = "windows", .SchlüsselNT = "win.ini"};
-    Probe p({first, second});
+    EngineFixture p({first, second});
     const struct {
         std::string present, input;
         const char* box;
         bool locked;
-    } faelle[] = {{"a", "\xE6\x97\xA5", "die in einer INI-Datei nicht möglich sind", false},
+    } cases[] = {{"a", "\xE6\x97\xA5", "die in einer INI-Datei nicht möglich sind", false},
                   {"a", std::string(256, 'x'), "Der Text hat 256 Zeichen", false},
                   {std::string(256, 'x'), "kurz", "länger als 255 Zeichen", true}};
-    for (const auto& fall : faelle) {
-        const std::string before = "[windows]\r\nNullPort=" + fall.present + "\r\n";
+    for (const auto& given : cases) {
+        const std::string before = "[windows]\r\nNullPort=" + given.present + "\r\n";
         p.dir.put("drive_c/windows/win.ini", before);
         p.show("INI");
-        EXPECT_EQ(p.panel().nurLesen, fall.locked);
-        EXPECT_EQ(p.panel().hinweis.empty(), !fall.locked);
-        p.engine->input().userText(0, fall.input);
-        p.port.expectBox(fall.box);
+        EXPECT_EQ(p.panel().readOnly, given.locked);
+        EXPECT_EQ(p.panel().hint.empty(), !given.locked);
+        p.engine->input().userText(0, given.input);
+        p.port.expectBox(given.box);
         p.save();
         EXPECT_EQ(bytesOf(p.dir / "drive_c/windows/win.ini"), before);
         p.ctx->blnGeaendert = false;
@@ -64,16 +64,16 @@ TEST(IniTipp, WasNichtHineinpasstOderVonAnderenKamBleibtWieEsIst) {
 }
 
 // The column of the other key names the file here, in panels for several entries too.
-TEST(IniTipp, EinPanelFuerMehrereEintraegeNimmtDenAbschnittUndDieDatei) {
+TEST(IniTip, APanelOfSeveralEntriesUsesTheirSectionAndFile) {
     const struct {
         std::int16_t art;
         const char *present, *shown, *input, *after;
-    } faelle[] = {{art::Drive, "C:\\a", "C:\\a", "D:\\b", "D:\\b"}, {art::Farbe, "1 2 3", "1 2 3", "4 5 6", "4 5 6"}, {art::Liste, "no", "on", "off", nullptr}};
-    for (const auto& fall : faelle)
+    } cases[] = {{art::Drive, "C:\\a", "C:\\a", "D:\\b", "D:\\b"}, {art::Farbe, "1 2 3", "1 2 3", "4 5 6", "4 5 6"}, {art::Liste, "no", "on", "off", nullptr}};
+    for (const auto& given : cases)
         for (const std::int16_t system : {6, 2}) {
-            SCOPED_TRACE(std::to_string(fall.art) + " auf " + std::to_string(system));
-            Zeile first = iniZeile();
-            first.Ausgabeart = fall.art;
+            SCOPED_TRACE(std::to_string(given.art) + " auf " + std::to_string(system));
+            Zeile first = iniRow();
+            first.Ausgabeart = given.art;
             first.AnzahlWerte = 1;
             first.Schlüssel = "don't load";
             first.SchlüsselNT = "control.ini";
@@ -83,51 +83,51 @@ TEST(IniTipp, EinPanelFuerMehrereEintraegeNimmtDenAbschnittUndDieDatei) {
             second.HauptIndex = 1;
             second.Überschrift = nullptr;
             second.Wertname = "main.cpl";
-            Probe p({first, second});
+            EngineFixture p({first, second});
             p.ctx->intBS = system;
-            const auto file = p.dir.put("drive_c/WINDOWS/control.ini", std::string("[don't load]\r\nNullPort=\r\nmain.cpl=") + fall.present + "\r\n");
+            const auto file = p.dir.put("drive_c/WINDOWS/control.ini", std::string("[don't load]\r\nNullPort=\r\nmain.cpl=") + given.present + "\r\n");
             p.show("INI");
-            EXPECT_EQ(p.engine->shownText(2), fall.shown);
-            EXPECT_EQ(p.engine->setEntryFromText(2, fall.input), "");
+            EXPECT_EQ(p.engine->shownText(2), given.shown);
+            EXPECT_EQ(p.engine->setEntryFromText(2, given.input), "");
             p.save();
-            EXPECT_EQ(bytesOf(file), "[don't load]\r\nNullPort=\r\n" + (fall.after != nullptr ? std::string("main.cpl=") + fall.after + "\r\n" : std::string()));
+            EXPECT_EQ(bytesOf(file), "[don't load]\r\nNullPort=\r\n" + (given.after != nullptr ? std::string("main.cpl=") + given.after + "\r\n" : std::string()));
         }
 }
 
-TEST(IniTipp, FehlendeDateiWirdGesuchtUndNichtErfunden) {
-    Probe p({iniZeile()});
+TEST(IniTip, AMissingFileIsLookedForAndNotInvented) {
+    EngineFixture p({iniRow()});
     p.port.expectBox("Die Datei win.ini konnte nicht gefunden werden", Answer::No);
     p.show("INI");
     EXPECT_EQ(p.panel().status.text, "[Datei: win.ini nicht vorhanden]");
-    EXPECT_EQ(p.fenster().fraInfo, "Datei nicht gefunden");
-    EXPECT_FALSE(p.fenster().KeySave);
+    EXPECT_EQ(p.windows().fraInfo, "Datei nicht gefunden");
+    EXPECT_FALSE(p.windows().KeySave);
     const auto found = p.dir.put("anderswo/meine.ini", "[windows]\r\nNullPort=da\r\n");
     p.port.expectBox("Die Datei win.ini konnte nicht gefunden werden", Answer::Yes).expectFile(found.string());
-    p.engine->reloadTipp();
+    p.engine->reloadTip();
     EXPECT_EQ(p.panel().text, "da");
 }
 
-TEST(IniTipp, DerOrdnerDerDatei) {
+TEST(IniTip, TheFolderOfTheFileIsTheOneNamed) {
     const struct {
         const char* folder;
         std::int16_t system;
         const char* status;
-    } faelle[] = {
+    } cases[] = {
         {nullptr, 6, "[Wert in win.ini vorhanden]"},
         {"C:\\windows", 6, "[Wert in C:\\windows\\win.ini vorhanden]"},
         {"%windir%", 6, "[Wert in C:\\WINDOWS\\win.ini vorhanden]"},
         {"%TEMP%", 6, "[Datei: C:\\Temp\\win.ini nicht vorhanden]"},
         {"%TEMP%", 2, "[Wert in C:\\WINDOWS\\win.ini vorhanden]"},   // always the Windows folder there
     };
-    for (const auto& fall : faelle) {
-        Zeile zeile = iniZeile();
-        zeile.Werteliste = fall.folder;
-        Probe p({zeile});
-        p.ctx->intBS = fall.system;
+    for (const auto& given : cases) {
+        Zeile zeile = iniRow();
+        zeile.Werteliste = given.folder;
+        EngineFixture p({zeile});
+        p.ctx->intBS = given.system;
         p.platform.variables["TEMP"] = "C:\\Temp";
         p.dir.put("drive_c/WINDOWS/win.ini", "[windows]\r\nNullPort=x\r\n");
-        p.engine->inspectTipp(1);
-        EXPECT_EQ(p.panel().status.text, fall.status);
+        p.engine->inspectTip(1);
+        EXPECT_EQ(p.panel().status.text, given.status);
     }
 }
 
@@ -136,41 +136,41 @@ constexpr const char* Boot =
     "multi(0)disk(0)rdisk(0)partition(1)\\WINDOWS=\"Microsoft Windows XP\" /noexecute=optin /FASTDETECT\r\n"
     "C:\\CMDCONS\\BOOTSECT.DAT=\"Wiederherstellung\" /cmdcons\r\nkaputt\r\n";
 
-class BootTipp : public ::testing::Test {
+class BootTip : public ::testing::Test {
 protected:
-    BootTipp()
+    BootTip()
         : p({{.Überschrift = "Boot", .Ausgabeart = 9, .Datentyp = 1, .Wertname = nullptr, .Anzeigetext = "/SOS#/NOGUIBOOT#/MAXMEM=#/fastdetect",
               .Werteliste = "C:", .INITipp = true, .Hauptschlüssel = nullptr, .Schlüssel = "operating systems", .SchlüsselNT = "boot.ini"}}),
           file(p.dir.put("drive_c/boot.ini", Boot)) {
         p.port.onWindow("frmBVK_BootINI", [this](WindowRequest& w) {
-            auto& d = dynamic_cast<BootINIAnfrage&>(w);
-            d.antwort = answer;
-            if (answer == BootINIAnfrage::Antwort::Name) d.txtBootWert = name;
+            auto& d = dynamic_cast<BootINIRequest&>(w);
+            d.reply = answer;
+            if (answer == BootINIRequest::Reply::Name) d.txtBootWert = name;
         });
         p.show("Boot");
     }
     std::string replaced(std::string from, const std::string& what, const std::string& by) {
         return from.replace(from.find(what), what.size(), by);
     }
-    Probe p;
+    EngineFixture p;
     std::filesystem::path file;
-    BootINIAnfrage::Antwort answer = BootINIAnfrage::Antwort::Ueberschreiben;
+    BootINIRequest::Reply answer = BootINIRequest::Reply::Overwrite;
     std::string name = "Neuer Eintrag";
 };
 
-TEST_F(BootTipp, ZeigtDieSchalterDesEintrags) {
-    EXPECT_EQ(p.panel().auswahl, (std::vector<std::string>{"Microsoft Windows XP", "Wiederherstellung", "Fehlerhafter Eintrag !!!"}));
+TEST_F(BootTip, ShowsTheSwitchesOfTheEntry) {
+    EXPECT_EQ(p.panel().selection, (std::vector<std::string>{"Microsoft Windows XP", "Wiederherstellung", "Fehlerhafter Eintrag !!!"}));
     EXPECT_FALSE(p.panel().txtBINIAktiv);
     EXPECT_EQ(p.panel().txtBINI, "/noexecute=optin /FASTDETECT");
     std::string boxes;
-    for (const auto& s : p.panel().schalter) boxes += s.angehakt ? '1' : '0';
+    for (const auto& s : p.panel().schalter) boxes += s.ticked ? '1' : '0';
     EXPECT_EQ(boxes, "0001");
     p.engine->input().userChoose(0, 1);
     EXPECT_EQ(p.panel().txtBINI, "Wiederherstellung");
-    EXPECT_FALSE(p.fenster().KeyDel);
+    EXPECT_FALSE(p.windows().KeyDel);
 }
 
-TEST_F(BootTipp, UeberschreibenUndSicherung) {
+TEST_F(BootTip, OverwritingAndBackup) {
     p.engine->input().userSwitch(0, 0, true);
     p.engine->input().userSwitch(0, 2, true);
     p.engine->input().userSwitchText(0, 2, "128");
@@ -180,10 +180,10 @@ TEST_F(BootTipp, UeberschreibenUndSicherung) {
 }
 
 // The title keeps every byte, wherever blanks, quotes and slashes stand.
-TEST_F(BootTipp, TitelInJederFormBleibt) {
+TEST_F(BootTip, ATitleOfAnyFormStays) {
     const struct {
         const char *line, *titel, *after;
-    } faelle[] = {
+    } cases[] = {
         {"a=\"XP\" /fastdetect", "XP", "a=\"XP\" /SOS /fastdetect"},
         {"a=\"XP\"/PAE", "XP", "a=\"XP\" /PAE /SOS"},
         {"a=\"XP\"  /PAE", "XP", "a=\"XP\" /PAE /SOS"},
@@ -193,20 +193,20 @@ TEST_F(BootTipp, TitelInJederFormBleibt) {
         {"a=XP/PAE", "X", "a=XP /PAE /SOS"},
         {"a=", "Fehlerhafter Eintrag !!!", "a= /SOS"},
     };
-    for (const auto& fall : faelle) {
-        SCOPED_TRACE(fall.line);
-        p.dir.put("drive_c/boot.ini", std::string("[operating systems]\r\n") + fall.line + "\r\n");
-        p.engine->reloadTipp();
-        EXPECT_EQ(p.panel().auswahl, std::vector<std::string>{fall.titel});
+    for (const auto& given : cases) {
+        SCOPED_TRACE(given.line);
+        p.dir.put("drive_c/boot.ini", std::string("[operating systems]\r\n") + given.line + "\r\n");
+        p.engine->reloadTip();
+        EXPECT_EQ(p.panel().selection, std::vector<std::string>{given.titel});
         p.engine->input().userSwitch(0, 0, true);
         p.save();
-        EXPECT_EQ(bytesOf(file), std::string("[operating systems]\r\n") + fall.after + "\r\n");
+        EXPECT_EQ(bytesOf(file), std::string("[operating systems]\r\n") + given.after + "\r\n");
     }
 }
 
-TEST_F(BootTipp, VerworfenesHaengtDemNaechstenEintragNichtAn) {
+TEST_F(BootTip, WhatWasDroppedDoesNotClingToTheNextEntry) {
     p.dir.put("drive_c/boot.ini", replaced(Boot, "/cmdcons", "  /CMDCONS   /X"));
-    p.engine->reloadTipp();
+    p.engine->reloadTip();
     const std::string before = bytesOf(file);
     p.engine->input().userSwitch(0, 0, true);
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
@@ -215,8 +215,8 @@ TEST_F(BootTipp, VerworfenesHaengtDemNaechstenEintragNichtAn) {
     EXPECT_EQ(bytesOf(file), before);
 }
 
-TEST_F(BootTipp, EinNeuerEintragDerNichtGeschriebenWurdeKommtNichtNach) {
-    answer = BootINIAnfrage::Antwort::Name;
+TEST_F(BootTip, ANewEntryThatWasNotWrittenDoesNotComeLater) {
+    answer = BootINIRequest::Reply::Name;
     setReadOnly(file, true);
     p.engine->input().userSwitch(0, 0, true);
     p.port.expectBox("ist schreibgeschützt", Answer::No);
@@ -228,7 +228,7 @@ TEST_F(BootTipp, EinNeuerEintragDerNichtGeschriebenWurdeKommtNichtNach) {
     const std::string with = std::string(Boot) + "multi(0)disk(0)rdisk(0)partition(1)\\WINDOWS=\"Anderer Name\" /noexecute=optin /SOS /fastdetect\r\n";
     EXPECT_EQ(bytesOf(file), with);
     p.dir.put("drive_c/boot.ini", Boot);
-    p.engine->reloadTipp();
+    p.engine->reloadTip();
     setReadOnly(file, true);
     p.engine->input().userSwitch(0, 0, true);
     p.port.expectBox("ist schreibgeschützt", Answer::No);
@@ -236,12 +236,12 @@ TEST_F(BootTipp, EinNeuerEintragDerNichtGeschriebenWurdeKommtNichtNach) {
     setReadOnly(file, false);
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::No);
     p.engine->input().userChoose(0, 1);
-    answer = BootINIAnfrage::Antwort::Ueberschreiben;
+    answer = BootINIRequest::Reply::Overwrite;
     p.save();
     EXPECT_EQ(bytesOf(file), Boot);
 }
 
-TEST_F(BootTipp, WasEinAndererInzwischenSchriebBleibt) {
+TEST_F(BootTip, WhatSomebodyElseWroteMeanwhileStays) {
     const std::string others = std::string(Boot) + "D:\\=\"Anderes System\"\r\n";
     p.dir.put("drive_c/boot.ini", others);
     p.engine->input().userSwitch(0, 0, true);
@@ -251,40 +251,40 @@ TEST_F(BootTipp, WasEinAndererInzwischenSchriebBleibt) {
     EXPECT_TRUE(p.ctx->blnGeaendert);
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes).expectBox("inzwischen von einem anderen Programm geändert");
     p.engine->input().userChoose(0, 1);
-    EXPECT_EQ(p.panel().gewaehlt, 0);   // nor is the entry left
-    EXPECT_TRUE(p.panel().schalter.at(0).angehakt && p.ctx->blnGeaendert);
+    EXPECT_EQ(p.panel().chosen, 0);   // nor is the entry left
+    EXPECT_TRUE(p.panel().schalter.at(0).ticked && p.ctx->blnGeaendert);
     EXPECT_EQ(bytesOf(file), others);
 }
 
-TEST_F(BootTipp, NameDerNichtInDieDateiPasstWirdAbgelehnt) {
+TEST_F(BootTip, ANameThatDoesNotFitTheFileIsRefused) {
     const struct {
         const char *name, *memory, *box;
-    } faelle[] = {{"\xE6\x97\xA5", "64", "die in einer INI-Datei nicht möglich sind"},
+    } cases[] = {{"\xE6\x97\xA5", "64", "die in einer INI-Datei nicht möglich sind"},
                   {"XP \"alt\"", "64", "kein Anführungszeichen"},
                   {"  ", "64", "darf nicht leer sein"},
                   {"XP", "6 4", "\"6 4\" ist für /MAXMEM= nicht möglich"},
                   {"XP", "64/SOS", "\"64/SOS\" ist für /MAXMEM= nicht möglich"}};
     EXPECT_NE(p.engine->setEntryFromText(1, "/SOS /FREMD"), "");
-    answer = BootINIAnfrage::Antwort::Name;
+    answer = BootINIRequest::Reply::Name;
     p.engine->input().userSwitch(0, 2, true);
-    for (const auto& fall : faelle) {
-        name = fall.name;
-        p.engine->input().userSwitchText(0, 2, fall.memory);
-        p.port.expectBox(fall.box);
+    for (const auto& given : cases) {
+        name = given.name;
+        p.engine->input().userSwitchText(0, 2, given.memory);
+        p.port.expectBox(given.box);
         p.save();
         EXPECT_EQ(bytesOf(file), Boot);
         EXPECT_EQ(p.ctx->udtBootEintraege.size(), 4u);
     }
 }
 
-TEST_F(BootTipp, AbbruchSchreibtNichts) {
-    answer = BootINIAnfrage::Antwort::Abbruch;
+TEST_F(BootTip, AnAbortWritesNothing) {
+    answer = BootINIRequest::Reply::Abort;
     p.engine->input().userSwitch(0, 0, true);
     p.save();
     p.port.expectBox("Sie haben Einstellungen geändert", Answer::Yes);
     p.engine->input().userChoose(0, 1);                 // nor is the input left behind
-    EXPECT_EQ(p.panel().gewaehlt, 0);
-    EXPECT_TRUE(p.panel().schalter[0].angehakt);
+    EXPECT_EQ(p.panel().chosen, 0);
+    EXPECT_TRUE(p.panel().schalter[0].ticked);
     EXPECT_EQ(bytesOf(file), Boot);
     EXPECT_TRUE(p.ctx->blnGeaendert);
 }

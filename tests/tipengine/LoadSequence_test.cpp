@@ -11,19 +11,19 @@ namespace brenvik::test {
 
 using Lines = std::vector<std::string>;
 
-class Ladefolge : public testing::Test, public Startfenster {
+class LoadSequence : public testing::Test, public StartWindow {
 protected:
     void make(const std::string& machine = {}) {
-        programm = std::make_unique<Programm>(port, platform, ProgrammOptionen{dir / "heim", std::filesystem::path(BRENVIK_PROGRAMM_DIR), machine}, observer, recorder);
-        programm->openHome();
+        program = std::make_unique<Program>(port, platform, ProgramOptions{dir / "heim", std::filesystem::path(BRENVIK_PROGRAMM_DIR), machine}, observer, recorder);
+        program->openHome();
         ctx().trace.setFile(dir / "log");
-        steps.startPasswort = [this] { return note("startPasswort"), passes; };
+        steps.startPassword = [this] { return note("startPasswort"), passes; };
         steps.LoadFHListe = [this] { note("LoadFHListe"); };
         steps.LoadRegBackupListe = [this] { note("LoadRegBackupListe"); };
         steps.Account_Connect = [this](const std::string& pc, const std::string& account, const std::string& password) { note("Account_Connect " + pc + " " + account + " " + password); };
     }
-    bool run() { return runLadefolge(*programm, *this, steps); }
-    Context& ctx() { return programm->context(); }
+    bool run() { return runLoadSequence(*program, *this, steps); }
+    Context& ctx() { return program->context(); }
     void note(const std::string& line) {
         for (; pauses < port.sleeps.size(); ++pauses) lines.push_back("sleep " + std::to_string(port.sleeps[pauses]));
         lines.push_back(line);
@@ -43,8 +43,8 @@ protected:
     TestPlatform platform;
     WindowObserver observer;
     ChangeRecorder recorder;
-    std::unique_ptr<Programm> programm;
-    Ladeschritte steps;
+    std::unique_ptr<Program> program;
+    LoadSteps steps;
     Lines lines;
     std::size_t pauses = 0;
     bool passes = true;
@@ -61,7 +61,7 @@ Lines operator+(Lines left, const Lines& right) {
     return left;
 }
 
-TEST_F(Ladefolge, GoesItsStagesInOrder) {
+TEST_F(LoadSequence, GoesItsStagesInOrder) {
     make();
     EXPECT_TRUE(run());
     EXPECT_EQ(lines, (UpToThePassword + UpToTheRights + Lines{"sleep 50"} + End));
@@ -72,22 +72,22 @@ TEST_F(Ladefolge, GoesItsStagesInOrder) {
     EXPECT_FALSE(ctx().blnTabInit);
 }
 
-TEST_F(Ladefolge, AWrongPasswordEndsIt) {
+TEST_F(LoadSequence, AWrongPasswordEndsIt) {
     make();
     passes = false;
     EXPECT_FALSE(run());
     EXPECT_EQ(lines, UpToThePassword);
 }
 
-TEST_F(Ladefolge, AMissingDatabaseEndsIt) {
+TEST_F(LoadSequence, AMissingDatabaseEndsIt) {
     make();
-    ctx().programmPfad = dir.path();
+    ctx().programPath = dir.path();
     port.expectBox("wurde nicht gefunden");
     EXPECT_FALSE(run());
     EXPECT_EQ(lines.back(), "70 Lade Datenbank...");
 }
 
-TEST_F(Ladefolge, AStageThatFailsIsReportedAndTheNextOneFollows) {
+TEST_F(LoadSequence, AStageThatFailsIsReportedAndTheNextOneFollows) {
     make();
     steps.LoadFHListe = []() -> void { throw NumberedError(errnum::FileNotFound, ""); };
     port.expectBox("Es ist ein Fehler in der Funktion: Form_Load aufgetreten mit der Fehlernummer: 53");
@@ -95,7 +95,7 @@ TEST_F(Ladefolge, AStageThatFailsIsReportedAndTheNextOneFollows) {
     EXPECT_EQ(Lines(lines.end() - 4, lines.end()), End);
 }
 
-TEST_F(Ladefolge, AMachineThatDoesNotAnswerIsToldAndTheLocalOneIsWorkedOn) {
+TEST_F(LoadSequence, AMachineThatDoesNotAnswerIsToldAndTheLocalOneIsWorkedOn) {
     make();
     ctx().strParamPC = "Server1";
     ctx().strParamUser = "Admin";

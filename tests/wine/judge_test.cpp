@@ -26,17 +26,17 @@ std::filesystem::path winePath() {
 }
 
 // Values by place, whatever the letters' case.
-using Bestand = std::map<std::tuple<Root, std::u16string, std::u16string>, RawValue>;
+using Stock = std::map<std::tuple<Root, std::u16string, std::u16string>, RawValue>;
 
 auto placeOf(Root root, const std::string& key, const ValueName& name) { return std::tuple(root, foldName(key), foldName(name.text())); }
 
-std::optional<RawValue> valueIn(const Bestand& values, const Exportwert& value) {
+std::optional<RawValue> valueIn(const Stock& values, const ExportValue& value) {
     const auto found = values.find(placeOf(value.root, value.key, value.name));
     return found == values.end() ? std::nullopt : std::optional(found->second);
 }
 
 // The values that a REG file sets, on top of what is there; false if it has none.
-bool addTo(Bestand& values, const std::string& regFile) {
+bool addTo(Stock& values, const std::string& regFile) {
     const RegText text = parseRegText(regFile);
     for (const RegOperation& operation : text.operations) {
         if (operation.kind == RegOperation::Kind::SetValue) values[placeOf(operation.root, operation.key, operation.name)] = operation.value;
@@ -51,7 +51,7 @@ public:
     Prefix() { wine({"wineboot", "-i"}); }
     ~Prefix() { wine({"wineboot", "-k"}); }
 
-    Ergebnis wine(const std::vector<std::string>& arguments) const {
+    CommandRun wine(const std::vector<std::string>& arguments) const {
         std::vector<std::string> words{"300", winePath().string()};
         words.insert(words.end(), arguments.begin(), arguments.end());
         return run("timeout", words,
@@ -64,8 +64,8 @@ public:
         return path;
     }
     // What stands in the prefix now, as Wine's own export tells it.
-    Bestand registry() const {
-        Bestand values;
+    Stock registry() const {
+        Stock values;
         for (const char* root : {"HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE", "HKEY_USERS", "HKEY_CURRENT_CONFIG", "HKEY_CLASSES_ROOT"}) {
             std::filesystem::remove(dir / "aus.reg");
             wine({"regedit", "/E", windows(dir / "aus.reg"), root});
@@ -84,129 +84,129 @@ protected:
         prefix = std::make_unique<Prefix>();
     }
     // Names the values that do not stand in the prefix as the set has them.
-    void expectArrived(const Exportsatz& satz) {
+    void expectArrived(const ExportRecord& item) {
         const auto there = prefix->registry();
-        for (const Exporttipp& tipp : satz.tipps)
-            for (const Exportwert& value : tipp.werte) EXPECT_EQ(valueIn(there, value), value.wert) << tipp.TippNr << " " << value.pfad();
+        for (const ExportTip& tipp : item.tipps)
+            for (const ExportValue& value : tipp.values) EXPECT_EQ(valueIn(there, value), value.wert) << tipp.TippNr << " " << value.pfad();
     }
     std::unique_ptr<Prefix> prefix;
 };
 
 // What is hard to write: quotes, backslashes, percent signs, umlauts, many bytes.
-Exportsatz hard(const std::string& key) {
-    std::vector<TippListWert> values;
+ExportRecord hard(const std::string& key) {
+    std::vector<TipListValue> values;
     int number = 0;
     for (const std::string text : {"", "C:\\Programme\\", "\"q\"", "100% %TEMP% %%", "a&b|c<d>e^f(g)!h", "\"a\" & \"b\" | %x% ^ !y!", "Größe €", "\\\"", "'; \t", "a\\\\b\\\"c\\\\"})
-        for (const std::int32_t type : {1, 2}) values.push_back(listenwert(key, type, "Text " + std::to_string(++number) + " \"\\%", text));
-    for (const char* number32 : {"0", "1", "-1", "2147483648"}) values.push_back(listenwert(key, 4, std::string("Zahl ") + number32, number32));
-    values.push_back(listenwert(key, 1, "", "ohne Namen"));
-    values.push_back(listenwert(key, 3, "Bytes", "00 0A FF"));
-    values.push_back(listenwert(key, 3, "lange Bytes", bytesText(Bytes(300, 0xAB))));
-    values.push_back(listenwert(key, 7, "Liste", std::string("eins\0zwei \"x\"\0C:\\0", 18)));
-    values.push_back(listenwert(key, 1, "Weg", "<delkey>"));
-    values.push_back(listenwert(key + "\\Unter", 1, "", "<delkey>"));
-    return exportwerte({listentipp(1, "Schwierig & mehr", values)});
+        for (const std::int32_t type : {1, 2}) values.push_back(listValue(key, type, "Text " + std::to_string(++number) + " \"\\%", text));
+    for (const char* number32 : {"0", "1", "-1", "2147483648"}) values.push_back(listValue(key, 4, std::string("Zahl ") + number32, number32));
+    values.push_back(listValue(key, 1, "", "ohne Namen"));
+    values.push_back(listValue(key, 3, "Bytes", "00 0A FF"));
+    values.push_back(listValue(key, 3, "lange Bytes", bytesText(Bytes(300, 0xAB))));
+    values.push_back(listValue(key, 7, "Liste", std::string("eins\0zwei \"x\"\0C:\\0", 18)));
+    values.push_back(listValue(key, 1, "Weg", "<delkey>"));
+    values.push_back(listValue(key + "\\Unter", 1, "", "<delkey>"));
+    return exportValues({listTip(1, "Schwierig & mehr", values)});
 }
 
-TEST_F(Wine, SchwierigeWerteGeprueft) {
-    const Exportsatz satz = hard("Software\\Brenvik Probe [ä]");
+TEST_F(Wine, DifficultValuesInTheCheckedFormat) {
+    const ExportRecord item = hard("Software\\Brenvik Probe [ä]");
     prefix->file("vorher.reg", "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Brenvik Probe [\xE4]]\r\n\"Weg\"=\"da\"\r\n"
                                    "[HKEY_CURRENT_USER\\Software\\Brenvik Probe [\xE4]\\Unter]\r\n@=\"da\"\r\n");
     for (const auto format : {RegTextWriter::Format::Version5, RegTextWriter::Format::Regedit4}) {
         prefix->wine({"reg", "delete", "HKCU\\Software\\Brenvik Probe [ä]", "/f"});
         prefix->wine({"regedit", "/C", prefix->windows(prefix->dir / "vorher.reg")});
-        const std::string file = prefix->file("geprueft.reg", GeprueftesFormat(satz, format, {"; Kopf"}).bytes);
+        const std::string file = prefix->file("geprueft.reg", CheckedFormat(item, format, {"; Kopf"}).bytes);
         EXPECT_EQ(prefix->wine({"reg", "import", file}).code, 0);
-        expectArrived(satz);
+        expectArrived(item);
     }
-    auto other = listenwert("Software\\Brenvik Probe [ä]", 1, "日本", "Ωμέγα 😀");
-    Exportsatz unicode = exportwerte({listentipp(1, "T", {other})});
-    prefix->wine({"regedit", prefix->file("unicode.reg", GeprueftesFormat(unicode, RegTextWriter::Format::Version5, {}).bytes)});
+    auto other = listValue("Software\\Brenvik Probe [ä]", 1, "日本", "Ωμέγα 😀");
+    ExportRecord unicode = exportValues({listTip(1, "T", {other})});
+    prefix->wine({"regedit", prefix->file("unicode.reg", CheckedFormat(unicode, RegTextWriter::Format::Version5, {}).bytes)});
     expectArrived(unicode);
 }
 
 // Wine's cmd has no code page without a console, so that it is asked about ASCII only.
-Exportsatz asciiOnly(Exportsatz satz) {
+ExportRecord asciiOnly(ExportRecord item) {
     const auto ascii = [](const std::string& text) { return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }); };
-    for (Exporttipp& tipp : satz.tipps) {
+    for (ExportTip& tipp : item.tipps) {
         if (!ascii(tipp.Titel)) tipp.Titel = "Titel";
-        std::erase_if(tipp.werte, [&](const Exportwert& value) { return !ascii(value.pfad()) || (value.wert && value.wert->type != regtype::Dword && !ascii(toText(*value.wert))); });
+        std::erase_if(tipp.values, [&](const ExportValue& value) { return !ascii(value.pfad()) || (value.wert && value.wert->type != regtype::Dword && !ascii(toText(*value.wert))); });
     }
-    return satz;
+    return item;
 }
 
-TEST_F(Wine, SchwierigeWerteAlsBefehlsdatei) {
+TEST_F(Wine, DifficultValuesAsACommandFile) {
     prefix->wine({"regedit", prefix->file("vorher.reg", "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Brenvik Probe]\r\n\"Weg\"=\"da\"\r\n"
                                                              "[HKEY_CURRENT_USER\\Software\\Brenvik Probe\\Unter]\r\n@=\"da\"\r\n")});
-    const Exportsatz satz = asciiOnly(hard("Software\\Brenvik Probe"));
-    const RegAddSkript script = regAddSkript(satz, {"; Kopf & mehr"});
-    ASSERT_TRUE(script.hindernisse.empty());
-    const Ergebnis result = prefix->wine({"cmd", "/c", prefix->file("werte.cmd", script.bytes)});
+    const ExportRecord item = asciiOnly(hard("Software\\Brenvik Probe"));
+    const RegAddScript script = regAddScript(item, {"; Kopf & mehr"});
+    ASSERT_TRUE(script.obstacles.empty());
+    const CommandRun result = prefix->wine({"cmd", "/c", prefix->file("werte.cmd", script.bytes)});
     EXPECT_EQ(result.code, 0) << result.out << result.err;
-    expectArrived(satz);
+    expectArrived(item);
 }
 
 // All shipped Tips on the registry of a first start.
-class WineTipps : public Wine {
+class WineTips : public Wine {
 protected:
     void SetUp() override {
         Wine::SetUp();
         if (IsSkipped()) return;
-        programm = std::make_unique<Programm>(port, platform, ProgrammOptionen{home.path(), std::filesystem::path(BRENVIK_PROGRAMM_DIR)}, observer, recorder);
-        programm->loadSettings();
-        programm->detectSystem();
+        program = std::make_unique<Program>(port, platform, ProgramOptions{home.path(), std::filesystem::path(BRENVIK_PROGRAMM_DIR)}, observer, recorder);
+        program->loadSettings();
+        program->detectSystem();
         ctx().intBS = 6;
-        ASSERT_TRUE(programm->loadDatabase());
-        programm->maschine().tree().TreeEinlesen();
+        ASSERT_TRUE(program->loadDatabase());
+        program->engine().tree().TreeEinlesen();
         for (const auto& tipp : std::vector(ctx().udtTippListe)) {
-            programm->maschine().inspectTipp(tipp.Index);
+            program->engine().inspectTip(tipp.Index);
             if (ctx().aktuellerTipp.INITipp) continue;
-            programm->maschine().collectForExport();
-            list.push_back(listeneintrag(ctx().aktuellerTipp, programm->maschine().collectedValues()));
-            uebernehmeTexte(list.back());
+            program->engine().collectForExport();
+            list.push_back(listEntry(ctx().aktuellerTipp, program->engine().collectedValues()));
+            takeTexts(list.back());
         }
     }
-    Context& ctx() { return programm->context(); }
+    Context& ctx() { return program->context(); }
 
     TempDir home;
     ScriptedPort port;
     TestPlatform platform;
     WindowObserver observer;
     Recorder recorder;
-    std::unique_ptr<Programm> programm;
-    TippListe list;
+    std::unique_ptr<Program> program;
+    TipList list;
 };
 
-TEST_F(WineTipps, GeprueftesFormatJederWert) {
-    const Exportsatz satz = exportwerte(list);
-    EXPECT_GT(satz.anzahl(), 150u);
-    EXPECT_EQ(prefix->wine({"reg", "import", prefix->file("alle.reg", GeprueftesFormat(satz, RegTextWriter::Format::Version5, dateikopf(ctx())).bytes)}).code, 0);
-    expectArrived(satz);
+TEST_F(WineTips, EveryValueInTheCheckedFormat) {
+    const ExportRecord item = exportValues(list);
+    EXPECT_GT(item.anzahl(), 150u);
+    EXPECT_EQ(prefix->wine({"reg", "import", prefix->file("alle.reg", CheckedFormat(item, RegTextWriter::Format::Version5, fileHeader(ctx())).bytes)}).code, 0);
+    expectArrived(item);
 }
 
-TEST_F(WineTipps, BefehlsdateiJederWert) {
-    const Exportsatz satz = asciiOnly(exportwerte(list));
-    EXPECT_GT(satz.anzahl(), 150u);
-    const RegAddSkript script = regAddSkript(satz, dateikopf(ctx()));
-    const Ergebnis result = prefix->wine({"cmd", "/c", prefix->file("alle.cmd", script.bytes)});
+TEST_F(WineTips, EveryValueAsACommandFile) {
+    const ExportRecord item = asciiOnly(exportValues(list));
+    EXPECT_GT(item.anzahl(), 150u);
+    const RegAddScript script = regAddScript(item, fileHeader(ctx()));
+    const CommandRun result = prefix->wine({"cmd", "/c", prefix->file("alle.cmd", script.bytes)});
     EXPECT_EQ(result.code, 0) << result.out << result.err;
-    expectArrived(satz);
+    expectArrived(item);
 }
 
 // What our own reader takes from the told form as it should be, Wine must take so too; the rest is what the form is known for.
-TEST_F(WineTipps, ToldFormWherePossible) {
-    const Exportsatz satz = exportwerte(list);
+TEST_F(WineTips, ToldFormWherePossible) {
+    const ExportRecord item = exportValues(list);
     for (const bool classic : {true, false}) {
         AnsiText out;
-        for (const std::string& line : RegFileKopf(ctx(), classic)) out.line(line);
+        for (const std::string& line : RegFileHeader(ctx(), classic)) out.line(line);
         for (const TippListEintrag& entry : list) RegFileTippSchreiben(out, entry, classic);
-        Bestand expected;
+        Stock expected;
         addTo(expected, out.bytes());
         prefix->wine({"regedit", prefix->file("told.reg", out.bytes())});
         const auto there = prefix->registry();
         std::size_t right = 0, wrong = 0;
-        for (const Exporttipp& tipp : satz.tipps)
-            for (const Exportwert& value : tipp.werte) {
+        for (const ExportTip& tipp : item.tipps)
+            for (const ExportValue& value : tipp.values) {
                 const bool canBe = valueIn(expected, value) == value.wert;
                 ++(canBe ? right : wrong);
                 if (!canBe) continue;

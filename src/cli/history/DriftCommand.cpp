@@ -21,7 +21,7 @@ const char* stateName(DriftState state) { return state == DriftState::AsSet ? "s
 std::string shown(const DriftEntry& entry, bool now) {
     if (!entry.isLine) return shownRaw(now ? entry.now : entry.set);
     const auto& text = now ? entry.nowLine : entry.setLine;
-    return text ? "\"" + oneLine(*text) + "\"" : std::string(meldung::NichtVorhanden);
+    return text ? "\"" + oneLine(*text) + "\"" : std::string(messages::NotThere);
 }
 
 ordered_json data(Context& ctx, const DriftEntry& entry, bool now) {
@@ -66,14 +66,14 @@ int printDrift(Context& ctx, Journal& journal, bool all, bool json) {
 
 }  // namespace
 
-void addDriftCommand(CLI::App& app, Aufruf& call) {
+void addDriftCommand(CLI::App& app, Invocation& call) {
     const auto all = std::make_shared<bool>(false);
     auto* command = app.add_subcommand("drift", "Werte, die das Programm gesetzt hat und die jetzt anders dastehen (Ende mit 0: keine, 3: es gibt welche, "
                                                 "4: nicht alle waren zu lesen); von anderen Rechnern nur die des mit --machine gewählten");
     command->add_flag("--all", *all, "Auch die nennen, die noch so dastehen");
     command->callback([&call, all] {
         call.needsDatabase = true;
-        call.run = withHistory(call, [&call, all](Programm& programm, Listen& listen) { return printDrift(programm.context(), listen.journal(), *all, call.json); });
+        call.run = withHistory(call, [&call, all](Program& program, Listen& listen) { return printDrift(program.context(), listen.journal(), *all, call.json); });
     });
 }
 

@@ -11,7 +11,7 @@
 namespace brenvik::cli {
 namespace {
 
-struct Schreibauftrag {
+struct WriteOrder {
     std::string path, type, data, dataFile;
     std::optional<std::string> name;
     int descriptor = 0;
@@ -27,7 +27,7 @@ std::string decimal(const std::string& text) {
     return error == std::errc() && end == text.data() + text.size() ? std::to_string(number) : text;
 }
 
-RawValue valueOf(const Schreibauftrag& order, std::uint32_t type) {
+RawValue valueOf(const WriteOrder& order, std::uint32_t type) {
     const bool isString = type == regtype::Sz || type == regtype::ExpandSz || type == regtype::MultiSz;
     std::string data = order.data == FromInput ? readValue(order.descriptor) : order.dataFile.empty() ? order.data : readFile(pathFromUtf8(order.dataFile), MaxDataFile);
     if (!order.dataFile.empty() && !isString && type != regtype::Dword) return {type, {data.begin(), data.end()}};
@@ -36,11 +36,11 @@ RawValue valueOf(const Schreibauftrag& order, std::uint32_t type) {
     return fromText(data, type);
 }
 
-int writeValue(Programm& programm, Orte& places, const Schreibauftrag& order) {
-    const auto type = typeNumber(programm.context(), order.type);
+int writeValue(Program& program, Places& places, const WriteOrder& order) {
+    const auto type = typeNumber(program.context(), order.type);
     if (!type) return failed("Unbekannter Datentyp: " + order.type, 2);
     const Ort place = places.resolve(order.path);
-    const Wertort at = wertort(place, order.name);
+    const ValuePlace at = valuePlace(place, order.name);
     if (place.path.isKey && !order.name && *type == regtype::None && order.data.empty() && order.dataFile.empty()) {
         place.store->createKey(place.path.root, at.key);
     } else {
@@ -49,7 +49,7 @@ int writeValue(Programm& programm, Orte& places, const Schreibauftrag& order) {
     return 0;
 }
 
-int deleteKey(Programm& programm, const Ort& place, const std::string& text, bool recursive) {
+int deleteKey(Program& program, const Ort& place, const std::string& text, bool recursive) {
     const std::string key = place.key();
     if (place.whole || key.empty()) return failed("Ein Hauptschlüssel kann nicht gelöscht werden: " + text);
     RegStore& store = *place.store;
@@ -57,7 +57,7 @@ int deleteKey(Programm& programm, const Ort& place, const std::string& text, boo
     if (!recursive && !store.subKeys(place.path.root, key).empty())
         return failed("Der Schlüssel hat Unterschlüssel und wurde nicht gelöscht (mit --recursive wird er es): " + text);
     const std::string what = place.shown(key) + (recursive ? " mit allen Unterschlüsseln und Werten" : "");
-    if (!programm.context().port.ask("Soll der Schlüssel " + what + " gelöscht werden?")) return 1;
+    if (!program.context().port.ask("Soll der Schlüssel " + what + " gelöscht werden?")) return 1;
     RegOperation operation;
     operation.kind = RegOperation::Kind::DeleteKey;
     operation.root = place.path.root;
@@ -66,21 +66,21 @@ int deleteKey(Programm& programm, const Ort& place, const std::string& text, boo
     return 0;
 }
 
-int deletePath(Programm& programm, Orte& places, const std::string& text, const std::optional<std::string>& name, bool recursive) {
+int deletePath(Program& program, Places& places, const std::string& text, const std::optional<std::string>& name, bool recursive) {
     if (name && recursive) return failed("--value und --recursive schließen sich aus", 2);
     const Ort place = places.resolve(text);
-    if (!name && (recursive || place.path.isKey || place.path.isBareRoot)) return deleteKey(programm, place, text, recursive);
-    const Wertort at = wertort(place, name);
+    if (!name && (recursive || place.path.isKey || place.path.isBareRoot)) return deleteKey(program, place, text, recursive);
+    const ValuePlace at = valuePlace(place, name);
     if (place.store->deleteValue(place.path.root, at.key, at.name)) return 0;
     return failed("Der Wert ist nicht vorhanden: " + text + (name ? " [" + valueLabel(at.name) + "]" : ""));
 }
 
-int copy(Programm& programm, Orte& places, const std::string& from, const std::string& to) {
+int copy(Program& program, Places& places, const std::string& from, const std::string& to) {
     const Ort source = places.resolve(from), target = places.resolve(to);
     if (source.whole || target.whole) return failed(KeyNeeded, 2);
     if (!source.store->keyExists(source.path.root, source.key())) return failed("Der Schlüssel ist nicht vorhanden: " + from);
     if (target.store->keyExists(target.path.root, target.key()) &&
-        !programm.context().port.ask("Der Schlüssel " + target.shown(target.key()) +
+        !program.context().port.ask("Der Schlüssel " + target.shown(target.key()) +
                                      " ist schon vorhanden. Sollen die Schlüssel und Werte dort ergänzt und gleichnamige Werte ersetzt werden?"))
         return 1;
     if (!copyTree(*source.store, source.path.root, source.key(), *target.store, target.path.root, target.key()))
@@ -90,8 +90,8 @@ int copy(Programm& programm, Orte& places, const std::string& from, const std::s
 
 }  // namespace
 
-void addAenderungsbefehle(const RegistryGruppe& group) {
-    const auto order = std::make_shared<Schreibauftrag>();
+void addChangeCommands(const RegistryGroup& group) {
+    const auto order = std::make_shared<WriteOrder>();
     constexpr const char* valueHelp = "Name des Wertes; PATH ist dann der Schlüssel. Für Namen mit \\; ein leerer Name meint den Wert ohne Namen";
     auto* write = group.add("write", "Einen Wert schreiben; Schlüssel auf dem Weg werden angelegt");
     write->add_option("PATH", order->path, "Pfad des Wertes; mit \\ am Ende ist der Wert ohne Namen gemeint, mit Typ 0 und leeren Daten wird nur der Schlüssel angelegt")->required();
@@ -101,24 +101,24 @@ void addAenderungsbefehle(const RegistryGruppe& group) {
     auto* file = write->add_option("--data-file", order->dataFile, "Daten aus dieser Datei: Text in UTF-8, bei anderen Typen die Bytes selbst");
     data->excludes(file);
     write->add_option("--value", order->name, valueHelp);
-    group.on(write, [order, data, file](Programm& p, Orte& places) {
+    group.on(write, [order, data, file](Program& p, Places& places) {
         if (data->count() + file->count() == 0) return failed("Es fehlt DATA oder --data-file", 2);
         return writeValue(p, places, *order);
     });
 
     const auto recursive = std::make_shared<bool>(false);
     auto* remove = group.add("delete", "Einen Wert oder, mit \\ am Ende, einen Schlüssel löschen");
-    remove->add_option("PATH", order->path, PfadHilfe)->required();
+    remove->add_option("PATH", order->path, PathHelp)->required();
     remove->add_flag("--recursive", *recursive, "Den Schlüssel mit allem darunter löschen (fragt nach)");
     remove->add_option("--value", order->name, valueHelp);
-    group.on(remove, [order, recursive](Programm& p, Orte& places) { return deletePath(p, places, order->path, order->name, *recursive); });
+    group.on(remove, [order, recursive](Program& p, Places& places) { return deletePath(p, places, order->path, order->name, *recursive); });
 
     const auto target = std::make_shared<std::string>();
     auto* copier = group.add("copy", "Einen Schlüssel mit allem darunter kopieren (fragt nach, wenn es das Ziel schon gibt)");
-    copier->add_option("A", order->path, PfadHilfe)->required();
+    copier->add_option("A", order->path, PathHelp)->required();
     copier->add_option("B", *target, "Schlüssel, der die Kopie wird; auch in einer Hive-Datei")->required();
     group.maySalvage(copier);
-    group.on(copier, [order, target](Programm& p, Orte& places) { return copy(p, places, order->path, *target); });
+    group.on(copier, [order, target](Program& p, Places& places) { return copy(p, places, order->path, *target); });
 }
 
 }  // namespace brenvik::cli

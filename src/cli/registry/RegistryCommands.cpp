@@ -2,17 +2,17 @@
 
 namespace brenvik::cli {
 
-void addRegistryBefehle(CLI::App& app, Aufruf& call) {
+void addRegistryCommands(CLI::App& app, Invocation& call) {
     auto* group = app.add_subcommand("registry", "Registry unmittelbar lesen und ändern");
     group->require_subcommand(1);
-    const RegistryGruppe commands{*group, call};
-    addLesebefehle(commands);
-    addSuchbefehl(commands);
-    addAenderungsbefehle(commands);
-    addTextbefehle(commands);
-    addHivebefehle(commands);
+    const RegistryGroup commands{*group, call};
+    addReadCommands(commands);
+    addSearchCommand(commands);
+    addChangeCommands(commands);
+    addTextCommands(commands);
+    addHiveCommands(commands);
     addHiveCheckCommands(commands);
-    addVergleichsbefehl(commands);
+    addDiffCommand(commands);
 }
 
 }  // namespace brenvik::cli

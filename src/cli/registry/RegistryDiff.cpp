@@ -8,15 +8,15 @@ namespace brenvik::cli {
 namespace {
 
 using nlohmann::ordered_json;
-using Art = Unterschied::Art;
+using Art = Difference::Art;
 
 constexpr int Different = 1, Trouble = 2;
 
-Baumort treeOf(const Ort& place, Root root, const std::string& key) { return {place.store, root, key}; }
+TreePlace treeOf(const Ort& place, Root root, const std::string& key) { return {place.store, root, key}; }
 
 // The key of a REG file that all its entries lie in.
-Baumort topmost(const Ort& place) {
-    std::optional<Baumort> top;
+TreePlace topmost(const Ort& place) {
+    std::optional<TreePlace> top;
     for (const Root root : rootsOf(place)) {
         if (place.store->subKeys(root, "").empty() && place.store->values(root, "").empty()) continue;
         if (top) throw NumberedError(errnum::InvalidCall, place.file + " hat mehrere Hauptschlüssel; geben Sie an, welcher Schlüssel gemeint ist: " + place.file + ":\\HKCU\\Schlüssel");
@@ -31,7 +31,7 @@ Baumort topmost(const Ort& place) {
 }
 
 struct Paar {
-    Baumort first, second;
+    TreePlace first, second;
     std::string prefix;   // in front of keys in the output
 };
 
@@ -52,7 +52,7 @@ std::vector<Paar> pairsOf(const Ort& a, const Ort& b) {
     return {{side(a, b), side(b, a), {}}};
 }
 
-void requireKey(const Baumort& place, const std::string& text) {
+void requireKey(const TreePlace& place, const std::string& text) {
     if (!place.store->keyExists(place.root, place.key)) throw RegError(regerr::NoAccess, "Der Schlüssel ist nicht vorhanden: " + text);
 }
 
@@ -62,7 +62,7 @@ class Ausgabe {
 public:
     Ausgabe(Context& ctx, bool json) : ctx_(ctx), json_(json) {}
 
-    void tell(const std::string& prefix, const Unterschied& difference) {
+    void tell(const std::string& prefix, const Difference& difference) {
         const std::string key = keyText(prefix, difference.key);
         json_ ? add(key, difference) : print(key, difference);
     }
@@ -78,7 +78,7 @@ private:
         if (withBytes) std::cout << "\t[" << bytesText(value.bytes) << "]";
         std::cout << "\n";
     }
-    void print(const std::string& key, const Unterschied& d) {
+    void print(const std::string& key, const Difference& d) {
         if (isKey(d.art)) {
             std::cout << (d.art == Art::KeyMissing ? "- " : "+ ") << oneLine(key) << "\\\n";
             return;
@@ -87,7 +87,7 @@ private:
         if (d.first) line('-', key, d.name, *d.first, alike);
         if (d.second) line('+', key, d.name, *d.second, alike);
     }
-    void add(const std::string& key, const Unterschied& d) {
+    void add(const std::string& key, const Difference& d) {
         ordered_json entry{{"key", key}};
         if (isKey(d.art)) {
             entry["change"] = d.art == Art::KeyMissing ? "missing" : "added";
@@ -104,7 +104,7 @@ private:
     ordered_json list_ = ordered_json::array();
 };
 
-int diff(Programm& programm, Orte& places, const std::string& first, const std::string& second, bool json) {
+int diff(Program& program, Places& places, const std::string& first, const std::string& second, bool json) {
     const Ort a = places.resolve(first), b = places.resolve(second);
     const std::vector<Paar> pairs = pairsOf(a, b);
     if (pairs.size() == 1) {
@@ -113,24 +113,24 @@ int diff(Programm& programm, Orte& places, const std::string& first, const std::
     }
     if (places.deletions() > 0)
         std::cerr << "Löschungen in REG-Dateien zählen beim Vergleich nicht: " << places.deletions() << "\n";
-    Ausgabe output(programm.context(), json);
+    Ausgabe output(program.context(), json);
     bool equal = true;
     for (const Paar& pair : pairs)
-        equal = vergleichen(pair.first, pair.second, [&](const Unterschied& difference) { output.tell(pair.prefix, difference); }) && equal;
+        equal = compare(pair.first, pair.second, [&](const Difference& difference) { output.tell(pair.prefix, difference); }) && equal;
     output.end(equal);
     return equal ? 0 : Different;
 }
 
 }  // namespace
 
-void addVergleichsbefehl(const RegistryGruppe& group) {
+void addDiffCommand(const RegistryGroup& group) {
     const auto a = std::make_shared<std::string>(), b = std::make_shared<std::string>();
     auto* command = group.add("diff", "Zwei Schlüssel mit allem darunter vergleichen. Ergebnis 0: gleich, 1: verschieden, 2: nicht zu vergleichen. "
                                       "- steht nur in A, + nur in B; ein anderer Wert hat zwei Zeilen");
-    command->add_option("A", *a, PfadHilfe)->required();
+    command->add_option("A", *a, PathHelp)->required();
     command->add_option("B", *b, "Ebenso; eine REG-Datei oder Registry ohne Schlüssel steht für denselben Pfad wie auf der anderen Seite")->required();
     group.maySalvage(command);
-    group.on(command, [&call = group.call, a, b](Programm& p, Orte& places) { return diff(p, places, *a, *b, call.json); }, Trouble);
+    group.on(command, [&call = group.call, a, b](Program& p, Places& places) { return diff(p, places, *a, *b, call.json); }, Trouble);
 }
 
 }  // namespace brenvik::cli

@@ -20,20 +20,20 @@ constexpr std::size_t ShownData = 256;   // bytes of a hit's data in a line
 constexpr auto LongestWait = std::chrono::milliseconds(20), ProgressEvery = std::chrono::milliseconds(200);
 constexpr std::size_t FullBuffer = 65536;
 
-struct Suchauftrag {
+struct SearchOrder {
     std::string text, path;
     bool regex = false, progress = false, keys = false, names = false, data = false;
 };
 
 // Prints hits soon, but not each with a write of its own.
-class Trefferliste {
+class HitList {
 public:
-    Trefferliste(Programm& programm, bool json, bool progress) : ctx_(programm.context()), json_(json), progress_(progress) {}
-    ~Trefferliste() { flush(); }
-    Trefferliste(const Trefferliste&) = delete;
-    Trefferliste& operator=(const Trefferliste&) = delete;
+    HitList(Program& program, bool json, bool progress) : ctx_(program.context()), json_(json), progress_(progress) {}
+    ~HitList() { flush(); }
+    HitList(const HitList&) = delete;
+    HitList& operator=(const HitList&) = delete;
 
-    void hit(const Ort& place, const Treffer& hit) {
+    void hit(const Ort& place, const Hits& hit) {
         ++hits_;
         const std::string key = place.shown(hit.key);
         if (json_) {
@@ -87,13 +87,13 @@ private:
     Clock::time_point flushed_{}, told_ = Clock::now();
 };
 
-struct Suchort {
+struct SearchPlace {
     Ort place;
     std::string skip;
 };
 
 // Without a path everything that the machine's registry really holds: the other roots are second names of parts of it.
-std::vector<Suchort> placesOf(Programm& programm, Orte& places, const std::string& path) {
+std::vector<SearchPlace> placesOf(Program& program, Places& places, const std::string& path) {
     if (!path.empty()) {
         const Ort place = places.resolve(path);
         if (!place.whole) {
@@ -101,50 +101,50 @@ std::vector<Suchort> placesOf(Programm& programm, Orte& places, const std::strin
                 throw RegError(regerr::NoAccess, "Der Schlüssel ist nicht vorhanden: " + path);
             return {{place, {}}};
         }
-        std::vector<Suchort> all;
+        std::vector<SearchPlace> all;
         for (const Root root : rootsOf(place)) {
             all.push_back({place, {}});
             all.back().place.path.root = root;
         }
         return all;
     }
-    const Context& ctx = programm.context();
-    std::vector<Suchort> all;
+    const Context& ctx = program.context();
+    std::vector<SearchPlace> all;
     if (ctx.blnLokal) all.push_back({places.resolve("HKCU"), {}});
     all.push_back({places.resolve("HKLM"), {}});
     all.push_back({places.resolve("HKU"), ctx.blnLokal ? ctx.strEigeneSID : std::string()});
     return all;
 }
 
-int find(Programm& programm, Orte& places, const Suchauftrag& order, bool json) {
+int find(Program& program, Places& places, const SearchOrder& order, bool json) {
     if (order.text.empty()) return failed("Der Suchtext ist leer.", 2);
-    std::unique_ptr<Suchmuster> pattern;
+    std::unique_ptr<SearchPattern> pattern;
     try {
-        pattern = order.regex ? makeRegexMuster(order.text) : makeTextMuster(order.text);
-    } catch (const SuchmusterFehler& error) {
+        pattern = order.regex ? makeRegexPattern(order.text) : makeTextMuster(order.text);
+    } catch (const SearchPatternError& error) {
         return failed(error.what(), 2);
     }
-    SuchOptionen options;
+    SearchOptions options;
     if (order.keys || order.names || order.data) {
         options.keys = order.keys;
         options.names = order.names;
         options.data = order.data;
     }
     const host::InterruptWatch watch;
-    Trefferliste list(programm, json, order.progress || host::isTerminal(stderr));
+    HitList list(program, json, order.progress || host::isTerminal(stderr));
     bool done = true, whole = true;
     try {
-        for (const Suchort& at : placesOf(programm, places, order.path)) {
+        for (const SearchPlace& at : placesOf(program, places, order.path)) {
             options.skipKey = at.skip;
-            const Suchziel ziel{[&](const Treffer& hit) { list.hit(at.place, hit); },
+            const SearchTarget target{[&](const Hits& hit) { list.hit(at.place, hit); },
                                 [&](std::string_view) { list.pass(); }, [&] { return watch.interrupted() || !std::cout.good(); },
                                 [&](std::string_view key, const RegError& why) {
                                     whole = false;
                                     list.passOver(at.place.shown(key), why);
                                 }};
-            done = done && suchen(*at.place.store, at.place.path.root, at.place.key(), *pattern, options, ziel);
+            done = done && suchen(*at.place.store, at.place.path.root, at.place.key(), *pattern, options, target);
         }
-    } catch (const SuchmusterFehler& error) {
+    } catch (const SearchPatternError& error) {
         list.flush();
         return failed(error.what());
     }
@@ -156,18 +156,18 @@ int find(Programm& programm, Orte& places, const Suchauftrag& order, bool json) 
 
 }  // namespace
 
-void addSuchbefehl(const RegistryGruppe& group) {
-    const auto order = std::make_shared<Suchauftrag>();
+void addSearchCommand(const RegistryGroup& group) {
+    const auto order = std::make_shared<SearchOrder>();
     auto* command = group.add("find", "Text in Namen von Schlüsseln, Namen von Werten und Daten suchen; Groß- und Kleinschreibung gilt gleich");
     command->add_option("TEXT", order->text, "Gesuchter Text; Daten werden so durchsucht, wie list sie ausgibt")->required();
-    command->add_option("PATH", order->path, std::string(PfadHilfe) + "; ohne PATH die ganze Registry");
+    command->add_option("PATH", order->path, std::string(PathHelp) + "; ohne PATH die ganze Registry");
     command->add_flag("--regex", order->regex, "TEXT ist ein regulärer Ausdruck (ECMAScript)");
     command->add_flag("--keys", order->keys, "Nur in Namen von Schlüsseln suchen (mit --names und --data verknüpfbar)");
     command->add_flag("--names", order->names, "Nur in Namen von Werten suchen");
     command->add_flag("--data", order->data, "Nur in Daten suchen");
     command->add_flag("--progress", order->progress, "Fortschritt auf der Fehlerausgabe zeigen, auch wenn sie kein Terminal ist");
     group.maySalvage(command);
-    group.on(command, [&call = group.call, order](Programm& p, Orte& places) { return find(p, places, *order, call.json); });
+    group.on(command, [&call = group.call, order](Program& p, Places& places) { return find(p, places, *order, call.json); });
 }
 
 }  // namespace brenvik::cli

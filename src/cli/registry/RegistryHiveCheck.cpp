@@ -132,19 +132,19 @@ int recover(const std::string& file, const std::string& target, bool salvage, bo
 
 }  // namespace
 
-void addHiveCheckCommands(const RegistryGruppe& group) {
+void addHiveCheckCommands(const RegistryGroup& group) {
     const auto file = std::make_shared<std::string>(), target = std::make_shared<std::string>();
     const auto withLogs = std::make_shared<bool>(false);
     auto* checker = group.add("check", "Eine Hivedatei oder eine Registrydatei von Windows 95/98/ME prüfen, ohne sie zu ändern. Ergebnis 0: keine Fehler (Hinweise schaden nicht), 1: Fehler, 2: nicht zu lesen");
     checker->add_option("HIVE", *file, "Hivedatei")->required();
     checker->add_flag("--logs", *withLogs, "Im Speicher erst einspielen, was die Protokolldateien daneben (.LOG, .LOG1, .LOG2) enthalten");
-    group.on(checker, [&call = group.call, file, withLogs](Programm&, Orte&) { return check(*file, *withLogs, call.json); }, Trouble);
+    group.on(checker, [&call = group.call, file, withLogs](Program&, Places&) { return check(*file, *withLogs, call.json); }, Trouble);
 
     auto* recoverer = group.add("recover", "Eine nicht ordentlich geschlossene Hivedatei mit ihren Protokolldateien als neue Datei schreiben und sagen, welche Einträge gebraucht wurden");
     recoverer->add_option("HIVE", *file, "Hivedatei; sie und ihre Protokolldateien bleiben, wie sie sind")->required();
     recoverer->add_option("OUT", *target, "Neue Hivedatei; eine vorhandene bleibt, wie sie ist")->required();
     group.maySalvage(recoverer);
-    group.on(recoverer, [&call = group.call, file, target, salvage = group.salvage](Programm&, Orte&) { return recover(*file, *target, *salvage, call.json); });
+    group.on(recoverer, [&call = group.call, file, target, salvage = group.salvage](Program&, Places&) { return recover(*file, *target, *salvage, call.json); });
 }
 
 }  // namespace brenvik::cli

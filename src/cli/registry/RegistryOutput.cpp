@@ -109,9 +109,9 @@ std::string replaced(std::string_view text) {
     std::string whole;
     for (std::size_t place = 0; place < text.size();) {
         const std::size_t start = place;
-        const char32_t c = zeichen::next(text, place);
-        if (isUtf8(text.substr(start, place - start))) zeichen::append(whole, c);
-        else zeichen::append(whole, Replacement);
+        const char32_t c = characters::next(text, place);
+        if (isUtf8(text.substr(start, place - start))) characters::append(whole, c);
+        else characters::append(whole, Replacement);
     }
     return whole;
 }
@@ -134,7 +134,7 @@ std::string unseenEscaped(const std::string& dump) {
     text.reserve(dump.size());
     for (std::size_t place = 0; place < dump.size();) {
         const std::size_t start = place;
-        const char32_t c = zeichen::next(dump, place);
+        const char32_t c = characters::next(dump, place);
         if (c != Delete && !isUnseen(c)) text.append(dump, start, place - start);
         else if (c < Beyond) text += fmt::format("\\u{:04x}", static_cast<std::uint32_t>(c));
         else text += fmt::format("\\u{:04x}\\u{:04x}", 0xD800 + ((static_cast<std::uint32_t>(c) - Beyond) >> 10), 0xDC00 + (c & 0x3FF));
@@ -160,10 +160,10 @@ int failed(const std::string& message, int code) {
     return code;
 }
 
-std::function<int(Programm&)> reported(std::function<int(Programm&)> work, int failureCode) {
-    return [work = std::move(work), failureCode](Programm& programm) {
+std::function<int(Program&)> reported(std::function<int(Program&)> work, int failureCode) {
+    return [work = std::move(work), failureCode](Program& program) {
         try {
-            const int code = work(programm);
+            const int code = work(program);
             if (!std::cout.flush() && code == 0) return failed("Die Ausgabe konnte nicht geschrieben werden.", failureCode);
             return code;
         } catch (const NumberedError& error) {

@@ -29,6 +29,6 @@ void printProblems(const std::string& file, const std::vector<RegTextProblem>& p
 int failed(const std::string& message, int code = 1);   // prints it to stderr and answers the code
 
 // Runs the work; failures go to stderr in the words of their cause and end with failureCode.
-std::function<int(Programm&)> reported(std::function<int(Programm&)> work, int failureCode = 1);
+std::function<int(Program&)> reported(std::function<int(Program&)> work, int failureCode = 1);
 
 }  // namespace brenvik::cli

@@ -53,7 +53,7 @@ std::string Ort::shown(Root root, std::string_view keyPath) const {
     return text.append(keyPath);
 }
 
-Wertort wertort(const Ort& place, const std::optional<std::string>& valueName) {
+ValuePlace valuePlace(const Ort& place, const std::optional<std::string>& valueName) {
     if (valueName) return {place.key(), ValueName::named(*valueName)};
     if (place.path.isBareRoot || place.whole) throw RegError(regerr::NoKey, "Der Pfad nennt keinen Wert.");
     return {place.path.key, place.path.name};
@@ -64,9 +64,9 @@ std::vector<Root> rootsOf(const Ort& place) {
     return {Root::CurrentUser, Root::LocalMachine, Root::Users, Root::DynData, Root::CurrentConfig, Root::ClassesRoot};
 }
 
-RegStore& Orte::machine() { return programm_.machines().store(programm_.context().strRechnername); }
+RegStore& Places::machine() { return program_.machines().store(program_.context().strRechnername); }
 
-Ort Orte::resolve(const std::string& text) {
+Ort Places::resolve(const std::string& text) {
     if (rootByName(text.substr(0, text.find('\\')))) return {Ort::Art::Registry, &machine(), parseRegPath(text), false, {}};
     if (auto found = fileOf(text)) return *found;
     if (looksLikeFile(text)) throw NumberedError(errnum::FileNotFound, "Die Datei ist nicht vorhanden: " + text);
@@ -75,7 +75,7 @@ Ort Orte::resolve(const std::string& text) {
 
 // The file or folder ends at the first ":\" or final ":" in front of which there is one; "C:\" of a drive is none. A folder
 // alone is told from a key by its separators.
-std::optional<Ort> Orte::fileOf(const std::string& text) {
+std::optional<Ort> Places::fileOf(const std::string& text) {
     if (isFile(text) || (text.find('/') != std::string::npos && isFolder(text))) return open(text, {});
     for (std::size_t colon = text.find(':'); colon != std::string::npos; colon = text.find(':', colon + 1)) {
         const bool ends = colon + 1 == text.size() || text[colon + 1] == '\\';
@@ -85,7 +85,7 @@ std::optional<Ort> Orte::fileOf(const std::string& text) {
     return std::nullopt;
 }
 
-Ort Orte::open(const std::string& file, const std::string& inside) {
+Ort Places::open(const std::string& file, const std::string& inside) {
     const fs::path canonical = fs::canonical(pathFromUtf8(file));
     auto known = opened_.find(canonical);
     if (known == opened_.end()) known = opened_.emplace(canonical, openFile(canonical)).first;
@@ -103,19 +103,19 @@ Ort Orte::open(const std::string& file, const std::string& inside) {
     return place;
 }
 
-Orte::Geoeffnet Orte::openFile(const fs::path& file) {
-    if (fs::is_directory(file)) return {Ort::Art::Speicher, &programm_.machines().store(utf8FromPath(file)), nullptr};
+Places::Opened Places::openFile(const fs::path& file) {
+    if (fs::is_directory(file)) return {Ort::Art::Store, &program_.machines().store(utf8FromPath(file)), nullptr};
     const std::string start = startOf(file);
     if (isHiveFile(file) || isCregFile(file)) return openHive(file);
     if (start != StoreStart) return openRegFile(file);
     auto store = std::make_unique<SqliteStore>(file, StoreOptions{.create = false});
-    return {Ort::Art::Speicher, store.get(), std::move(store)};
+    return {Ort::Art::Store, store.get(), std::move(store)};
 }
 
-Orte::Geoeffnet Orte::openHive(const fs::path& file) {
+Places::Opened Places::openHive(const fs::path& file) {
     const auto tell = [&](const HiveFinding& finding) { std::cerr << utf8FromPath(file) << ", " << finding.line() << "\n"; };
     try {
-        const HiveOpenOptions options{salvage_, tell, [&port = programm_.context().port](const std::string& question) { return port.ask(question, box::Exclamation); }};
+        const HiveOpenOptions options{salvage_, tell, [&port = program_.context().port](const std::string& question) { return port.ask(question, box::Exclamation); }};
         auto store = isCregFile(file) ? openCregFile(file, options) : openHiveFile(file, options);
         return {Ort::Art::Hive, store.get(), std::move(store)};
     } catch (const RegError& error) {
@@ -124,10 +124,10 @@ Orte::Geoeffnet Orte::openHive(const fs::path& file) {
     }
 }
 
-Orte::Geoeffnet Orte::openRegFile(const fs::path& file) {
+Places::Opened Places::openRegFile(const fs::path& file) {
     const RegTextFile text(readFile(file, MaxFile));
     auto store = std::make_unique<MemoryStore>();
-    if (const auto problems = einspielen(*store, text); !problems.empty()) {
+    if (const auto problems = replay(*store, text); !problems.empty()) {
         std::string message = "Die Datei " + utf8FromPath(file.filename()) + " kann nicht gelesen werden:";
         for (std::size_t i = 0; i < problems.size() && i < ShownProblems; ++i) {
             message += "\nZeile " + std::to_string(problems[i].line) + ": " + problems[i].message;
@@ -138,7 +138,7 @@ Orte::Geoeffnet Orte::openRegFile(const fs::path& file) {
     text.each([&](const RegOperation& operation) {
         if (operation.kind == RegOperation::Kind::DeleteKey || operation.kind == RegOperation::Kind::DeleteValue) ++deletions_;
     });
-    return {Ort::Art::RegDatei, store.get(), std::move(store)};
+    return {Ort::Art::RegFileExport, store.get(), std::move(store)};
 }
 
 }  // namespace brenvik::cli

@@ -16,35 +16,35 @@
 namespace brenvik::cli {
 
 struct Ort {
-    enum class Art { Registry, Hive, RegDatei, Speicher };   // Speicher: a whole registry beside the selected one
+    enum class Art { Registry, Hive, RegFileExport, Store };   // Store: a whole registry beside the selected one
     Art art = Art::Registry;
     RegStore* store = nullptr;
     RegPath path;
     bool whole = false;      // a REG file or a store without a path behind it: all its roots
     std::string file;        // as it was given; empty for registry paths
 
-    bool hasLinks() const { return art == Art::Registry || art == Art::Speicher; }   // some keys have second names
+    bool hasLinks() const { return art == Art::Registry || art == Art::Store; }   // some keys have second names
     std::string key() const { return path.wholeKey(); }
     std::string shown(std::string_view keyPath) const { return shown(path.root, keyPath); }   // a key of the same place
     std::string shown(Root root, std::string_view keyPath) const;                           // in full
 };
 
-struct Wertort {
+struct ValuePlace {
     std::string key;
     ValueName name = ValueName::unnamed();
 };
 
 // The value that a place means: the last part of its path or, if a name was given for it, a value of the whole path.
 // Throws RegError NoKey for a bare root.
-Wertort wertort(const Ort& place, const std::optional<std::string>& valueName);
+ValuePlace valuePlace(const Ort& place, const std::optional<std::string>& valueName);
 
 // The roots whose content is not that of another: of a registry HKLM and HKU, of other files all.
 std::vector<Root> rootsOf(const Ort& place);
 
-class Orte {
+class Places {
 public:
     // Salvaging: of damaged hives what can be read, with their faults on stderr.
-    explicit Orte(Programm& programm, bool salvage = false) : programm_(programm), salvage_(salvage) {}
+    explicit Places(Program& program, bool salvage = false) : program_(program), salvage_(salvage) {}
     Ort resolve(const std::string& text);   // throws NumberedError with a German message
     RegStore& machine();                    // the selected one
     std::uint64_t deletions() const { return deletions_; }   // entries of REG files that delete something, which no state can show
@@ -52,17 +52,17 @@ public:
 private:
     std::optional<Ort> fileOf(const std::string& text);
     Ort open(const std::string& file, const std::string& inside);
-    struct Geoeffnet {
+    struct Opened {
         Ort::Art art;
         RegStore* store;
         std::unique_ptr<RegStore> owned;
     };
-    Geoeffnet openFile(const std::filesystem::path& file);
-    Geoeffnet openHive(const std::filesystem::path& file);
-    Geoeffnet openRegFile(const std::filesystem::path& file);
-    Programm& programm_;
+    Opened openFile(const std::filesystem::path& file);
+    Opened openHive(const std::filesystem::path& file);
+    Opened openRegFile(const std::filesystem::path& file);
+    Program& program_;
     bool salvage_;
-    std::map<std::filesystem::path, Geoeffnet> opened_;
+    std::map<std::filesystem::path, Opened> opened_;
     std::uint64_t deletions_ = 0;
 };
 

@@ -12,13 +12,13 @@ namespace {
 
 using nlohmann::ordered_json;
 
-int readValue(Programm& programm, Orte& places, const std::string& text, const std::optional<std::string>& name, bool json) {
+int readValue(Program& program, Places& places, const std::string& text, const std::optional<std::string>& name, bool json) {
     const Ort place = places.resolve(text);
-    const Wertort at = wertort(place, name);
+    const ValuePlace at = valuePlace(place, name);
     const auto value = place.store->value(place.path.root, at.key, at.name);
     if (!value) return failed("Der Wert ist nicht vorhanden: " + text + (name ? " [" + valueLabel(at.name) + "]" : ""));
     if (json) {
-        std::cout << jsonText(valueJson(programm.context(), at.name.text(), *value)) << "\n";
+        std::cout << jsonText(valueJson(program.context(), at.name.text(), *value)) << "\n";
     } else {
         std::string data = toText(*value);
         std::replace(data.begin(), data.end(), '\0', '\n');   // elements of a REG_MULTI_SZ stand one in a line
@@ -28,14 +28,14 @@ int readValue(Programm& programm, Orte& places, const std::string& text, const s
     return 0;
 }
 
-struct Inhalt {
+struct Contents {
     std::vector<std::string> keys;
     std::vector<NamedValue> values;
 };
 
 // A whole REG file or store shows its roots in the place of keys.
-Inhalt contentOf(const Ort& place) {
-    Inhalt content;
+Contents contentOf(const Ort& place) {
+    Contents content;
     if (!place.whole) return {place.store->subKeys(place.path.root, place.key()), place.store->values(place.path.root, place.key())};
     for (int number = 0; number <= static_cast<int>(Root::ClassesRoot); ++number) {
         const Root root = static_cast<Root>(number);
@@ -44,11 +44,11 @@ Inhalt contentOf(const Ort& place) {
     return content;
 }
 
-int listKey(Programm& programm, Orte& places, const std::string& text, bool json) {
+int listKey(Program& program, Places& places, const std::string& text, bool json) {
     const Ort place = places.resolve(text);
     if (!place.whole && !place.store->keyExists(place.path.root, place.key())) return failed("Der Schlüssel ist nicht vorhanden: " + text);
-    const Inhalt content = contentOf(place);
-    Context& ctx = programm.context();
+    const Contents content = contentOf(place);
+    Context& ctx = program.context();
     if (json) {
         ordered_json out{{"keys", content.keys}, {"values", ordered_json::array()}};
         for (const NamedValue& v : content.values) out["values"].push_back(valueJson(ctx, v.name.text(), v.value));
@@ -63,19 +63,19 @@ int listKey(Programm& programm, Orte& places, const std::string& text, bool json
 
 }  // namespace
 
-void addLesebefehle(const RegistryGruppe& group) {
+void addReadCommands(const RegistryGroup& group) {
     const auto path = std::make_shared<std::string>();
     const auto name = std::make_shared<std::optional<std::string>>();
     auto* read = group.add("read", "Einen Wert ausgeben");
     read->add_option("PATH", *path, "Pfad des Wertes, z.B. HKCU\\Control Panel\\Desktop\\Wallpaper; mit \\ am Ende ist der Wert ohne Namen gemeint")->required();
     read->add_option("--value", *name, "Name des Wertes; PATH ist dann der Schlüssel. Für Namen mit \\; ein leerer Name meint den Wert ohne Namen");
     group.maySalvage(read);
-    group.on(read, [&call = group.call, path, name](Programm& p, Orte& places) { return readValue(p, places, *path, *name, call.json); });
+    group.on(read, [&call = group.call, path, name](Program& p, Places& places) { return readValue(p, places, *path, *name, call.json); });
 
     auto* list = group.add("list", "Unterschlüssel und Werte eines Schlüssels ausgeben");
-    list->add_option("PATH", *path, PfadHilfe)->required();
+    list->add_option("PATH", *path, PathHelp)->required();
     group.maySalvage(list);
-    group.on(list, [&call = group.call, path](Programm& p, Orte& places) { return listKey(p, places, *path, call.json); });
+    group.on(list, [&call = group.call, path](Program& p, Places& places) { return listKey(p, places, *path, call.json); });
 }
 
 }  // namespace brenvik::cli

@@ -14,7 +14,7 @@ using nlohmann::ordered_json;
 constexpr std::uintmax_t MaxRegFile = std::uintmax_t{1} << 30;
 constexpr const char* NotThere = "(nicht vorhanden)";
 
-struct Verzichtet {};
+struct Waived {};
 
 void printOmissions(const Ort& place, const RegTextWriter& writer) {
     for (const RegTextWriter::Omission& entry : writer.omitted()) {
@@ -25,24 +25,24 @@ void printOmissions(const Ort& place, const RegTextWriter& writer) {
     if (writer.lost() + writer.unreadable() > writer.omitted().size()) std::cerr << "Weitere werden nicht aufgezählt.\n";
 }
 
-int exportKey(Programm& programm, Orte& places, const std::string& text, const std::string& file, bool regedit4) {
+int exportKey(Program& program, Places& places, const std::string& text, const std::string& file, bool regedit4) {
     const Ort place = places.resolve(text);
     if (place.whole) return failed(KeyNeeded, 2);
     if (!place.store->keyExists(place.path.root, place.key())) return failed("Der Schlüssel ist nicht vorhanden: " + text);
     const auto format = regedit4 ? RegTextWriter::Format::Regedit4 : RegTextWriter::Format::Version5;
     std::size_t unreadable = 0;
     try {
-        writeFileAtomic(pathFromUtf8(file), [&](const Ausgabestueck& put) {
+        writeFileAtomic(pathFromUtf8(file), [&](const OutputPiece& put) {
             RegTextWriter writer(format, put);
             writer.tree(*place.store, place.path.root, place.key());
             writer.end();
             printOmissions(place, writer);
             if (writer.lost() > 0 &&
-                !programm.context().port.ask("Einträge, die sich in diesem Format nicht darstellen lassen und in der Datei fehlen: " + std::to_string(writer.lost()) + ". Soll sie trotzdem geschrieben werden?"))
-                throw Verzichtet{};
+                !program.context().port.ask("Einträge, die sich in diesem Format nicht darstellen lassen und in der Datei fehlen: " + std::to_string(writer.lost()) + ". Soll sie trotzdem geschrieben werden?"))
+                throw Waived{};
             unreadable = writer.unreadable();
         });
-    } catch (const Verzichtet&) {
+    } catch (const Waived&) {
         return 1;
     }
     return unreadable > 0 ? failed("Die Datei wurde geschrieben, enthält aber nicht alles.") : 0;
@@ -52,8 +52,8 @@ std::string stateText(Context& ctx, const std::optional<RawValue>& value) {
     return value ? typeName(ctx, value->type) + " " + shownData(*value) : std::string(NotThere);
 }
 
-void printChanges(Context& ctx, const std::vector<Aenderungsvorschau>& changes) {
-    for (const Aenderungsvorschau& change : changes) {
+void printChanges(Context& ctx, const std::vector<ChangePreview>& changes) {
+    for (const ChangePreview& change : changes) {
         std::cout << oneLine(longRootName(change.root)) << "\\" << oneLine(change.key) << "\\\t";
         if (change.isKey) {
             std::cout << (change.keyBefore ? "wird gelöscht" : "wird angelegt") << "\n";
@@ -68,10 +68,10 @@ void printChanges(Context& ctx, const std::vector<Aenderungsvorschau>& changes) 
     }
 }
 
-void printChangesJson(Context& ctx, const std::vector<Aenderungsvorschau>& changes) {
+void printChangesJson(Context& ctx, const std::vector<ChangePreview>& changes) {
     ordered_json out = ordered_json::array();
     const auto state = [&](const std::optional<RawValue>& value) { return value ? dataJson(ctx, *value) : ordered_json(nullptr); };
-    for (const Aenderungsvorschau& change : changes) {
+    for (const ChangePreview& change : changes) {
         ordered_json entry{{"key", std::string(longRootName(change.root)) + "\\" + change.key}};
         if (change.isKey) {
             entry["change"] = change.keyBefore ? "deleted" : "created";
@@ -91,35 +91,35 @@ int refused(const std::string& file, const std::vector<RegTextProblem>& problems
     return failed("Die Datei wurde nicht eingelesen, nichts wurde geändert.");
 }
 
-int importFile(Programm& programm, Orte& places, const std::string& file, bool dryRun, bool json) {
+int importFile(Program& program, Places& places, const std::string& file, bool dryRun, bool json) {
     const RegTextFile text(readFile(pathFromUtf8(file), MaxRegFile));
     RegStore& store = places.machine();
     if (!dryRun) {
-        const auto problems = einspielen(store, text);
+        const auto problems = replay(store, text);
         return problems.empty() ? 0 : refused(file, problems);
     }
-    const Vorschau preview = vorschau(store, text);
+    const Preview preview = previewOf(store, text);
     if (!preview.problems.empty()) return refused(file, preview.problems);
-    json ? printChangesJson(programm.context(), preview.changes) : printChanges(programm.context(), preview.changes);
+    json ? printChangesJson(program.context(), preview.changes) : printChanges(program.context(), preview.changes);
     return 0;
 }
 
 }  // namespace
 
-void addTextbefehle(const RegistryGruppe& group) {
+void addTextCommands(const RegistryGroup& group) {
     const auto path = std::make_shared<std::string>(), file = std::make_shared<std::string>();
     const auto flag = std::make_shared<bool>(false);
     auto* writer = group.add("export", "Einen Schlüssel mit allem darunter als REG-Datei schreiben");
-    writer->add_option("PATH", *path, PfadHilfe)->required();
+    writer->add_option("PATH", *path, PathHelp)->required();
     writer->add_option("FILE", *file, "REG-Datei; eine vorhandene wird ersetzt")->required();
     writer->add_flag("--regedit4", *flag, "Im Format REGEDIT4 (Windows-1252) statt Version 5.00 (UTF-16)");
     group.maySalvage(writer);
-    group.on(writer, [path, file, flag](Programm& p, Orte& places) { return exportKey(p, places, *path, *file, *flag); });
+    group.on(writer, [path, file, flag](Program& p, Places& places) { return exportKey(p, places, *path, *file, *flag); });
 
     auto* reader = group.add("import", "Eine REG-Datei einlesen: ganz oder, wenn eine Zeile nicht stimmt, gar nicht");
     reader->add_option("FILE", *file, "REG-Datei")->required();
     reader->add_flag("--dry-run", *flag, "Nur zeigen, was sich ändern würde");
-    group.on(reader, [&call = group.call, file, flag](Programm& p, Orte& places) { return importFile(p, places, *file, *flag, call.json); });
+    group.on(reader, [&call = group.call, file, flag](Program& p, Places& places) { return importFile(p, places, *file, *flag, call.json); });
 }
 
 }  // namespace brenvik::cli

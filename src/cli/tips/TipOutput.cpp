@@ -26,7 +26,7 @@ std::string beside(std::string text) {
 
 class Liste {
 public:
-    Liste(Programm& programm, bool json, bool values) : programm_(programm), json_(json), values_(values) {}
+    Liste(Program& program, bool json, bool values) : program_(program), json_(json), values_(values) {}
 
     int print() {
         const ordered_json root = node(0, 0);
@@ -36,7 +36,7 @@ public:
 
 private:
     ordered_json node(int index, int depth) {
-        const TreeNode n = programm_.context().frmBVK_Prog.tvBVKDB.at(static_cast<std::size_t>(index));
+        const TreeNode n = program_.context().frmBVK_Prog.tvBVKDB.at(static_cast<std::size_t>(index));
         ordered_json out{{"text", n.text}};
         if (n.art == TreeNode::Art::Tipp) {
             const std::int32_t number = n.nummer;
@@ -47,41 +47,41 @@ private:
         }
         if (depth > 0 && !json_) std::cout << std::string(static_cast<std::size_t>(depth - 1) * 2, ' ') << oneLine(n.text) << "\n";
         out["children"] = ordered_json::array();
-        for (int child : displayOrder(programm_.context().frmBVK_Prog, index)) out["children"].push_back(node(child, depth + 1));
+        for (int child : displayOrder(program_.context().frmBVK_Prog, index)) out["children"].push_back(node(child, depth + 1));
         return out;
     }
 
     void printValues(std::int32_t number, int depth) {
-        TippMaschine& maschine = programm_.maschine();
-        maschine.inspectTipp(number);
+        TipEngine& engine = program_.engine();
+        engine.inspectTip(number);
         const std::string indent(static_cast<std::size_t>(depth) * 2 + 5, ' ');
-        const auto last = static_cast<std::int16_t>(programm_.context().aktuellerTipp.letzterEintrag());
+        const auto last = static_cast<std::int16_t>(program_.context().aktuellerTipp.lastEntry());
         for (std::int16_t i = 1; i <= last; ++i) {
-            const TippEintrag& entry = programm_.context().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+            const TipEntry& entry = program_.context().aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
             const std::string name = entry.Wertname.empty() ? std::string("(Standard)") : entry.Wertname;
-            std::cout << indent << oneLine(name) << ": " << oneLine(beside(maschine.shownText(i))) << "  " << oneLine(maschine.statusOf(i).text) << "\n";
+            std::cout << indent << oneLine(name) << ": " << oneLine(beside(engine.shownText(i))) << "  " << oneLine(engine.statusOf(i).text) << "\n";
         }
     }
 
-    Programm& programm_;
+    Program& program_;
     bool json_, values_;
 };
 
 // Where the display text is a list of choices, the value's name stands for the entry.
-std::string captionOf(const TippEintrag& e) {
+std::string captionOf(const TipEntry& e) {
     if (!e.Beschriftung.empty()) return e.Beschriftung;
     return kindOf(e).captionList || e.Anzeigetext.empty() ? e.Wertname : e.Anzeigetext;
 }
 
 // The rows of a list of keys: each with its text, in context menus with its command too.
-ordered_json rowsJson(TippMaschine& maschine, const Panel& panel) {
+ordered_json rowsJson(TipEngine& engine, const Panel& panel) {
     ordered_json rows = ordered_json::array();
-    for (const ListenZeile& row : panel.zeilen) {
-        ordered_json out{{"name", row.text}, {"text", row.unterText}};
+    for (const ListLine& row : panel.lines) {
+        ordered_json out{{"name", row.text}, {"text", row.subText}};
         if (kindOf(panel).menu) {
-            BearbeitenAnfrage entry = maschine.bearbeitenAnfrage(true);
+            BearbeitenRequest entry = engine.bearbeitenRequest(true);
             entry.txtKeyName = row.text;
-            entry.befehlLesen(entry);
+            entry.commandRead(entry);
             out["command"] = entry.txtBefehl;
         }
         rows.push_back(std::move(out));
@@ -90,20 +90,20 @@ ordered_json rowsJson(TippMaschine& maschine, const Panel& panel) {
 }
 
 // What the panel of an entry can be set to; empty where that is no list.
-std::vector<std::string> choicesOf(Programm& programm, std::int16_t entry) {
-    for (const Panel& panel : programm.context().frmBVK_Prog.panels)
-        if (kindOf(panel).offers && panel.eintraege.front() == entry)
-            return panel.auswahl;
+std::vector<std::string> choicesOf(Program& program, std::int16_t entry) {
+    for (const Panel& panel : program.context().frmBVK_Prog.panels)
+        if (kindOf(panel).offers && panel.entries.front() == entry)
+            return panel.selection;
     return {};
 }
 
 constexpr const char* Unread = "[Registry Wert nicht lesbar]";
 bool isUnread(const ordered_json& entry) { return entry["status"] == "" || entry["status"] == Unread; }
 
-ordered_json entryJson(Programm& programm, std::int16_t i) {
-    Context& ctx = programm.context();
-    const TippEintrag& e = ctx.aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
-    const Arbeitswert& w = ctx.werte[static_cast<std::size_t>(i)];
+ordered_json entryJson(Program& program, std::int16_t i) {
+    Context& ctx = program.context();
+    const TipEntry& e = ctx.aktuellerTipp.Eintrag[static_cast<std::size_t>(i)];
+    const WorkingValue& w = ctx.values[static_cast<std::size_t>(i)];
     ordered_json out{{"entry", i},
                      {"kind", e.Ausgabeart},
                      {"root", e.Hauptschlüssel},
@@ -112,13 +112,13 @@ ordered_json entryJson(Programm& programm, std::int16_t i) {
                      {"type", DatenTypText(ctx, e.Datentyp)},
                      {"caption", captionOf(e)},
                      {"current", beside(w.strAktuellerWert)},
-                     {"shown", beside(programm.maschine().shownText(i))},
+                     {"shown", beside(program.engine().shownText(i))},
                      {"found", ctx.aktuellerTipp.INITipp ? w.blnWertGelesen : w.gefunden},
-                     {"status", programm.maschine().statusOf(i).text}};
+                     {"status", program.engine().statusOf(i).text}};
     // What is shown of a value that could not be read says nothing of it.
     if (isUnread(out)) out["current"] = out["shown"] = "", out["found"] = nullptr, out["status"] = Unread;
-    if (const Panel* panel = keyListOf(programm); panel != nullptr && i == 1) out["rows"] = rowsJson(programm.maschine(), *panel);
-    if (const auto choices = choicesOf(programm, i); !choices.empty()) out["choices"] = choices;
+    if (const Panel* panel = keyListOf(program); panel != nullptr && i == 1) out["rows"] = rowsJson(program.engine(), *panel);
+    if (const auto choices = choicesOf(program, i); !choices.empty()) out["choices"] = choices;
     return out;
 }
 
@@ -134,18 +134,18 @@ std::string effectText(TipEffect effect) {
     return {};
 }
 
-const Panel* keyListOf(Programm& programm) {
-    for (const Panel& panel : programm.context().frmBVK_Prog.panels)
-        if (programm.maschine().rowsAreKeys(panel)) return &panel;
+const Panel* keyListOf(Program& program) {
+    for (const Panel& panel : program.context().frmBVK_Prog.panels)
+        if (program.engine().rowsAreKeys(panel)) return &panel;
     return nullptr;
 }
 
-int printTip(Programm& programm, std::int32_t number, bool json) {
-    programm.maschine().inspectTipp(number);
-    const Tipp& tipp = programm.context().aktuellerTipp;
+int printTip(Program& program, std::int32_t number, bool json) {
+    program.engine().inspectTip(number);
+    const Tipp& tipp = program.context().aktuellerTipp;
     ordered_json out{{"number", number},           {"heading", tipp.Überschrift}, {"description", tipp.Beschreibung},
                      {"systems", systemsOf(tipp)},   {"restart", tipp.Neustart},    {"entries", ordered_json::array()}};
-    for (std::int16_t i = 1; i <= static_cast<std::int16_t>(tipp.letzterEintrag()); ++i) out["entries"].push_back(entryJson(programm, i));
+    for (std::int16_t i = 1; i <= static_cast<std::int16_t>(tipp.lastEntry()); ++i) out["entries"].push_back(entryJson(program, i));
     const int code = std::any_of(out["entries"].begin(), out["entries"].end(), isUnread) ? 1 : 0;
     if (json) {
         std::cout << jsonText(out) << "\n";
@@ -177,9 +177,9 @@ int printTip(Programm& programm, std::int32_t number, bool json) {
     return code;
 }
 
-int printTips(Programm& programm, int view, bool json, bool values) {
-    programm.maschine().tree().selectTab(view);
-    return Liste(programm, json, values && !json).print();
+int printTips(Program& program, int view, bool json, bool values) {
+    program.engine().tree().selectTab(view);
+    return Liste(program, json, values && !json).print();
 }
 
 }  // namespace brenvik::cli

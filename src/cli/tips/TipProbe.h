@@ -4,6 +4,6 @@
 namespace brenvik::cli {
 
 // What saving the Tip on screen would write, value by value with old and new raw content; writes nothing. The exit code.
-int printPlan(Programm& programm, bool json);
+int printPlan(Program& program, bool json);
 
 }  // namespace brenvik::cli

@@ -17,7 +17,7 @@ TargetWindows targetWindows(Context& ctx) {
     if (ctx.strRechnername.empty() || equalText(ctx.strRechnername, ctx.strLokalerRechner)) return {ctx.intBS, ctx.strBS};
     TargetSystem& target = ctx.target();
     const OSVERSIONINFO version = target.version();
-    const Betriebssystem system = bestimmeBS(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
+    const OperatingSystem system = determineSystem(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
     const std::string name = target.systemName();
     return {system.intBS == 0 && ctx.einstellungen.BSErsatz ? WindowsXP : system.intBS, name.empty() ? system.strBS : name};
 }

@@ -8,7 +8,7 @@
 
 namespace brenvik {
 
-struct Ordnereinstellung {
+struct FolderSetting {
     const char* name;                        // of the setting
     std::string Settings::*field;
     std::filesystem::path FrameContext::*base;
@@ -16,22 +16,22 @@ struct Ordnereinstellung {
 };
 
 // Lists live in the program's home, since its program directory may belong to the system.
-inline constexpr std::array<Ordnereinstellung, 4> Ordnereinstellungen{{
-    {"Ostrana", &Settings::strOstranaPfad, &FrameContext::programmPfad, ""},
-    {"Favorite", &Settings::strFavoritenPfad, &FrameContext::heimPfad, ""},
-    {"History", &Settings::strHistoryPfad, &FrameContext::heimPfad, ""},
-    {"RegBackupRestore", &Settings::strBackupPfad, &FrameContext::heimPfad, "Backup"},
+inline constexpr std::array<FolderSetting, 4> FolderSettings{{
+    {"Ostrana", &Settings::strOstranaPfad, &FrameContext::programPath, ""},
+    {"Favorite", &Settings::strFavoritenPfad, &FrameContext::homePath, ""},
+    {"History", &Settings::strHistoryPfad, &FrameContext::homePath, ""},
+    {"RegBackupRestore", &Settings::strBackupPath, &FrameContext::homePath, "Backup"},
 }};
 
 // A host folder as the settings hold it (UTF-8): in one spelling, without a separator at its end.
-std::string ordnerText(const std::filesystem::path& folder);
+std::string folderText(const std::filesystem::path& folder);
 
 // The text that the setting has as long as nobody chose another folder, for a base of that text.
-std::string standardOrdner(const Ordnereinstellung& entry, const std::string& base);
-std::string standardOrdner(const FrameContext& ctx, const Ordnereinstellung& entry);
-std::string standardOrdner(const FrameContext& ctx, std::string Settings::*field);
+std::string defaultFolder(const FolderSetting& entry, const std::string& base);
+std::string defaultFolder(const FrameContext& ctx, const FolderSetting& entry);
+std::string defaultFolder(const FrameContext& ctx, std::string Settings::*field);
 
 // Where a folder lies that lay in the base when it was saved: at the same place in the present one. Other folders stay.
-std::string mitgezogen(const std::string& folder, const std::string& baseThen, const std::string& baseNow);
+std::string takenAlong(const std::string& folder, const std::string& baseThen, const std::string& baseNow);
 
 }  // namespace brenvik

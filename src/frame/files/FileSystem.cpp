@@ -96,7 +96,7 @@ fs::path writableTarget(const fs::path& file) {
     return target;
 }
 
-void fillFile(const fs::path& fresh, const fs::path& named, const std::function<void(const Ausgabestueck&)>& fill) {
+void fillFile(const fs::path& fresh, const fs::path& named, const std::function<void(const OutputPiece&)>& fill) {
     std::unique_ptr<std::FILE, CloseFile> out(host::openFile(fresh, "ab"));
     if (out == nullptr) fail(std::error_code(errno, std::generic_category()), named);
     fill([&](std::string_view piece) {
@@ -144,7 +144,7 @@ void writeFileAtomic(const fs::path& file, std::string_view bytes) {
     }
 }
 
-void writeFileAtomic(const fs::path& file, const std::function<void(const Ausgabestueck&)>& fill) {
+void writeFileAtomic(const fs::path& file, const std::function<void(const OutputPiece&)>& fill) {
     const fs::path target = writableTarget(file), fresh = freshNameBeside(target);
     sweepLeftBehind(target);
     if (const std::error_code error = host::writeNewFile(fresh, {}, target)) fail(error, file);
@@ -171,14 +171,14 @@ bool fitsPattern(std::string_view name, std::string_view pattern) {
     std::size_t t = 0, m = 0, star = std::string::npos, starText = 0;
     while (t < text.size()) {
         std::size_t textEnd = t, maskEnd = m;
-        const char32_t letter = zeichen::next(text, textEnd);
-        const char32_t wanted = m < mask.size() ? zeichen::next(mask, maskEnd) : 0;
+        const char32_t letter = characters::next(text, textEnd);
+        const char32_t wanted = m < mask.size() ? characters::next(mask, maskEnd) : 0;
         if (wanted == U'*') {
             star = m = maskEnd, starText = t;
         } else if (wanted != 0 && (wanted == U'?' || wanted == letter)) {
             t = textEnd, m = maskEnd;
         } else if (star != std::string::npos) {
-            zeichen::next(text, starText);
+            characters::next(text, starText);
             t = starText, m = star;
         } else {
             return false;
@@ -257,7 +257,7 @@ std::string withSeparator(std::string folder) {
 }
 
 std::string BrowseForFolder(FrameContext& ctx, std::string_view start, std::string_view title) {
-    return withSeparator(ctx.port.chooseFolder(title.empty() ? meldung::VerzeichnisAuswaehlen : title, start).value_or(""));
+    return withSeparator(ctx.port.chooseFolder(title.empty() ? messages::ChooseFolder : title, start).value_or(""));
 }
 
 std::string GetShortPath(FrameContext& ctx, std::string_view path) {

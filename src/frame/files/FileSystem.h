@@ -42,8 +42,8 @@ std::string readFile(const std::filesystem::path& file, std::uintmax_t limit = D
 // host::writeNewFile says. What earlier calls left that ended half way with their process is swept.
 void writeFileAtomic(const std::filesystem::path& file, std::string_view bytes);
 // The same for what is not in memory as a whole: fill hands over one piece after the other. If it throws, nothing is left.
-using Ausgabestueck = std::function<void(std::string_view piece)>;
-void writeFileAtomic(const std::filesystem::path& file, const std::function<void(const Ausgabestueck& put)>& fill);
+using OutputPiece = std::function<void(std::string_view piece)>;
+void writeFileAtomic(const std::filesystem::path& file, const std::function<void(const OutputPiece& put)>& fill);
 
 // Why a file could not be used, as a sentence: what users meet in their language, the rest in the system's.
 std::string fileErrorText(const std::error_code& code);

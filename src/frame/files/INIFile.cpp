@@ -14,7 +14,7 @@ template <class Write> bool written(FrameContext& ctx, Write write) {
         return true;
     } catch (const NumberedError& error) {
         ctx.trace.write("--- Fehler: " + std::string(error.what()));
-        ctx.port.tell(meldung::IniSchreibgeschuetzt);
+        ctx.port.tell(messages::IniWriteProtected);
         return false;
     }
 }
@@ -22,18 +22,18 @@ template <class Write> bool written(FrameContext& ctx, Write write) {
 }  // namespace
 
 bool INISchreiben(FrameContext& ctx, const std::filesystem::path& file, std::string_view section, std::string_view key, std::string_view value) {
-    if (textLength(key) > INIGrenze || textLength(value) > INIGrenze) {
-        ctx.port.tell(meldung::IniZuLang1 + numberText(INIGrenze) + meldung::IniZuLang2);
+    if (textLength(key) > INIBound || textLength(value) > INIBound) {
+        ctx.port.tell(messages::IniZuLang1 + numberText(INIBound) + messages::IniZuLang2);
         return false;
     }
     if (!written(ctx, [&] { writeProfileValue(file, section, key, value); })) return false;
-    ctx.port.tell(meldung::IniGespeichert);
+    ctx.port.tell(messages::IniSaved);
     return true;
 }
 
 bool INILoeschen(FrameContext& ctx, const std::filesystem::path& file, std::string_view section, std::string_view key) {
     if (section.empty() || key.empty()) {
-        ctx.port.tell(meldung::IniNichtsZuLoeschen);
+        ctx.port.tell(messages::IniNothingToDelete);
         return false;
     }
     return written(ctx, [&] { deleteProfileKey(file, section, key); });
@@ -41,7 +41,7 @@ bool INILoeschen(FrameContext& ctx, const std::filesystem::path& file, std::stri
 
 bool INISektionSchreiben(FrameContext& ctx, const std::filesystem::path& file, std::string_view section, const std::vector<std::string>& lines) {
     if (!written(ctx, [&] { writeProfileSection(file, section, lines); })) return false;
-    ctx.port.tell(meldung::IniGespeichert);
+    ctx.port.tell(messages::IniSaved);
     return true;
 }
 

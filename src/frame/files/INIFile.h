@@ -9,7 +9,7 @@
 
 namespace brenvik {
 
-inline constexpr std::size_t INIGrenze = 255;  // most characters of a key and of a value
+inline constexpr std::size_t INIBound = 255;  // most characters of a key and of a value
 
 bool INISchreiben(FrameContext& ctx, const std::filesystem::path& file, std::string_view section, std::string_view key, std::string_view value);
 bool INILoeschen(FrameContext& ctx, const std::filesystem::path& file, std::string_view section, std::string_view key);

@@ -21,9 +21,9 @@ TargetFiles localFiles(const FrameContext& ctx) {
     const auto drive = [&ctx](char letter) -> std::optional<fs::path> {
 #ifdef _WIN32
         // A Windows of its own needs no copy: without drive_c the paths are the machine's.
-        if (!fs::exists(ctx.heimPfad / "drive_c")) return fs::path(std::string(1, letter) + ":\\");
+        if (!fs::exists(ctx.homePath / "drive_c")) return fs::path(std::string(1, letter) + ":\\");
 #endif
-        return ctx.heimPfad / (std::string("drive_") + letter);
+        return ctx.homePath / (std::string("drive_") + letter);
     };
     return {drive, [&ctx] { return ctx.strWindir; }};
 }

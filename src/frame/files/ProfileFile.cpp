@@ -71,12 +71,12 @@ std::string storableKey(std::string_view key) {
 
 }  // namespace
 
-Profildatei::Profildatei(std::string bytes) : bytes_(std::move(bytes)) {
+ProfileFile::ProfileFile(std::string bytes) : bytes_(std::move(bytes)) {
     ansi_ = bytes_.rfind("\xFF\xFE", 0) != 0 && bytes_.rfind("\xFE\xFF", 0) != 0;
     split();
 }
 
-void Profildatei::split() {
+void ProfileFile::split() {
     lines_.clear();
     if (!ansi_) return;
     for (std::size_t place = 0; place < bytes_.size();) {
@@ -88,11 +88,11 @@ void Profildatei::split() {
     }
 }
 
-void Profildatei::mustBeAnsi() const {
+void ProfileFile::mustBeAnsi() const {
     if (!ansi_) throw NumberedError(errnum::TypeMismatch, "Die Datei ist keine ANSI-Textdatei und wird nicht verändert.");
 }
 
-std::optional<Profildatei::Section> Profildatei::find(std::string_view section) const {
+std::optional<ProfileFile::Section> ProfileFile::find(std::string_view section) const {
     const std::string wanted = lowerCase(cutBlanks(section));
     for (std::size_t k = 0; k < lines_.size(); ++k) {
         const auto name = headerName(text(lines_[k]));
@@ -104,7 +104,7 @@ std::optional<Profildatei::Section> Profildatei::find(std::string_view section) 
     return std::nullopt;
 }
 
-std::optional<std::size_t> Profildatei::findKey(const Section& section, std::string_view key) const {
+std::optional<std::size_t> ProfileFile::findKey(const Section& section, std::string_view key) const {
     const std::string wanted = lowerCase(cutBlanks(key));
     for (std::size_t k = section.first; k < section.last; ++k) {
         const std::string_view line = text(lines_[k]);
@@ -115,7 +115,7 @@ std::optional<std::size_t> Profildatei::findKey(const Section& section, std::str
     return std::nullopt;
 }
 
-std::optional<std::string> Profildatei::rawValue(std::string_view section, std::string_view key) const {
+std::optional<std::string> ProfileFile::rawValue(std::string_view section, std::string_view key) const {
     const auto place = find(section);
     const auto line = place ? findKey(*place, key) : std::nullopt;
     if (!line) return std::nullopt;
@@ -123,21 +123,21 @@ std::optional<std::string> Profildatei::rawValue(std::string_view section, std::
     return utf8FromAnsi(whole.substr(whole.find('=') + 1));
 }
 
-std::optional<std::string> Profildatei::value(std::string_view section, std::string_view key, std::size_t size) const {
+std::optional<std::string> ProfileFile::value(std::string_view section, std::string_view key, std::size_t size) const {
     const auto raw = rawValue(section, key);
     if (!raw) return std::nullopt;
     const std::string_view read = readValue(*raw);
     return size == 0 ? std::string(read) : Left(read, size - 1);
 }
 
-std::vector<std::string> Profildatei::sections() const {
+std::vector<std::string> ProfileFile::sections() const {
     std::vector<std::string> names;
     for (const Line& line : lines_)
         if (const auto name = headerName(text(line))) names.push_back(utf8FromAnsi(*name));
     return names;
 }
 
-Profildatei::LineTexts Profildatei::entries(const Section& section) const {
+ProfileFile::LineTexts ProfileFile::entries(const Section& section) const {
     LineTexts result;
     for (std::size_t k = section.first; k < section.last; ++k) {
         const std::string_view line = cutBlanks(text(lines_[k]));
@@ -146,32 +146,32 @@ Profildatei::LineTexts Profildatei::entries(const Section& section) const {
     return result;
 }
 
-std::vector<std::string> Profildatei::sectionLines(std::string_view section) const {
+std::vector<std::string> ProfileFile::sectionLines(std::string_view section) const {
     std::vector<std::string> lines;
     if (const auto place = find(section))
         for (const auto& [number, line] : entries(*place)) lines.push_back(utf8FromAnsi(line));
     return lines;
 }
 
-std::size_t Profildatei::appendPlace(const Section& section) const {
+std::size_t ProfileFile::appendPlace(const Section& section) const {
     std::size_t last = section.last;
     while (last > section.first && cutBlanks(text(lines_[last - 1])).empty()) --last;
     return last == 0 ? 0 : lines_[last - 1].next;
 }
 
-void Profildatei::insertLine(std::size_t place, std::string_view line) {
+void ProfileFile::insertLine(std::size_t place, std::string_view line) {
     const bool open = place > 0 && bytes_[place - 1] != '\n' && bytes_[place - 1] != '\r';
     bytes_.insert(place, std::string(open ? NewLine : "").append(line).append(NewLine));
     split();
 }
 
-Profildatei::Section Profildatei::makeSection(std::string_view section) {
+ProfileFile::Section ProfileFile::makeSection(std::string_view section) {
     const std::string name = storable(cutBlanks(section), "]");
     insertLine(bytes_.size(), "[" + name + "]");
     return {lines_.size(), lines_.size()};
 }
 
-void Profildatei::setValue(std::string_view section, std::string_view key, std::string_view value) {
+void ProfileFile::setValue(std::string_view section, std::string_view key, std::string_view value) {
     mustBeAnsi();
     const std::string name = storableKey(key);
     const auto place = find(section);
@@ -190,7 +190,7 @@ void Profildatei::setValue(std::string_view section, std::string_view key, std::
     insertLine(appendPlace(target), name + "=" + bytes);
 }
 
-bool Profildatei::removeKey(std::string_view section, std::string_view key) {
+bool ProfileFile::removeKey(std::string_view section, std::string_view key) {
     mustBeAnsi();
     const auto place = find(section);
     const auto line = place ? findKey(*place, key) : std::nullopt;
@@ -200,7 +200,7 @@ bool Profildatei::removeKey(std::string_view section, std::string_view key) {
     return true;
 }
 
-void Profildatei::setSectionLines(std::string_view section, const std::vector<std::string>& lines) {
+void ProfileFile::setSectionLines(std::string_view section, const std::vector<std::string>& lines) {
     mustBeAnsi();
     const auto found = find(section);
     const LineTexts old = found ? entries(*found) : LineTexts{};
@@ -246,15 +246,15 @@ void Profildatei::setSectionLines(std::string_view section, const std::vector<st
 
 namespace {
 
-Profildatei load(const std::filesystem::path& file) {
+ProfileFile load(const std::filesystem::path& file) {
     std::error_code error;
-    if (std::filesystem::status(file, error).type() == std::filesystem::file_type::not_found) return Profildatei();
-    return Profildatei(readFile(file, LargestFile));
+    if (std::filesystem::status(file, error).type() == std::filesystem::file_type::not_found) return ProfileFile();
+    return ProfileFile(readFile(file, LargestFile));
 }
 
 // Nothing is written if nothing changed, except that a new file comes to be.
 template <class Change> void change(const std::filesystem::path& file, Change apply) {
-    Profildatei profile = load(file);
+    ProfileFile profile = load(file);
     const std::string before = profile.bytes();
     apply(profile);
     if (profile.bytes() != before) return writeFileAtomic(file, profile.bytes());
@@ -274,17 +274,17 @@ std::optional<std::string> rawProfileValue(const std::filesystem::path& file, st
 std::vector<std::string> profileSection(const std::filesystem::path& file, std::string_view section) { return load(file).sectionLines(section); }
 
 void writeProfileValue(const std::filesystem::path& file, std::string_view section, std::string_view key, std::string_view value) {
-    change(file, [&](Profildatei& profile) { profile.setValue(section, key, value); });
+    change(file, [&](ProfileFile& profile) { profile.setValue(section, key, value); });
 }
 
 bool deleteProfileKey(const std::filesystem::path& file, std::string_view section, std::string_view key) {
     bool removed = false;
-    change(file, [&](Profildatei& profile) { removed = profile.removeKey(section, key); });
+    change(file, [&](ProfileFile& profile) { removed = profile.removeKey(section, key); });
     return removed;
 }
 
 void writeProfileSection(const std::filesystem::path& file, std::string_view section, const std::vector<std::string>& lines) {
-    change(file, [&](Profildatei& profile) { profile.setSectionLines(section, lines); });
+    change(file, [&](ProfileFile& profile) { profile.setSectionLines(section, lines); });
 }
 
 }  // namespace brenvik

@@ -12,18 +12,18 @@
 
 namespace brenvik {
 
-inline constexpr std::size_t ProfilPuffer = 256;  // buffer of a reading call: at most 255 characters come back
+inline constexpr std::size_t ProfileBuffer = 256;  // buffer of a reading call: at most 255 characters come back
 
-class Profildatei {
+class ProfileFile {
 public:
-    explicit Profildatei(std::string bytes = {});
+    explicit ProfileFile(std::string bytes = {});
 
     const std::string& bytes() const { return bytes_; }
     // UTF-16 files are not ANSI text: nothing is found in them, and changing them is error 13.
     bool isAnsi() const { return ansi_; }
 
     // The value without blanks and one pair of enclosing quotes, cut to size - 1 characters and at a U+0000; size 0: whole.
-    std::optional<std::string> value(std::string_view section, std::string_view key, std::size_t size = ProfilPuffer) const;
+    std::optional<std::string> value(std::string_view section, std::string_view key, std::size_t size = ProfileBuffer) const;
     // All that stands behind "=" in the line, blanks and quotes too; setValue with it changes nothing.
     std::optional<std::string> rawValue(std::string_view section, std::string_view key) const;
     std::vector<std::string> sections() const;
@@ -66,7 +66,7 @@ private:
 
 // The same on files (host paths). A file that isn't there reads as empty and is made on writing; its folder
 // must exist. Reading errors and files over 16 MiB throw as readFile does, writing ones as writeFileAtomic does.
-std::optional<std::string> profileValue(const std::filesystem::path& file, std::string_view section, std::string_view key, std::size_t size = ProfilPuffer);
+std::optional<std::string> profileValue(const std::filesystem::path& file, std::string_view section, std::string_view key, std::size_t size = ProfileBuffer);
 std::optional<std::string> rawProfileValue(const std::filesystem::path& file, std::string_view section, std::string_view key);
 std::vector<std::string> profileSection(const std::filesystem::path& file, std::string_view section);
 void writeProfileValue(const std::filesystem::path& file, std::string_view section, std::string_view key, std::string_view value);

@@ -18,7 +18,7 @@ namespace {
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
 bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-char lowerLetter(char c) { return static_cast<char>(zeichen::lower(static_cast<unsigned char>(c))); }
+char lowerLetter(char c) { return static_cast<char>(characters::lower(static_cast<unsigned char>(c))); }
 
 // The parts of a Windows path without its drive; "." and ".." are resolved, and ".." ends at the root.
 std::vector<std::string> partsOf(std::string_view path) {
@@ -62,7 +62,7 @@ bool isBelow(const fs::path& path, const fs::path& folder) {
 fs::path linkTarget(const fs::path& link, const fs::path& top) {
     std::error_code error;
     const fs::path target = fs::canonical(link, error);
-    if (error || !isBelow(target, top)) throw NumberedError(errnum::PathNotFound, fmt::format(meldung::VerknuepfungHinaus, utf8FromPath(link)));
+    if (error || !isBelow(target, top)) throw NumberedError(errnum::PathNotFound, fmt::format(messages::LinkLeadsOut, utf8FromPath(link)));
     return target;
 }
 
@@ -86,7 +86,7 @@ bool hasDrive(std::string_view path) { return path.size() > 1 && isLetter(path[0
 }  // namespace
 
 fs::path findInside(const fs::path& folder, std::string_view windowsPath) {
-    if (windowsPath.find('\0') != std::string_view::npos) throw NumberedError(errnum::InvalidCall, meldung::UngueltigerDateiname);
+    if (windowsPath.find('\0') != std::string_view::npos) throw NumberedError(errnum::InvalidCall, messages::InvalidFileName);
     return lookUp(folder, partsOf(windowsPath));
 }
 
@@ -99,14 +99,14 @@ TargetFiles TargetFiles::none(std::string why) {
 fs::path TargetFiles::driveFolder(char letter) const {
     if (!reachable()) throw NumberedError(errnum::PathNotFound, why_);
     const auto folder = drive_(letter);
-    if (!folder) throw NumberedError(errnum::PathNotFound, fmt::format(meldung::LaufwerkNichtErreichbar, static_cast<char>(letter - 'a' + 'A')));
+    if (!folder) throw NumberedError(errnum::PathNotFound, fmt::format(messages::DriveNotReachable, static_cast<char>(letter - 'a' + 'A')));
     return *folder;
 }
 
 fs::path TargetFiles::find(std::string_view path) const {
-    if (path.find('\0') != std::string_view::npos) throw NumberedError(errnum::InvalidCall, meldung::UngueltigerDateiname);
+    if (path.find('\0') != std::string_view::npos) throw NumberedError(errnum::InvalidCall, messages::InvalidFileName);
     if (path.size() > 1 && isSeparator(path[0]) && isSeparator(path[1]))
-        throw NumberedError(errnum::PathNotFound, meldung::NetzwerkpfadNichtErreichbar + std::string(path));
+        throw NumberedError(errnum::PathNotFound, messages::NetworkPathNotReachable + std::string(path));
     if (hasDrive(path)) return lookUp(driveFolder(lowerLetter(path[0])), partsOf(path.substr(2)));
     if (std::none_of(path.begin(), path.end(), isSeparator)) {
         const std::string folder = windowsFolder();

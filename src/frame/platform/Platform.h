@@ -10,7 +10,7 @@
 namespace brenvik {
 
 // The web browser component of a Windows. A Windows without one has installed = false.
-struct BrowserKomponente {
+struct BrowserComponent {
     bool installed = false;
     std::int32_t major = 0, minor = 0, build = 0;
 };
@@ -32,7 +32,7 @@ public:
 
     // What the start asks of a Windows; nothing where the host is none.
     virtual std::optional<std::int16_t> colourBits() const { return std::nullopt; }  // bits per pixel times planes
-    virtual std::optional<BrowserKomponente> browserComponent() const { return std::nullopt; }
+    virtual std::optional<BrowserComponent> browserComponent() const { return std::nullopt; }
 
     // The end of the user's session. Flags are those of ExitWindowsEx; false: it was not done, and the program goes on.
     virtual bool canEndSession() const { return false; }

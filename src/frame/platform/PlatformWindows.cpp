@@ -88,15 +88,15 @@ public:
     }
 
     // The function's presence is looked up in one library, the version asked of another: that of the component itself.
-    std::optional<BrowserKomponente> browserComponent() const override {
+    std::optional<BrowserComponent> browserComponent() const override {
         const Library shlwapi(L"shlwapi");
-        if (shlwapi.get() == nullptr || ::GetProcAddress(shlwapi.get(), "DllGetVersion") == nullptr) return BrowserKomponente{};
+        if (shlwapi.get() == nullptr || ::GetProcAddress(shlwapi.get(), "DllGetVersion") == nullptr) return BrowserComponent{};
         const Library shdocvw(L"shdocvw");
         const auto ask = shdocvw.get() == nullptr ? nullptr : reinterpret_cast<DLLGETVERSIONPROC>(reinterpret_cast<void*>(::GetProcAddress(shdocvw.get(), "DllGetVersion")));
         DLLVERSIONINFO info{};
         info.cbSize = sizeof info;
-        if (ask == nullptr || FAILED(ask(&info))) return BrowserKomponente{};
-        return BrowserKomponente{true, static_cast<std::int32_t>(info.dwMajorVersion), static_cast<std::int32_t>(info.dwMinorVersion), static_cast<std::int32_t>(info.dwBuildNumber)};
+        if (ask == nullptr || FAILED(ask(&info))) return BrowserComponent{};
+        return BrowserComponent{true, static_cast<std::int32_t>(info.dwMajorVersion), static_cast<std::int32_t>(info.dwMinorVersion), static_cast<std::int32_t>(info.dwBuildNumber)};
     }
 
     bool canEndSession() const override { return true; }

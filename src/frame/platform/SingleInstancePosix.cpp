@@ -45,7 +45,7 @@ private:
 };
 
 bool usable(const std::string& token) {
-    return !token.empty() && token.size() <= Einzelinstanz::MaxToken && std::all_of(token.begin(), token.end(), [](char c) { return c > ' ' && c <= '~'; });
+    return !token.empty() && token.size() <= SingleInstance::MaxToken && std::all_of(token.begin(), token.end(), [](char c) { return c > ' ' && c <= '~'; });
 }
 
 bool waitFor(int descriptor, short what, Clock::time_point until) {
@@ -70,31 +70,31 @@ bool sendText(int descriptor, std::string_view text) {
     return ::send(descriptor, text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT) == static_cast<ssize_t>(text.size());
 }
 
-class EinzelinstanzPosix final : public Einzelinstanz {
+class SingleInstancePosix final : public SingleInstance {
 public:
-    explicit EinzelinstanzPosix(std::filesystem::path home) : home_(std::move(home)) {}
-    ~EinzelinstanzPosix() override {
+    explicit SingleInstancePosix(std::filesystem::path home) : home_(std::move(home)) {}
+    ~SingleInstancePosix() override {
         if (listening_.ok()) ::unlink((home_ / SocketName).c_str());
     }
 
-    Stand anmelden(milliseconds patience, const std::string& token) override {
+    Stand logOn(milliseconds patience, const std::string& token) override {
         const auto until = Clock::now() + patience;
         folder_.reset(::open(home_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         lock_.reset(::open((home_ / LockName).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-        if (!folder_.ok() || !lock_.ok()) return Stand::Unbekannt;
+        if (!folder_.ok() || !lock_.ok()) return Stand::Unknown;
         // The other one may be about to start or to end: what fails is tried again until time is up.
         for (;;) {
-            if (::flock(lock_.get(), LOCK_EX | LOCK_NB) == 0) return listen() ? Stand::Erste : Stand::Unbekannt;
-            if (errno != EWOULDBLOCK && errno != EINTR) return Stand::Unbekannt;
-            if (call(token, until)) return Stand::AndereGerufen;
-            if (Clock::now() + Pause >= until) return Stand::AndereAntwortetNicht;
+            if (::flock(lock_.get(), LOCK_EX | LOCK_NB) == 0) return listen() ? Stand::First : Stand::Unknown;
+            if (errno != EWOULDBLOCK && errno != EINTR) return Stand::Unknown;
+            if (call(token, until)) return Stand::OtherCalled;
+            if (Clock::now() + Pause >= until) return Stand::OtherDoesNotAnswer;
             std::this_thread::sleep_for(Pause);
         }
     }
 
     std::intptr_t wakeHandle() const override { return listening_.get(); }
 
-    std::optional<std::string> abholen() override {
+    std::optional<std::string> fetch() override {
         std::optional<std::string> token;
         for (;;) {
             const Descriptor caller(::accept4(listening_.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
@@ -142,7 +142,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Einzelinstanz> makeEinzelinstanz(const std::filesystem::path& home) { return std::make_unique<EinzelinstanzPosix>(home); }
+std::unique_ptr<SingleInstance> makeSingleInstance(const std::filesystem::path& home) { return std::make_unique<SingleInstancePosix>(home); }
 
 }  // namespace brenvik::host
 #endif

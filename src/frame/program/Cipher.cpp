@@ -16,7 +16,7 @@ class Pc1 {
 public:
     explicit Pc1(std::string_view key) {
         const std::string bytes = ansiFromUtf8(key);
-        if (bytes.size() > LongKey) throw NumberedError(errnum::InvalidCall, meldung::SchluesselZuLang);
+        if (bytes.size() > LongKey) throw NumberedError(errnum::InvalidCall, messages::KeyTooLong);
         size_ = bytes.size() > ShortKey ? LongKey : ShortKey;
         key_.fill(' ');
         for (std::size_t i = 0; i < bytes.size(); ++i) key_[i] = static_cast<std::uint8_t>(bytes[i]);

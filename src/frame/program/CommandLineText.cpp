@@ -14,7 +14,7 @@ std::string asciiUpper(std::string text) {
 
 }  // namespace
 
-void verbergePasswort(int argc, char** argv) {
+void hidePassword(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::size_t place = asciiUpper(argv[i]).find(SwitchPassword);
         if (place == std::string::npos) continue;
@@ -22,7 +22,7 @@ void verbergePasswort(int argc, char** argv) {
     }
 }
 
-std::string Kommandozeile::Param(std::string_view name) {
+std::string CommandLineText::Param(std::string_view name) {
     ProcTrace trace(ctx_.trace, "Param");
     trace.p(name);
     std::string value;
@@ -36,11 +36,11 @@ std::string Kommandozeile::Param(std::string_view name) {
     return value;
 }
 
-void Kommandozeile::ParameterOK() {
+void CommandLineText::ParameterOK() {
     ProcTrace trace(ctx_.trace, "ParameterOK");
     if (line_.find(SwitchHelp) != std::string::npos) {
         trace.noEnd();
-        ParameterAnfrage help;
+        ParameterRequest help;
         ctx_.port.showWindow(help);
         return;
     }

@@ -10,17 +10,17 @@
 namespace brenvik {
 
 // frmBVK_Parameter: the help about the switches; nothing goes in, nothing comes back.
-struct ParameterAnfrage : WindowRequest {
+struct ParameterRequest : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_Parameter"; }
 };
 
 // Overwrites what stands behind /PW: in the process's own arguments, where many a host shows it to every user. Called once
 // they have been copied; until then it was to be seen, which only handing the password over another way avoids.
-void verbergePasswort(int argc, char** argv);
+void hidePassword(int argc, char** argv);
 
-class Kommandozeile {
+class CommandLineText {
 public:
-    Kommandozeile(FrameContext& ctx, std::string line) : ctx_(ctx), line_(std::move(line)) {}
+    CommandLineText(FrameContext& ctx, std::string line) : ctx_(ctx), line_(std::move(line)) {}
 
     bool empty() const { return line_.empty(); }
     const std::string& rest() const { return line_; }   // what no switch has taken yet

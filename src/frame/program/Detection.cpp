@@ -7,19 +7,19 @@
 
 namespace brenvik {
 
-Betriebssystem bestimmeBS(std::uint32_t platformId, std::uint32_t major, std::uint32_t minor) {
+OperatingSystem determineSystem(std::uint32_t platformId, std::uint32_t major, std::uint32_t minor) {
     if (platformId == 2) {
         if (major == 4) return {3, strBVKBS(3)};
         if (major == 5 && minor == 0) return {4, strBVKBS(4)};
         if (major == 5 && minor == 1) return {6, strBVKBS(5)};
     } else if (platformId == 1) {
-        if (major > 4 || (major == 4 && minor > 0)) return minor >= 90 ? Betriebssystem{5, strBVKBS(2)} : Betriebssystem{2, strBVKBS(1)};
+        if (major > 4 || (major == 4 && minor > 0)) return minor >= 90 ? OperatingSystem{5, strBVKBS(2)} : OperatingSystem{2, strBVKBS(1)};
         if (major == 4) return {1, strBVKBS(0)};
     }
-    return {0, meldung::UnbekanntesBetriebssystem, platformId != 1 && platformId != 2};
+    return {0, messages::UnknownOperatingSystem, platformId != 1 && platformId != 2};
 }
 
-std::string spaeteresWindows(const OSVERSIONINFO& version) {
+std::string laterWindows(const OSVERSIONINFO& version) {
     constexpr std::uint32_t NT = 2, FirstBuildOf11 = 22000;
     struct Name {
         std::uint32_t major, minor;
@@ -33,29 +33,29 @@ std::string spaeteresWindows(const OSVERSIONINFO& version) {
     return {};
 }
 
-Betriebssystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version) {
+OperatingSystem BSErmitteln(FrameContext& ctx, const OSVERSIONINFO& version) {
     constexpr std::int16_t WindowsXP = 6;
     ProcTrace trace(ctx.trace, "BSErmitteln");
-    Betriebssystem system;
+    OperatingSystem system;
     reportAndGoOn(ctx, "BSErmitteln", [&] {
         ctx.trace.write(" BS-Versionsinfo:");
         ctx.trace.write(" PlatfromID: " + numberText(version.dwPlatformId));
         ctx.trace.write(" MajorVersion: " + numberText(version.dwMajorVersion));
         ctx.trace.write(" MinorVersion: " + numberText(version.dwMinorVersion));
-        system = bestimmeBS(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
+        system = determineSystem(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
         if (!system.dialog) return;
-        OSErkennungAnfrage window;
+        OSErkennungRequest window;
         window.version = version;
         ctx.port.showWindow(window);
     });
     ctx.strBS = system.strBS;
-    ctx.strBSName = system.intBS == 0 ? spaeteresWindows(version) : std::string();
+    ctx.strBSName = system.intBS == 0 ? laterWindows(version) : std::string();
     ctx.intBS = system.intBS == 0 && ctx.einstellungen.BSErsatz ? WindowsXP : system.intBS;
     trace.r(system.strBS).r(system.intBS);
     return system;
 }
 
-std::vector<std::string_view> versteckteMenues(std::int16_t intBS) {
+std::vector<std::string_view> hiddenMenus(std::int16_t intBS) {
     switch (intBS) {
         case 1: return {"mnuTools"};
         case 2: return {"mnugpedit", "mnueventvwr", "mnusugverif", "mnuDrwtsn32"};
@@ -85,7 +85,7 @@ std::string Windir(FrameContext& ctx) {
 
 bool GetIEVersion(FrameContext& ctx) {
     ProcTrace trace(ctx.trace, "GetIEVersion");
-    const BrowserKomponente browser = ctx.platform.browserComponent().value_or(BrowserKomponente{});
+    const BrowserComponent browser = ctx.platform.browserComponent().value_or(BrowserComponent{});
     if (browser.installed) {
         ctx.intIEMajor = browser.major;
         ctx.intIEMinor = browser.minor;
@@ -101,7 +101,7 @@ bool AdminCheck(FrameContext& ctx) {
     return result;
 }
 
-std::string umgebungswert(const FrameContext& ctx, std::string_view name) {
+std::string environmentValue(const FrameContext& ctx, std::string_view name) {
     const std::string wanted = lowerCase(name);
     if (wanted == "windir" || wanted == "systemroot") return ctx.strWindir;
     if (wanted == "systemdrive") return ctx.strSystemLaufwerk.substr(0, 2);

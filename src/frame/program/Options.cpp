@@ -14,7 +14,7 @@ constexpr int TextHelpWanted = 73, TextHelpMissing = 74, TextPasswordsDiffer = 1
 
 }  // namespace
 
-bool OptionenAnfrage::HelpFileCheck(const std::string& file, const std::string& dir) {
+bool OptionenRequest::HelpFileCheck(const std::string& file, const std::string& dir) {
     ProcTrace trace(ctx.trace, "HelpFileCheck");
     trace.p(file).p(dir);
     bool found = !dir.empty() && ExistFileDirDrive(ctx, dir + file);
@@ -22,7 +22,7 @@ bool OptionenAnfrage::HelpFileCheck(const std::string& file, const std::string& 
         const std::string folder = BrowseForFolder(ctx, dir, strBVKTexte(TextHelpWanted));
         found = !folder.empty() && ExistFileDirDrive(ctx, folder + file);
         if (found)
-            werte.strOstranaPfad = folder;
+            values.strOstranaPfad = folder;
         else if (!folder.empty())
             ctx.port.tell(strBVKTexte(TextHelpMissing));
     }
@@ -30,43 +30,43 @@ bool OptionenAnfrage::HelpFileCheck(const std::string& file, const std::string& 
     return found;
 }
 
-bool OptionenAnfrage::waehleHilfedatei(const std::string& file) {
-    if (werte.Ostrana_Name == file) return true;
-    if (!HelpFileCheck(file, werte.strOstranaPfad)) return false;
-    werte.Ostrana_Name = file;
+bool OptionenRequest::chooseHelpFile(const std::string& file) {
+    if (values.Ostrana_Name == file) return true;
+    if (!HelpFileCheck(file, values.strOstranaPfad)) return false;
+    values.Ostrana_Name = file;
     return true;
 }
 
-std::string OptionenAnfrage::PfadChange(const std::string& current) {
+std::string OptionenRequest::PfadChange(const std::string& current) {
     ctx.blnHistoryAktiv = ctx.blnFavoritenAktiv = true;
     const std::string folder = BrowseForFolder(ctx, current);
     return folder.empty() ? current : folder;
 }
 
-bool OptionenAnfrage::cmdOptOK() {
+bool OptionenRequest::cmdOptOK() {
     const DateTime now = ctx.port.now();
-    ctx.klick();
+    ctx.click();
     Settings& s = ctx.einstellungen;
-    Settings taken = werte;
+    Settings taken = values;
     taken.blnPasswortAktiv = s.blnPasswortAktiv;
     taken.strPasswortWert = s.strPasswortWert;
     taken.strPasswortSalz = s.strPasswortSalz;
-    taken.blnPasswortUnklar = s.blnPasswortUnklar;
-    for (const Ordnereinstellung& entry : Ordnereinstellungen)
-        if (Trim(taken.*entry.field).empty()) taken.*entry.field = standardOrdner(ctx, entry);
-    std::string& backup = taken.strBackupPfad;
+    taken.blnPasswordUnclear = s.blnPasswordUnclear;
+    for (const FolderSetting& entry : FolderSettings)
+        if (Trim(taken.*entry.field).empty()) taken.*entry.field = defaultFolder(ctx, entry);
+    std::string& backup = taken.strBackupPath;
     if (backup.size() > 1 && (backup.ends_with('\\') || backup.ends_with('/'))) backup.pop_back();
     s = taken;
-    if (!passwortGeaendert || !ctx.blnAdmin) return true;
+    if (!passwordChanged || !ctx.blnAdmin) return true;
     if (chkPasswort && txtPW1 != txtPW2) {
         ctx.port.tell(strBVKTexte(TextPasswordsDiffer), box::Critical);
         return false;
     }
-    if (chkPasswort && !istMoeglichesKennwort(txtPW1)) {
-        ctx.port.tell(meldung::KennwortZeichen, box::Critical);
+    if (chkPasswort && !isPossiblePassword(txtPW1)) {
+        ctx.port.tell(messages::PasswordCharacters, box::Critical);
         return false;
     }
-    setzeStartPasswort(s, chkPasswort, txtPW1, now);
+    setStartPassword(s, chkPasswort, txtPW1, now);
     return true;
 }
 

@@ -7,20 +7,20 @@
 
 namespace brenvik {
 
-struct OptionenAnfrage : WindowRequest {
-    explicit OptionenAnfrage(FrameContext& context) : ctx(context), werte(context.einstellungen), chkPasswort(werte.blnPasswortAktiv) {}
+struct OptionenRequest : WindowRequest {
+    explicit OptionenRequest(FrameContext& context) : ctx(context), values(context.einstellungen), chkPasswort(values.blnPasswortAktiv) {}
     std::string_view windowName() const override { return "frmBVK_Optionen"; }
 
     FrameContext& ctx;
-    Settings werte;                     // the copies; folders as their fields show them
+    Settings values;                     // the copies; folders as their fields show them
     bool chkPasswort;
     std::string txtPW1, txtPW2;
-    bool passwortGeaendert = false;     // the changed flag of the password group
+    bool passwordChanged = false;     // the changed flag of the password group
 
     // Whether the companion help lies in the folder. If not, the user is asked for another one, which is then kept.
     bool HelpFileCheck(const std::string& file, const std::string& dir);
     // True: the file is there and is the one to use from now on; false: it stays with the old one.
-    bool waehleHilfedatei(const std::string& file);
+    bool chooseHelpFile(const std::string& file);
     // Asks for a folder; the answer is current if none was chosen. Raises the flags that keep history and favourites going.
     std::string PfadChange(const std::string& current);
     // Hands the copies to the program; an empty folder means the standard one. False: the passwords differ or cannot be

@@ -29,10 +29,10 @@ std::optional<std::uint32_t> flagsOf(std::int16_t intArt) {
 bool SystemIstNT(const OSVERSIONINFO& version) { return version.dwPlatformId == PlatformNT; }
 bool SystemHatForceIfHung(const OSVERSIONINFO& version) { return version.dwMajorVersion > 4 && version.dwPlatformId == PlatformNT; }
 
-std::int16_t neuanmeldungArt(std::int16_t intBS) { return intBS == 4 || intBS == 5 ? LogOff : Restart; }
+std::int16_t newLogonKind(std::int16_t intBS) { return intBS == 4 || intBS == 5 ? LogOff : Restart; }
 
-std::string sitzungsendeText(const FrameContext& ctx, std::int16_t intArt) {
-    if (!ctx.platform.canEndSession()) return meldung::SitzungBleibt;
+std::string sessionEndText(const FrameContext& ctx, std::int16_t intArt) {
+    if (!ctx.platform.canEndSession()) return messages::SessionStays;
     const int action = intArt == Shutdown ? 210 : intArt == PowerOff ? 211 : intArt == Restart ? 212 : 213;
     return strBVKTexte(208) + strBVKTexte(action) + strBVKTexte(209);
 }
@@ -44,7 +44,7 @@ void ShutDown(FrameContext& ctx, std::int16_t intArt, std::int16_t intModus) {
     if (!kind) return;
     if (!ctx.platform.canEndSession()) {
         trace.note("Das System lässt seine Sitzung nicht beenden");
-        ctx.port.tell(meldung::SitzungNichtBeendet, box::Information);
+        ctx.port.tell(messages::SessionNotEnded, box::Information);
         return;
     }
     std::uint32_t flags = *kind;

@@ -15,8 +15,8 @@ bool SystemIstNT(const OSVERSIONINFO& version);
 bool SystemHatForceIfHung(const OSVERSIONINFO& version);
 
 // What the system needs after a Tip that asks for a new logon, as intArt.
-std::int16_t neuanmeldungArt(std::int16_t intBS);
+std::int16_t newLogonKind(std::int16_t intBS);
 // One sentence for the question in front of ShutDown: what is going to happen on this host.
-std::string sitzungsendeText(const FrameContext& ctx, std::int16_t intArt);
+std::string sessionEndText(const FrameContext& ctx, std::int16_t intArt);
 
 }  // namespace brenvik

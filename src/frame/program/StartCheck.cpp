@@ -27,7 +27,7 @@ bool enoughColours(FrameContext& ctx) {
         ctx.trace.write("--- Auflösung: Das System macht keine Angabe, die Prüfung entfällt");
         return true;
     }
-    const std::string colours = farbenText(*bits);
+    const std::string colours = coloursText(*bits);
     ctx.trace.write("--- Auflösung: " + colours + "\r\n");
     if (*bits >= SmallestBits) return true;
     return refuse(ctx, "Dieses Programm braucht mindestens 256 Farben.\r\n\r\nSie haben zur Zeit nur: " + colours +
@@ -49,7 +49,7 @@ bool browserIsThere(FrameContext& ctx) {
 }
 
 void evaluate(FrameContext& ctx, const std::string& commandLine) {
-    Kommandozeile line(ctx, commandLine);
+    CommandLineText line(ctx, commandLine);
     if (!line.empty()) return line.ParameterOK();
     ctx.trace.write("--- Parameter: keine");
     ctx.trace.write("--- Debugmodus: Ausgeschaltet");
@@ -58,7 +58,7 @@ void evaluate(FrameContext& ctx, const std::string& commandLine) {
 
 }  // namespace
 
-std::string farbenText(std::int16_t bits) {
+std::string coloursText(std::int16_t bits) {
     switch (bits) {
         case 1: return "2 Farben (Monochrom)";
         case 4: return "16 Farben (Indexfarben)";
@@ -69,11 +69,11 @@ std::string farbenText(std::int16_t bits) {
     }
 }
 
-bool startPruefung(FrameContext& ctx, const std::string& commandLine, const std::function<bool()>& anotherInstance) {
+bool startCheck(FrameContext& ctx, const std::string& commandLine, const std::function<bool()>& anotherInstance) {
     ctx.trace.setDebug(true);
-    ctx.trace.write(produkt::Titel);
+    ctx.trace.write(product::Titel);
     ctx.trace.write("Version: " + ctx.strProgVersion);
-    ctx.trace.write("Programmverzeichnis: " + utf8FromPath(ctx.programmPfad));
+    ctx.trace.write("Programmverzeichnis: " + utf8FromPath(ctx.programPath));
     if (anotherInstance()) return false;
     if (!enoughColours(ctx) || !browserIsThere(ctx)) return false;
     evaluate(ctx, commandLine);

@@ -1,6 +1,6 @@
 #include "frame/text/Characters.h"
 
-namespace brenvik::zeichen {
+namespace brenvik::characters {
 namespace {
 
 bool continues(std::string_view text, std::size_t place) {

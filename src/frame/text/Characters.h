@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace brenvik::zeichen {
+namespace brenvik::characters {
 
 // Marks a byte that belongs to no character; the byte's value stands in the low bits.
 inline constexpr char32_t BadByte = 0x80000000U;

@@ -42,7 +42,7 @@ template <class UnitAt> std::string fromUnits(std::size_t count, UnitAt unitAt) 
             if (c < 0x80) {
                 text += static_cast<char>(c);
             } else {
-                zeichen::append(text, c);
+                characters::append(text, c);
             }
         }
     }
@@ -56,8 +56,8 @@ template <class Put> void toUnits(std::string_view text, Put put) {
             ++place;
             continue;
         }
-        const char32_t c = zeichen::next(text, place);
-        if (c & zeichen::BadByte) put(0xFFFD);
+        const char32_t c = characters::next(text, place);
+        if (c & characters::BadByte) put(0xFFFD);
         else if (c < 0x10000) put(c);
         else put(0xD800 + ((c - 0x10000) >> 10)), put(0xDC00 + (c & 0x3FF));
     }
@@ -70,7 +70,7 @@ std::string utf8FromAnsi(std::string_view bytes) {
     text.reserve(bytes.size());
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
-        zeichen::append(text, byte >= 0x80 && byte < 0xA0 ? Upper1252[byte - 0x80] : byte);
+        characters::append(text, byte >= 0x80 && byte < 0xA0 ? Upper1252[byte - 0x80] : byte);
     }
     return text;
 }
@@ -79,7 +79,7 @@ std::string ansiFromUtf8(std::string_view text, std::size_t* missing) {
     std::string bytes;
     bytes.reserve(text.size());
     for (std::size_t place = 0; place < text.size();) {
-        const int byte = ansiByte(zeichen::next(text, place));
+        const int byte = ansiByte(characters::next(text, place));
         if (byte < 0 && missing != nullptr) ++*missing;
         bytes += byte < 0 ? '?' : static_cast<char>(static_cast<unsigned char>(byte));
     }
@@ -122,8 +122,8 @@ std::u16string utf16FromUtf8(std::string_view text) {
 
 bool isUtf8(std::string_view text) {
     for (std::size_t place = 0; place < text.size();) {
-        const char32_t c = zeichen::next(text, place);
-        if ((c & zeichen::BadByte) != 0 || isHigh(c) || isLow(c)) return false;
+        const char32_t c = characters::next(text, place);
+        if ((c & characters::BadByte) != 0 || isHigh(c) || isLow(c)) return false;
     }
     return true;
 }

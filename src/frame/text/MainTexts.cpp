@@ -4,13 +4,13 @@
 
 namespace brenvik {
 
-const TextTabelle& haupttexte() {
-    static const TextTabelle table(0, 250, {
+const TextTable& mainTexts() {
+    static const TextTable table(0, 250, {
         {0, "Die Datenbankdatei: \""},
         {1, "\" wurde nicht gefunden.\r\n\r\nBitte überprüfen Sie die Installation und starten Sie das Programm neu !"},
         {2, "\" ist nicht für diese Programmversion geeignet.\r\n\r\nSie benötigen die Version: "},
         {3, "\r\nSie haben die Version:       "},
-        {4, "\r\n\r\nBesorgen Sie sich unter " + std::string(produkt::WebAdresse) + " die aktuelle Version."},
+        {4, "\r\n\r\nBesorgen Sie sich unter " + std::string(product::WebAddress) + " die aktuelle Version."},
         {5, "Achtung: Für etwaige Schäden, welche durch das Programm verursacht werden, haftet der Autor nicht."},
         {6, "Es konnten nicht alle Werte gefunden werden, die Datenbank ist fehlerhaft !!!\r\n\r\n"},
         {7, "Tipp ist geeignet für: "},
@@ -31,7 +31,7 @@ const TextTabelle& haupttexte() {
         {21, "[Registry Wert nicht vorhanden]"},
         {22, "BS Version wurde nicht erkannt"},
         {23, "Ihre Betriebsystem Version konnte nicht ausgelesen werden. Bitte senden Sie die folgenden Informationen an "
-         "" + std::string(produkt::Mail) + ", damit wir die Betriebsystemerkennung anpassen können. Danke für Ihre Mithilfe."},
+         "" + std::string(product::Mail) + ", damit wir die Betriebsystemerkennung anpassen können. Danke für Ihre Mithilfe."},
         {24, "Die aktuelle Betriebsystembezeichnung und Versionsnummer"},
         {25, "Und folgenden Daten, die vom Programm ausgelesen wurden:"},
         {26, "Versions-Info-Size:"},
@@ -82,7 +82,7 @@ const TextTabelle& haupttexte() {
         {70, "Neues Helpfile Format (OSTRANA.CHM)\r\n(ab IE 4.x mit ActiveX)"},
         {71, "Helpfileverzeichnis:"},
         {72, "Info: Aufgrund der Größe wird nur das alte Helpfile Format mitgeliefert. Wenn Sie das neue Helpfile Format "
-         "benutzen wollen, müssen dieses extra von der Homepage runterladen (" + std::string(produkt::WebAdresse) + ") "
+         "benutzen wollen, müssen dieses extra von der Homepage runterladen (" + std::string(product::WebAddress) + ") "
          "und in das Helpfileverzeichnis kopieren."},
         {73, "Hilfedatei wurde im aktuellen Pfad nicht gefunden, bitte neues Verzeichnis auswählen..."},
         {74, "Hilfedatei wurde nicht gefunden, Einstellungen wurden zurückgesetzt."},

@@ -20,13 +20,13 @@ constexpr std::string_view Cut = "…";
 
 bool isPlainAscii(char c) { return c >= 0x20 && c < 0x7F; }
 
-bool isMarked(char32_t c) { return (c & zeichen::BadByte) || c < 0x20 || c == Delete || isUnseen(c) || (c >= FirstSurrogate && c <= LastSurrogate); }
+bool isMarked(char32_t c) { return (c & characters::BadByte) || c < 0x20 || c == Delete || isUnseen(c) || (c >= FirstSurrogate && c <= LastSurrogate); }
 
 void appendShown(std::string& shown, char32_t c) {
-    if (!isMarked(c)) zeichen::append(shown, c);
-    else if (c & zeichen::BadByte) fmt::format_to(std::back_inserter(shown), "‹0x{:02X}›", static_cast<std::uint32_t>(c & 0xFF));
-    else if (c < 0x20) zeichen::append(shown, ControlPictures + c);
-    else if (c == Delete) zeichen::append(shown, DeletePicture);
+    if (!isMarked(c)) characters::append(shown, c);
+    else if (c & characters::BadByte) fmt::format_to(std::back_inserter(shown), "‹0x{:02X}›", static_cast<std::uint32_t>(c & 0xFF));
+    else if (c < 0x20) characters::append(shown, ControlPictures + c);
+    else if (c == Delete) characters::append(shown, DeletePicture);
     else fmt::format_to(std::back_inserter(shown), "‹U+{:04X}›", static_cast<std::uint32_t>(c));
 }
 
@@ -40,7 +40,7 @@ bool isUnseen(char32_t c) {
 
 bool hasUnseen(std::string_view text) {
     for (std::size_t place = 0; place < text.size();) {
-        const char32_t c = zeichen::next(text, place);
+        const char32_t c = characters::next(text, place);
         if (isMarked(c) && c != '\n' && c != '\r' && c != '\t') return true;
     }
     return false;
@@ -61,7 +61,7 @@ std::string shownText(std::string_view text, ShownAs form, std::size_t most) {
         }
         const bool lineEnd = text[place] == '\r' && place + 1 < text.size() && text[place + 1] == '\n';
         if (form == ShownAs::Lines && lineEnd) ++place;
-        const char32_t c = zeichen::next(text, place);
+        const char32_t c = characters::next(text, place);
         if (form == ShownAs::Lines && (c == '\n' || c == '\t')) shown += static_cast<char>(c);
         else appendShown(shown, c);
     }

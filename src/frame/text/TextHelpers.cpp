@@ -13,14 +13,14 @@ namespace {
 template <class Map> std::string mapped(std::string_view text, Map map) {
     std::string result;
     result.reserve(text.size());
-    for (std::size_t place = 0; place < text.size();) zeichen::append(result, map(zeichen::next(text, place)));
+    for (std::size_t place = 0; place < text.size();) characters::append(result, map(characters::next(text, place)));
     return result;
 }
 
 // Order of one base letter: signs, digits, letters, everything else. Fits 24 bits and is never 0.
 std::uint32_t weightOf(char32_t c) {
     const auto plain = static_cast<std::uint32_t>(c & 0x1FFFFF) + 1;
-    if (c & zeichen::BadByte) return 3U << 22 | plain;
+    if (c & characters::BadByte) return 3U << 22 | plain;
     if (c >= U'0' && c <= U'9') return 1U << 22 | plain;
     if ((c >= U'a' && c <= U'z') || (c > 0xFF && c != 0x20AC && (c < 0x2010 || c > 0x206F))) return 2U << 22 | plain;
     return plain;
@@ -33,7 +33,7 @@ public:
     std::uint32_t next() {
         if (pending_ != 0) return weightOf(std::exchange(pending_, 0));
         if (place_ >= text_.size()) return 0;
-        const zeichen::Base letters = zeichen::base(zeichen::lower(zeichen::next(text_, place_)));
+        const characters::Base letters = characters::base(characters::lower(characters::next(text_, place_)));
         pending_ = letters.second;
         return weightOf(letters.first);
     }
@@ -46,8 +46,8 @@ private:
 
 }  // namespace
 
-std::string upperCase(std::string_view text) { return mapped(text, zeichen::upper); }
-std::string lowerCase(std::string_view text) { return mapped(text, zeichen::lower); }
+std::string upperCase(std::string_view text) { return mapped(text, characters::upper); }
+std::string lowerCase(std::string_view text) { return mapped(text, characters::lower); }
 
 int compareText(std::string_view left, std::string_view right) {
     Weights leftWeights(left), rightWeights(right);
@@ -58,7 +58,7 @@ int compareText(std::string_view left, std::string_view right) {
     }
     std::size_t l = 0, r = 0;
     while (l < left.size() && r < right.size()) {
-        const char32_t leftLetter = zeichen::lower(zeichen::next(left, l)), rightLetter = zeichen::lower(zeichen::next(right, r));
+        const char32_t leftLetter = characters::lower(characters::next(left, l)), rightLetter = characters::lower(characters::next(right, r));
         if (leftLetter != rightLetter) return leftLetter < rightLetter ? -1 : 1;
     }
     return l < left.size() ? 1 : r < right.size() ? -1 : 0;
@@ -73,28 +73,28 @@ std::string sortKey(std::string_view text) {
     while (const std::uint32_t weight = weights.next()) put(weight);
     put(0);
     for (std::size_t place = 0; place < text.size();) {
-        const char32_t letter = zeichen::lower(zeichen::next(text, place));
-        put((letter & zeichen::BadByte ? 0x800000U : 0U) | static_cast<std::uint32_t>(letter & 0x1FFFFF));
+        const char32_t letter = characters::lower(characters::next(text, place));
+        put((letter & characters::BadByte ? 0x800000U : 0U) | static_cast<std::uint32_t>(letter & 0x1FFFFF));
     }
     return key;
 }
 
 std::size_t textLength(std::string_view text) {
     std::size_t count = 0;
-    for (std::size_t place = 0; place < text.size(); ++count) zeichen::next(text, place);
+    for (std::size_t place = 0; place < text.size(); ++count) characters::next(text, place);
     return count;
 }
 
-std::string Left(std::string_view text, std::size_t count) { return std::string(text.substr(0, zeichen::byteOf(text, count))); }
+std::string Left(std::string_view text, std::size_t count) { return std::string(text.substr(0, characters::byteOf(text, count))); }
 
 std::string Right(std::string_view text, std::size_t count) {
     const std::size_t length = textLength(text);
-    return std::string(text.substr(zeichen::byteOf(text, length > count ? length - count : 0)));
+    return std::string(text.substr(characters::byteOf(text, length > count ? length - count : 0)));
 }
 
 std::string Mid(std::string_view text, std::size_t start) {
     if (start == 0) throw NumberedError(errnum::InvalidCall, "Ungültiger Prozeduraufruf");
-    return std::string(text.substr(zeichen::byteOf(text, start - 1)));
+    return std::string(text.substr(characters::byteOf(text, start - 1)));
 }
 
 std::string Mid(std::string_view text, std::size_t start, std::size_t count) { return Left(Mid(text, start), count); }
@@ -102,7 +102,7 @@ std::string Mid(std::string_view text, std::size_t start, std::size_t count) { r
 std::size_t InStr(std::size_t start, std::string_view text, std::string_view wanted) {
     if (start == 0) throw NumberedError(errnum::InvalidCall, "Ungültiger Prozeduraufruf");
     if (start > textLength(text)) return 0;
-    const std::size_t hit = text.find(wanted, zeichen::byteOf(text, start - 1));
+    const std::size_t hit = text.find(wanted, characters::byteOf(text, start - 1));
     return hit == std::string_view::npos ? 0 : textLength(text.substr(0, hit)) + 1;
 }
 

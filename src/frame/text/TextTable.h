@@ -9,13 +9,13 @@
 
 namespace brenvik {
 
-class TextTabelle {
+class TextTable {
 public:
     struct Eintrag {
         int nummer;
         std::string text;
     };
-    TextTabelle(int first, int last, std::initializer_list<Eintrag> entries)
+    TextTable(int first, int last, std::initializer_list<Eintrag> entries)
         : first_(first), texts_(static_cast<std::size_t>(last - first + 1)) {
         for (const Eintrag& entry : entries) texts_.at(static_cast<std::size_t>(entry.nummer - first)) = entry.text;
     }
@@ -31,6 +31,6 @@ private:
     std::vector<std::string> texts_;
 };
 
-const TextTabelle& haupttexte();   // strBVKTexte; the longest table has a file of its own
+const TextTable& mainTexts();   // strBVKTexte; the longest table has a file of its own
 
 }  // namespace brenvik

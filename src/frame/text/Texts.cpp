@@ -5,10 +5,10 @@
 
 namespace brenvik {
 
-const std::string& strBVKTexte(int index) { return haupttexte().at(index); }
+const std::string& strBVKTexte(int index) { return mainTexts().at(index); }
 
 const std::string& strBVKButtons(int index) {
-    static const TextTabelle table(0, 34, {
+    static const TextTable table(0, 34, {
         {0, "&Abrechen"},
         {1, "&Hilfe"},
         {2, "&Weiter"},
@@ -48,7 +48,7 @@ const std::string& strBVKButtons(int index) {
 }
 
 const std::string& strBVKToolbar(int index) {
-    static const TextTabelle table(1, 17, {
+    static const TextTable table(1, 17, {
         {1, "Exit"},
         {2, "Suchen"},
         {3, "Netzwerk"},
@@ -71,7 +71,7 @@ const std::string& strBVKToolbar(int index) {
 }
 
 const std::string& strBVKTips(int index) {
-    static const TextTabelle table(0, 24, {
+    static const TextTable table(0, 24, {
         {0, "Tipp zu Favoriten hinzufügen"},
         {1, "Tipp aus der Favoritenliste löschen"},
         {2, "Programm beenden"},
@@ -101,7 +101,7 @@ const std::string& strBVKTips(int index) {
 }
 
 const std::string& strBVKBS(int index) {
-    static const TextTabelle table(0, 5, {
+    static const TextTable table(0, 5, {
         {0, "Windows 95"}, {1, "Windows 98"}, {2, "Windows ME"},
         {3, "Windows NT"}, {4, "Windows 2000"}, {5, "Windows XP"},
     });
@@ -109,7 +109,7 @@ const std::string& strBVKBS(int index) {
 }
 
 const std::string& strBVKFehler(int index) {
-    static const TextTabelle table(0, 18, {
+    static const TextTable table(0, 18, {
         {0, "Keine Zuweisung möglich"},
         {1, "Es wurde kein gültiger Schlüssel angegeben"},
         {2, "Es wurde kein gültiger Hauptschlüssel angegeben"},
@@ -121,12 +121,12 @@ const std::string& strBVKFehler(int index) {
             "Sie haben nicht die nötigen Rechte um auf den Schlüssel zuzugreifen."},
         {8, "Es ist ein unbekannter Fehler aufgetreten. Fehlernummer: "},
         {9, "Folgender Fehler ist aufgetreten:"},
-        {10, "Weitere Infos zu den Treibern und den Download finden Sie unter: " + std::string(produkt::TreiberWeb)},
+        {10, "Weitere Infos zu den Treibern und den Download finden Sie unter: " + std::string(product::DriverWeb)},
         {11, "Die Datenbank ist schon geöffnet und gesperrt !!!\r\n"},
         {12, "Zugriff auf die Datenbankdatei nicht möglich. Fehlernummer: "},
         {13, "\r\nProgramm wird beendet !!!"},
         {14, "Für den Datenbank-Zugriff wird Microsoft MDAC mit dem Jet-Provider benötigt\r\n\r\n"
-             "Installieren Sie MDAC ab Version 2.5 " + std::string(produkt::TreiberDownload) +
+             "Installieren Sie MDAC ab Version 2.5 " + std::string(product::DriverDownload) +
              "\r\n\r\nInfo: Ab MDAC 2.6 müssen Sie den Jet-Provider nachtäglich installieren."},
         {15, "Es ist ein Fehler in der Funktion: "},
         {16, " aufgetreten mit der Fehlernummer: "},
@@ -138,7 +138,7 @@ const std::string& strBVKFehler(int index) {
 }
 
 const std::string& strRootKeys(int index) {
-    static const TextTabelle table(0, 5, {
+    static const TextTable table(0, 5, {
         {0, "HKEY_CURRENT_USER"}, {1, "HKEY_LOCAL_MACHINE"}, {2, "HKEY_USERS"},
         {3, "HKEY_DYN_DATA"}, {4, "HKEY_CURRENT_CONFIG"}, {5, "HKEY_CLASSES_ROOT"},
     });
@@ -146,7 +146,7 @@ const std::string& strRootKeys(int index) {
 }
 
 const std::string& strPanelArten(int index) {
-    static const TextTabelle table(0, 10, {
+    static const TextTable table(0, 10, {
         {0, "Boolean"},
         {1, "Texteingabe"},
         {2, "Zahlenwerte"},
@@ -163,9 +163,9 @@ const std::string& strPanelArten(int index) {
 }
 
 const Datentyp& typDatentyp(int index) {
-    static const Datentyp table[typDatentypAnzahl] = {
+    static const Datentyp table[typeCount] = {
         {"REG_SZ", 1}, {"REG_EXPAND_SZ", 2}, {"REG_BINARY", 3}, {"REG_DWORD", 4}, {"REG_MULTI_SZ", 7}};
-    if (index < 0 || index >= typDatentypAnzahl)
+    if (index < 0 || index >= typeCount)
         throw NumberedError(errnum::Subscript, "Index außerhalb des gültigen Bereichs");
     return table[index];
 }

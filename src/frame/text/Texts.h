@@ -21,6 +21,6 @@ struct Datentyp {
     std::int32_t nummer;   // the registry's number of the type
 };
 const Datentyp& typDatentyp(int index);        // 0 to 4
-inline constexpr int typDatentypAnzahl = 5;
+inline constexpr int typeCount = 5;
 
 }  // namespace brenvik

@@ -42,19 +42,19 @@ struct Journal::Tables {
 
 namespace {
 
-constexpr int FirstUndo = static_cast<int>(Aenderung::Art::Zuruecksetzen);
+constexpr int FirstUndo = static_cast<int>(Change::Art::Undo);
 constexpr const char* Columns = "SELECT nummer, zeit, rechner, lokal, benutzer, sid, art, tipp, ueberschrift, zeile, hebtauf, aufgehobendurch, ausgeblendet, nurzeile FROM aenderung ";
 
-JournalKopf headFrom(const Statement::Use& row) {
-    JournalKopf head;
+JournalHeader headFrom(const Statement::Use& row) {
+    JournalHeader head;
     head.nummer = row.number(0);
-    head.zeit = row.text(1), head.rechner = row.text(2), head.lokalerRechner = row.text(3), head.benutzer = row.text(4), head.sid = row.text(5);
-    head.art = static_cast<Aenderung::Art>(row.number(6));
+    head.zeit = row.text(1), head.machineName = row.text(2), head.localMachine = row.text(3), head.benutzer = row.text(4), head.sid = row.text(5);
+    head.art = static_cast<Change::Art>(row.number(6));
     head.tipp = static_cast<std::int32_t>(row.number(7));
     head.überschrift = row.text(8);
     if (!row.isNull(9)) head.zeile = row.text(9);
-    head.hebtAuf = row.number(10), head.aufgehobenDurch = row.number(11);
-    head.ausgeblendet = row.number(12) != 0, head.nurZeile = row.number(13) != 0;
+    head.undoes = row.number(10), head.undoneBy = row.number(11);
+    head.hiddenOnes = row.number(12) != 0, head.lineOnly = row.number(13) != 0;
     return head;
 }
 
@@ -79,20 +79,20 @@ std::string textBytes(const Statement::Use& row, int column) {
 std::int64_t number(std::size_t value) { return static_cast<std::int64_t>(value); }
 std::int64_t afterwards(std::int64_t place) { return -1 - place; }   // where the image of a key as it was left stands
 
-bool knowsAfterwards(const JournalEintrag& entry, std::size_t key) { return key < entry.nachher.size() && entry.nachher[key]; }
+bool knowsAfterwards(const JournalEntry& entry, std::size_t key) { return key < entry.afterwards.size() && entry.afterwards[key]; }
 
-constexpr const char* WertSpalten = "pfad, tipp, alttyp, alt, neutyp, neu, geschrieben, name";
-WertAenderung valueFrom(const Statement::Use& row, int column, const std::string& machine) {
-    WertAenderung value{machine, row.text(column), static_cast<std::int16_t>(row.number(column + 1)), rawFrom(row, column + 2), rawFrom(row, column + 4),
+constexpr const char* ValueColumns = "pfad, tipp, alttyp, alt, neutyp, neu, geschrieben, name";
+ValueChange valueFrom(const Statement::Use& row, int column, const std::string& machine) {
+    ValueChange value{machine, row.text(column), static_cast<std::int16_t>(row.number(column + 1)), rawFrom(row, column + 2), rawFrom(row, column + 4),
                         row.number(column + 6) != 0, std::nullopt};
     if (!row.isNull(column + 7)) value.name = row.text(column + 7);
     return value;
 }
 
 // Goes on only where the row of the change is there.
-class Teilliste {
+class PartList {
 public:
-    Teilliste(sqlite3* database, const std::string& sql) : statement_(database, sql.c_str()), row_(statement_.run()) { more_ = row_.step(); }
+    PartList(sqlite3* database, const std::string& sql) : statement_(database, sql.c_str()), row_(statement_.run()) { more_ = row_.step(); }
     // The rows of one change; changes are asked for in the order of their numbers.
     template <class Take> void of(std::int64_t change, Take take) {
         for (; more_ && row_.number(0) <= change; more_ = row_.step())
@@ -161,39 +161,39 @@ void Journal::alone(const std::function<void()>& work) {
     }
 }
 
-std::int64_t Journal::add(const JournalEintrag& entry) {
+std::int64_t Journal::add(const JournalEntry& entry) {
     std::int64_t id = 0;
     transaction([&] {
         Tables& t = tables();
         {
             auto use = t.addChange.run();
-            use.bind(1, entry.zeit).bind(2, entry.rechner).bind(3, entry.lokalerRechner).bind(4, entry.benutzer).bind(5, entry.sid);
+            use.bind(1, entry.zeit).bind(2, entry.machineName).bind(3, entry.localMachine).bind(4, entry.benutzer).bind(5, entry.sid);
             use.bind(6, static_cast<std::int64_t>(entry.art)).bind(7, std::int64_t{entry.tipp}).bind(8, entry.überschrift);
             entry.zeile ? use.bind(9, *entry.zeile) : use.bindNull(9);
-            use.bind(10, entry.hebtAuf).bind(11, std::int64_t{entry.nurZeile}).bind(12, std::int64_t{entry.nurZeile});
+            use.bind(10, entry.undoes).bind(11, std::int64_t{entry.lineOnly}).bind(12, std::int64_t{entry.lineOnly});
             use.step();
             id = use.number(0);
         }
-        const Aenderung& change = entry.aenderung;
-        for (std::size_t k = 0; k < change.werte.size(); ++k) written(id, k, change.werte[k]);
-        for (std::size_t k = 0; k < entry.paare.size(); ++k) t.addPair.run().bind(1, id).bind(2, number(k)).bind(3, entry.paare[k]).step();
-        for (const std::string& path : entry.neueSchluessel) t.addNewKey.run().bind(1, id).bind(2, path).step();
-        for (std::size_t k = 0; k < change.schluessel.size(); ++k) {
-            const SchluesselBild& key = change.schluessel[k];
-            t.addKey.run().bind(1, id).bind(2, number(k)).bind(3, key.path).bind(4, std::int64_t{key.geloescht}).bind(5, std::int64_t{key.angelegt}).bind(6, std::int64_t{knowsAfterwards(entry, k)}).step();
+        const Change& change = entry.change;
+        for (std::size_t k = 0; k < change.values.size(); ++k) written(id, k, change.values[k]);
+        for (std::size_t k = 0; k < entry.pairs.size(); ++k) t.addPair.run().bind(1, id).bind(2, number(k)).bind(3, entry.pairs[k]).step();
+        for (const std::string& path : entry.newKeys) t.addNewKey.run().bind(1, id).bind(2, path).step();
+        for (std::size_t k = 0; k < change.key.size(); ++k) {
+            const KeyImage& key = change.key[k];
+            t.addKey.run().bind(1, id).bind(2, number(k)).bind(3, key.path).bind(4, std::int64_t{key.geloescht}).bind(5, std::int64_t{key.created}).bind(6, std::int64_t{knowsAfterwards(entry, k)}).step();
             addImage(id, number(k), key);
-            if (knowsAfterwards(entry, k)) addImage(id, afterwards(number(k)), *entry.nachher[k]);
+            if (knowsAfterwards(entry, k)) addImage(id, afterwards(number(k)), *entry.afterwards[k]);
         }
         for (std::size_t k = 0; k < change.dateien.size(); ++k) {
-            const DateiBild& file = change.dateien[k];
-            t.addFile.run().bind(1, id).bind(2, number(k)).bind(3, file.datei).bind(4, std::int64_t{file.vorhanden})
-                .bindBytes(5, file.inhalt.data(), file.inhalt.size()).bindBytes(6, file.neu.data(), file.neu.size()).bind(7, std::int64_t{file.geschrieben}).step();
+            const FileImage& file = change.dateien[k];
+            t.addFile.run().bind(1, id).bind(2, number(k)).bind(3, file.datei).bind(4, std::int64_t{file.there})
+                .bindBytes(5, file.contents.data(), file.contents.size()).bindBytes(6, file.neu.data(), file.neu.size()).bind(7, std::int64_t{file.written}).step();
         }
     });
     return id;
 }
 
-void Journal::addImage(std::int64_t nummer, std::int64_t place, const SchluesselBild& image) {
+void Journal::addImage(std::int64_t nummer, std::int64_t place, const KeyImage& image) {
     Tables& t = tables();
     for (std::size_t n = 0; n < image.unterschluessel.size(); ++n) {
         const KeyDetails details = n < image.details.size() ? image.details[n] : KeyDetails{};
@@ -202,38 +202,38 @@ void Journal::addImage(std::int64_t nummer, std::int64_t place, const Schluessel
             .bindBytes(7, details.descriptor.data(), details.descriptor.size())
             .bind(8, std::int64_t{details.flags}).bind(9, std::int64_t{details.userFlags}).step();
     }
-    for (std::size_t n = 0; n < image.werte.size(); ++n) {
-        const auto& [unter, wert] = image.werte[n];
+    for (std::size_t n = 0; n < image.values.size(); ++n) {
+        const auto& [unter, wert] = image.values[n];
         t.addSubValue.run().bind(1, nummer).bind(2, place).bind(3, number(n)).bind(4, unter).bind(5, wert.name.text())
             .bind(6, static_cast<std::int64_t>(wert.value.type)).bindBytes(7, wert.value.bytes.data(), wert.value.bytes.size()).step();
     }
 }
 
-void Journal::written(std::int64_t nummer, std::size_t value, const WertAenderung& content) {
+void Journal::written(std::int64_t nummer, std::size_t value, const ValueChange& content) {
     guarded([&](Tables& t) {
         auto use = t.addValue.run();
         use.bind(1, nummer).bind(2, number(value)).bind(3, content.path).bind(4, std::int64_t{content.TippIndex});
         bindRaw(use, 5, content.alt);
         bindRaw(use, 7, content.neu);
-        use.bind(9, std::int64_t{content.geschrieben});
+        use.bind(9, std::int64_t{content.written});
         content.name ? use.bind(10, *content.name) : use.bindNull(10);
         use.step();
     });
 }
 
-void Journal::finish(std::int64_t nummer, const JournalEintrag& entry) {
+void Journal::finish(std::int64_t nummer, const JournalEntry& entry) {
     transaction([&] {
         Tables& t = tables();
-        const Aenderung& change = entry.aenderung;
-        for (std::size_t k = 0; k < change.werte.size(); ++k) written(nummer, k, change.werte[k]);
-        for (std::size_t k = 0; k < change.schluessel.size(); ++k) {
+        const Change& change = entry.change;
+        for (std::size_t k = 0; k < change.values.size(); ++k) written(nummer, k, change.values[k]);
+        for (std::size_t k = 0; k < change.key.size(); ++k) {
             const bool known = knowsAfterwards(entry, k);
-            t.markKey.run().bind(1, nummer).bind(2, number(k)).bind(3, std::int64_t{change.schluessel[k].geloescht}).bind(4, std::int64_t{known}).step();
+            t.markKey.run().bind(1, nummer).bind(2, number(k)).bind(3, std::int64_t{change.key[k].geloescht}).bind(4, std::int64_t{known}).step();
             for (Statement* rows : {&t.dropSubKeys, &t.dropSubValues}) rows->run().bind(1, nummer).bind(2, afterwards(number(k))).step();
-            if (known) addImage(nummer, afterwards(number(k)), *entry.nachher[k]);
+            if (known) addImage(nummer, afterwards(number(k)), *entry.afterwards[k]);
         }
         for (std::size_t k = 0; k < change.dateien.size(); ++k)
-            t.markFile.run().bind(1, nummer).bind(2, number(k)).bind(3, std::int64_t{change.dateien[k].geschrieben}).step();
+            t.markFile.run().bind(1, nummer).bind(2, number(k)).bind(3, std::int64_t{change.dateien[k].written}).step();
         finished(nummer);
     });
 }
@@ -258,22 +258,22 @@ void Journal::hide(std::int64_t nummer) {
     guarded([&](Tables& t) { t.hideChange.run().bind(1, nummer).step(); });
 }
 
-std::vector<JournalKopf> Journal::heads() {
+std::vector<JournalHeader> Journal::heads() {
     return guarded([&](Tables& t) {
-        std::vector<JournalKopf> heads;
+        std::vector<JournalHeader> heads;
         Statement all(t.db(), (std::string(Columns) + "ORDER BY nummer").c_str());
         for (auto row = all.run(); row.step();) heads.push_back(headFrom(row));
         return heads;
     });
 }
 
-std::vector<std::pair<JournalKopf, std::string>> Journal::withoutLine() {
+std::vector<std::pair<JournalHeader, std::string>> Journal::withoutLine() {
     return guarded([&](Tables& t) {
-        std::vector<std::pair<JournalKopf, std::string>> found;
+        std::vector<std::pair<JournalHeader, std::string>> found;
         Statement heads(t.db(), fmt::format("{}WHERE aufgehobendurch = 0 AND (zeile IS NOT NULL OR ausgeblendet = 0 AND art < {}) ORDER BY nummer DESC", Columns, FirstUndo).c_str());
         std::string next;   // line, seen from the change before it
         for (auto row = heads.run(); row.step();) {
-            JournalKopf head = headFrom(row);
+            JournalHeader head = headFrom(row);
             if (head.zeile) next = *head.zeile;
             else found.emplace_back(std::move(head), next);
         }
@@ -298,8 +298,8 @@ std::vector<std::int64_t> Journal::unfinished() {
     });
 }
 
-std::optional<JournalKopf> Journal::head(std::int64_t nummer) {
-    return guarded([&](Tables& t) -> std::optional<JournalKopf> {
+std::optional<JournalHeader> Journal::head(std::int64_t nummer) {
+    return guarded([&](Tables& t) -> std::optional<JournalHeader> {
         Statement one(t.db(), (std::string(Columns) + "WHERE nummer = ?").c_str());
         auto row = one.run();
         row.bind(1, nummer);
@@ -308,7 +308,7 @@ std::optional<JournalKopf> Journal::head(std::int64_t nummer) {
     });
 }
 
-void Journal::readParts(JournalEintrag& entry) {
+void Journal::readParts(JournalEntry& entry) {
     Tables& t = tables();
     const auto each = [&](const char* sql, auto take) {
         Statement statement(t.db(), sql);
@@ -316,56 +316,56 @@ void Journal::readParts(JournalEintrag& entry) {
         row.bind(1, entry.nummer);
         while (row.step()) take(row);
     };
-    Aenderung& change = entry.aenderung;
-    each(fmt::format("SELECT {} FROM wert WHERE aenderung = ? ORDER BY nr", WertSpalten).c_str(), [&](auto& row) { change.werte.push_back(valueFrom(row, 0, entry.rechner)); });
-    each("SELECT pfad FROM paar WHERE aenderung = ? ORDER BY nr", [&](auto& row) { entry.paare.push_back(row.text(0)); });
-    each("SELECT pfad FROM neuerschluessel WHERE aenderung = ?", [&](auto& row) { entry.neueSchluessel.push_back(row.text(0)); });
+    Change& change = entry.change;
+    each(fmt::format("SELECT {} FROM wert WHERE aenderung = ? ORDER BY nr", ValueColumns).c_str(), [&](auto& row) { change.values.push_back(valueFrom(row, 0, entry.machineName)); });
+    each("SELECT pfad FROM paar WHERE aenderung = ? ORDER BY nr", [&](auto& row) { entry.pairs.push_back(row.text(0)); });
+    each("SELECT pfad FROM neuerschluessel WHERE aenderung = ?", [&](auto& row) { entry.newKeys.push_back(row.text(0)); });
     std::vector<std::int64_t> places;
     each("SELECT pfad, geloescht, angelegt, nachher, nr FROM schluessel WHERE aenderung = ? ORDER BY nr", [&](auto& row) {
-        change.schluessel.push_back({entry.rechner, row.text(0), {}, {}, row.number(1) != 0, row.number(2) != 0, {}});
-        entry.nachher.emplace_back();
-        if (row.number(3) != 0) entry.nachher.back() = SchluesselBild{entry.rechner, row.text(0), {}, {}, false, false, {}};
+        change.key.push_back({entry.machineName, row.text(0), {}, {}, row.number(1) != 0, row.number(2) != 0, {}});
+        entry.afterwards.emplace_back();
+        if (row.number(3) != 0) entry.afterwards.back() = KeyImage{entry.machineName, row.text(0), {}, {}, false, false, {}};
         places.push_back(row.number(4));
     });
-    std::unordered_map<std::int64_t, SchluesselBild*> images;
+    std::unordered_map<std::int64_t, KeyImage*> images;
     for (std::size_t k = 0; k < places.size(); ++k) {
-        images[places[k]] = &change.schluessel[k];
-        if (entry.nachher[k]) images[afterwards(places[k])] = &*entry.nachher[k];
+        images[places[k]] = &change.key[k];
+        if (entry.afterwards[k]) images[afterwards(places[k])] = &*entry.afterwards[k];
     }
     const auto imageAt = [&](auto& row) {
         const auto found = images.find(row.number(0));
         return found == images.end() ? nullptr : found->second;
     };
     each("SELECT nr, unter, klasse, geschrieben, rechte, merkmale, eigene FROM unterschluessel WHERE aenderung = ? ORDER BY nr, folge", [&](auto& row) {
-        SchluesselBild* const image = imageAt(row);
+        KeyImage* const image = imageAt(row);
         if (image == nullptr) return;
         image->unterschluessel.push_back(row.text(1));
         image->details.push_back({row.bytes(2), static_cast<std::uint64_t>(row.number(3)), row.bytes(4), false,
                                   static_cast<std::uint16_t>(row.number(5)), static_cast<std::uint16_t>(row.number(6))});
     });
     each("SELECT nr, unter, name, typ, bytes FROM unterwert WHERE aenderung = ? ORDER BY nr, folge", [&](auto& row) {
-        if (SchluesselBild* const image = imageAt(row); image != nullptr)
-            image->werte.push_back({row.text(1), {ValueName::named(row.text(2)), {static_cast<std::uint32_t>(row.number(3)), row.bytes(4)}}});
+        if (KeyImage* const image = imageAt(row); image != nullptr)
+            image->values.push_back({row.text(1), {ValueName::named(row.text(2)), {static_cast<std::uint32_t>(row.number(3)), row.bytes(4)}}});
     });
     each("SELECT datei, inhalt, vorhanden, neu, geschrieben FROM datei WHERE aenderung = ? ORDER BY nr", [&](auto& row) {
         change.dateien.push_back({row.text(0), textBytes(row, 1), row.number(2) != 0, textBytes(row, 3), row.number(4) != 0});
     });
 }
 
-std::optional<JournalEintrag> Journal::entry(std::int64_t nummer) {
+std::optional<JournalEntry> Journal::entry(std::int64_t nummer) {
     const auto found = head(nummer);
     if (!found) return std::nullopt;
-    JournalEintrag entry;
-    static_cast<JournalKopf&>(entry) = *found;
-    entry.aenderung.art = entry.art;
-    entry.aenderung.tippÜberschrift = entry.überschrift;
-    entry.aenderung.tippIndex = static_cast<std::int16_t>(entry.tipp);
+    JournalEntry entry;
+    static_cast<JournalHeader&>(entry) = *found;
+    entry.change.art = entry.art;
+    entry.change.tipHeading = entry.überschrift;
+    entry.change.tippIndex = static_cast<std::int16_t>(entry.tipp);
     try {
         guarded([&](Tables&) { readParts(entry); });
     } catch (const NumberedError&) {
         const auto tooLong = this->tooLong();
         if (std::find(tooLong.begin(), tooLong.end(), nummer) == tooLong.end()) throw;
-        throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::JournalZuLang, nummer));
+        throw NumberedError(errnum::PathFileAccess, fmt::format(messages::JournalZuLang, nummer));
     }
     return entry;
 }
@@ -381,14 +381,14 @@ std::int64_t Journal::byLine(const std::string& zeile, std::size_t younger) {
     });
 }
 
-std::int64_t Journal::adoptLine(const JournalKopf& head) {
-    JournalEintrag entry;
-    static_cast<JournalKopf&>(entry) = head;
-    entry.nurZeile = true;
+std::int64_t Journal::adoptLine(const JournalHeader& head) {
+    JournalEntry entry;
+    static_cast<JournalHeader&>(entry) = head;
+    entry.lineOnly = true;
     return add(entry);
 }
 
-void Journal::lineDeleted(const JournalKopf& unknown) {
+void Journal::lineDeleted(const JournalHeader& unknown) {
     transaction([&] {
         const auto stands = standing(*unknown.zeile);
         if (!stands) hide(adoptLine(unknown));
@@ -440,13 +440,13 @@ bool Journal::someTakenBackSince(std::int64_t nummer) {
     });
 }
 
-std::vector<std::pair<JournalKopf, std::string>> Journal::keysOfUndone() {
+std::vector<std::pair<JournalHeader, std::string>> Journal::keysOfUndone() {
     return guarded([&](Tables& t) {
-        std::vector<std::pair<JournalKopf, std::string>> found;
+        std::vector<std::pair<JournalHeader, std::string>> found;
         Statement all(t.db(), "SELECT a.rechner, a.lokal, a.sid, n.pfad FROM neuerschluessel n JOIN aenderung a ON a.nummer = n.aenderung WHERE a.aufgehobendurch != 0");
         for (auto row = all.run(); row.step();) {
-            JournalKopf head;
-            head.rechner = row.text(0), head.lokalerRechner = row.text(1), head.sid = row.text(2);
+            JournalHeader head;
+            head.machineName = row.text(0), head.localMachine = row.text(1), head.sid = row.text(2);
             found.emplace_back(std::move(head), row.text(3));
         }
         return found;
@@ -454,28 +454,28 @@ std::vector<std::pair<JournalKopf, std::string>> Journal::keysOfUndone() {
 }
 
 // All tables are read along in the order of the changes.
-void Journal::eachStep(const std::function<void(JournalSchritt&)>& take) {
+void Journal::eachStep(const std::function<void(JournalStep&)>& take) {
     guarded([&](Tables& t) {
         const std::string readable = fmt::format("aenderung NOT IN ({})", fmt::join(tooLongChanges(*t.database), ", "));
-        Teilliste values(t.db(), fmt::format("SELECT aenderung, {} FROM wert WHERE geschrieben = 1 AND {} ORDER BY aenderung, nr", WertSpalten, readable));
-        Teilliste keys(t.db(), fmt::format("SELECT aenderung, nr, pfad FROM schluessel WHERE (nachher != 0 OR geloescht OR angelegt OR "
+        PartList values(t.db(), fmt::format("SELECT aenderung, {} FROM wert WHERE geschrieben = 1 AND {} ORDER BY aenderung, nr", ValueColumns, readable));
+        PartList keys(t.db(), fmt::format("SELECT aenderung, nr, pfad FROM schluessel WHERE (nachher != 0 OR geloescht OR angelegt OR "
                                            "aenderung IN (SELECT nummer FROM aenderung WHERE art >= {})) AND {} ORDER BY aenderung, nr", FirstUndo, readable));
-        Teilliste files(t.db(), fmt::format("SELECT aenderung, datei, inhalt, vorhanden, neu FROM datei WHERE geschrieben = 1 AND {} ORDER BY aenderung, nr", readable));
+        PartList files(t.db(), fmt::format("SELECT aenderung, datei, inhalt, vorhanden, neu FROM datei WHERE geschrieben = 1 AND {} ORDER BY aenderung, nr", readable));
         Statement keyValues(t.db(), "SELECT unter, name, typ, bytes FROM unterwert WHERE aenderung = ? AND nr = ? ORDER BY folge");
         Statement heads(t.db(), (std::string(Columns) + "ORDER BY nummer").c_str());
         for (auto row = heads.run(); row.step();) {
-            JournalSchritt step;
-            static_cast<JournalKopf&>(step) = headFrom(row);
-            values.of(step.nummer, [&](auto& value) { step.werte.push_back(valueFrom(value, 1, step.rechner)); });
+            JournalStep step;
+            static_cast<JournalHeader&>(step) = headFrom(row);
+            values.of(step.nummer, [&](auto& value) { step.values.push_back(valueFrom(value, 1, step.machineName)); });
             keys.of(step.nummer, [&](auto& key) {
-                SchluesselBild& image = step.schluessel.emplace_back(SchluesselBild{step.rechner, key.text(2), {}, {}, false, false, {}});
+                KeyImage& image = step.key.emplace_back(KeyImage{step.machineName, key.text(2), {}, {}, false, false, {}});
                 auto content = keyValues.run();
                 content.bind(1, step.nummer).bind(2, afterwards(key.number(1)));
                 while (content.step())
-                    image.werte.push_back({content.text(0), {ValueName::named(content.text(1)), {static_cast<std::uint32_t>(content.number(2)), content.bytes(3)}}});
+                    image.values.push_back({content.text(0), {ValueName::named(content.text(1)), {static_cast<std::uint32_t>(content.number(2)), content.bytes(3)}}});
             });
             files.of(step.nummer, [&](auto& file) { step.dateien.push_back({file.text(1), textBytes(file, 2), file.number(3) != 0, textBytes(file, 4), true}); });
-            if (!step.werte.empty() || !step.schluessel.empty() || !step.dateien.empty()) take(step);
+            if (!step.values.empty() || !step.key.empty() || !step.dateien.empty()) take(step);
         }
     });
 }

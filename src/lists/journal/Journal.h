@@ -15,36 +15,36 @@
 
 namespace brenvik {
 
-struct JournalKopf {
+struct JournalHeader {
     std::int64_t nummer = 0;
     std::string zeit;                       // "2002-11-09 12:30:00", local time
-    std::string rechner;                    // as machineMark has it; empty: the local one, as which former versions wrote its name then
-    std::string lokalerRechner;             // the local machine's name then
+    std::string machineName;                    // as machineMark has it; empty: the local one, as which former versions wrote its name then
+    std::string localMachine;             // the local machine's name then
     std::string benutzer, sid;              // sid: whose HKEY_CURRENT_USER it was
-    Aenderung::Art art = Aenderung::Art::Speichern;
+    Change::Art art = Change::Art::Speichern;
     std::int32_t tipp = 0;
     std::string überschrift;
     std::optional<std::string> zeile;       // of History.txt; none: the change has no line there
-    std::int64_t hebtAuf = 0;               // the change that this one took back
-    std::int64_t aufgehobenDurch = 0;       // the change that took this one back
-    bool ausgeblendet = false;              // deleted from the list window
-    bool nurZeile = false;                  // known from History.txt only, without values
+    std::int64_t undoes = 0;               // the change that this one took back
+    std::int64_t undoneBy = 0;       // the change that took this one back
+    bool hiddenOnes = false;              // deleted from the list window
+    bool lineOnly = false;                  // known from History.txt only, without values
 };
-inline bool isUndo(const JournalKopf& change) { return change.art == Aenderung::Art::Zuruecksetzen || change.art == Aenderung::Art::Wiederherstellen; }
+inline bool isUndo(const JournalHeader& change) { return change.art == Change::Art::Undo || change.art == Change::Art::Restore; }
 
 // Paths of values and keys are those of RegAddress, of files Windows paths on the machine of the change.
-struct JournalEintrag : JournalKopf {
-    Aenderung aenderung;
-    std::vector<std::optional<SchluesselBild>> nachher;   // of each key of the change, as it left it; none: not known
-    std::vector<std::string> neueSchluessel; // keys that the change made on its way, topmost only
-    std::vector<std::string> paare;          // paths of the values that the line holds, in its order
+struct JournalEntry : JournalHeader {
+    Change change;
+    std::vector<std::optional<KeyImage>> afterwards;   // of each key of the change, as it left it; none: not known
+    std::vector<std::string> newKeys; // keys that the change made on its way, topmost only
+    std::vector<std::string> pairs;          // paths of the values that the line holds, in its order
 };
 
 // A change as somebody sees it who looks at what all of them made together: only what was written.
-struct JournalSchritt : JournalKopf {
-    std::vector<WertAenderung> werte;
-    std::vector<SchluesselBild> schluessel; // as they were left; empty where nothing is known
-    std::vector<DateiBild> dateien;
+struct JournalStep : JournalHeader {
+    std::vector<ValueChange> values;
+    std::vector<KeyImage> key; // as they were left; empty where nothing is known
+    std::vector<FileImage> dateien;
 };
 
 class Journal {
@@ -56,33 +56,33 @@ public:
     const std::filesystem::path& file() const { return file_; }
     bool writable();                                        // else it only tells what stands in it
 
-    std::int64_t add(const JournalEintrag& entry);          // begun; finish() ends it
-    void written(std::int64_t nummer, std::size_t value, const WertAenderung& content);
-    void finish(std::int64_t nummer, const JournalEintrag& entry);   // values, keys and files as they are now
+    std::int64_t add(const JournalEntry& entry);          // begun; finish() ends it
+    void written(std::int64_t nummer, std::size_t value, const ValueChange& content);
+    void finish(std::int64_t nummer, const JournalEntry& entry);   // values, keys and files as they are now
     void finished(std::int64_t nummer);                     // nothing more is to come
     void remove(std::int64_t nummer);                       // of a change that did not take place
     void takenBack(std::int64_t nummer, std::int64_t durch);// durch 0: it stands again
     void hide(std::int64_t nummer);
 
-    std::vector<JournalKopf> heads();                       // all, oldest first
+    std::vector<JournalHeader> heads();                       // all, oldest first
     // Changes without a line that the list window shows, each with the line of the next change that has one.
-    std::vector<std::pair<JournalKopf, std::string>> withoutLine();
+    std::vector<std::pair<JournalHeader, std::string>> withoutLine();
     bool hasWithoutLine();
-    std::optional<JournalEintrag> entry(std::int64_t nummer);
-    std::optional<JournalKopf> head(std::int64_t nummer);
+    std::optional<JournalEntry> entry(std::int64_t nummer);
+    std::optional<JournalHeader> head(std::int64_t nummer);
     std::int64_t lastTakenBack();                           // the change whose taking back was the last; 0: none
     std::vector<std::int64_t> unfinished();                 // begun, and not ended by whoever began them
     // All changes that wrote something, oldest first.
-    void eachStep(const std::function<void(JournalSchritt&)>& take);
+    void eachStep(const std::function<void(JournalStep&)>& take);
     bool someTakenBackSince(std::int64_t nummer);           // of the changes before this one
     // Keys that changes made which are taken back by now, with the head of the change.
-    std::vector<std::pair<JournalKopf, std::string>> keysOfUndone();
+    std::vector<std::pair<JournalHeader, std::string>> keysOfUndone();
 
     // --- lines of History.txt ---
     // The change that wrote a line, of equal ones that stand the one with this many younger ones; failing that the newest. 0: none.
     std::int64_t byLine(const std::string& zeile, std::size_t younger = 0);
-    std::int64_t adoptLine(const JournalKopf& head);        // an entry for a line that nobody recorded
-    void lineDeleted(const JournalKopf& unknown);           // by the user; unknown is kept if nobody recorded its line
+    std::int64_t adoptLine(const JournalHeader& head);        // an entry for a line that nobody recorded
+    void lineDeleted(const JournalHeader& unknown);           // by the user; unknown is kept if nobody recorded its line
     // How many changes of this wording stand; none: the journal knows none of them, standing or not.
     std::optional<std::size_t> standing(const std::string& zeile);
     std::vector<std::pair<std::string, std::size_t>> linesThatWent();   // of changes taken back or deleted, with how many stand
@@ -103,8 +103,8 @@ private:
     struct Tables;
     Tables& tables();
     template <class Work> auto guarded(Work work);
-    void readParts(JournalEintrag& entry);
-    void addImage(std::int64_t nummer, std::int64_t place, const SchluesselBild& image);
+    void readParts(JournalEntry& entry);
+    void addImage(std::int64_t nummer, std::int64_t place, const KeyImage& image);
     std::filesystem::path file_;
     std::unique_ptr<Tables> tables_;
 };

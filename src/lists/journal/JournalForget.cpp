@@ -34,7 +34,7 @@ std::vector<std::string> Journal::hideLines(const std::vector<std::int64_t>& num
     transaction([&] {
         for (const std::int64_t nummer : numbers) {
             const auto change = head(nummer);
-            if (!change || !change->zeile || change->aufgehobenDurch != 0 || change->ausgeblendet) continue;
+            if (!change || !change->zeile || change->undoneBy != 0 || change->hiddenOnes) continue;
             lines.push_back(*change->zeile);
             hide(nummer);
         }

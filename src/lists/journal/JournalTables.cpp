@@ -72,7 +72,7 @@ PRAGMA user_version = 3;
 )";
 
 [[noreturn]] void refuse(const std::filesystem::path& file, const char* why) {
-    throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::JournalFehler, utf8FromPath(file), why));
+    throw NumberedError(errnum::PathFileAccess, fmt::format(messages::JournalError, utf8FromPath(file), why));
 }
 
 // The folder that stood for a drive, and so the Windows path of what lies below it: "/home/anna/drive_c/windows/win.ini".
@@ -146,9 +146,9 @@ void checkAndComplete(sqlite::Database& database, const std::filesystem::path& f
     database.execute("PRAGMA cell_size_check = ON");
     const bool isNew = database.number("SELECT count(*) FROM sqlite_master") == 0;
     const std::int64_t version = database.number("PRAGMA user_version");
-    if (!isNew && database.number("PRAGMA application_id") != ApplicationId) refuse(file, meldung::JournalKeines);
-    if (version > FormatVersion) refuse(file, meldung::JournalNeuer);
-    if (!isNew && !hasOwnTables(database, version)) refuse(file, meldung::JournalKeines);
+    if (!isNew && database.number("PRAGMA application_id") != ApplicationId) refuse(file, messages::JournalNone);
+    if (version > FormatVersion) refuse(file, messages::JournalNewer);
+    if (!isNew && !hasOwnTables(database, version)) refuse(file, messages::JournalNone);
     database.execute("PRAGMA journal_mode = WAL");
     database.execute("PRAGMA synchronous = NORMAL");
     if (version < FormatVersion) bringUpToDate(database);
@@ -195,21 +195,21 @@ std::vector<std::int64_t> tooLongChanges(sqlite::Database& database) {
 std::string journalFailure(const std::filesystem::path& file, const sqlite::Error& error) {
     std::string why;
     switch (error.code) {
-        case SQLITE_NOTADB: case SQLITE_CORRUPT: why = meldung::JournalKeines; break;
-        case SQLITE_FULL: why = meldung::JournalVoll; break;
+        case SQLITE_NOTADB: case SQLITE_CORRUPT: why = messages::JournalNone; break;
+        case SQLITE_FULL: why = messages::JournalFull; break;
         case SQLITE_PERM: case SQLITE_AUTH: case SQLITE_CANTOPEN: case SQLITE_READONLY: case SQLITE_IOERR:
             // On a full disk its companion files cannot even be made, which looks like lacking rights.
-            why = host::meansDiskFull(whyNotWritable(file)) ? meldung::JournalVoll : meldung::JournalRechte; break;
-        case SQLITE_BUSY: case SQLITE_LOCKED: why = meldung::JournalGesperrt; break;
-        default: why = fmt::format(meldung::JournalSonst, error.what());
+            why = host::meansDiskFull(whyNotWritable(file)) ? messages::JournalFull : messages::JournalRights; break;
+        case SQLITE_BUSY: case SQLITE_LOCKED: why = messages::JournalLocked; break;
+        default: why = fmt::format(messages::JournalElse, error.what());
     }
-    return fmt::format(meldung::JournalFehler, utf8FromPath(file), why);
+    return fmt::format(messages::JournalError, utf8FromPath(file), why);
 }
 
 std::unique_ptr<sqlite::Database> openJournal(const std::filesystem::path& file) {
     std::error_code error;
     const auto kind = std::filesystem::status(file, error);
-    if (std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind)) refuse(file, meldung::JournalKeines);
+    if (std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind)) refuse(file, messages::JournalNone);
     try {
         if (auto database = openToWrite(file)) return database;
     } catch (const sqlite::Error& failure) {
@@ -218,7 +218,7 @@ std::unique_ptr<sqlite::Database> openJournal(const std::filesystem::path& file)
     try {
         return openToRead(file);
     } catch (const std::filesystem::filesystem_error&) {   // its log, or where a copy of it would lie
-        refuse(file, meldung::JournalRechte);
+        refuse(file, messages::JournalRights);
     }
 }
 

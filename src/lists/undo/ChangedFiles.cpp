@@ -24,7 +24,7 @@ std::string recordedFile(Context& ctx, const std::string& machine, const std::st
 }
 
 ChangedFile::ChangedFile(Context& ctx, const std::string& machine, const std::string& windowsPath) : name_(windowsPath) {
-    if (!isWindowsPath(windowsPath)) throw NumberedError(errnum::PathFileAccess, fmt::format(meldung::DateiNichtAufLaufwerk, windowsPath));
+    if (!isWindowsPath(windowsPath)) throw NumberedError(errnum::PathFileAccess, fmt::format(messages::FileNotOnDrive, windowsPath));
     file_ = ctx.machines.target(machine).files().find(windowsPath);
 }
 

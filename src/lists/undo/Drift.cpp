@@ -17,14 +17,14 @@ namespace {
 // --- lines of files ---
 
 struct Zeile {
-    std::string sektion, schluessel, wert;
+    std::string section, key, wert;
 };
 // By section, key and which of several lines of that key it is; the boot menu has such.
-using Zeilen = std::map<std::tuple<std::string, std::string, int>, Zeile>;
+using Lines = std::map<std::tuple<std::string, std::string, int>, Zeile>;
 
-Zeilen linesOf(const std::string& bytes) {
-    const Profildatei file(bytes);
-    Zeilen lines;
+Lines linesOf(const std::string& bytes) {
+    const ProfileFile file(bytes);
+    Lines lines;
     std::map<std::pair<std::string, std::string>, int> seen;
     for (const std::string& section : file.sections()) {
         const std::string folded = lowerCase(section);
@@ -39,12 +39,12 @@ Zeilen linesOf(const std::string& bytes) {
     return lines;
 }
 
-std::optional<std::string> valueAt(const Zeilen& lines, const Zeilen::key_type& place) {
+std::optional<std::string> valueAt(const Lines& lines, const Lines::key_type& place) {
     const auto found = lines.find(place);
     return found == lines.end() ? std::nullopt : std::optional(found->second.wert);
 }
 
-std::string lineId(const std::string& machine, const std::string& file, const Zeilen::key_type& place) {
+std::string lineId(const std::string& machine, const std::string& file, const Lines::key_type& place) {
     return (isFolder(machine) ? machine : lowerCase(machine)) + "\n" + lowerCase(file) + "\n" + std::get<0>(place) + "\n" + std::get<1>(place) + "\n" + std::to_string(std::get<2>(place));
 }
 
@@ -54,21 +54,21 @@ class Collector {
 public:
     Collector(Context& ctx, SetState& state) : ctx_(ctx), state_(state) {}
 
-    void take(const JournalSchritt& step) {
+    void take(const JournalStep& step) {
         const DriftSource source{step.nummer, step.tipp, step.überschrift};
-        for (const SchluesselBild& key : step.schluessel) keyLeft(step, key, source);
+        for (const KeyImage& key : step.key) keyLeft(step, key, source);
         valuesSet(step, source);
         const std::string machine = markOf(ctx_, step);
-        for (const DateiBild& file : step.dateien) fileWritten(machine, file, source);
+        for (const FileImage& file : step.dateien) fileWritten(machine, file, source);
     }
 
 private:
     // Of what is watched below the key: what the change left of it.
-    void keyLeft(const JournalSchritt& step, const SchluesselBild& key, const DriftSource& source) {
+    void keyLeft(const JournalStep& step, const KeyImage& key, const DriftSource& source) {
         const RegAddress top = addressOf(ctx_, step, key.path);
         const std::string first = top.id();
         std::map<std::string, RawValue> left;
-        for (const auto& [unter, wert] : key.werte) {
+        for (const auto& [unter, wert] : key.values) {
             RegAddress place = top;
             place.key = joinKey(top.key, unter.empty() ? unter : unter.substr(1));
             place.name = wert.name;
@@ -83,10 +83,10 @@ private:
             static_cast<DriftSource&>(value->second) = {source.nummer, value->second.tipp, value->second.überschrift};
         }
     }
-    void valuesSet(const JournalSchritt& step, const DriftSource& source) {
+    void valuesSet(const JournalStep& step, const DriftSource& source) {
         std::map<std::string, std::pair<SetValue, std::optional<RawValue>>> byPlace;   // with what was there before
         std::vector<std::string> order;
-        for (const WertAenderung& value : step.werte) {
+        for (const ValueChange& value : step.values) {
             SetValue set{source, addressOf(ctx_, step, value), value.neu};
             if (set.tipp == 0) set.tipp = value.TippIndex;
             const std::string id = set.address.id();
@@ -99,13 +99,13 @@ private:
             if (set.wert != before) state_.values.insert_or_assign(id, std::move(set));
         }
     }
-    void fileWritten(const std::string& machine, const DateiBild& file, const DriftSource& source) {
-        const Zeilen before = linesOf(file.inhalt), after = linesOf(file.neu);
-        for (const Zeilen* side : {&before, &after})
+    void fileWritten(const std::string& machine, const FileImage& file, const DriftSource& source) {
+        const Lines before = linesOf(file.contents), after = linesOf(file.neu);
+        for (const Lines* side : {&before, &after})
             for (const auto& [place, line] : *side) {
                 const auto set = valueAt(after, place);
                 if (set == valueAt(before, place)) continue;
-                state_.lines.insert_or_assign(lineId(machine, file.datei, place), SetLine{source, machine, file.datei, line.sektion, line.schluessel, set});
+                state_.lines.insert_or_assign(lineId(machine, file.datei, place), SetLine{source, machine, file.datei, line.section, line.key, set});
             }
     }
 
@@ -115,7 +115,7 @@ private:
 
 // --- how it stands ---
 
-std::string notAtHand(const std::string& machine) { return fmt::format(meldung::DriftNichtVerbunden, machine); }
+std::string notAtHand(const std::string& machine) { return fmt::format(messages::DriftNotConnected, machine); }
 
 void look(Context& ctx, const RegAddress& address, DriftEntry& entry) {
     try {
@@ -134,7 +134,7 @@ class Files {
 public:
     explicit Files(Context& ctx) : ctx_(ctx) {}
     void look(const SetLine& line, const std::string& id, DriftEntry& entry) {
-        const Inhalt& file = contentOf(line);
+        const Contents& file = contentOf(line);
         entry.why = file.why;
         if (!file.why.empty()) {
             entry.state = DriftState::Unreadable;
@@ -146,11 +146,11 @@ public:
     }
 
 private:
-    struct Inhalt {
+    struct Contents {
         std::map<std::string, std::string> lines;
         std::string why;
     };
-    const Inhalt& contentOf(const SetLine& line) {
+    const Contents& contentOf(const SetLine& line) {
         const auto [known, fresh] = files_.try_emplace({line.machine, line.datei});
         if (!fresh) return known->second;
         try {
@@ -158,12 +158,12 @@ private:
             for (const auto& [place, now] : linesOf(ChangedFile(ctx_, line.machine, line.datei).read().value_or(std::string())))
                 known->second.lines.emplace(lineId(line.machine, line.datei, place), now.wert);
         } catch (const std::exception& error) {
-            known->second.why = *error.what() != '\0' ? error.what() : meldung::DriftUnlesbar;
+            known->second.why = *error.what() != '\0' ? error.what() : messages::DriftUnreadable;
         }
         return known->second;
     }
     Context& ctx_;
-    std::map<std::pair<std::string, std::string>, Inhalt> files_;
+    std::map<std::pair<std::string, std::string>, Contents> files_;
 };
 
 }  // namespace
@@ -171,7 +171,7 @@ private:
 SetState setState(Context& ctx, Journal& journal) {
     SetState state;
     Collector collector(ctx, state);
-    journal.eachStep([&](JournalSchritt& step) {
+    journal.eachStep([&](JournalStep& step) {
         try {
             collector.take(step);
         } catch (const RegError& error) {   // a path that is none
@@ -181,7 +181,7 @@ SetState setState(Context& ctx, Journal& journal) {
     });
     for (const std::int64_t nummer : journal.tooLong()) {
         const auto head = journal.head(nummer);
-        state.unknown.push_back({{nummer, head ? head->tipp : 0, head ? head->überschrift : std::string()}, fmt::format(meldung::JournalZuLang, nummer)});
+        state.unknown.push_back({{nummer, head ? head->tipp : 0, head ? head->überschrift : std::string()}, fmt::format(messages::JournalZuLang, nummer)});
     }
     return state;
 }
@@ -201,14 +201,14 @@ std::vector<DriftEntry> drift(Context& ctx, Journal& journal) {
         DriftEntry& entry = entries.emplace_back(DriftEntry{line});
         entry.isLine = true;
         entry.machine = line.machine;
-        entry.place = fmt::format("{} [{}] {}", line.datei, line.sektion, line.schluessel);
+        entry.place = fmt::format("{} [{}] {}", line.datei, line.section, line.key);
         entry.setLine = line.wert;
         files.look(line, id, entry);
     }
     for (const auto& [source, why] : state.unknown) {
         DriftEntry& entry = entries.emplace_back(DriftEntry{source});
         entry.state = DriftState::Unreadable;
-        entry.place = fmt::format(meldung::DriftAenderung, source.nummer);
+        entry.place = fmt::format(messages::DriftChange, source.nummer);
         entry.why = why;
     }
     std::stable_sort(entries.begin(), entries.end(), [](const DriftEntry& a, const DriftEntry& b) { return std::tie(a.isLine, a.tipp) < std::tie(b.isLine, b.tipp); });

@@ -26,7 +26,7 @@ struct SetValue : DriftSource {
 };
 
 struct SetLine : DriftSource {
-    std::string machine, datei, sektion, schluessel;
+    std::string machine, datei, section, key;
     std::optional<std::string> wert;            // none: the line was taken out
 };
 

@@ -12,44 +12,44 @@ namespace {
 // Whether what a step wrote counts as taken back. Bringing a change back is itself void once the change is taken back anew.
 class Standing {
 public:
-    explicit Standing(const std::vector<JournalKopf>& heads) {
-        for (const JournalKopf& head : heads) heads_.emplace(head.nummer, &head);
+    explicit Standing(const std::vector<JournalHeader>& heads) {
+        for (const JournalHeader& head : heads) heads_.emplace(head.nummer, &head);
     }
-    bool takenBack(const JournalKopf& step) const {
-        if (step.art != Aenderung::Art::Wiederherstellen) return step.aufgehobenDurch != 0;
-        const JournalKopf* const undo = find(step.hebtAuf);
-        const JournalKopf* const root = undo == nullptr ? nullptr : find(undo->hebtAuf);
-        return root != nullptr && root->aufgehobenDurch > step.nummer;
+    bool takenBack(const JournalHeader& step) const {
+        if (step.art != Change::Art::Restore) return step.undoneBy != 0;
+        const JournalHeader* const undo = find(step.undoes);
+        const JournalHeader* const root = undo == nullptr ? nullptr : find(undo->undoes);
+        return root != nullptr && root->undoneBy > step.nummer;
     }
 
 private:
-    const JournalKopf* find(std::int64_t nummer) const {
+    const JournalHeader* find(std::int64_t nummer) const {
         const auto found = heads_.find(nummer);
         return found == heads_.end() ? nullptr : found->second;
     }
-    std::unordered_map<std::int64_t, const JournalKopf*> heads_;
+    std::unordered_map<std::int64_t, const JournalHeader*> heads_;
 };
 
 }  // namespace
 
-PriorState::PriorState(Context& ctx, Journal& journal, const JournalKopf& change) {
+PriorState::PriorState(Context& ctx, Journal& journal, const JournalHeader& change) {
     if (isUndo(change) || !journal.someTakenBackSince(change.nummer)) return;   // bringing back what an undo overwrote means just that
-    const std::vector<JournalKopf> heads = journal.heads();
+    const std::vector<JournalHeader> heads = journal.heads();
     const Standing standing(heads);
     const std::string machine = markOf(ctx, change);
-    journal.eachStep([&](JournalSchritt& step) {
+    journal.eachStep([&](JournalStep& step) {
         if (step.nummer >= change.nummer || !sameMachine(markOf(ctx, step), machine)) return;
         const bool takenBack = standing.takenBack(step);
-        const std::int64_t undoes = step.art == Aenderung::Art::Zuruecksetzen ? step.hebtAuf : 0;
-        for (const WertAenderung& value : step.werte) {
+        const std::int64_t undoes = step.art == Change::Art::Undo ? step.undoes : 0;
+        for (const ValueChange& value : step.values) {
             if (value.alt == value.neu) continue;
             const RegAddress place = addressOf(ctx, step, value);
             Values& known = values_[place.id()];
             known.place = place;
             known.steps.push_back({step.nummer, value.alt, value.neu, takenBack, undoes});
         }
-        for (const DateiBild& file : step.dateien)
-            files_[lowerCase(file.datei)].push_back({step.nummer, file.vorhanden ? std::optional(file.inhalt) : std::nullopt, file.neu, takenBack, undoes});
+        for (const FileImage& file : step.dateien)
+            files_[lowerCase(file.datei)].push_back({step.nummer, file.there ? std::optional(file.contents) : std::nullopt, file.neu, takenBack, undoes});
     });
 }
 
@@ -79,23 +79,23 @@ std::optional<std::string> PriorState::file(const std::string& windowsPath, cons
     return known == files_.end() ? recorded : without(known->second, recorded);
 }
 
-std::vector<RegAddress> PriorState::correct(const RegAddress& key, SchluesselBild& image) const {
+std::vector<RegAddress> PriorState::correct(const RegAddress& key, KeyImage& image) const {
     std::vector<RegAddress> gone;
     const std::string top = key.id();
     for (auto known = values_.lower_bound(top); known != values_.end() && known->first.starts_with(top); ++known) {
         const RegAddress& place = known->second.place;
         if (!place.isBelow(top)) continue;
         const std::string below = place.key.size() > key.key.size() ? place.key.substr(key.key.size()) : std::string();
-        const auto found = std::find_if(image.werte.begin(), image.werte.end(), [&](const SchluesselBild::Wert& value) {
+        const auto found = std::find_if(image.values.begin(), image.values.end(), [&](const KeyImage::Wert& value) {
             return equalText(value.unter, below) && equalText(value.wert.name.text(), place.name->text());
         });
-        const std::optional<RawValue> recorded = found == image.werte.end() ? std::nullopt : std::optional(found->wert.value);
+        const std::optional<RawValue> recorded = found == image.values.end() ? std::nullopt : std::optional(found->wert.value);
         const std::optional<RawValue> right = without(known->second.steps, recorded);
         if (right == recorded) continue;
         if (!right) {
-            image.werte.erase(found);
+            image.values.erase(found);
             gone.push_back(place);
-        } else if (found != image.werte.end()) {
+        } else if (found != image.values.end()) {
             found->wert.value = *right;
         } else {
             addValue(image, below, {*place.name, *right});
@@ -105,7 +105,7 @@ std::vector<RegAddress> PriorState::correct(const RegAddress& key, SchluesselBil
 }
 
 // With the keys on the way, each before those below it.
-void PriorState::addValue(SchluesselBild& image, const std::string& below, NamedValue value) {
+void PriorState::addValue(KeyImage& image, const std::string& below, NamedValue value) {
     const auto place = [&](const std::string& key) { return std::find_if(image.unterschluessel.begin(), image.unterschluessel.end(), [&](const std::string& known) { return equalText(known, key); }); };
     for (std::size_t end = 0; end != std::string::npos;) {
         end = end == below.size() ? std::string::npos : below.find('\\', end == 0 ? 1 : end + 1);
@@ -117,7 +117,7 @@ void PriorState::addValue(SchluesselBild& image, const std::string& below, Named
         image.unterschluessel.insert(at, key);
         if (static_cast<std::size_t>(index) <= image.details.size()) image.details.insert(image.details.begin() + index, KeyDetails{});
     }
-    image.werte.push_back({below, std::move(value)});
+    image.values.push_back({below, std::move(value)});
 }
 
 }  // namespace brenvik

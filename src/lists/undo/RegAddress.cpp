@@ -16,7 +16,7 @@ std::string folded(const std::string& name) {
 
 RegPath keyOf(const std::string& path) { return parseRegPath(path + "\\"); }
 
-RegPath partsOf(const WertAenderung& value) {
+RegPath partsOf(const ValueChange& value) {
     if (!value.name) return parseRegPath(value.path);
     RegPath place = keyOf(value.path);
     place.name = ValueName::named(*value.name);
@@ -29,7 +29,7 @@ RegAddress realAddress(RegStore& store, std::string machine, Root root, const st
 }
 
 // HKEY_CURRENT_USER was that of whoever made the change.
-RegPath withOwner(RegPath place, const JournalKopf& change) {
+RegPath withOwner(RegPath place, const JournalHeader& change) {
     if (place.root == Root::CurrentUser && !change.sid.empty()) {
         place.root = Root::Users;
         place.key = joinKey(change.sid, place.key);
@@ -37,7 +37,7 @@ RegPath withOwner(RegPath place, const JournalKopf& change) {
     return place;
 }
 
-RegAddress formerAddress(Context& ctx, const JournalKopf& change, RegPath place, std::optional<ValueName> name) {
+RegAddress formerAddress(Context& ctx, const JournalHeader& change, RegPath place, std::optional<ValueName> name) {
     place = withOwner(std::move(place), change);
     const std::string machine = markOf(ctx, change);
     if (!atHand(ctx, machine)) return {machine, place.root, place.key, std::move(name)};
@@ -74,9 +74,9 @@ bool sameMachine(const std::string& mark, const std::string& other) {
     return isFolder(mark) || isFolder(other) ? mark == other : equalText(mark, other);
 }
 
-std::string markOf(const FrameContext& ctx, const JournalKopf& change) {
-    if (change.rechner.empty() || equalText(change.rechner, change.lokalerRechner)) return {};
-    return isFolder(change.rechner) ? machineMark(ctx, change.rechner) : change.rechner;
+std::string markOf(const FrameContext& ctx, const JournalHeader& change) {
+    if (change.machineName.empty() || equalText(change.machineName, change.localMachine)) return {};
+    return isFolder(change.machineName) ? machineMark(ctx, change.machineName) : change.machineName;
 }
 
 bool atHand(const FrameContext& ctx, const std::string& mark) { return mark.empty() || sameMachine(mark, machineMark(ctx, ctx.strRechnername)); }
@@ -86,9 +86,9 @@ RegStore& storeOf(Context& ctx, const std::string& mark) {
     return ctx.objBVKReg.selectedStore();
 }
 
-std::string givenPath(const WertAenderung& value) { return value.name ? value.path + "\\" + *value.name : value.path; }
+std::string givenPath(const ValueChange& value) { return value.name ? value.path + "\\" + *value.name : value.path; }
 
-RegAddress addressForWriting(Context& ctx, const WertAenderung& value, bool deletes) {
+RegAddress addressForWriting(Context& ctx, const ValueChange& value, bool deletes) {
     const std::string machine = machineMark(ctx, value.machine);
     const RegPath place = partsOf(value);
     RegStore& store = storeOf(ctx, machine);
@@ -107,20 +107,20 @@ RegAddress keyAddress(Context& ctx, const std::string& machine, const std::strin
     return realAddress(storeOf(ctx, mark), mark, place.root, place.key, std::nullopt);
 }
 
-RegAddress addressOf(Context& ctx, const JournalKopf& change, const WertAenderung& value) {
+RegAddress addressOf(Context& ctx, const JournalHeader& change, const ValueChange& value) {
     RegPath place = partsOf(value);
     if (value.name) return {markOf(ctx, change), place.root, std::move(place.key), std::move(place.name)};
     ValueName name = place.name;
     return formerAddress(ctx, change, std::move(place), std::move(name));
 }
 
-RegAddress addressOf(Context& ctx, const JournalKopf& change, const std::string& keyPath) { return formerAddress(ctx, change, keyOf(keyPath), std::nullopt); }
+RegAddress addressOf(Context& ctx, const JournalHeader& change, const std::string& keyPath) { return formerAddress(ctx, change, keyOf(keyPath), std::nullopt); }
 
-RegAddress pairAddress(Context& ctx, const JournalEintrag& change, std::size_t k) {
-    for (const WertAenderung& value : change.aenderung.werte)
-        if (RegAddress place = addressOf(ctx, change, value); equalText(place.path(), change.paare[k]) || equalText(givenPath(value), change.paare[k])) return place;
-    WertAenderung place;
-    place.path = change.paare[k];
+RegAddress pairAddress(Context& ctx, const JournalEntry& change, std::size_t k) {
+    for (const ValueChange& value : change.change.values)
+        if (RegAddress place = addressOf(ctx, change, value); equalText(place.path(), change.pairs[k]) || equalText(givenPath(value), change.pairs[k])) return place;
+    ValueChange place;
+    place.path = change.pairs[k];
     return addressOf(ctx, change, place);
 }
 

@@ -10,8 +10,8 @@
 
 namespace brenvik {
 
-struct JournalKopf;
-struct JournalEintrag;
+struct JournalHeader;
+struct JournalEntry;
 
 struct RegAddress {
     std::string machine;                 // as machineMark has it
@@ -31,25 +31,25 @@ std::string machineMark(const FrameContext& ctx, const std::string& machine);
 bool isFolder(const std::string& machine);           // of the host, told by a separator in the name
 bool sameMachine(const std::string& mark, const std::string& other);
 
-std::string markOf(const FrameContext& ctx, const JournalKopf& change);
+std::string markOf(const FrameContext& ctx, const JournalHeader& change);
 // The local machine, or the one that is being worked on.
 bool atHand(const FrameContext& ctx, const std::string& mark);
 
 RegStore& storeOf(Context& ctx, const std::string& mark);   // throws RegError if the machine does not answer
 
-std::string givenPath(const WertAenderung& value);          // root "\\" key "\\" name, as a change has it
+std::string givenPath(const ValueChange& value);          // root "\\" key "\\" name, as a change has it
 
 // Where a value that is about to be written, or deleted, really lies. Throws RegError for a path that is none.
-RegAddress addressForWriting(Context& ctx, const WertAenderung& value, bool deletes);
+RegAddress addressForWriting(Context& ctx, const ValueChange& value, bool deletes);
 RegAddress keyAddress(Context& ctx, const std::string& machine, const std::string& path);
 
 // Of what the journal has. Records of former versions hold paths as they were given; their links are followed now, as far as
 // the machine can be asked without connecting to it.
-RegAddress addressOf(Context& ctx, const JournalKopf& change, const WertAenderung& value);
-RegAddress addressOf(Context& ctx, const JournalKopf& change, const std::string& keyPath);
+RegAddress addressOf(Context& ctx, const JournalHeader& change, const ValueChange& value);
+RegAddress addressOf(Context& ctx, const JournalHeader& change, const std::string& keyPath);
 
 // Of the k-th pair of a line.
-RegAddress pairAddress(Context& ctx, const JournalEintrag& change, std::size_t k);
+RegAddress pairAddress(Context& ctx, const JournalEntry& change, std::size_t k);
 
 // The path as it is shown: what belongs to the user's own profile stands below HKEY_CURRENT_USER.
 std::string shownPath(const FrameContext& ctx, const RegAddress& address);

@@ -16,33 +16,33 @@
 namespace brenvik {
 namespace {
 
-constexpr int TextGescheitert = 49, TextErfolg = 61;
+constexpr int TextFailed = 49, TextSuccess = 61;
 
 // The value of the change that a pair of the line tells of.
-const WertAenderung* changeAt(Context& ctx, const JournalEintrag& known, const std::string& id) {
-    for (const WertAenderung& value : known.aenderung.werte)
+const ValueChange* changeAt(Context& ctx, const JournalEntry& known, const std::string& id) {
+    for (const ValueChange& value : known.change.values)
         if (addressOf(ctx, known, value).id() == id) return &value;
     return nullptr;
 }
 
 }  // namespace
 
-HistoryKopf historyHead(const std::string& zeile) {
+HistoryHeader historyHead(const std::string& zeile) {
     const auto pieces = Split(zeile, "#");
     const auto piece = [&](std::size_t k) { return k < pieces.size() ? pieces[k] : std::string(); };
     const auto pairs = historyPairs(zeile);
     return {piece(0), piece(1), Replace(piece(2), "%23", "#"), pairs.empty() ? 0 : pairs[0].tipp};
 }
 
-bool Zuruecksetzen::fail() {
-    ctx_.port.tell(strBVKTexte(TextGescheitert), box::Exclamation);
-    ctx_.klick();
+bool Undo::fail() {
+    ctx_.port.tell(strBVKTexte(TextFailed), box::Exclamation);
+    ctx_.click();
     return false;
 }
 
-Zuruecksetzen::Wirkung Zuruecksetzen::effectOf(const Schritt& step) const {
-    if (step.text == KeyNichtVorhanden) return {std::nullopt, true};
-    if (step.geheim) return {step.geheim, true};
+Undo::Effect Undo::effectOf(const Step& step) const {
+    if (step.text == KeyNotThere) return {std::nullopt, true};
+    if (step.secret) return {step.secret, true};
     try {
         return {fromText(step.text, static_cast<std::uint32_t>(step.type)), true};
     } catch (const RegError&) {
@@ -51,87 +51,87 @@ Zuruecksetzen::Wirkung Zuruecksetzen::effectOf(const Schritt& step) const {
 }
 
 // False: some value has no place to go to.
-bool Zuruecksetzen::plan(const std::string& zeile, const JournalEintrag* known, std::vector<Schritt>& steps) {
+bool Undo::plan(const std::string& zeile, const JournalEntry* known, std::vector<Step>& steps) {
     const auto pairs = historyPairs(zeile);
     for (std::size_t k = 0; k < pairs.size(); ++k) {
-        const Tippwert& tipp = values_.of(pairs[k].tipp);
-        Schritt step{tipp.path, tipp.wertname, pairs[k].alt, tipp.datentyp, static_cast<std::int16_t>(pairs[k].tipp), {}, {}};
-        const WertAenderung* change = nullptr;
-        if (known != nullptr && k < known->paare.size()) {
+        const TipValue& tipp = values_.of(pairs[k].tipp);
+        Step step{tipp.path, tipp.wertname, pairs[k].alt, tipp.datentyp, static_cast<std::int16_t>(pairs[k].tipp), {}, {}};
+        const ValueChange* change = nullptr;
+        if (known != nullptr && k < known->pairs.size()) {
             step.known = pairAddress(ctx_, *known, k);
             change = changeAt(ctx_, *known, step.known->id());
         }
-        if (step.text == Geheim && change != nullptr && change->alt) step.geheim = change->alt;
-        if (!tipp.brauchbar) {
+        if (step.text == Secret && change != nullptr && change->alt) step.secret = change->alt;
+        if (!tipp.usable) {
             if (!step.known) return false;
             step.path = step.known->path();
             step.name = step.known->name->text();
-            if (!tipp.imBestand) {
+            if (!tipp.inStock) {
                 if (change == nullptr || !(change->alt || change->neu)) return false;
                 step.type = static_cast<std::int16_t>((change->alt ? change->alt : change->neu)->type);
             }
         }
-        if (step.text == Geheim && !step.geheim && isSecret(step.path)) return false;   // nobody knows it any more
+        if (step.text == Secret && !step.secret && isSecret(step.path)) return false;   // nobody knows it any more
         steps.push_back(std::move(step));
     }
     return !steps.empty();
 }
 
-std::string Zuruecksetzen::inexactness(const std::vector<Schritt>& steps, const JournalEintrag* known) {
+std::string Undo::inexactness(const std::vector<Step>& steps, const JournalEntry* known) {
     std::string lines;
     std::optional<PriorState> prior;
     if (known != nullptr) prior.emplace(ctx_, journal_, *known);
-    const auto line = [&](const std::string& path, const std::string& old, const Schritt& step, const Wirkung& effect) {
-        lines += fmt::format(meldung::UndoZeileUngenau, path, old, effect.possible ? shownRaw(effect.value) : "nichts, \"" + step.text + "\" ist kein solcher Wert");
+    const auto line = [&](const std::string& path, const std::string& old, const Step& step, const Effect& effect) {
+        lines += fmt::format(messages::UndoLineInexact, path, old, effect.possible ? shownRaw(effect.value) : "nichts, \"" + step.text + "\" ist kein solcher Wert");
     };
     std::set<std::string> named;
-    for (const Schritt& step : steps) {
-        const Wirkung effect = effectOf(step);
+    for (const Step& step : steps) {
+        const Effect effect = effectOf(step);
         if (known == nullptr || !step.known) {
             if (!effect.possible) line(step.path, "\"" + step.text + "\"", step, effect);
             continue;
         }
         named.insert(step.known->id());
-        const WertAenderung* change = changeAt(ctx_, *known, step.known->id());
-        if (change == nullptr || !change->geschrieben) continue;
+        const ValueChange* change = changeAt(ctx_, *known, step.known->id());
+        if (change == nullptr || !change->written) continue;
         const auto old = prior->value(*step.known, change->alt);
-        if (step.known->machine.empty() && placeOf(step).id() != step.known->id()) lines += fmt::format(meldung::UndoZeileFehlt, shownPath(ctx_, *step.known), shownRaw(old));
+        if (step.known->machine.empty() && placeOf(step).id() != step.known->id()) lines += fmt::format(messages::UndoLineMissing, shownPath(ctx_, *step.known), shownRaw(old));
         else if (old != effect.value) line(shownPath(ctx_, *step.known), shownRaw(old), step, effect);
     }
     if (known == nullptr) return lines;
-    for (const WertAenderung& value : known->aenderung.werte) {
+    for (const ValueChange& value : known->change.values) {
         const RegAddress place = addressOf(ctx_, *known, value);
-        if (!named.contains(place.id()) && value.geschrieben && value.alt != value.neu) lines += fmt::format(meldung::UndoZeileFehlt, shownPath(ctx_, place), shownRaw(value.alt));
+        if (!named.contains(place.id()) && value.written && value.alt != value.neu) lines += fmt::format(messages::UndoLineMissing, shownPath(ctx_, place), shownRaw(value.alt));
     }
-    if (!known->aenderung.dateien.empty() || !known->aenderung.schluessel.empty()) lines += meldung::UndoDateien;
+    if (!known->change.dateien.empty() || !known->change.key.empty()) lines += messages::UndoFiles;
     return lines;
 }
 
-bool Zuruecksetzen::ausfuehren(const std::string& zeile, std::int64_t nummer) {
-    std::optional<JournalEintrag> entry;
+bool Undo::execute(const std::string& zeile, std::int64_t nummer) {
+    std::optional<JournalEntry> entry;
     if (nummer != 0) reportAndGoOn(ctx_, "cmdDatenUndo", [&] { entry = journal_.entry(nummer); });
-    const JournalEintrag* known = entry && !entry->nurZeile ? &*entry : nullptr;
-    std::vector<Schritt> steps;
+    const JournalEntry* known = entry && !entry->lineOnly ? &*entry : nullptr;
+    std::vector<Step> steps;
     if (!plan(zeile, known, steps)) return fail();
 
-    const std::string rechner = historyHead(zeile).rechner;
+    const std::string machineName = historyHead(zeile).machineName;
     const bool here = known != nullptr && markOf(ctx_, *known).empty();   // under whatever name
-    if (!here && !rechner.empty() && !equalText(rechner, ctx_.strLokalerRechner) &&
-        !ctx_.port.ask(fmt::format(meldung::UndoAndererRechner, rechner, ctx_.strLokalerRechner), box::Exclamation + box::DefaultNo))
+    if (!here && !machineName.empty() && !equalText(machineName, ctx_.strLokalerRechner) &&
+        !ctx_.port.ask(fmt::format(messages::UndoOtherMachine, machineName, ctx_.strLokalerRechner), box::Exclamation + box::DefaultNo))
         return false;
 
     std::string inexact = inexactness(steps, known);
     if (known == nullptr)
         for (const HistoryPaar& pair : historyPairs(zeile))
-            if (const Tippwert& tipp = values_.of(pair.tipp); kindOf(tipp.ausgabeart).shownDifferently(tipp.datentyp) && pair.alt != KeyNichtVorhanden) {
-                const Wirkung effect = effectOf({tipp.path, tipp.wertname, pair.alt, tipp.datentyp, 0, {}, {}});
-                if (effect.possible) inexact += fmt::format(meldung::UndoZeileUngenau, tipp.path, "\"" + pair.alt + "\" in der Form der Anzeige", shownRaw(effect.value));
+            if (const TipValue& tipp = values_.of(pair.tipp); kindOf(tipp.ausgabeart).shownDifferently(tipp.datentyp) && pair.alt != KeyNotThere) {
+                const Effect effect = effectOf({tipp.path, tipp.wertname, pair.alt, tipp.datentyp, 0, {}, {}});
+                if (effect.possible) inexact += fmt::format(messages::UndoLineInexact, tipp.path, "\"" + pair.alt + "\" in der Form der Anzeige", shownRaw(effect.value));
             }
     if (!inexact.empty()) {
         if (known != nullptr) {
-            if (ctx_.port.ask(fmt::format(meldung::UndoUngenau, inexact), box::Exclamation)) return exact_.zuruecksetzen(nummer);
-            if (!ctx_.port.ask(meldung::UndoTrotzdem, box::Exclamation + box::DefaultNo)) return false;
-        } else if (!ctx_.port.ask(fmt::format(meldung::UndoUngenauOhneJournal, inexact) + "\r\n\r\n" + meldung::UndoTrotzdem, box::Exclamation + box::DefaultNo)) {
+            if (ctx_.port.ask(fmt::format(messages::UndoInexact, inexact), box::Exclamation)) return exact_.undo(nummer);
+            if (!ctx_.port.ask(messages::UndoAnyway, box::Exclamation + box::DefaultNo)) return false;
+        } else if (!ctx_.port.ask(fmt::format(messages::UndoInexactNoJournal, inexact) + "\r\n\r\n" + messages::UndoAnyway, box::Exclamation + box::DefaultNo)) {
             return false;
         }
     }
@@ -139,11 +139,11 @@ bool Zuruecksetzen::ausfuehren(const std::string& zeile, std::int64_t nummer) {
 }
 
 // A name that holds a backslash travels apart from its key.
-bool Zuruecksetzen::writeApart(const Schritt& step) {
+bool Undo::writeApart(const Step& step) {
     try {
         ctx_.objBVKReg.SetValuePath(ctx_.strLokalerRechner, step.keyPath(), step.name);
-        if (step.text == KeyNichtVorhanden) ctx_.objBVKReg.DeleteValue();
-        else ctx_.objBVKReg.WriteRaw(step.geheim ? *step.geheim : fromText(step.text, static_cast<std::uint32_t>(step.type)));
+        if (step.text == KeyNotThere) ctx_.objBVKReg.DeleteValue();
+        else ctx_.objBVKReg.WriteRaw(step.secret ? *step.secret : fromText(step.text, static_cast<std::uint32_t>(step.type)));
         return true;
     } catch (const NumberedError& error) {
         RegFehlermeldungen(ctx_, error.number);
@@ -152,21 +152,21 @@ bool Zuruecksetzen::writeApart(const Schritt& step) {
 }
 
 // Where the step writes: the local machine, whatever machine the change was made on.
-RegAddress Zuruecksetzen::placeOf(const Schritt& step) {
-    WertAenderung value;
+RegAddress Undo::placeOf(const Step& step) {
+    ValueChange value;
     value.path = step.path;
     if (step.hasSeparator()) value.path = step.keyPath(), value.name = step.name;
-    return addressForWriting(ctx_, value, step.text == KeyNichtVorhanden);
+    return addressForWriting(ctx_, value, step.text == KeyNotThere);
 }
 
-bool Zuruecksetzen::writeStep(const Schritt& step) {
+bool Undo::writeStep(const Step& step) {
     if (step.hasSeparator()) return writeApart(step);
-    if (step.text != KeyNichtVorhanden && !step.geheim) return SaveRegistryKey(ctx_, step.path, step.text, step.type);
-    if (!step.path.ends_with('\\') && !step.geheim) return SaveRegistryKey(ctx_, step.path, DelKey, step.type);
+    if (step.text != KeyNotThere && !step.secret) return SaveRegistryKey(ctx_, step.path, step.text, step.type);
+    if (!step.path.ends_with('\\') && !step.secret) return SaveRegistryKey(ctx_, step.path, DelKey, step.type);
     // The unnamed value: a deletion by the path's text would take the whole key.
     try {
         ctx_.objBVKReg.SetPath(ctx_.strLokalerRechner, step.path);
-        step.geheim ? ctx_.objBVKReg.WriteRaw(*step.geheim) : void(ctx_.objBVKReg.DeleteValue());
+        step.secret ? ctx_.objBVKReg.WriteRaw(*step.secret) : void(ctx_.objBVKReg.DeleteValue());
         return true;
     } catch (const NumberedError& error) {
         RegFehlermeldungen(ctx_, error.number);
@@ -174,44 +174,44 @@ bool Zuruecksetzen::writeStep(const Schritt& step) {
     }
 }
 
-bool Zuruecksetzen::perform(const std::vector<Schritt>& steps, const std::string& zeile, std::int64_t nummer) {
-    const host::FolderLock turn(ctx_.heimPfad, PatienceForOthers);
+bool Undo::perform(const std::vector<Step>& steps, const std::string& zeile, std::int64_t nummer) {
+    const host::FolderLock turn(ctx_.homePath, PatienceForOthers);
     if (turn.error() == std::errc::timed_out) {
-        ctx_.port.tell(meldung::AndererSetztZurueck, box::Exclamation);
+        ctx_.port.tell(messages::AnotherUndoes, box::Exclamation);
         return false;
     }
-    JournalEintrag record;
-    static_cast<JournalKopf&>(record) = newHead(ctx_, Aenderung::Art::Zuruecksetzen);
-    record.rechner.clear();
+    JournalEntry record;
+    static_cast<JournalHeader&>(record) = newHead(ctx_, Change::Art::Undo);
+    record.machineName.clear();
     record.tipp = values_.of(historyHead(zeile).tipp).tipp;
     std::vector<RegAddress> places;
     const auto present = [&](const RegAddress& place) { return storeOf(ctx_, place.machine).value(place.root, place.key, *place.name); };
     std::int64_t recorded = 0;
     const bool journaling = reportAndGoOn(ctx_, "cmdDatenUndo", [&] {
-        for (const Schritt& step : steps) {
+        for (const Step& step : steps) {
             const RegAddress& place = places.emplace_back(placeOf(step));
-            record.aenderung.werte.push_back({record.rechner, place.keyPath(), step.tipp, present(place), effectOf(step).value, false, place.name->text()});
+            record.change.values.push_back({record.machineName, place.keyPath(), step.tipp, present(place), effectOf(step).value, false, place.name->text()});
         }
         if (nummer == 0) {   // a line that nobody recorded: now there is something to record about it
-            JournalKopf head = newHead(ctx_, Aenderung::Art::Speichern);
-            head.tipp = record.tipp, head.zeile = zeile, head.rechner = historyHead(zeile).rechner;
+            JournalHeader head = newHead(ctx_, Change::Art::Speichern);
+            head.tipp = record.tipp, head.zeile = zeile, head.machineName = historyHead(zeile).machineName;
             nummer = journal_.adoptLine(head);
         }
         const auto change = journal_.head(nummer);
         record.überschrift = change ? change->überschrift : std::string();
         if (change && change->tipp != 0) record.tipp = change->tipp;
-        record.hebtAuf = nummer;
+        record.undoes = nummer;
         recorded = journal_.add(record);
     });
     bool ok = true;
     for (std::size_t k = 0; ok && k < steps.size(); ++k) {
         ok = writeStep(steps[k]);
-        if (ok && journaling) record.aenderung.werte[k].geschrieben = true;
+        if (ok && journaling) record.change.values[k].written = true;
     }
     if (journaling)
         reportAndGoOn(ctx_, "cmdDatenUndo", [&] {
             for (std::size_t k = 0; k < steps.size(); ++k)
-                if (record.aenderung.werte[k].geschrieben) record.aenderung.werte[k].neu = present(places[k]);
+                if (record.change.values[k].written) record.change.values[k].neu = present(places[k]);
             if (const auto change = ok ? journal_.entry(nummer) : std::nullopt; change && markOf(ctx_, *change).empty()) exact_.removeEmptyKeys(*change, places);
             journal_.transaction([&] {
                 journal_.finish(recorded, record);
@@ -219,8 +219,8 @@ bool Zuruecksetzen::perform(const std::vector<Schritt>& steps, const std::string
             });
         });
     if (!ok) return fail();
-    ctx_.port.tell(strBVKTexte(TextErfolg));
-    ctx_.klick();
+    ctx_.port.tell(strBVKTexte(TextSuccess));
+    ctx_.click();
     return true;
 }
 

@@ -28,20 +28,20 @@ namespace {
 constexpr std::uint32_t LocalMachineRoot = 0x80000002;
 constexpr std::size_t MostShown = 120, MostLines = 10;
 
-std::string shownKey(const SchluesselBild& image) {
-    if (image.unterschluessel.empty()) return meldung::NichtVorhanden;
-    return fmt::format("Schlüssel mit {} Unterschlüsseln und {} Werten", image.unterschluessel.size() - 1, image.werte.size());
+std::string shownKey(const KeyImage& image) {
+    if (image.unterschluessel.empty()) return messages::NotThere;
+    return fmt::format("Schlüssel mit {} Unterschlüsseln und {} Werten", image.unterschluessel.size() - 1, image.values.size());
 }
 
 std::string shownFile(const std::optional<std::string>& bytes) {
-    return bytes ? fmt::format("Datei mit {} Bytes", bytes->size()) : std::string(meldung::NichtVorhanden);
+    return bytes ? fmt::format("Datei mit {} Bytes", bytes->size()) : std::string(messages::NotThere);
 }
 
 // What is in the image beside its details: keys and values, in no order.
-std::set<std::string> contentOf(const SchluesselBild& image) {
+std::set<std::string> contentOf(const KeyImage& image) {
     std::set<std::string> content;
     for (const auto& key : image.unterschluessel) content.insert("K" + key);
-    for (const auto& [unter, wert] : image.werte)
+    for (const auto& [unter, wert] : image.values)
         content.insert("V" + unter + "\n" + wert.name.text() + "\n" + std::to_string(wert.value.type) + "\n" + bytesText(wert.value.bytes));
     return content;
 }
@@ -57,95 +57,95 @@ std::string newLines(const std::string& then, const std::string& now) {
     return lines;
 }
 
-SchluesselBild absent(const SchluesselBild& image) { return {image.machine, image.path, {}, {}}; }
+KeyImage absent(const KeyImage& image) { return {image.machine, image.path, {}, {}}; }
 
 // What a change did to a key, or was to do.
-bool changedKey(const JournalEintrag& change, std::size_t k) {
-    const SchluesselBild& image = change.aenderung.schluessel[k];
-    return image.geloescht || image.angelegt || isUndo(change);   // others are kept for looking only: their values are recorded one by one
+bool changedKey(const JournalEntry& change, std::size_t k) {
+    const KeyImage& image = change.change.key[k];
+    return image.geloescht || image.created || isUndo(change);   // others are kept for looking only: their values are recorded one by one
 }
-SchluesselBild before(const SchluesselBild& image) { return image.angelegt ? absent(image) : image; }
+KeyImage before(const KeyImage& image) { return image.created ? absent(image) : image; }
 
 }  // namespace
 
-struct Ruecknahme::Plan {
+struct UndoAnswer::Plan {
     struct Wert {
         RegAddress place;
         std::int16_t tipp = 0;
         std::optional<RawValue> now, target;
     };
-    struct Schluessel {
+    struct Key {
         RegAddress place;
-        SchluesselBild now, target;
+        KeyImage now, target;
     };
     struct Datei {
         std::string file;
         std::optional<std::string> now, target;
     };
-    struct Konflikt {
+    struct Conflict {
         UndoConflictsRequest::Row row;
         std::string id;                        // of the place
-        std::size_t werte = None, schluessel = None, dateien = None;   // which of the lists below
+        std::size_t values = None, key = None, dateien = None;   // which of the lists below
         std::optional<RawValue> now;           // of a value
     };
     static constexpr std::size_t None = static_cast<std::size_t>(-1);
     std::string machine;
-    std::vector<Wert> werte;
-    std::vector<Schluessel> schluessel;
+    std::vector<Wert> values;
+    std::vector<Key> key;
     std::vector<Datei> dateien;
-    std::vector<Konflikt> conflicts;
+    std::vector<Conflict> conflicts;
     std::vector<RegAddress> gone;              // places of values that are not there, and need not be deleted
     std::size_t kept = 0;
-    bool empty() const { return werte.empty() && schluessel.empty() && dateien.empty(); }
+    bool empty() const { return values.empty() && key.empty() && dateien.empty(); }
 };
 
 // --- where, and how it is shown ---
 
-std::string machineOf(const JournalKopf& change) { return change.rechner.empty() ? change.lokalerRechner : change.rechner; }
+std::string machineOf(const JournalHeader& change) { return change.machineName.empty() ? change.localMachine : change.machineName; }
 
 std::string shownRaw(const std::optional<RawValue>& value) {
-    if (!value) return meldung::NichtVorhanden;
+    if (!value) return messages::NotThere;
     static constexpr const char* Names[] = {"REG_NONE", "REG_SZ", "REG_EXPAND_SZ", "REG_BINARY", "REG_DWORD", "REG_DWORD_BIG_ENDIAN", "REG_LINK", "REG_MULTI_SZ"};
     const std::string type = value->type < std::size(Names) ? Names[value->type] : "Typ " + std::to_string(value->type);
     return type + " \"" + shownLine(dataText(*value), MostShown) + "\"";
 }
 
-JournalKopf newHead(Context& ctx, Aenderung::Art art) {
+JournalHeader newHead(Context& ctx, Change::Art art) {
     const DateTime now = ctx.port.now();
-    JournalKopf head;
+    JournalHeader head;
     head.zeit = fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", now.year, now.month, now.day, now.hour, now.minute, now.second);
-    head.rechner = machineMark(ctx, ctx.strRechnername);
-    head.lokalerRechner = ctx.strLokalerRechner;
+    head.machineName = machineMark(ctx, ctx.strRechnername);
+    head.localMachine = ctx.strLokalerRechner;
     head.benutzer = ctx.strUserName;
     head.sid = ctx.strEigeneSID;
     head.art = art;
     return head;
 }
 
-bool Ruecknahme::refuse(const char* why) {
+bool UndoAnswer::refuse(const char* why) {
     ctx_.port.tell(why, box::Exclamation);
     return false;
 }
 
-bool Ruecknahme::mayWorkOn(const std::string& machine) {
+bool UndoAnswer::mayWorkOn(const std::string& machine) {
     if (atHand(ctx_, machine)) return true;
-    if (!ctx_.port.ask(isFolder(machine) ? fmt::format(meldung::AndererOrdner, machine) : fmt::format(meldung::AndererRechner, machine), box::Exclamation + box::DefaultNo)) return false;
-    return ctx_.objBVKReg.ConnectRemote(machine, LocalMachineRoot) == 0 || refuse(fmt::format(meldung::RechnerNichtErreichbar, machine).c_str());
+    if (!ctx_.port.ask(isFolder(machine) ? fmt::format(messages::OtherFolder, machine) : fmt::format(messages::OtherMachine, machine), box::Exclamation + box::DefaultNo)) return false;
+    return ctx_.objBVKReg.ConnectRemote(machine, LocalMachineRoot) == 0 || refuse(fmt::format(messages::MachineNotReachable, machine).c_str());
 }
 
 // --- deciding ---
 
 // Of several writes to one place the first tells what was, the last what came. Values that came out as they were are none
 // of the change.
-void Ruecknahme::planValues(const JournalEintrag& change, const PriorState& prior, Plan& plan) {
-    std::map<std::string, std::pair<RegAddress, WertAenderung>> byPlace;
-    for (const WertAenderung& value : change.aenderung.werte) {
+void UndoAnswer::planValues(const JournalEntry& change, const PriorState& prior, Plan& plan) {
+    std::map<std::string, std::pair<RegAddress, ValueChange>> byPlace;
+    for (const ValueChange& value : change.change.values) {
         RegAddress place = addressOf(ctx_, change, value);
         std::string id = place.id();
         const auto [known, fresh] = byPlace.try_emplace(std::move(id), std::move(place), value);
         if (fresh) continue;
         known->second.second.neu = value.neu;
-        known->second.second.geschrieben = known->second.second.geschrieben || value.geschrieben;
+        known->second.second.written = known->second.second.written || value.written;
     }
     for (const auto& [id, found] : byPlace) {
         const auto& [place, value] = found;
@@ -157,41 +157,41 @@ void Ruecknahme::planValues(const JournalEintrag& change, const PriorState& prio
             continue;
         }
         if (now != value.neu) {
-            if (!value.geschrieben) continue;   // never was ours
-            plan.conflicts.push_back({{shownPath(ctx_, place), shownRaw(target), shownRaw(value.neu), shownRaw(now)}, id, plan.werte.size(), Plan::None, Plan::None, now});
+            if (!value.written) continue;   // never was ours
+            plan.conflicts.push_back({{shownPath(ctx_, place), shownRaw(target), shownRaw(value.neu), shownRaw(now)}, id, plan.values.size(), Plan::None, Plan::None, now});
         }
-        plan.werte.push_back({place, value.TippIndex, now, target});
+        plan.values.push_back({place, value.TippIndex, now, target});
     }
 }
 
-void Ruecknahme::planKeys(const JournalEintrag& change, const PriorState& prior, Plan& plan) {
-    const auto& images = change.aenderung.schluessel;
+void UndoAnswer::planKeys(const JournalEntry& change, const PriorState& prior, Plan& plan) {
+    const auto& images = change.change.key;
     for (std::size_t k = 0; k < images.size(); ++k) {
         if (!changedKey(change, k)) continue;
-        SchluesselBild target = before(images[k]);
+        KeyImage target = before(images[k]);
         const RegAddress place = addressOf(ctx_, change, target.path);
         std::vector<RegAddress> gone = prior.correct(place, target);
-        SchluesselBild now = schluesselBild(storeOf(ctx_, place.machine), place.machine, {place.root, place.key});
+        KeyImage now = keyImage(storeOf(ctx_, place.machine), place.machine, {place.root, place.key});
         const auto is = contentOf(now), was = contentOf(target);
         if (is == was) continue;
-        const bool known = k < change.nachher.size() && change.nachher[k];
-        const SchluesselBild after = known ? *change.nachher[k] : images[k].angelegt ? images[k] : absent(images[k]);
+        const bool known = k < change.afterwards.size() && change.afterwards[k];
+        const KeyImage after = known ? *change.afterwards[k] : images[k].created ? images[k] : absent(images[k]);
         // What is left of a key that was deleted in part is no work of somebody else.
         const bool rest = !known && std::includes(was.begin(), was.end(), is.begin(), is.end());
         if (is != contentOf(after) && !rest)
-            plan.conflicts.push_back({{shownPath(ctx_, place), shownKey(target), shownKey(after), shownKey(now)}, place.id(), Plan::None, plan.schluessel.size(), Plan::None, {}});
-        plan.schluessel.push_back({place, std::move(now), std::move(target)});
+            plan.conflicts.push_back({{shownPath(ctx_, place), shownKey(target), shownKey(after), shownKey(now)}, place.id(), Plan::None, plan.key.size(), Plan::None, {}});
+        plan.key.push_back({place, std::move(now), std::move(target)});
         plan.gone.insert(plan.gone.end(), gone.begin(), gone.end());
     }
 }
 
-void Ruecknahme::planFiles(const JournalEintrag& change, const PriorState& prior, Plan& plan) {
-    for (const DateiBild& file : change.aenderung.dateien) {
-        const std::optional<std::string> target = prior.file(file.datei, file.vorhanden ? std::optional(file.inhalt) : std::nullopt);
+void UndoAnswer::planFiles(const JournalEntry& change, const PriorState& prior, Plan& plan) {
+    for (const FileImage& file : change.change.dateien) {
+        const std::optional<std::string> target = prior.file(file.datei, file.there ? std::optional(file.contents) : std::nullopt);
         const auto now = ChangedFile(ctx_, plan.machine, file.datei).read();
         if (now == target) continue;
         if (now.value_or(std::string()) != file.neu) {
-            if (!file.geschrieben) continue;
+            if (!file.written) continue;
             plan.conflicts.push_back({{file.datei, shownFile(target), shownFile(file.neu), shownFile(now) + (now ? newLines(file.neu, *now) : std::string())}, lowerCase(file.datei),
                                       Plan::None, Plan::None, plan.dateien.size(), {}});
         }
@@ -200,30 +200,30 @@ void Ruecknahme::planFiles(const JournalEintrag& change, const PriorState& prior
 }
 
 // Says of each conflict who made it, as far as that is known, and takes out of the plan what is to stay.
-bool Ruecknahme::settleConflicts(const JournalEintrag& change, Plan& plan) {
+bool UndoAnswer::settleConflicts(const JournalEntry& change, Plan& plan) {
     if (plan.conflicts.empty()) return true;
     std::map<std::string, std::string> ours;   // by place
-    const auto tell = [](const JournalKopf& step) { return fmt::format(meldung::EigeneAenderung, step.nummer, step.zeit, shownLine(step.überschrift, MostShown)); };
-    journal_.eachStep([&](JournalSchritt& step) {
+    const auto tell = [](const JournalHeader& step) { return fmt::format(messages::OwnChange, step.nummer, step.zeit, shownLine(step.überschrift, MostShown)); };
+    journal_.eachStep([&](JournalStep& step) {
         if (step.nummer <= change.nummer) return;
         for (const auto& conflict : plan.conflicts) {
-            const auto lies = [&](const RegAddress& place) { return conflict.schluessel != Plan::None ? place.isBelow(conflict.id) : place.id() == conflict.id; };
-            for (const WertAenderung& value : step.werte)
+            const auto lies = [&](const RegAddress& place) { return conflict.key != Plan::None ? place.isBelow(conflict.id) : place.id() == conflict.id; };
+            for (const ValueChange& value : step.values)
                 if (conflict.dateien == Plan::None && lies(addressOf(ctx_, step, value))) {
-                    const bool stands = conflict.schluessel != Plan::None || value.neu == conflict.now;
+                    const bool stands = conflict.key != Plan::None || value.neu == conflict.now;
                     if (stands) ours[conflict.id] = tell(step);
                     else ours.erase(conflict.id);
                 }
-            for (const SchluesselBild& key : step.schluessel)
+            for (const KeyImage& key : step.key)
                 if (conflict.dateien == Plan::None && (lies(addressOf(ctx_, step, key.path)) || addressOf(ctx_, step, key.path).id() == conflict.id)) ours[conflict.id] = tell(step);
-            for (const DateiBild& file : step.dateien)
+            for (const FileImage& file : step.dateien)
                 if (conflict.dateien != Plan::None && lowerCase(file.datei) == conflict.id && file.neu == plan.dateien[conflict.dateien].now) ours[conflict.id] = tell(step);
         }
     });
     UndoConflictsRequest request;
     for (auto& conflict : plan.conflicts) {
         const auto own = ours.find(conflict.id);
-        conflict.row.by = own != ours.end() ? own->second : meldung::VonAnderen;
+        conflict.row.by = own != ours.end() ? own->second : messages::ByOthers;
         request.rows.push_back(conflict.row);
     }
     ctx_.port.showWindow(request);
@@ -232,8 +232,8 @@ bool Ruecknahme::settleConflicts(const JournalEintrag& change, Plan& plan) {
         if (request.rows[k].restore) continue;
         const auto& conflict = plan.conflicts[k];
         const auto erase = [](auto& list, std::size_t place) { list.erase(list.begin() + static_cast<std::ptrdiff_t>(place)); };
-        if (conflict.werte != Plan::None) erase(plan.werte, conflict.werte);
-        if (conflict.schluessel != Plan::None) erase(plan.schluessel, conflict.schluessel);
+        if (conflict.values != Plan::None) erase(plan.values, conflict.values);
+        if (conflict.key != Plan::None) erase(plan.key, conflict.key);
         if (conflict.dateien != Plan::None) erase(plan.dateien, conflict.dateien);
         ++plan.kept;
     }
@@ -242,11 +242,11 @@ bool Ruecknahme::settleConflicts(const JournalEintrag& change, Plan& plan) {
 
 // --- doing ---
 
-void Ruecknahme::writeRegistry(const JournalEintrag& change, const Plan& plan) {
-    if (plan.werte.empty() && plan.schluessel.empty() && plan.gone.empty()) return;
+void UndoAnswer::writeRegistry(const JournalEntry& change, const Plan& plan) {
+    if (plan.values.empty() && plan.key.empty() && plan.gone.empty()) return;
     RegStore& store = storeOf(ctx_, plan.machine);
     store.transaction([&] {
-        for (const auto& [place, now, target] : plan.schluessel) {
+        for (const auto& [place, now, target] : plan.key) {
             if (!target.unterschluessel.empty()) {
                 replaceTree(store, place.root, place.key, [&](TreeSink& sink) { tellImage(target, sink); });
             } else {
@@ -255,7 +255,7 @@ void Ruecknahme::writeRegistry(const JournalEintrag& change, const Plan& plan) {
             }
         }
         std::vector<RegAddress> places;
-        for (const auto& value : plan.werte) {
+        for (const auto& value : plan.values) {
             const RegAddress& place = value.place;
             value.target ? store.setValue(place.root, place.key, *place.name, *value.target) : void(store.deleteValue(place.root, place.key, *place.name));
             if (store.value(place.root, place.key, *place.name) != value.target) throw RegError(regerr::NoAssignment, shownPath(ctx_, place));
@@ -266,10 +266,10 @@ void Ruecknahme::writeRegistry(const JournalEintrag& change, const Plan& plan) {
     });
 }
 
-void Ruecknahme::removeEmptyKeys(const JournalEintrag& change, const std::vector<RegAddress>& values) {
+void UndoAnswer::removeEmptyKeys(const JournalEntry& change, const std::vector<RegAddress>& values) {
     if (values.empty()) return;
     std::vector<std::string> made;   // by ids
-    for (const std::string& path : change.neueSchluessel) made.push_back(addressOf(ctx_, change, path).id());
+    for (const std::string& path : change.newKeys) made.push_back(addressOf(ctx_, change, path).id());
     for (const auto& [head, path] : journal_.keysOfUndone())
         if (sameMachine(markOf(ctx_, head), values.front().machine)) made.push_back(addressOf(ctx_, head, path).id());
     const auto madeByUs = [&](const RegAddress& key) { return std::any_of(made.begin(), made.end(), [&](const std::string& top) { return key.id() == top || key.isBelow(top); }); };
@@ -283,13 +283,13 @@ void Ruecknahme::removeEmptyKeys(const JournalEintrag& change, const std::vector
     }
 }
 
-void Ruecknahme::perform(const JournalEintrag& change, const Plan& plan) {
+void UndoAnswer::perform(const JournalEntry& change, const Plan& plan) {
     std::vector<const Plan::Datei*> done;
     std::set<std::string> unprotected;
     const auto write = [&](const std::string& name, const std::optional<std::string>& bytes) {
         const ChangedFile file(ctx_, plan.machine, name);
         if (file.isProtected()) {
-            if (!ctx_.port.ask(fmt::format(meldung::DateiSchreibschutz, name))) throw NumberedError(errnum::PathFileAccess, "Die Datei \"" + name + "\" ist schreibgeschützt.");
+            if (!ctx_.port.ask(fmt::format(messages::FileWriteProtection, name))) throw NumberedError(errnum::PathFileAccess, "Die Datei \"" + name + "\" ist schreibgeschützt.");
             file.setProtected(false);
             unprotected.insert(name);
         }
@@ -314,36 +314,36 @@ void Ruecknahme::perform(const JournalEintrag& change, const Plan& plan) {
     }
     for (const std::string& name : unprotected) ChangedFile(ctx_, plan.machine, name).setProtected(true);
     if (failure.empty()) return;
-    throw NumberedError(errnum::Internal, notBack.empty() ? fmt::format(meldung::GenauGescheitert, failure) : fmt::format(meldung::GenauHalbGescheitert, failure, notBack));
+    throw NumberedError(errnum::Internal, notBack.empty() ? fmt::format(messages::ExactFailed, failure) : fmt::format(messages::ExactHalfFailed, failure, notBack));
 }
 
-JournalEintrag Ruecknahme::recordOf(const JournalEintrag& change, Aenderung::Art art, const Plan& plan) {
-    JournalEintrag record;
-    static_cast<JournalKopf&>(record) = newHead(ctx_, art);
-    record.rechner = plan.machine;
-    record.tipp = change.tipp, record.überschrift = change.überschrift, record.hebtAuf = change.nummer;
-    Aenderung& done = record.aenderung;
-    for (const auto& value : plan.werte) done.werte.push_back({plan.machine, value.place.keyPath(), value.tipp, value.now, value.target, false, value.place.name->text()});
-    for (const auto& key : plan.schluessel) {
-        done.schluessel.push_back(key.now);
-        record.nachher.emplace_back(key.target);
+JournalEntry UndoAnswer::recordOf(const JournalEntry& change, Change::Art art, const Plan& plan) {
+    JournalEntry record;
+    static_cast<JournalHeader&>(record) = newHead(ctx_, art);
+    record.machineName = plan.machine;
+    record.tipp = change.tipp, record.überschrift = change.überschrift, record.undoes = change.nummer;
+    Change& done = record.change;
+    for (const auto& value : plan.values) done.values.push_back({plan.machine, value.place.keyPath(), value.tipp, value.now, value.target, false, value.place.name->text()});
+    for (const auto& key : plan.key) {
+        done.key.push_back(key.now);
+        record.afterwards.emplace_back(key.target);
     }
     for (const auto& file : plan.dateien) done.dateien.push_back({file.file, file.now.value_or(std::string()), file.now.has_value(), file.target.value_or(std::string()), false});
     return record;
 }
 
-Ruecknahme::Ausgang Ruecknahme::restore(const JournalEintrag& change, Aenderung::Art art, const std::function<void(std::int64_t)>& mark, std::size_t& kept) {
+UndoAnswer::WayOut UndoAnswer::restore(const JournalEntry& change, Change::Art art, const std::function<void(std::int64_t)>& mark, std::size_t& kept) {
     Plan plan;
     plan.machine = markOf(ctx_, change);
-    if (!mayWorkOn(plan.machine)) return Ausgang::Declined;
+    if (!mayWorkOn(plan.machine)) return WayOut::Declined;
     const PriorState prior(ctx_, journal_, change);
     planValues(change, prior, plan);
     planKeys(change, prior, plan);
     planFiles(change, prior, plan);
-    if (!settleConflicts(change, plan)) return Ausgang::Declined;
+    if (!settleConflicts(change, plan)) return WayOut::Declined;
     kept = plan.kept;
-    if (plan.empty() && kept > 0) return Ausgang::AllKept;   // nothing is taken back, and so the change stands as before
-    JournalEintrag record = recordOf(change, art, plan);
+    if (plan.empty() && kept > 0) return WayOut::AllKept;   // nothing is taken back, and so the change stands as before
+    JournalEntry record = recordOf(change, art, plan);
     const std::int64_t recorded = journal_.add(record);
     try {
         perform(change, plan);
@@ -351,72 +351,72 @@ Ruecknahme::Ausgang Ruecknahme::restore(const JournalEintrag& change, Aenderung:
         journal_.remove(recorded);
         throw;
     }
-    for (WertAenderung& value : record.aenderung.werte) value.geschrieben = true;
-    for (DateiBild& file : record.aenderung.dateien) file.geschrieben = true;
+    for (ValueChange& value : record.change.values) value.written = true;
+    for (FileImage& file : record.change.dateien) file.written = true;
     journal_.transaction([&] {
         journal_.finish(recorded, record);
         mark(recorded);
     });
-    if (plan.empty()) return Ausgang::Nothing;
+    if (plan.empty()) return WayOut::Nothing;
     ctx_.platform.sendSettingChange(0, 2, 10000);
-    return Ausgang::Done;
+    return WayOut::Done;
 }
 
-bool Ruecknahme::zuruecksetzen(std::int64_t nummer, bool tell) {
-    const host::FolderLock turn(ctx_.heimPfad, PatienceForOthers);   // each takes back on what the one before it has left
-    if (turn.error() == std::errc::timed_out) return refuse(meldung::AndererSetztZurueck);
+bool UndoAnswer::undo(std::int64_t nummer, bool tell) {
+    const host::FolderLock turn(ctx_.homePath, PatienceForOthers);   // each takes back on what the one before it has left
+    if (turn.error() == std::errc::timed_out) return refuse(messages::AnotherUndoes);
     try {
         const auto change = journal_.entry(nummer);
-        if (!change) return refuse(fmt::format(meldung::KeinSolcherEintrag, nummer).c_str());
-        if (change->aufgehobenDurch != 0) return refuse(meldung::SchonZurueck);
-        if (change->nurZeile) return refuse(meldung::NichtImJournal);
+        if (!change) return refuse(fmt::format(messages::NoSuchEntry, nummer).c_str());
+        if (change->undoneBy != 0) return refuse(messages::AlreadyUndone);
+        if (change->lineOnly) return refuse(messages::NotInJournal);
         std::size_t kept = 0;
-        const Ausgang result = restore(*change, Aenderung::Art::Zuruecksetzen, [&](std::int64_t recorded) { journal_.takenBack(nummer, recorded); }, kept);
-        if (result == Ausgang::Declined) return false;
-        if (result == Ausgang::AllKept) return refuse(meldung::AllesBleibt);
-        if (tell) ctx_.port.tell(kept > 0 ? fmt::format(meldung::GenauBisAuf, kept) : result == Ausgang::Nothing ? meldung::GenauSchonSo : meldung::GenauFertig);
+        const WayOut result = restore(*change, Change::Art::Undo, [&](std::int64_t recorded) { journal_.takenBack(nummer, recorded); }, kept);
+        if (result == WayOut::Declined) return false;
+        if (result == WayOut::AllKept) return refuse(messages::AllesBleibt);
+        if (tell) ctx_.port.tell(kept > 0 ? fmt::format(messages::ExactExceptFor, kept) : result == WayOut::Nothing ? messages::ExactAlready : messages::ExactDone);
         return true;
     } catch (const std::exception& error) {
         return refuse(error.what());
     }
 }
 
-bool Ruecknahme::wiederherstellen(std::int64_t nummer) {
-    const host::FolderLock turn(ctx_.heimPfad, PatienceForOthers);
-    if (turn.error() == std::errc::timed_out) return refuse(meldung::AndererSetztZurueck);
+bool UndoAnswer::restore(std::int64_t nummer) {
+    const host::FolderLock turn(ctx_.homePath, PatienceForOthers);
+    if (turn.error() == std::errc::timed_out) return refuse(messages::AnotherUndoes);
     try {
         const auto change = journal_.head(nummer);
-        if (!change) return refuse(fmt::format(meldung::KeinSolcherEintrag, nummer).c_str());
-        const auto undo = change->aufgehobenDurch != 0 ? journal_.entry(change->aufgehobenDurch) : std::nullopt;
-        if (!undo) return refuse(meldung::NichtZurueck);
+        if (!change) return refuse(fmt::format(messages::NoSuchEntry, nummer).c_str());
+        const auto undo = change->undoneBy != 0 ? journal_.entry(change->undoneBy) : std::nullopt;
+        if (!undo) return refuse(messages::NotUndoable);
         std::size_t kept = 0;
-        const Ausgang result = restore(*undo, Aenderung::Art::Wiederherstellen, [&](std::int64_t recorded) {
+        const WayOut result = restore(*undo, Change::Art::Restore, [&](std::int64_t recorded) {
             journal_.takenBack(undo->nummer, recorded);
             journal_.takenBack(nummer, 0);
         }, kept);
-        if (result == Ausgang::Declined) return false;
-        if (result == Ausgang::AllKept) return refuse(meldung::AllesBleibt);
+        if (result == WayOut::Declined) return false;
+        if (result == WayOut::AllKept) return refuse(messages::AllesBleibt);
         if (change->zeile) history_.putBack(*change->zeile);
-        ctx_.port.tell(kept > 0 ? fmt::format(meldung::RedoBisAuf, kept) : result == Ausgang::Nothing ? meldung::RedoNichts : meldung::RedoFertig);
+        ctx_.port.tell(kept > 0 ? fmt::format(messages::RedoExceptFor, kept) : result == WayOut::Nothing ? messages::RedoNothing : messages::RedoDone);
         return true;
     } catch (const std::exception& error) {
         return refuse(error.what());
     }
 }
 
-bool Ruecknahme::isDone(const JournalEintrag& undo) {
+bool UndoAnswer::isDone(const JournalEntry& undo) {
     const std::string machine = markOf(ctx_, undo);
     if (!atHand(ctx_, machine)) return false;
-    for (const WertAenderung& value : undo.aenderung.werte) {
+    for (const ValueChange& value : undo.change.values) {
         const RegAddress place = addressOf(ctx_, undo, value);
         if (storeOf(ctx_, machine).value(place.root, place.key, *place.name) != value.neu) return false;
     }
-    for (std::size_t k = 0; k < undo.aenderung.schluessel.size(); ++k) {
-        if (k >= undo.nachher.size() || !undo.nachher[k]) return false;
-        const RegAddress place = addressOf(ctx_, undo, undo.aenderung.schluessel[k].path);
-        if (contentOf(schluesselBild(storeOf(ctx_, machine), machine, {place.root, place.key})) != contentOf(*undo.nachher[k])) return false;
+    for (std::size_t k = 0; k < undo.change.key.size(); ++k) {
+        if (k >= undo.afterwards.size() || !undo.afterwards[k]) return false;
+        const RegAddress place = addressOf(ctx_, undo, undo.change.key[k].path);
+        if (contentOf(keyImage(storeOf(ctx_, machine), machine, {place.root, place.key})) != contentOf(*undo.afterwards[k])) return false;
     }
-    return std::all_of(undo.aenderung.dateien.begin(), undo.aenderung.dateien.end(), [&](const DateiBild& file) {
+    return std::all_of(undo.change.dateien.begin(), undo.change.dateien.end(), [&](const FileImage& file) {
         const auto now = ChangedFile(ctx_, machine, file.datei).read();
         return now.value_or(std::string()) == file.neu;
     });

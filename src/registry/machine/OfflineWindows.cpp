@@ -91,7 +91,7 @@ OfflineWindows::OfflineWindows(const fs::path& folder) : top_(folder) {
     const fs::path config = *findBelow(windows_, "System32\\config");
     if (const auto image = hibernatedAbove(config)) notes_.push_back(hibernationNote(*image));
     mountMachine(config);
-    setUsersUnknown(meldung::KeinProfil);
+    setUsersUnknown(messages::NoProfile);
     try {
         mountProfiles();
     } catch (const RegError& error) {
@@ -167,7 +167,7 @@ std::vector<std::string> OfflineWindows::questionsBeforeWriting(const std::vecto
     const auto user = std::find_if(profiles_.begin(), profiles_.end(), [&](const TargetProfile& p) { return p.sid == currentUserSid(); });
     if (userIsPlain() || user == profiles_.end()) return questions;
     const bool theirs = std::any_of(files.begin(), files.end(), [&](const HiveFile* file) { return standsBelow(*file, user->sid); });
-    if (theirs) questions.push_back(fmt::format(meldung::ProfilSchreiben, user->userName, user->sid));
+    if (theirs) questions.push_back(fmt::format(messages::ProfileWriting, user->userName, user->sid));
     return questions;
 }
 
@@ -186,7 +186,7 @@ std::vector<std::string> MountedWindows::notes() const {
         if (p.sid == profile()) chosen = p.userName + " (" + p.sid + ")";
         else if (isProfileName(p.sid)) others += (others.empty() ? "" : ", ") + p.userName;
     }
-    all.push_back(chosen.empty() ? meldung::KeinProfil : fmt::format(meldung::ProfilGenommen, chosen, others));
+    all.push_back(chosen.empty() ? messages::NoProfile : fmt::format(messages::ProfileTaken, chosen, others));
     return all;
 }
 

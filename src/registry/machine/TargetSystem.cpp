@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* NtVersion = "Software\\Microsoft\\Windows NT\\CurrentVersion";
 constexpr const char* WinVersion = "Software\\Microsoft\\Windows\\CurrentVersion";
-constexpr std::uint32_t PlattformNT = 2, Plattform9x = 1;
+constexpr std::uint32_t PlatformNT = 2, Platform9x = 1;
 
 std::uint32_t wholeOf(const std::string& text) {
     const double value = Val(text);
@@ -26,7 +26,7 @@ OSVERSIONINFO storedSystemVersion(RegStore& store) {
     OSVERSIONINFO version;
     std::string number = text(NtVersion, "CurrentVersion");
     if (!number.empty()) {
-        version.dwPlatformId = PlattformNT;
+        version.dwPlatformId = PlatformNT;
         version.dwBuildNumber = wholeOf(text(NtVersion, "CurrentBuildNumber"));
         version.szCSDVersion = text(NtVersion, "CSDVersion");
         // Later systems keep an old number for old programs, and their own beside it.
@@ -34,12 +34,12 @@ OSVERSIONINFO storedSystemVersion(RegStore& store) {
             number = major + "." + text(NtVersion, "CurrentMinorVersionNumber");
     } else {
         number = text(WinVersion, "VersionNumber");
-        if (!number.empty()) version.dwPlatformId = Plattform9x;
+        if (!number.empty()) version.dwPlatformId = Platform9x;
     }
     const auto parts = Split(number, ".");
     if (!parts.empty()) version.dwMajorVersion = wholeOf(parts[0]);
     if (parts.size() > 1) version.dwMinorVersion = wholeOf(parts[1]);
-    if (version.dwPlatformId == Plattform9x && parts.size() > 2) version.dwBuildNumber = wholeOf(parts[2]);
+    if (version.dwPlatformId == Platform9x && parts.size() > 2) version.dwBuildNumber = wholeOf(parts[2]);
     return version;
 }
 
@@ -47,8 +47,8 @@ OSVERSIONINFO TargetSystem::version() { return storedSystemVersion(store()); }
 
 std::string TargetSystem::systemName() {
     const OSVERSIONINFO numbers = version();
-    const Betriebssystem known = bestimmeBS(numbers.dwPlatformId, numbers.dwMajorVersion, numbers.dwMinorVersion);
-    return known.intBS != 0 ? known.strBS : spaeteresWindows(numbers);
+    const OperatingSystem known = determineSystem(numbers.dwPlatformId, numbers.dwMajorVersion, numbers.dwMinorVersion);
+    return known.intBS != 0 ? known.strBS : laterWindows(numbers);
 }
 
 }  // namespace brenvik

@@ -11,11 +11,11 @@ namespace brenvik {
 
 namespace {
 
-using Art = Unterschied::Art;
+using Art = Difference::Art;
 
-class Vergleicher {
+class Comparer {
 public:
-    Vergleicher(const Baumort& first, const Baumort& second, const std::function<void(const Unterschied&)>& tell)
+    Comparer(const TreePlace& first, const TreePlace& second, const std::function<void(const Difference&)>& tell)
         : first_(first), second_(second), tell_(tell) {}
 
     void key(const std::string& path, std::size_t depth) {
@@ -40,13 +40,13 @@ public:
 private:
     using Children = std::map<std::u16string, std::string>;   // folded name to name
 
-    static Children children(const Baumort& place, const std::string& path) {
+    static Children children(const TreePlace& place, const std::string& path) {
         Children result;
         for (std::string& name : place.store->subKeys(place.root, joinKey(place.key, path))) result.emplace(foldName(name), std::move(name));
         return result;
     }
     // A second name of what is told under its own one, too.
-    static bool isLink(const Baumort& place, const std::string& path) {
+    static bool isLink(const TreePlace& place, const std::string& path) {
         const std::string whole = joinKey(place.key, path);
         if (!place.store->isLink(place.root, whole)) return false;
         const std::vector<std::string> out = place.store->linksOut(place.root, place.key);
@@ -54,14 +54,14 @@ private:
     }
     // Two that lead to different places say something of their own.
     bool isSameLink(const std::string& path) const {
-        const auto real = [&](const Baumort& place) { return place.store->realKey(place.root, joinKey(place.key, path)).key; };
+        const auto real = [&](const TreePlace& place) { return place.store->realKey(place.root, joinKey(place.key, path)).key; };
         return isLink(first_, path) && isLink(second_, path) && sameName(real(first_), real(second_));
     }
 
     void single(bool isFirst, const std::string& path, std::size_t depth) {
         if (depth > MaxKeyDepth) throwTooDeep();
         report({isFirst ? Art::KeyMissing : Art::KeyAdded, path, ValueName::unnamed(), {}, {}});
-        const Baumort& place = isFirst ? first_ : second_;
+        const TreePlace& place = isFirst ? first_ : second_;
         const std::string whole = joinKey(place.key, path);
         for (NamedValue& entry : place.store->values(place.root, whole)) one(isFirst, path, std::move(entry));
         for (const auto& [folded, name] : children(place, path)) single(isFirst, joinKey(path, name), depth + 1);
@@ -95,21 +95,21 @@ private:
         for (auto& [folded, entry] : others) one(false, path, std::move(entry));
     }
 
-    void report(const Unterschied& difference) {
+    void report(const Difference& difference) {
         equal_ = false;
         tell_(difference);
     }
 
-    const Baumort& first_;
-    const Baumort& second_;
-    const std::function<void(const Unterschied&)>& tell_;
+    const TreePlace& first_;
+    const TreePlace& second_;
+    const std::function<void(const Difference&)>& tell_;
     bool equal_ = true;
 };
 
 }  // namespace
 
-bool vergleichen(const Baumort& first, const Baumort& second, const std::function<void(const Unterschied&)>& tell) {
-    Vergleicher work(first, second, tell);
+bool compare(const TreePlace& first, const TreePlace& second, const std::function<void(const Difference&)>& tell) {
+    Comparer work(first, second, tell);
     work.key("", 0);
     return work.equal();
 }

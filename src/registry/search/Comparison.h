@@ -9,23 +9,23 @@
 
 namespace brenvik {
 
-struct Baumort {
+struct TreePlace {
     RegStore* store = nullptr;
     Root root = Root::LocalMachine;
     std::string key;
 };
 
-struct Unterschied {
+struct Difference {
     enum class Art { KeyMissing, KeyAdded, ValueMissing, ValueAdded, ValueChanged };   // seen from the first to the second
     Art art = Art::KeyMissing;
     std::string key;                       // "" is the compared key itself
     ValueName name = ValueName::unnamed(); // values only
     std::optional<RawValue> first, second;
-    bool operator==(const Unterschied&) const = default;
+    bool operator==(const Difference&) const = default;
 };
 
 // Keys in the order of their names, each with its values before its sub keys. A key that only one side has is told
 // with all it holds. False: a difference was told.
-bool vergleichen(const Baumort& first, const Baumort& second, const std::function<void(const Unterschied&)>& tell);
+bool compare(const TreePlace& first, const TreePlace& second, const std::function<void(const Difference&)>& tell);
 
 }  // namespace brenvik

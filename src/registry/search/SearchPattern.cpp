@@ -50,7 +50,7 @@ template <class Pattern, class Unit> bool contains(const Pattern& pattern, const
     return false;
 }
 
-class TextMuster final : public Suchmuster {
+class TextMuster final : public SearchPattern {
 public:
     explicit TextMuster(std::string_view text) : units_(foldName(text)), first_(units_.empty() ? u'\0' : units_.front()), ascii_(isAscii(text)) {
         for (const char c : text) bytes_ += upcaseAscii(c);
@@ -150,13 +150,13 @@ private:
     std::uint64_t* left_ = nullptr;
 };
 
-class RegexMuster final : public Suchmuster {
+class RegexMuster final : public SearchPattern {
 public:
     explicit RegexMuster(std::string_view expression) : expression_(expression) {
         try {
             regex_.assign(wide(expression), std::regex_constants::ECMAScript | std::regex_constants::icase);
         } catch (const std::regex_error&) {
-            throw SuchmusterFehler("\"" + expression_ + "\" ist kein gültiger regulärer Ausdruck.");
+            throw SearchPatternError("\"" + expression_ + "\" ist kein gültiger regulärer Ausdruck.");
         }
     }
     bool inName(std::string_view name) const override { return matches(wide(name)); }
@@ -184,7 +184,7 @@ private:
     }
 
     [[noreturn]] void tooCostly(const std::wstring& text) const {
-        throw SuchmusterFehler("Der reguläre Ausdruck \"" + expression_ + "\" ist zu aufwendig: Schon ein Text von " + std::to_string(std::min(text.size(), RegexPiece)) +
+        throw SearchPatternError("Der reguläre Ausdruck \"" + expression_ + "\" ist zu aufwendig: Schon ein Text von " + std::to_string(std::min(text.size(), RegexPiece)) +
                                " Zeichen lässt sich damit nicht in vertretbarer Zeit durchsuchen. Vereinfachen Sie ihn, vor allem Wiederholungen in Wiederholungen wie (x+)+.");
     }
 
@@ -194,7 +194,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Suchmuster> makeTextMuster(std::string_view text) { return std::make_unique<TextMuster>(text); }
-std::unique_ptr<Suchmuster> makeRegexMuster(std::string_view expression) { return std::make_unique<RegexMuster>(expression); }
+std::unique_ptr<SearchPattern> makeTextMuster(std::string_view text) { return std::make_unique<TextMuster>(text); }
+std::unique_ptr<SearchPattern> makeRegexPattern(std::string_view expression) { return std::make_unique<RegexMuster>(expression); }
 
 }  // namespace brenvik

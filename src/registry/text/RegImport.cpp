@@ -43,7 +43,7 @@ std::vector<RegTextProblem> refusals(RegStore& store, const RegTextFile& file) {
 // The places that the operations touch, each once, with what is there before.
 class Places final : public TreeSink {
 public:
-    Places(RegStore& store, std::vector<Aenderungsvorschau>& places) : store_(store), places_(places) {}
+    Places(RegStore& store, std::vector<ChangePreview>& places) : store_(store), places_(places) {}
 
     // Deeper keys there are none, and to make one is refused when the file is carried out.
     void add(const RegOperation& operation) {
@@ -99,7 +99,7 @@ private:
     }
 
     RegStore& store_;
-    std::vector<Aenderungsvorschau>& places_;
+    std::vector<ChangePreview>& places_;
     std::unordered_set<std::u16string> seen_;
     Root root_ = Root::LocalMachine;
     std::string path_;
@@ -107,16 +107,16 @@ private:
     std::size_t depth_ = 0;
 };
 
-std::vector<RegTextProblem> collect(RegStore& store, const RegTextFile& file, std::vector<Aenderungsvorschau>& places) {
+std::vector<RegTextProblem> collect(RegStore& store, const RegTextFile& file, std::vector<ChangePreview>& places) {
     Places collector(store, places);
     return file.each([&](const RegOperation& operation) { collector.add(operation); });
 }
 
 // In place: there may be many of them.
-void keepChanged(RegStore& store, std::vector<Aenderungsvorschau>& places) {
+void keepChanged(RegStore& store, std::vector<ChangePreview>& places) {
     std::size_t kept = 0;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        Aenderungsvorschau& place = places[i];
+        ChangePreview& place = places[i];
         if (!place.isKey) place.after = store.value(place.root, place.key, place.name);
         const bool same = place.isKey ? store.keyExists(place.root, place.key) == place.keyBefore : place.after == place.before;
         if (same) continue;
@@ -129,7 +129,7 @@ void keepChanged(RegStore& store, std::vector<Aenderungsvorschau>& places) {
 }  // namespace
 
 // The file is read once where all is well, and again only to find all that is not.
-std::vector<RegTextProblem> einspielen(RegStore& store, const RegTextFile& file) {
+std::vector<RegTextProblem> replay(RegStore& store, const RegTextFile& file) {
     std::vector<RegTextProblem> problems;
     try {
         store.transaction([&] {
@@ -145,11 +145,11 @@ std::vector<RegTextProblem> einspielen(RegStore& store, const RegTextFile& file)
     return problems;
 }
 
-Vorschau vorschau(RegStore& store, const RegTextFile& file) {
-    Vorschau result;
+Preview previewOf(RegStore& store, const RegTextFile& file) {
+    Preview result;
     onTrial(store, [&] {
         result.problems = collect(store, file, result.changes);
-        if (result.problems.empty()) result.problems = einspielen(store, file);
+        if (result.problems.empty()) result.problems = replay(store, file);
         if (result.problems.empty()) keepChanged(store, result.changes);
     });
     if (!result.problems.empty()) result.changes.clear();

@@ -11,9 +11,9 @@ namespace brenvik {
 
 // Empty: everything was carried out. Else nothing was, and these are all the lines that cannot be read or, if all can be, that
 // the store refuses. Throws RegError if the store takes no changes at all.
-std::vector<RegTextProblem> einspielen(RegStore& store, const RegTextFile& file);
+std::vector<RegTextProblem> replay(RegStore& store, const RegTextFile& file);
 
-struct Aenderungsvorschau {
+struct ChangePreview {
     Root root = Root::LocalMachine;
     std::string key;
     bool isKey = false;                        // the key itself: keyBefore and the opposite afterwards
@@ -22,12 +22,12 @@ struct Aenderungsvorschau {
     std::optional<RawValue> before, after;     // empty: not there
 };
 
-struct Vorschau {
-    std::vector<Aenderungsvorschau> changes;   // in the order of the file; only what would really be another
+struct Preview {
+    std::vector<ChangePreview> changes;   // in the order of the file; only what would really be another
     std::vector<RegTextProblem> problems;      // then there are no changes
 };
 
 // Changes nothing: carries everything out and takes it back.
-Vorschau vorschau(RegStore& store, const RegTextFile& file);
+Preview previewOf(RegStore& store, const RegTextFile& file);
 
 }  // namespace brenvik

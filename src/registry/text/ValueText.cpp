@@ -85,30 +85,30 @@ RawValue fromBytes(std::string_view text, std::uint32_t type) {
 
 }  // namespace
 
-Wertform eingabeForm(std::uint32_t type) {
+ValueForm inputForm(std::uint32_t type) {
     switch (type) {
         case regtype::Sz:
-        case regtype::ExpandSz: return Wertform::Text;
-        case regtype::Dword: return Wertform::Dezimal;
-        case regtype::MultiSz: return Wertform::Zeilen;
-        default: return Wertform::Bytewerte;
+        case regtype::ExpandSz: return ValueForm::Text;
+        case regtype::Dword: return ValueForm::Decimal;
+        case regtype::MultiSz: return ValueForm::Lines;
+        default: return ValueForm::ByteValues;
     }
 }
 
-Wertform eingabeForm(const RawValue& value) {
-    const Wertform own = eingabeForm(value.type);
-    const bool fits = own == Wertform::Text      ? fitsLine(value)
-                      : own == Wertform::Zeilen  ? fitsLines(value)
-                      : own == Wertform::Dezimal ? value.bytes.size() == 4
+ValueForm inputForm(const RawValue& value) {
+    const ValueForm own = inputForm(value.type);
+    const bool fits = own == ValueForm::Text      ? fitsLine(value)
+                      : own == ValueForm::Lines  ? fitsLines(value)
+                      : own == ValueForm::Decimal ? value.bytes.size() == 4
                                                  : true;
-    return fits ? own : Wertform::Bytewerte;
+    return fits ? own : ValueForm::ByteValues;
 }
 
-std::string eingabeText(const RawValue& value, Wertform form) {
+std::string inputText(const RawValue& value, ValueForm form) {
     switch (form) {
-        case Wertform::Bytewerte: return linesOfBytes(value.bytes);
-        case Wertform::Hexadezimal: return fmt::format("{:X}", static_cast<std::uint32_t>(std::stoll(toText(value))));
-        case Wertform::Zeilen: {
+        case ValueForm::ByteValues: return linesOfBytes(value.bytes);
+        case ValueForm::Hexadecimal: return fmt::format("{:X}", static_cast<std::uint32_t>(std::stoll(toText(value))));
+        case ValueForm::Lines: {
             std::string text = toText(value);
             std::replace(text.begin(), text.end(), '\0', '\n');
             return text;
@@ -117,11 +117,11 @@ std::string eingabeText(const RawValue& value, Wertform form) {
     }
 }
 
-RawValue wertAusEingabe(std::string_view text, std::uint32_t type, Wertform form) {
+RawValue valueFromInput(std::string_view text, std::uint32_t type, ValueForm form) {
     switch (form) {
-        case Wertform::Hexadezimal: return fromHexNumber(text, type);
-        case Wertform::Zeilen: return fromLines(text, type);
-        case Wertform::Bytewerte: return fromBytes(text, type);
+        case ValueForm::Hexadecimal: return fromHexNumber(text, type);
+        case ValueForm::Lines: return fromLines(text, type);
+        case ValueForm::ByteValues: return fromBytes(text, type);
         default: return fromText(text, type);
     }
 }

@@ -8,18 +8,18 @@
 
 namespace brenvik {
 
-enum class Wertform {
+enum class ValueForm {
     Text,           // one line
-    Dezimal,        // -2147483648 to 4294967295, shown as the service does
-    Hexadezimal,    // one to eight digits, "0x" in front is allowed
-    Zeilen,         // one element a line, separated by LF
-    Bytewerte       // two digits each, 16 to a line
+    Decimal,        // -2147483648 to 4294967295, shown as the service does
+    Hexadecimal,    // one to eight digits, "0x" in front is allowed
+    Lines,         // one element a line, separated by LF
+    ByteValues       // two digits each, 16 to a line
 };
 
-Wertform eingabeForm(const RawValue& value);        // Dezimal for a dword; Hexadezimal is the window's choice
-Wertform eingabeForm(std::uint32_t type);           // of a new value
-std::string eingabeText(const RawValue& value, Wertform form);
+ValueForm inputForm(const RawValue& value);        // Decimal for a dword; Hexadecimal is the window's choice
+ValueForm inputForm(std::uint32_t type);           // of a new value
+std::string inputText(const RawValue& value, ValueForm form);
 // Throws RegError with a German message for what does not fit.
-RawValue wertAusEingabe(std::string_view text, std::uint32_t type, Wertform form);
+RawValue valueFromInput(std::string_view text, std::uint32_t type, ValueForm form);
 
 }  // namespace brenvik

@@ -7,17 +7,17 @@
 
 namespace brenvik {
 
-struct KnopfPlatz {
+struct ButtonPlace {
     std::string key;
     bool visible = true;
     bool isSeparator() const { return key == "|"; }
-    bool operator==(const KnopfPlatz&) const = default;
+    bool operator==(const ButtonPlace&) const = default;
 };
-using Knopfordnung = std::vector<KnopfPlatz>;
+using ButtonOrder = std::vector<ButtonPlace>;
 
-std::string knopfordnungText(const Knopfordnung& order);
+std::string buttonOrderText(const ButtonOrder& order);
 // Keys that standard does not have are left out, those that the text does not name come behind the others. A text that shows
 // no button at all gives standard.
-Knopfordnung knopfordnung(std::string_view text, const Knopfordnung& standard);
+ButtonOrder buttonOrder(std::string_view text, const ButtonOrder& standard);
 
 }  // namespace brenvik

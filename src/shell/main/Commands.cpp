@@ -2,20 +2,20 @@
 
 namespace brenvik {
 
-EnableFlag enableFlagOf(Befehl befehl) {
-    switch (befehl) {
-        case Befehl::RegSave: return &Hauptfenster::KeySave;
-        case Befehl::RegDel: return &Hauptfenster::KeyDel;
-        case Befehl::Default: return &Hauptfenster::Default;
-        case Befehl::RegFileSave:
-        case Befehl::AddRegListe: return &Hauptfenster::RegFile;
-        case Befehl::ADMFileSave:
-        case Befehl::AddADMListe: return &Hauptfenster::ADMFile;
-        case Befehl::KeyInfo: return &Hauptfenster::KeyInfo;
-        case Befehl::SrvRegListe: return &Hauptfenster::RegListe;
-        case Befehl::SrvADMListe: return &Hauptfenster::ADMListe;
-        case Befehl::BSFreigabe: return &Hauptfenster::mnuBSFreigabe;
-        case Befehl::History: return &Hauptfenster::tbrHistory;
+EnableFlag enableFlagOf(Command command) {
+    switch (command) {
+        case Command::RegSave: return &MainWindow::KeySave;
+        case Command::RegDel: return &MainWindow::KeyDel;
+        case Command::Default: return &MainWindow::Default;
+        case Command::RegFileSave:
+        case Command::AddRegListe: return &MainWindow::RegFile;
+        case Command::ADMFileSave:
+        case Command::AddADMListe: return &MainWindow::ADMFile;
+        case Command::KeyInfo: return &MainWindow::KeyInfo;
+        case Command::SrvRegListe: return &MainWindow::RegListe;
+        case Command::SrvADMListe: return &MainWindow::ADMListe;
+        case Command::BSFreigabe: return &MainWindow::mnuBSFreigabe;
+        case Command::History: return &MainWindow::tbrHistory;
         default: return nullptr;
     }
 }

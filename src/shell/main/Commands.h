@@ -7,38 +7,38 @@
 
 namespace brenvik {
 
-enum class Befehl {
-    Keiner,
+enum class Command {
+    None,
     // Datei
-    BVKDBLaden, AndereDBLaden, Backup, Beenden,
+    BVKDBLaden, LoadOtherDB, Backup, Beenden,
     // Bearbeiten; RegSave, RegDel and Default belong to the engine
     RegSave, RegDel, Default, Suchen, BSFreigabe,
-    // Ansicht; the window's own
-    FavLeiste, FavButtonleiste, IconsMitText, IconsOhneText,
+    // View; the window's own
+    FavBar, FavButtonBar, IconsMitText, IconsWithoutText,
     // File
-    RegFileSave, ADMFileSave, AddRegListe, SrvRegListe, AddADMListe, SrvADMListe, ListeLaden,
+    RegFileSave, ADMFileSave, AddRegListe, SrvRegListe, AddADMListe, SrvADMListe, ListLoad,
     // Extras
     SystemInfo, Regedit, Regedt32, RegBrowser, KeyInfo, Optionen,
     // Favoriten
-    FavAdd, FavDel, FavVerwalten, FavLaden,
+    FavAdd, FavDel, FavManage, FavLaden,
     // Tools
     Gpedit, Dxdiag, Sigverif, Msinfo32, DrWatson16, DrWatson32, Eventvwr,
     // Hilfe
-    BVKInfo, BVKInhalt, OSTInfo, OSTInhalt, OSTHome, OSTDownload, OSTShop, EMail, About, TippHilfe, Protokoll, Programmordner,
+    BVKInfo, BVKContents, OSTInfo, OSTInhalt, OSTHome, OSTDownload, OSTShop, EMail, About, TipHelp, Log, ProgramFolder,
     // Toolbar only
-    Netz, Profil, History,
+    Net, Profile, History,
 };
 
-using EnableFlag = bool Hauptfenster::*;
+using EnableFlag = bool MainWindow::*;
 
 // The flag of the record that a command waits for; none for commands that are always possible.
-EnableFlag enableFlagOf(Befehl befehl);
+EnableFlag enableFlagOf(Command command);
 
 struct MenuEntry {
     const char* parent;     // control name of the menu it stands in; empty: the menu bar
     const char* name;
     const char* caption;
-    Befehl befehl;          // Keiner: a sub menu
+    Command command;          // None: a sub menu
     const char* icon;
     bool separatorBefore = false;
 };
@@ -47,7 +47,7 @@ struct ToolButton {
     const char* name;
     int caption;            // strBVKToolbar
     int tip;                // strBVKTips
-    Befehl befehl;
+    Command command;
     const char* icon;
     bool separatorBefore = false;
 };

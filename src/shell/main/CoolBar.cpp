@@ -14,29 +14,29 @@ namespace brenvik {
 namespace {
 
 constexpr ToolButton NavButtons[] = {
-    {"tbrExit", 1, 2, Befehl::Beenden, "beenden"},
-    {"tbrSuchen", 2, 3, Befehl::Suchen, "suchen", true},
-    {"tbrBackup", 13, 20, Befehl::Backup, "backup"},
-    {"tbrBrowser", 14, 21, Befehl::RegBrowser, "browser"},
-    {"tbrNetz", 3, 4, Befehl::Netz, "netzwerk"},
-    {"tbrProfil", 12, 18, Befehl::Profil, "profil"},
-    {"tbrRegSave", 8, 11, Befehl::RegSave, "speichern", true},
-    {"tbrRegDel", 9, 12, Befehl::RegDel, "loeschen"},
-    {"tbrHistory", 7, 8, Befehl::History, "history", true},
+    {"tbrExit", 1, 2, Command::Beenden, "beenden"},
+    {"tbrSuchen", 2, 3, Command::Suchen, "suchen", true},
+    {"tbrBackup", 13, 20, Command::Backup, "backup"},
+    {"tbrBrowser", 14, 21, Command::RegBrowser, "browser"},
+    {"tbrNetz", 3, 4, Command::Net, "netzwerk"},
+    {"tbrProfil", 12, 18, Command::Profile, "profil"},
+    {"tbrRegSave", 8, 11, Command::RegSave, "speichern", true},
+    {"tbrRegDel", 9, 12, Command::RegDel, "loeschen"},
+    {"tbrHistory", 7, 8, Command::History, "history", true},
 };
 
 constexpr ToolButton FileButtons[] = {
-    {"tbrRegFileSave", 4, 5, Befehl::RegFileSave, "regdatei"},
-    {"tbrAddRegListe", 5, 6, Befehl::AddRegListe, "regplus"},
-    {"tbrSrvRegListe", 6, 7, Befehl::SrvRegListe, "regliste"},
-    {"tbrADMFileSave", 15, 22, Befehl::ADMFileSave, "admdatei", true},
-    {"tbrAddADMListe", 16, 23, Befehl::AddADMListe, "admplus"},
-    {"tbrSrvADMListe", 17, 24, Befehl::SrvADMListe, "admliste"},
+    {"tbrRegFileSave", 4, 5, Command::RegFileSave, "regdatei"},
+    {"tbrAddRegListe", 5, 6, Command::AddRegListe, "regplus"},
+    {"tbrSrvRegListe", 6, 7, Command::SrvRegListe, "regliste"},
+    {"tbrADMFileSave", 15, 22, Command::ADMFileSave, "admdatei", true},
+    {"tbrAddADMListe", 16, 23, Command::AddADMListe, "admplus"},
+    {"tbrSrvADMListe", 17, 24, Command::SrvADMListe, "admliste"},
 };
 
 constexpr ToolButton FavouriteButtons[] = {
-    {"FavAdd", 10, 0, Befehl::FavAdd, "favplus"},
-    {"FavDel", 11, 1, Befehl::FavDel, "favminus"},
+    {"FavAdd", 10, 0, Command::FavAdd, "favplus"},
+    {"FavDel", 11, 1, Command::FavDel, "favminus"},
 };
 
 constexpr int IconSize = 24;
@@ -44,7 +44,7 @@ constexpr int TipLoadFavourite = 13, TipFavourites = 9;
 
 }  // namespace
 
-CoolBar::CoolBar(IconSet& icons, std::function<void(Befehl, const QString&)> run, QWidget* parent)
+CoolBar::CoolBar(IconSet& icons, std::function<void(Command, const QString&)> run, QWidget* parent)
     : QFrame(parent), icons_(icons), run_(std::move(run)), flow_(new FlowLayout(this, 2)) {
     setObjectName(QStringLiteral("cbrBVK"));
     flow_->setContentsMargins(2, 2, 2, 2);
@@ -67,7 +67,7 @@ QToolBar* CoolBar::addToolBar(const char* name, const char* accessibleName, cons
     bar->layout()->setSpacing(0);
     bar->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(bar, &QToolBar::customContextMenuRequested, this, [this, bar](const QPoint& place) { arrangementMenu(*bar, place); });
-    Knopfordnung standard;
+    ButtonOrder standard;
     for (const ToolButton* entry = first; entry != last; ++entry) {
         if (entry->separatorBefore) standard.push_back({"|"});
         standard.push_back({entry->name});
@@ -75,19 +75,19 @@ QToolBar* CoolBar::addToolBar(const char* name, const char* accessibleName, cons
         auto* action = new QAction(qt(strBVKToolbar(entry->caption)), this);
         action->setObjectName(control);
         action->setToolTip(qt(strBVKTips(entry->tip)));
-        action->setData(static_cast<int>(entry->befehl));
-        connect(action, &QAction::triggered, this, [this, befehl = entry->befehl, control] { run_(befehl, control); });
+        action->setData(static_cast<int>(entry->command));
+        connect(action, &QAction::triggered, this, [this, command = entry->command, control] { run_(command, control); });
         actions_.insert(control, action);
         iconNames_.insert(control, QLatin1String(entry->icon));
     }
-    leisten_.insert(bar->objectName(), {standard, standard});
+    bars_.insert(bar->objectName(), {standard, standard});
     fill(*bar, standard);
     return bar;
 }
 
-void CoolBar::fill(QToolBar& bar, const Knopfordnung& order) {
+void CoolBar::fill(QToolBar& bar, const ButtonOrder& order) {
     bar.clear();
-    for (const KnopfPlatz& place : order) {
+    for (const ButtonPlace& place : order) {
         if (!place.visible) continue;
         if (place.isSeparator()) {
             bar.addSeparator();
@@ -105,9 +105,9 @@ void CoolBar::fill(QToolBar& bar, const Knopfordnung& order) {
 
 void CoolBar::arrange(const QString& toolBar, const std::string& text) {
     auto* bar = findChild<QToolBar*>(toolBar);
-    const auto own = leisten_.find(toolBar);
-    if (!bar || own == leisten_.end()) return;
-    const Knopfordnung order = knopfordnung(text, own->standard);
+    const auto own = bars_.find(toolBar);
+    if (!bar || own == bars_.end()) return;
+    const ButtonOrder order = buttonOrder(text, own->standard);
     if (order == own->order) return;
     own->order = order;
     fill(*bar, order);
@@ -115,8 +115,8 @@ void CoolBar::arrange(const QString& toolBar, const std::string& text) {
 }
 
 std::string CoolBar::arrangement(const QString& toolBar) const {
-    const auto own = leisten_.constFind(toolBar);
-    return own == leisten_.constEnd() || own->order == own->standard ? std::string() : knopfordnungText(own->order);
+    const auto own = bars_.constFind(toolBar);
+    return own == bars_.constEnd() || own->order == own->standard ? std::string() : buttonOrderText(own->order);
 }
 
 void CoolBar::arrangementMenu(QToolBar& bar, const QPoint& place) {
@@ -127,9 +127,9 @@ void CoolBar::arrangementMenu(QToolBar& bar, const QPoint& place) {
 }
 
 void CoolBar::askArrangement(const QString& toolBar) {
-    const Leiste& own = leisten_[toolBar];
+    const Bar& own = bars_[toolBar];
     frmBVK_Symbolleiste window(own.order, own.standard, actions_, this);
-    if (window.exec() == QDialog::Accepted) arrange(toolBar, knopfordnungText(window.order()));
+    if (window.exec() == QDialog::Accepted) arrange(toolBar, buttonOrderText(window.order()));
 }
 
 QWidget* CoolBar::makeFavouriteBand() {
@@ -143,7 +143,7 @@ QWidget* CoolBar::makeFavouriteBand() {
     tlbcmdFav_->setFocusPolicy(Qt::TabFocus);
     tlbcmdFav_->setToolTip(qt(strBVKTips(TipLoadFavourite)));
     tlbcmdFav_->setAccessibleName(qt(strBVKTips(TipLoadFavourite)));
-    connect(tlbcmdFav_, &QToolButton::clicked, this, [this] { run_(Befehl::FavLaden, QStringLiteral("tlbcmdFav")); });
+    connect(tlbcmdFav_, &QToolButton::clicked, this, [this] { run_(Command::FavLaden, QStringLiteral("tlbcmdFav")); });
     cboFavoriten_ = new QComboBox(picToolbar);
     cboFavoriten_->setObjectName(QStringLiteral("cboFavoriten"));
     cboFavoriten_->setToolTip(qt(strBVKTips(TipFavourites)));
@@ -172,10 +172,10 @@ void CoolBar::NavBar(bool withText) {
     emit heightChanged();
 }
 
-void CoolBar::show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible) {
-    for (QAction* action : actions_) action->setEnabled(possible(static_cast<Befehl>(action->data().toInt())));
-    tlbcmdFav_->setEnabled(possible(Befehl::FavLaden));
-    cboFavoriten_->setEnabled(possible(Befehl::FavLaden));
+void CoolBar::show(const MainWindow& record, const std::function<bool(Command)>& possible) {
+    for (QAction* action : actions_) action->setEnabled(possible(static_cast<Command>(action->data().toInt())));
+    tlbcmdFav_->setEnabled(possible(Command::FavLaden));
+    cboFavoriten_->setEnabled(possible(Command::FavLaden));
     if (!record.tipRegSave.empty()) button(QStringLiteral("tbrRegSave"))->setToolTip(qt(record.tipRegSave));
     if (!record.tipRegDel.empty()) button(QStringLiteral("tbrRegDel"))->setToolTip(qt(record.tipRegDel));
     for (const char* name : {"tbrNetz", "tbrProfil"}) {
@@ -186,7 +186,7 @@ void CoolBar::show(const Hauptfenster& record, const std::function<bool(Befehl)>
     }
 }
 
-void CoolBar::applyBand(std::size_t band, const BandEinstellung& stored) {
+void CoolBar::applyBand(std::size_t band, const BandSetting& stored) {
     QWidget& widget = *bands_.at(band);
     stored_[band] = stored;
     widget.setMinimumSize(toPixels(stored.MinWidth), toPixels(stored.MinHeight));
@@ -194,8 +194,8 @@ void CoolBar::applyBand(std::size_t band, const BandEinstellung& stored) {
     setBandVisible(band, stored.Visible);
 }
 
-BandEinstellung CoolBar::band(std::size_t band) const {
-    BandEinstellung own = stored_.at(band);
+BandSetting CoolBar::band(std::size_t band) const {
+    BandSetting own = stored_.at(band);
     if (bands_[band]->isVisible()) own.Width = toTwips(bands_[band]->width());
     return own;
 }

@@ -20,17 +20,17 @@ namespace brenvik {
 class CoolBar : public QFrame {
     Q_OBJECT
 public:
-    CoolBar(IconSet& icons, std::function<void(Befehl, const QString& control)> run, QWidget* parent);
+    CoolBar(IconSet& icons, std::function<void(Command, const QString& control)> run, QWidget* parent);
 
     QAction* button(const QString& name) const { return actions_.value(name); }
     QComboBox* cboFavoriten() const { return cboFavoriten_; }
     void NavBar(bool withText);
-    void show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible);
+    void show(const MainWindow& record, const std::function<bool(Command)>& possible);
     void refreshIcons();
 
     // Bands count from 0 here.
-    void applyBand(std::size_t band, const BandEinstellung& stored);
-    BandEinstellung band(std::size_t band) const;
+    void applyBand(std::size_t band, const BandSetting& stored);
+    BandSetting band(std::size_t band) const;
     void setBandVisible(std::size_t band, bool on);
 
     // The arrangement of the buttons of a toolbar; see ButtonOrder.h.
@@ -42,21 +42,21 @@ signals:
     void heightChanged();
 
 private:
-    struct Leiste {
-        Knopfordnung standard, order;
+    struct Bar {
+        ButtonOrder standard, order;
     };
     QToolBar* addToolBar(const char* name, const char* accessibleName, const ToolButton* first, const ToolButton* last);
-    void fill(QToolBar& bar, const Knopfordnung& order);
+    void fill(QToolBar& bar, const ButtonOrder& order);
     void arrangementMenu(QToolBar& bar, const QPoint& place);
     QWidget* makeFavouriteBand();
 
     IconSet& icons_;
-    std::function<void(Befehl, const QString&)> run_;
+    std::function<void(Command, const QString&)> run_;
     FlowLayout* flow_;
     std::array<QWidget*, 4> bands_{};
-    std::array<BandEinstellung, 4> stored_ = FensterEinstellungen().Band;
+    std::array<BandSetting, 4> stored_ = MainWindowSettings().Band;
     QHash<QString, QAction*> actions_;
-    QHash<QString, Leiste> leisten_;
+    QHash<QString, Bar> bars_;
     QHash<QString, QString> iconNames_;
     QToolButton* tlbcmdFav_ = nullptr;
     QComboBox* cboFavoriten_ = nullptr;

@@ -16,14 +16,14 @@ struct RowButton {
     const char* name;
     int caption;        // strBVKButtons
     int tip;            // strBVKTips, -1: none
-    Befehl befehl;
+    Command command;
     const char* icon;
 };
 constexpr RowButton RowButtons[] = {
-    {"cmdRegSave", 4, 11, Befehl::RegSave, "speichern"},
-    {"cmdRegDel", 5, 12, Befehl::RegDel, "loeschen"},
-    {"cmdKeyInfo", 6, -1, Befehl::KeyInfo, "schluessel"},
-    {"cmdDefault", 7, 14, Befehl::Default, "standard"},
+    {"cmdRegSave", 4, 11, Command::RegSave, "speichern"},
+    {"cmdRegDel", 5, 12, Command::RegDel, "loeschen"},
+    {"cmdKeyInfo", 6, -1, Command::KeyInfo, "schluessel"},
+    {"cmdDefault", 7, 14, Command::Default, "standard"},
 };
 constexpr int HeadGap = 6;
 constexpr int ButtonHelp = 1, ButtonNew = 26, TextPresentSettings = 56, TipMachine = 10;
@@ -37,7 +37,7 @@ InfoFrame::InfoFrame(QWidget* parent) : TitledFrame("fraInfo", parent), txtInfo_
     txtInfo_->setTabChangesFocus(true);
     txtInfo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     txtInfo_->setMinimumHeight(30);
-    lblHilfe_ = new QLabel(QString::fromUtf8(meldung::WeitereInfos), this);
+    lblHilfe_ = new QLabel(QString::fromUtf8(messages::MoreInfos), this);
     lblHilfe_->setObjectName(QStringLiteral("lblHilfe"));
     cmdHilfe_ = new QPushButton(qt(strBVKButtons(ButtonHelp)), this);
     cmdHilfe_->setObjectName(QStringLiteral("cmdHilfe"));
@@ -53,11 +53,11 @@ InfoFrame::InfoFrame(QWidget* parent) : TitledFrame("fraInfo", parent), txtInfo_
     body()->addWidget(txtInfo_, 1);
 }
 
-void InfoFrame::show(const Hauptfenster& record, bool helpPossible) {
+void InfoFrame::show(const MainWindow& record, bool helpPossible) {
     caption()->setText(plainLine(record.fraInfo));
     const QColor red = warningColour();
-    setTextColour(*caption(), record.fraInfoFarbe == TextFarbe::Rot ? red : QColor());
-    setTextColour(*txtInfo_, record.txtInfoFarbe == TextFarbe::Rot ? red : QColor());
+    setTextColour(*caption(), record.fraInfoFarbe == TextColour::Rot ? red : QColor());
+    setTextColour(*txtInfo_, record.txtInfoFarbe == TextColour::Rot ? red : QColor());
     const QString text = plainLines(record.txtInfo);
     if (txtInfo_->toPlainText() != text) txtInfo_->setPlainText(text);
     QSizePolicy kept = txtInfo_->sizePolicy();
@@ -79,7 +79,7 @@ void InfoFrame::fitHelpLabel() {
     lblHilfe_->setVisible(needed <= body()->contentsRect().width());
 }
 
-ActionRow::ActionRow(IconSet& icons, std::function<void(Befehl, const QString&)> run, QWidget* parent) : TitledFrame("fraSteuerung", parent) {
+ActionRow::ActionRow(IconSet& icons, std::function<void(Command, const QString&)> run, QWidget* parent) : TitledFrame("fraSteuerung", parent) {
     caption()->setText(qt(strBVKTexte(TextPresentSettings)));
     auto* holder = new QWidget(this);
     auto* flow = new FlowLayout(holder, 6);
@@ -90,7 +90,7 @@ ActionRow::ActionRow(IconSet& icons, std::function<void(Befehl, const QString&)>
         if (entry.tip >= 0) buttons_[i]->setToolTip(qt(strBVKTips(entry.tip)));
         buttons_[i]->setMinimumWidth(98);
         flow->addWidget(buttons_[i]);
-        connect(buttons_[i], &QPushButton::clicked, this, [run, entry] { run(entry.befehl, QLatin1String(entry.name)); });
+        connect(buttons_[i], &QPushButton::clicked, this, [run, entry] { run(entry.command, QLatin1String(entry.name)); });
     }
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
@@ -106,12 +106,12 @@ void ActionRow::refreshIcons(IconSet& icons) {
     buttons_[3]->setIcon(icons.get(QStringLiteral("bearbeiten")));
 }
 
-void ActionRow::show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible, IconSet& icons) {
+void ActionRow::show(const MainWindow& record, const std::function<bool(Command)>& possible, IconSet& icons) {
     if (const bool entries = record.cmdRegSave == strBVKButtons(ButtonNew); entries != entries_) {
         entries_ = entries;
         refreshIcons(icons);
     }
-    for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->setEnabled(possible(RowButtons[i].befehl));
+    for (std::size_t i = 0; i < buttons_.size(); ++i) buttons_[i]->setEnabled(possible(RowButtons[i].command));
     const auto put = [](QPushButton& button, const std::string& caption, const std::string& tip) {
         if (!caption.empty()) button.setText(qt(caption));
         if (!tip.empty()) button.setToolTip(qt(tip));
@@ -140,7 +140,7 @@ StatusRow::StatusRow(QWidget* parent) : QFrame(parent) {
     panels_[0]->setMinimumWidth(120);
 }
 
-void StatusRow::show(const Hauptfenster& record) {
+void StatusRow::show(const MainWindow& record) {
     for (std::size_t i = 0; i < panels_.size(); ++i) panels_[i]->setText(plainLine(record.sbrBVK[i]));
 }
 

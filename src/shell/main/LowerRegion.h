@@ -15,7 +15,7 @@ namespace brenvik {
 class InfoFrame : public TitledFrame {
 public:
     explicit InfoFrame(QWidget* parent);
-    void show(const Hauptfenster& record, bool helpPossible);
+    void show(const MainWindow& record, bool helpPossible);
     QPlainTextEdit* txtInfo() const { return txtInfo_; }
     QPushButton* cmdHilfe() const { return cmdHilfe_; }
 
@@ -32,8 +32,8 @@ private:
 
 class ActionRow : public TitledFrame {
 public:
-    ActionRow(IconSet& icons, std::function<void(Befehl, const QString& control)> run, QWidget* parent);
-    void show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible, IconSet& icons);
+    ActionRow(IconSet& icons, std::function<void(Command, const QString& control)> run, QWidget* parent);
+    void show(const MainWindow& record, const std::function<bool(Command)>& possible, IconSet& icons);
     void refreshIcons(IconSet& icons);
     QPushButton* cmdRegSave() const { return buttons_[0]; }
     const std::array<QPushButton*, 4>& buttons() const { return buttons_; }
@@ -46,7 +46,7 @@ private:
 class StatusRow : public QFrame {      // sbrBVK; its panels wrap instead of being cut
 public:
     explicit StatusRow(QWidget* parent);
-    void show(const Hauptfenster& record);
+    void show(const MainWindow& record);
 
 private:
     std::array<QLabel*, 3> panels_{};

@@ -11,20 +11,20 @@
 
 namespace brenvik {
 
-class Menues {
+class Menus {
 public:
     // run is called with the command and the control that was used.
-    Menues(QMenuBar& bar, IconSet& icons, std::function<void(Befehl, const QString& control)> run);
+    Menus(QMenuBar& bar, IconSet& icons, std::function<void(Command, const QString& control)> run);
 
     QAction* action(const QString& name) const { return actions_.value(name); }
     QMenu* menu(const QString& name) const { return menus_.value(name); }
     void refreshIcons();
-    void show(const Hauptfenster& record, const std::function<bool(Befehl)>& possible);
+    void show(const MainWindow& record, const std::function<bool(Command)>& possible);
 
 private:
     void add(const MenuEntry& entry, QMenuBar& bar);
     IconSet& icons_;
-    std::function<void(Befehl, const QString&)> run_;
+    std::function<void(Command, const QString&)> run_;
     QHash<QString, QAction*> actions_;
     QHash<QString, QMenu*> menus_;
     QHash<QString, QString> iconNames_;

@@ -20,7 +20,7 @@ constexpr int PanelsLeft = 13;      // pixels; what is left on the other side is
 
 }  // namespace
 
-PanelArea::PanelArea(const Hauptfenster& record, QWidget* parent)
+PanelArea::PanelArea(const MainWindow& record, QWidget* parent)
     : QWidget(parent), record_(record), stack_(new QStackedLayout(this)), empty_(new QWidget(this)) {
     makeLogo();
     makeOutput();
@@ -37,13 +37,13 @@ void PanelArea::makeLogo() {
     imgBVKLogo->setObjectName(QStringLiteral("imgBVKLogo"));
     imgBVKLogo->setPixmap(IconSet::programPixmap(LogoSize, devicePixelRatioF()));
     imgBVKLogo->setAlignment(Qt::AlignCenter);
-    auto* title = new QLabel(qt(produkt::Titel), fraBVKLogo_);
+    auto* title = new QLabel(qt(product::Titel), fraBVKLogo_);
     QFont large = title->font();
     large.setPointSizeF(large.pointSizeF() * 1.8);
     large.setBold(true);
     title->setFont(large);
     title->setAlignment(Qt::AlignCenter);
-    auto* lblBVKLogo = new QLabel(qt(produkt::Rechte), fraBVKLogo_);
+    auto* lblBVKLogo = new QLabel(qt(product::Rights), fraBVKLogo_);
     lblBVKLogo->setObjectName(QStringLiteral("lblBVKLogo"));
     lblBVKLogo->setWordWrap(true);
     lblBVKLogo->setAlignment(Qt::AlignCenter);

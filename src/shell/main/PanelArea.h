@@ -14,7 +14,7 @@ namespace brenvik {
 
 class PanelArea : public QWidget {
 public:
-    PanelArea(const Hauptfenster& record, QWidget* parent);
+    PanelArea(const MainWindow& record, QWidget* parent);
 
     void attach(WindowEvents& events);
     void rebuild();                                // the list of panels is another one
@@ -32,7 +32,7 @@ private:
     PanelView* makeView(std::size_t place);
     void replaceView(std::size_t place, PanelView* view);
 
-    const Hauptfenster& record_;
+    const MainWindow& record_;
     std::unique_ptr<PanelHost> host_;
     QStackedLayout* stack_;
     QWidget* empty_;

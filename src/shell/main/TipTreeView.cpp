@@ -5,7 +5,7 @@
 
 namespace brenvik {
 
-TippTree::TippTree(TippTreeModel& model, QWidget* parent) : QTreeView(parent), model_(model) {
+TipTreeView::TipTreeView(TipTreeModel& model, QWidget* parent) : QTreeView(parent), model_(model) {
     setObjectName(QStringLiteral("tvBVKDB"));
     setAccessibleName(tr("Tipps"));
     setModel(&model_);
@@ -21,13 +21,13 @@ TippTree::TippTree(TippTreeModel& model, QWidget* parent) : QTreeView(parent), m
     connect(this, &QTreeView::clicked, this, [this](const QModelIndex& index) { emit nodeChosen(model_.nodeOf(index)); });
 }
 
-void TippTree::showTree(int selectedNode) {
+void TipTreeView::showTree(int selectedNode) {
     model_.rebuild();
     expand(model_.indexOf(0));
     showSelection(selectedNode);
 }
 
-void TippTree::showSelection(int node) {
+void TipTreeView::showSelection(int node) {
     const QModelIndex index = model_.indexOf(node);
     if (!index.isValid()) return;
     for (QModelIndex up = index.parent(); up.isValid(); up = up.parent()) expand(up);
@@ -37,14 +37,14 @@ void TippTree::showSelection(int node) {
     scrollTo(index);
 }
 
-void TippTree::keyPressEvent(QKeyEvent* event) {
+void TipTreeView::keyPressEvent(QKeyEvent* event) {
     pressedHere_ = true;
     QTreeView::keyPressEvent(event);
 }
 
 // A release counts only where its press arrived here too: neither the Tab that brought the focus nor the rest of a
 // shortcut is a choice in the tree.
-void TippTree::keyReleaseEvent(QKeyEvent* event) {
+void TipTreeView::keyReleaseEvent(QKeyEvent* event) {
     QTreeView::keyReleaseEvent(event);
     const bool modifier = event->key() == Qt::Key_Shift || event->key() == Qt::Key_Control || event->key() == Qt::Key_Alt ||
                           event->key() == Qt::Key_AltGr || event->key() == Qt::Key_Meta;
@@ -53,12 +53,12 @@ void TippTree::keyReleaseEvent(QKeyEvent* event) {
     if (currentIndex().isValid()) emit nodeChosen(model_.nodeOf(currentIndex()));
 }
 
-void TippTree::resizeEvent(QResizeEvent* event) {
+void TipTreeView::resizeEvent(QResizeEvent* event) {
     header()->setMinimumSectionSize(viewport()->width());       // a selected row is marked over the whole width
     QTreeView::resizeEvent(event);
 }
 
-void TippTree::focusOutEvent(QFocusEvent* event) {
+void TipTreeView::focusOutEvent(QFocusEvent* event) {
     pressedHere_ = false;
     QTreeView::focusOutEvent(event);
 }

@@ -6,10 +6,10 @@
 
 namespace brenvik {
 
-class TippTree : public QTreeView {
+class TipTreeView : public QTreeView {
     Q_OBJECT
 public:
-    TippTree(TippTreeModel& model, QWidget* parent = nullptr);
+    TipTreeView(TipTreeModel& model, QWidget* parent = nullptr);
 
     void showTree(int selectedNode);        // after the record's tree was built afresh
     void showSelection(int node);
@@ -24,7 +24,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    TippTreeModel& model_;
+    TipTreeModel& model_;
     bool pressedHere_ = false;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
-// What the user does in the main window. The window knows only this interface; MaschinenEvents (its own file) hands
-// everything on to the engine, tests write it down. Panels are named by their place in Hauptfenster::panels.
+// What the user does in the main window. The window knows only this interface; EngineEvents (its own file) hands
+// everything on to the engine, tests write it down. Panels are named by their place in MainWindow::panels.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -11,7 +11,7 @@ class WindowEvents {
 public:
     virtual ~WindowEvents() = default;
 
-    virtual void klick() = 0;                                      // the click sound, if it is on
+    virtual void click() = 0;                                      // the click sound, if it is on
     virtual bool beforeClose() = 0;                                // the window is about to close; false keeps it open
     virtual bool beforeLeaving() = 0;                              // a command is about to build the panels anew; false stops it
     virtual void selectTab(int tab) = 0;

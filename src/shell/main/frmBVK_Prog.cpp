@@ -33,19 +33,19 @@ constexpr std::size_t BandFavourites = 2, BandFavouriteButtons = 3;
 
 }  // namespace
 
-frmBVK_Prog::frmBVK_Prog(const Hauptfenster& record, Settings& settings, TippTreeModel::Order displayOrder)
+frmBVK_Prog::frmBVK_Prog(const MainWindow& record, Settings& settings, TipTreeModel::Order displayOrder)
     : record_(record), settings_(settings), icons_(palette()), form_(new QWidget(this)) {
     setObjectName(QStringLiteral("frmBVK_Prog"));
     setWindowIcon(IconSet::program());
-    setWindowTitle(qt(produkt::Titel));
-    const auto runner = [this](Befehl befehl, const QString& control) { run(befehl, control); };
-    menues_ = std::make_unique<Menues>(*menuBar(), icons_, runner);
+    setWindowTitle(qt(product::Titel));
+    const auto runner = [this](Command command, const QString& control) { run(command, control); };
+    menus_ = std::make_unique<Menus>(*menuBar(), icons_, runner);
     form_->setObjectName(QStringLiteral("form"));
     setCentralWidget(form_);
     form_->installEventFilter(this);
 
     cbrBVK_ = new CoolBar(icons_, runner, form_);
-    treeModel_ = new TippTreeModel(record_, std::move(displayOrder), icons_, this);
+    treeModel_ = new TipTreeModel(record_, std::move(displayOrder), icons_, this);
     makeLeft();
     panels_ = new PanelArea(record_, form_);
     fraInfo_ = new InfoFrame(form_);
@@ -53,7 +53,7 @@ frmBVK_Prog::frmBVK_Prog(const Hauptfenster& record, Settings& settings, TippTre
     sbrBVK_ = new StatusRow(form_);
     makeSplitters();
     connect(cbrBVK_, &CoolBar::heightChanged, this, &frmBVK_Prog::layoutForm);
-    connect(fraInfo_->cmdHilfe(), &QPushButton::clicked, this, [this] { run(Befehl::TippHilfe, QStringLiteral("cmdHilfe")); });
+    connect(fraInfo_->cmdHilfe(), &QPushButton::clicked, this, [this] { run(Command::TipHelp, QStringLiteral("cmdHilfe")); });
     ownCommands();
     makeShortcuts();
     watchPlace();
@@ -67,7 +67,7 @@ void frmBVK_Prog::makeLeft() {
     left_ = new QWidget(form_);
     tbsTree_ = new TabStrip(left_);
     for (const Tab& tab : Tabs) tbsTree_->addTab(QString::fromUtf8(tab.caption), QString::fromUtf8(tab.tip));
-    tvBVKDB_ = new TippTree(*treeModel_, left_);
+    tvBVKDB_ = new TipTreeView(*treeModel_, left_);
     auto* box = new QVBoxLayout(left_);
     box->setContentsMargins(4, 0, 0, 0);
     box->setSpacing(3);
@@ -77,7 +77,7 @@ void frmBVK_Prog::makeLeft() {
         if (events_) events_->selectTab(tab);
         tbsTree_->setSelected(record_.tbsTree);
     });
-    connect(tvBVKDB_, &TippTree::nodeChosen, this, [this](int node) {
+    connect(tvBVKDB_, &TipTreeView::nodeChosen, this, [this](int node) {
         if (events_) events_->selectNode(node);
     });
 }
@@ -85,7 +85,7 @@ void frmBVK_Prog::makeLeft() {
 void frmBVK_Prog::makeShortcuts() {
     auto* save = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_S), this);
     connect(save, &QShortcut::activated, fraSteuerung_->cmdRegSave(), &QPushButton::click);
-    menues_->action(QStringLiteral("mnuRegSuchen"))->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
+    menus_->action(QStringLiteral("mnuRegSuchen"))->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
 }
 
 void frmBVK_Prog::attach(WindowEvents& events) {
@@ -97,11 +97,11 @@ void frmBVK_Prog::attach(WindowEvents& events) {
 }
 
 void frmBVK_Prog::setVersion(const std::string& strProgVersion) {
-    setWindowTitle(qt(std::string(produkt::Titel) + " - Version: " + strProgVersion + " -"));
+    setWindowTitle(qt(std::string(product::Titel) + " - Version: " + strProgVersion + " -"));
 }
 
-void frmBVK_Prog::setCommand(Befehl befehl, std::function<void()> handler) {
-    handlers_.insert(static_cast<int>(befehl), std::move(handler));
+void frmBVK_Prog::setCommand(Command command, std::function<void()> handler) {
+    handlers_.insert(static_cast<int>(command), std::move(handler));
     if (events_) windowChanged();
 }
 
@@ -121,46 +121,46 @@ void frmBVK_Prog::bringToFront(const QByteArray& activationToken) {
 }
 
 void frmBVK_Prog::ownCommands() {
-    handlers_.insert(static_cast<int>(Befehl::Beenden), [this] { close(); });
-    handlers_.insert(static_cast<int>(Befehl::FavLeiste), [this] { toggleBand(BandFavourites, "mnuFavShow"); });
-    handlers_.insert(static_cast<int>(Befehl::FavButtonleiste), [this] { toggleBand(BandFavouriteButtons, "mnuFavButton"); });
-    handlers_.insert(static_cast<int>(Befehl::IconsMitText), [this] { setNavText(true); });
-    handlers_.insert(static_cast<int>(Befehl::IconsOhneText), [this] { setNavText(false); });
+    handlers_.insert(static_cast<int>(Command::Beenden), [this] { close(); });
+    handlers_.insert(static_cast<int>(Command::FavBar), [this] { toggleBand(BandFavourites, "mnuFavShow"); });
+    handlers_.insert(static_cast<int>(Command::FavButtonBar), [this] { toggleBand(BandFavouriteButtons, "mnuFavButton"); });
+    handlers_.insert(static_cast<int>(Command::IconsMitText), [this] { setNavText(true); });
+    handlers_.insert(static_cast<int>(Command::IconsWithoutText), [this] { setNavText(false); });
 }
 
-bool frmBVK_Prog::possible(Befehl befehl) const {
-    const bool engines = befehl == Befehl::RegSave || befehl == Befehl::RegDel || befehl == Befehl::Default;
-    if (engines ? events_ == nullptr : !handlers_.contains(static_cast<int>(befehl))) return false;
-    const EnableFlag flag = enableFlagOf(befehl);
+bool frmBVK_Prog::possible(Command command) const {
+    const bool engines = command == Command::RegSave || command == Command::RegDel || command == Command::Default;
+    if (engines ? events_ == nullptr : !handlers_.contains(static_cast<int>(command))) return false;
+    const EnableFlag flag = enableFlagOf(command);
     return !flag || record_.*flag;
 }
 
 // What the engine compares with; a toolbar button stands for the button of the action row.
 std::string frmBVK_Prog::captionOf(const QString& control) const {
-    if (control == QLatin1String("mnuRegSave") || control == QLatin1String("mnuDefault")) return utf8(menues_->action(control)->text());
+    if (control == QLatin1String("mnuRegSave") || control == QLatin1String("mnuDefault")) return utf8(menus_->action(control)->text());
     const int button = control == QLatin1String("cmdDefault") ? 3 : 0;
     return utf8(fraSteuerung_->buttons()[static_cast<std::size_t>(button)]->text());
 }
 
-void frmBVK_Prog::run(Befehl befehl, const QString& control) {
-    if (!events_ || !possible(befehl)) return;
-    switch (befehl) {
-        case Befehl::RegSave: return events_->clickRegSave(captionOf(control));
-        case Befehl::Default: return events_->clickDefault(captionOf(control));
-        case Befehl::RegDel: return events_->clickRegDel();
+void frmBVK_Prog::run(Command command, const QString& control) {
+    if (!events_ || !possible(command)) return;
+    switch (command) {
+        case Command::RegSave: return events_->clickRegSave(captionOf(control));
+        case Command::Default: return events_->clickDefault(captionOf(control));
+        case Command::RegDel: return events_->clickRegDel();
         default: break;
     }
-    events_->klick();
-    const bool rebuilds = befehl == Befehl::Netz || befehl == Befehl::Profil;
+    events_->click();
+    const bool rebuilds = command == Command::Net || command == Command::Profile;
     if (rebuilds && !events_->beforeLeaving()) return;
-    const auto handler = handlers_.value(static_cast<int>(befehl));
+    const auto handler = handlers_.value(static_cast<int>(command));
     if (handler) handler();
 }
 
 void frmBVK_Prog::toggleBand(std::size_t band, const char* menuEntry) {
     const bool on = !cbrBVK_->band(band).Visible;
     cbrBVK_->setBandVisible(band, on);
-    menues_->action(QLatin1String(menuEntry))->setChecked(on);
+    menus_->action(QLatin1String(menuEntry))->setChecked(on);
 }
 
 void frmBVK_Prog::setNavText(bool on) {
@@ -170,16 +170,16 @@ void frmBVK_Prog::setNavText(bool on) {
 
 void frmBVK_Prog::NavBar() {
     cbrBVK_->NavBar(settings_.ShowNavText);
-    menues_->action(QStringLiteral("mnuIcoTXTOn"))->setChecked(settings_.ShowNavText);
-    menues_->action(QStringLiteral("mnuIcoTXTOff"))->setChecked(!settings_.ShowNavText);
+    menus_->action(QStringLiteral("mnuIcoTXTOn"))->setChecked(settings_.ShowNavText);
+    menus_->action(QStringLiteral("mnuIcoTXTOff"))->setChecked(!settings_.ShowNavText);
 }
 
 void frmBVK_Prog::treeChanged() {
     showTab();
-    tvBVKDB_->showTree(record_.ausgewaehlterKnoten);
+    tvBVKDB_->showTree(record_.selectedNode);
 }
 
-void frmBVK_Prog::selectionChanged() { tvBVKDB_->showSelection(record_.ausgewaehlterKnoten); }
+void frmBVK_Prog::selectionChanged() { tvBVKDB_->showSelection(record_.selectedNode); }
 
 void frmBVK_Prog::panelsChanged() {
     panels_->rebuild();
@@ -189,11 +189,11 @@ void frmBVK_Prog::panelsChanged() {
 void frmBVK_Prog::panelChanged(std::size_t place) { panels_->refresh(place); }
 
 void frmBVK_Prog::windowChanged() {
-    const auto isPossible = [this](Befehl befehl) { return possible(befehl); };
-    menues_->show(record_, isPossible);
+    const auto isPossible = [this](Command command) { return possible(command); };
+    menus_->show(record_, isPossible);
     cbrBVK_->show(record_, isPossible);
     fraSteuerung_->show(record_, isPossible, icons_);
-    fraInfo_->show(record_, possible(Befehl::TippHilfe));
+    fraInfo_->show(record_, possible(Command::TipHelp));
     sbrBVK_->show(record_);
     panels_->showRegion();
     layoutForm();
@@ -225,9 +225,9 @@ void frmBVK_Prog::closeEvent(QCloseEvent* event) {
 
 void frmBVK_Prog::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() != QEvent::PaletteChange || !menues_ || !events_) return;
+    if (event->type() != QEvent::PaletteChange || !menus_ || !events_) return;
     icons_.setPalette(palette());
-    menues_->refreshIcons();
+    menus_->refreshIcons();
     cbrBVK_->refreshIcons();
     fraSteuerung_->refreshIcons(icons_);
     tvBVKDB_->viewport()->update();

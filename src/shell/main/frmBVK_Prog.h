@@ -1,5 +1,5 @@
 #pragma once
-// The main window: draws the record Hauptfenster and hands the user's events on. It decides nothing itself.
+// The main window: draws the record MainWindow and hands the user's events on. It decides nothing itself.
 // Object names of its controls are their names in the program: "cmdRegSave", "chkCheckBox(0)", "tvBVKDB".
 #include <QHash>
 #include <QMainWindow>
@@ -25,23 +25,23 @@ class frmBVK_Prog : public QMainWindow, public WindowObserver {
     Q_OBJECT
 public:
     // Record and settings must outlive the window. displayOrder is the engine's.
-    frmBVK_Prog(const Hauptfenster& record, Settings& settings, TippTreeModel::Order displayOrder);
+    frmBVK_Prog(const MainWindow& record, Settings& settings, TipTreeModel::Order displayOrder);
     ~frmBVK_Prog() override;
 
     void attach(WindowEvents& events);                        // before anything is shown
     void setVersion(const std::string& strProgVersion);       // the caption
-    void setCommand(Befehl befehl, std::function<void()> handler);
+    void setCommand(Command command, std::function<void()> handler);
     void onUnload(std::function<void()> handler) { unload_ = std::move(handler); }   // once, when the window closes
 
-    void applySettings(const FensterEinstellungen& stored);   // place, splitters, bands, NavBar
-    FensterEinstellungen presentSettings() const;
+    void applySettings(const MainWindowSettings& stored);   // place, splitters, bands, NavBar
+    MainWindowSettings presentSettings() const;
     void NavBar();
     void showTab();                                           // the record's tab, without reading a tree
     void bringToFront(const QByteArray& activationToken);     // what the desktop gave for it, if anything
     void SizeControlsV(double x);                             // twips
     void SizeControlsH(double y);
 
-    Menues& menues() { return *menues_; }
+    Menus& menus() { return *menus_; }
     CoolBar& coolBar() { return *cbrBVK_; }
 
     void treeChanged() override;
@@ -64,8 +64,8 @@ private:
     void makeSplitters();
     void makeShortcuts();
     void layoutForm();
-    void run(Befehl befehl, const QString& control);
-    bool possible(Befehl befehl) const;
+    void run(Command command, const QString& control);
+    bool possible(Command command) const;
     void ownCommands();
     void toggleBand(std::size_t band, const char* menuEntry);
     void setNavText(bool on);
@@ -76,7 +76,7 @@ private:
     void moveOntoScreen();
     std::string captionOf(const QString& control) const;
 
-    const Hauptfenster& record_;
+    const MainWindow& record_;
     Settings& settings_;
     WindowEvents* events_ = nullptr;
     IconSet icons_;
@@ -86,13 +86,13 @@ private:
     QRect ownPlace_;                                 // frame's corner and inner size while it does not fill the screen
     QTimer settled_;
 
-    std::unique_ptr<Menues> menues_;
+    std::unique_ptr<Menus> menus_;
     QWidget* form_;
     CoolBar* cbrBVK_;
     QWidget* left_;
     TabStrip* tbsTree_;
-    TippTreeModel* treeModel_;
-    TippTree* tvBVKDB_;
+    TipTreeModel* treeModel_;
+    TipTreeView* tvBVKDB_;
     SplitterBar* imgSplitterV_ = nullptr;
     SplitterBar* imgSplitterH_ = nullptr;
     PanelArea* panels_;

@@ -83,33 +83,33 @@ bool frmBVK_Prog::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-void frmBVK_Prog::applySettings(const FensterEinstellungen& stored) {
+void frmBVK_Prog::applySettings(const MainWindowSettings& stored) {
     move(toPixels(stored.MainLeft), toPixels(stored.MainTop));
     resize(toPixels(stored.MainWidth), toPixels(stored.MainHeight));
-    if (stored.MainMaximiert) moveOntoScreen();
+    if (stored.MainMaximised) moveOntoScreen();
     ownPlace_ = QRect(pos(), size());
-    if (stored.MainMaximiert) setWindowState(windowState() | Qt::WindowMaximized);
-    for (std::size_t i = 0; i < stored.Knoepfe.size(); ++i) cbrBVK_->arrange(QLatin1String(FensterEinstellungen::KnopfLeisten[i]), stored.Knoepfe[i]);
+    if (stored.MainMaximised) setWindowState(windowState() | Qt::WindowMaximized);
+    for (std::size_t i = 0; i < stored.Buttons.size(); ++i) cbrBVK_->arrange(QLatin1String(MainWindowSettings::ButtonBars[i]), stored.Buttons[i]);
     for (std::size_t i = 0; i < stored.Band.size(); ++i) cbrBVK_->applyBand(i, stored.Band[i]);
-    menues_->action(QStringLiteral("mnuFavShow"))->setChecked(stored.Band[2].Visible);
-    menues_->action(QStringLiteral("mnuFavButton"))->setChecked(stored.Band[3].Visible);
+    menus_->action(QStringLiteral("mnuFavShow"))->setChecked(stored.Band[2].Visible);
+    menus_->action(QStringLiteral("mnuFavButton"))->setChecked(stored.Band[3].Visible);
     NavBar();
     SizeControlsV(stored.SplitterVLeft);
     SizeControlsH(stored.SplitterHTop);
 }
 
-FensterEinstellungen frmBVK_Prog::presentSettings() const {
-    FensterEinstellungen present;
+MainWindowSettings frmBVK_Prog::presentSettings() const {
+    MainWindowSettings present;
     // Of a window that fills the screen the place it comes back to.
     const QRect place = isMaximized() || isFullScreen() ? ownPlace_ : QRect(pos(), size());
-    present.MainMaximiert = isMaximized();
+    present.MainMaximised = isMaximized();
     present.MainLeft = toTwips(place.x());
     present.MainTop = toTwips(place.y());
     present.MainWidth = toTwips(place.width());
     present.MainHeight = toTwips(place.height());
     present.SplitterVLeft = splitterVLeft_;
     present.SplitterHTop = splitterHTop_;
-    for (std::size_t i = 0; i < present.Knoepfe.size(); ++i) present.Knoepfe[i] = cbrBVK_->arrangement(QLatin1String(FensterEinstellungen::KnopfLeisten[i]));
+    for (std::size_t i = 0; i < present.Buttons.size(); ++i) present.Buttons[i] = cbrBVK_->arrangement(QLatin1String(MainWindowSettings::ButtonBars[i]));
     for (std::size_t i = 0; i < present.Band.size(); ++i) present.Band[i] = cbrBVK_->band(i);
     return present;
 }

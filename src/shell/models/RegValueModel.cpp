@@ -13,7 +13,7 @@ template <class Rows> auto rowAt(const Rows& rows, const QModelIndex& index) -> 
 }
 
 const std::string& shownName(const std::string& name) {
-    static const std::string unnamed = meldung::StandardWert;
+    static const std::string unnamed = messages::StandardWert;
     return name.empty() ? unnamed : name;
 }
 
@@ -26,24 +26,24 @@ QVariant header(std::initializer_list<const char*> captions, int section, Qt::Or
 
 }  // namespace
 
-void RegWertModel::show(std::vector<BrowserWert> rows) {
+void RegValueModel::show(std::vector<BrowserValue> rows) {
     beginResetModel();
     rows_ = std::move(rows);
     endResetModel();
 }
 
-const BrowserWert* RegWertModel::at(const QModelIndex& index) const { return rowAt(rows_, index); }
+const BrowserValue* RegValueModel::at(const QModelIndex& index) const { return rowAt(rows_, index); }
 
-QModelIndex RegWertModel::indexOf(const std::string& name) const {
+QModelIndex RegValueModel::indexOf(const std::string& name) const {
     for (std::size_t i = 0; i < rows_.size(); ++i)
         if (sameName(rows_[i].KeyName, name)) return index(static_cast<int>(i), 0);
     return {};
 }
 
-QVariant RegWertModel::data(const QModelIndex& index, int role) const {
-    const BrowserWert* row = at(index);
+QVariant RegValueModel::data(const QModelIndex& index, int role) const {
+    const BrowserValue* row = at(index);
     if (!row) return {};
-    if (role == TagRole) return row->tag == BrowserWert::Tag::ASC ? QStringLiteral("ASC") : row->tag == BrowserWert::Tag::DATA ? QStringLiteral("DATA") : QString();
+    if (role == TagRole) return row->tag == BrowserValue::Tag::ASC ? QStringLiteral("ASC") : row->tag == BrowserValue::Tag::DATA ? QStringLiteral("DATA") : QString();
     if (role == Qt::DecorationRole && index.column() == 0) {
         const bool text = row->typ == regtype::Sz || row->typ == regtype::ExpandSz || row->typ == regtype::MultiSz;
         return icons_.get(text ? QStringLiteral("wert") : QStringLiteral("wertbinaer"));
@@ -56,17 +56,17 @@ QVariant RegWertModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-QVariant RegWertModel::headerData(int section, Qt::Orientation orientation, int role) const {
+QVariant RegValueModel::headerData(int section, Qt::Orientation orientation, int role) const {
     return header({"KeyName", "Type", "Wert"}, section, orientation, role);
 }
 
-void RegTrefferModel::clear() {
+void RegHitModel::clear() {
     beginResetModel();
     hits_.clear();
     endResetModel();
 }
 
-void RegTrefferModel::append(std::vector<BrowserTreffer> hits) {
+void RegHitModel::append(std::vector<BrowserHit> hits) {
     if (hits.empty()) return;
     const int first = rowCount();
     beginInsertRows({}, first, first + static_cast<int>(hits.size()) - 1);
@@ -74,10 +74,10 @@ void RegTrefferModel::append(std::vector<BrowserTreffer> hits) {
     endInsertRows();
 }
 
-const BrowserTreffer* RegTrefferModel::at(const QModelIndex& index) const { return rowAt(hits_, index); }
+const BrowserHit* RegHitModel::at(const QModelIndex& index) const { return rowAt(hits_, index); }
 
-QVariant RegTrefferModel::data(const QModelIndex& index, int role) const {
-    const BrowserTreffer* hit = at(index);
+QVariant RegHitModel::data(const QModelIndex& index, int role) const {
+    const BrowserHit* hit = at(index);
     if (!hit || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     switch (index.column()) {
         case 0: return shown(hit->key, role);
@@ -86,7 +86,7 @@ QVariant RegTrefferModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-QVariant RegTrefferModel::headerData(int section, Qt::Orientation orientation, int role) const {
+QVariant RegHitModel::headerData(int section, Qt::Orientation orientation, int role) const {
     return header({"Schlüssel", "Wertname", "Daten"}, section, orientation, role);
 }
 

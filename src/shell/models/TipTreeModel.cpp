@@ -4,10 +4,10 @@
 
 namespace brenvik {
 
-TippTreeModel::TippTreeModel(const Hauptfenster& record, Order displayOrder, IconSet& icons, QObject* parent)
+TipTreeModel::TipTreeModel(const MainWindow& record, Order displayOrder, IconSet& icons, QObject* parent)
     : QAbstractItemModel(parent), record_(record), displayOrder_(std::move(displayOrder)), icons_(icons) {}
 
-void TippTreeModel::rebuild() {
+void TipTreeModel::rebuild() {
     beginResetModel();
     places_.assign(record_.tvBVKDB.size(), {});
     order_.clear();
@@ -16,7 +16,7 @@ void TippTreeModel::rebuild() {
     endResetModel();
 }
 
-void TippTreeModel::placeBelow(int node) {
+void TipTreeModel::placeBelow(int node) {
     Place& own = places_[static_cast<std::size_t>(node)];
     if (record_.tvBVKDB[static_cast<std::size_t>(node)].kinder.empty()) return;
     const std::vector<int> children = displayOrder_(record_, node);
@@ -30,35 +30,35 @@ void TippTreeModel::placeBelow(int node) {
     }
 }
 
-QModelIndex TippTreeModel::indexOf(int node) const {
+QModelIndex TipTreeModel::indexOf(int node) const {
     if (node < 0 || static_cast<std::size_t>(node) >= places_.size()) return {};
     const Place& place = places_[static_cast<std::size_t>(node)];
     if (node != 0 && place.parent < 0) return {};      // a node that was taken out of the tree
     return createIndex(place.row, 0, static_cast<quintptr>(node));
 }
 
-QModelIndex TippTreeModel::index(int row, int column, const QModelIndex& parentIndex) const {
+QModelIndex TipTreeModel::index(int row, int column, const QModelIndex& parentIndex) const {
     if (row < 0 || column != 0 || row >= rowCount(parentIndex)) return {};
     if (!parentIndex.isValid()) return createIndex(0, 0, quintptr{0});
     const Place& place = places_[parentIndex.internalId()];
     return createIndex(row, 0, static_cast<quintptr>(order_[static_cast<std::size_t>(place.firstChild + row)]));
 }
 
-QModelIndex TippTreeModel::parent(const QModelIndex& child) const {
+QModelIndex TipTreeModel::parent(const QModelIndex& child) const {
     if (!child.isValid() || child.internalId() >= places_.size()) return {};
     return indexOf(places_[child.internalId()].parent);
 }
 
-int TippTreeModel::rowCount(const QModelIndex& parentIndex) const {
+int TipTreeModel::rowCount(const QModelIndex& parentIndex) const {
     if (!parentIndex.isValid()) return places_.empty() ? 0 : 1;
     return parentIndex.internalId() < places_.size() ? places_[parentIndex.internalId()].children : 0;
 }
 
-const TreeNode* TippTreeModel::nodeAt(const QModelIndex& index) const {
+const TreeNode* TipTreeModel::nodeAt(const QModelIndex& index) const {
     return index.isValid() && index.internalId() < record_.tvBVKDB.size() ? &record_.tvBVKDB[index.internalId()] : nullptr;
 }
 
-QVariant TippTreeModel::data(const QModelIndex& index, int role) const {
+QVariant TipTreeModel::data(const QModelIndex& index, int role) const {
     const TreeNode* node = nodeAt(index);
     if (!node) return {};
     switch (role) {

@@ -10,11 +10,11 @@
 
 namespace brenvik {
 
-class TippTreeModel : public QAbstractItemModel {
+class TipTreeModel : public QAbstractItemModel {
 public:
-    using Order = std::function<std::vector<int>(const Hauptfenster&, int node)>;
+    using Order = std::function<std::vector<int>(const MainWindow&, int node)>;
 
-    TippTreeModel(const Hauptfenster& record, Order displayOrder, IconSet& icons, QObject* parent = nullptr);
+    TipTreeModel(const MainWindow& record, Order displayOrder, IconSet& icons, QObject* parent = nullptr);
 
     void rebuild();
     QModelIndex indexOf(int node) const;
@@ -34,7 +34,7 @@ private:
     void placeBelow(int node);
     const TreeNode* nodeAt(const QModelIndex& index) const;
 
-    const Hauptfenster& record_;
+    const MainWindow& record_;
     Order displayOrder_;
     IconSet& icons_;
     std::vector<Place> places_;      // by node

@@ -11,8 +11,8 @@ PanelAuswahlBox::PanelAuswahlBox(PanelHost& host, std::size_t place, QWidget* pa
 void PanelAuswahlBox::draw(const Panel& panel) {
     setCaption("lblAuswahlBox", panel, plainLine(panel.label));
     cboAuswahlBox_->setAccessibleName(plainLine(panel.label));
-    cboAuswahlBox_->setChoices(panel.auswahl, panel.gewaehlt);
-    cboAuswahlBox_->setEnabled(!panel.nurLesen);
+    cboAuswahlBox_->setChoices(panel.selection, panel.chosen);
+    cboAuswahlBox_->setEnabled(!panel.readOnly);
 }
 
 PanelOptionsAuswahl::PanelOptionsAuswahl(PanelHost& host, std::size_t place, QWidget* parent)
@@ -33,13 +33,13 @@ void PanelOptionsAuswahl::draw(const Panel& panel) {
     group_->setExclusive(false);    // an exclusive group could not show that no option is on
     for (int j = 0; j < Options; ++j) {
         WrapRadioButton* option = opbOptionsAuswahl_[j];
-        const bool used = static_cast<std::size_t>(j) < panel.auswahl.size();
+        const bool used = static_cast<std::size_t>(j) < panel.selection.size();
         option->setVisible(used);
-        option->setChecked(used && j == panel.gewaehlt);
-        option->setEnabled(!panel.nurLesen);
+        option->setChecked(used && j == panel.chosen);
+        option->setEnabled(!panel.readOnly);
         if (!used) continue;
-        option->setText(plainCaption(panel.auswahl[static_cast<std::size_t>(j)]));
-        option->setAccessibleName(plainLine(panel.auswahl[static_cast<std::size_t>(j)]));
+        option->setText(plainCaption(panel.selection[static_cast<std::size_t>(j)]));
+        option->setAccessibleName(plainLine(panel.selection[static_cast<std::size_t>(j)]));
     }
     group_->setExclusive(true);
 }

@@ -14,8 +14,8 @@ void PanelCheckBox::draw(const Panel& panel) {
     chkCheckBox_->setText(plainCaption(panel.chkBeschriftung));
     chkCheckBox_->setAccessibleName(plainLine(panel.chkBeschriftung));
     chkCheckBox_->setAccessibleDescription(plainLine(panel.label));
-    chkCheckBox_->setChecked(panel.angehakt);
-    chkCheckBox_->setEnabled(!panel.nurLesen);
+    chkCheckBox_->setChecked(panel.ticked);
+    chkCheckBox_->setEnabled(!panel.readOnly);
 }
 
 }  // namespace brenvik

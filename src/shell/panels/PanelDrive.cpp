@@ -28,12 +28,12 @@ PanelDrive::PanelDrive(PanelHost& host, std::size_t place, QWidget* parent)
 void PanelDrive::draw(const Panel& panel) {
     setCaption("lblDrive", panel, panel.cmdDriveSichtbar ? plainLine(panel.label) : QString());
     cboDrive_->setAccessibleName(plainLine(panel.label));
-    cboDrive_->setChoices(panel.auswahl, panel.gewaehlt);
+    cboDrive_->setChoices(panel.selection, panel.chosen);
     txtDrive_->setFieldAccessibleName(cboDrive_->currentText());
-    txtDrive_->setValue(panel.text, panel.nurLesen);
-    cmdDrive_->setText(qt(strBVKButtons(panel.dateiFilter.empty() ? ButtonFolder : ButtonFile)));
+    txtDrive_->setValue(panel.text, panel.readOnly);
+    cmdDrive_->setText(qt(strBVKButtons(panel.fileFilter.empty() ? ButtonFolder : ButtonFile)));
     cmdDrive_->setVisible(panel.cmdDriveSichtbar);
-    cmdDrive_->setEnabled(!panel.nurLesen);
+    cmdDrive_->setEnabled(!panel.readOnly);
 }
 
 }  // namespace brenvik

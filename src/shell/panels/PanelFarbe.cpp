@@ -12,12 +12,12 @@ constexpr int ButtonChange = 9, ButtonPresent = 10;
 
 }  // namespace
 
-FarbFeld::FarbFeld(QWidget* parent) : QFrame(parent) {
+ColourField::ColourField(QWidget* parent) : QFrame(parent) {
     setFixedSize(72, 26);
     setFrameShape(QFrame::StyledPanel);
 }
 
-void FarbFeld::setColour(const std::optional<Rgb>& colour) {
+void ColourField::setColour(const std::optional<Rgb>& colour) {
     colour_ = colour;
     const QString text = colour ? QStringLiteral("Rot %1, Grün %2, Blau %3").arg(colour->red).arg(colour->green).arg(colour->blue)
                                 : QStringLiteral("Keine Farbe");
@@ -26,7 +26,7 @@ void FarbFeld::setColour(const std::optional<Rgb>& colour) {
     update();
 }
 
-void FarbFeld::paintEvent(QPaintEvent*) {
+void ColourField::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRect inner = rect().adjusted(0, 0, -1, -1);
     painter.setPen(palette().color(QPalette::Mid));
@@ -36,7 +36,7 @@ void FarbFeld::paintEvent(QPaintEvent*) {
 
 PanelFarbe::PanelFarbe(PanelHost& host, std::size_t place, QWidget* parent)
     : PanelView(host, place, "fraFarbe", parent), cboFarbe_(new Combo(QStringLiteral("cboFarbe"), this)),
-      cmdFarbSET_(new FarbFeld(this)), cmdFarbe_(new QPushButton(qt(strBVKButtons(ButtonChange)), this)) {
+      cmdFarbSET_(new ColourField(this)), cmdFarbe_(new QPushButton(qt(strBVKButtons(ButtonChange)), this)) {
     cmdFarbSET_->setObjectName(QStringLiteral("cmdFarbSET"));
     cmdFarbe_->setObjectName(QStringLiteral("cmdFarbe"));
     auto* lblFarbe = new QLabel(qt(strBVKButtons(ButtonPresent)), this);
@@ -57,9 +57,9 @@ PanelFarbe::PanelFarbe(PanelHost& host, std::size_t place, QWidget* parent)
 void PanelFarbe::draw(const Panel& panel) {
     setCaption("lblFarbeTitel", panel, plainLine(panel.label));
     cboFarbe_->setAccessibleName(plainLine(panel.label));
-    cboFarbe_->setChoices(panel.auswahl, panel.gewaehlt);
-    cmdFarbSET_->setColour(panel.farbe);
-    cmdFarbe_->setEnabled(!panel.nurLesen);
+    cboFarbe_->setChoices(panel.selection, panel.chosen);
+    cmdFarbSET_->setColour(panel.colour);
+    cmdFarbe_->setEnabled(!panel.readOnly);
 }
 
 }  // namespace brenvik

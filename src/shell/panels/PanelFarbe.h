@@ -7,9 +7,9 @@
 namespace brenvik {
 
 // cmdFarbSET: shows a colour, or that there is none.
-class FarbFeld : public QFrame {
+class ColourField : public QFrame {
 public:
-    explicit FarbFeld(QWidget* parent);
+    explicit ColourField(QWidget* parent);
     void setColour(const std::optional<Rgb>& colour);
 
 protected:
@@ -28,7 +28,7 @@ protected:
 
 private:
     Combo* cboFarbe_;
-    FarbFeld* cmdFarbSET_;
+    ColourField* cmdFarbSET_;
     QPushButton* cmdFarbe_;
 };
 

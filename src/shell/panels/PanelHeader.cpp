@@ -26,10 +26,10 @@ PanelHeader::PanelHeader(QWidget* parent)
 
 void PanelHeader::setPlace(std::size_t place) { status_->setObjectName(elementName("lblStatus", place)); }
 
-void PanelHeader::setStatus(const StatusZeile& status) {
+void PanelHeader::setStatus(const StatusLine& status) {
     status_->setText(plainLine(status.text));
     status_->setVisible(!status.text.empty());
-    setTextColour(*status_, status.farbe == StatusFarbe::Normal ? QColor() : statusColour(status.farbe));
+    setTextColour(*status_, status.colour == StatusColour::Normal ? QColor() : statusColour(status.colour));
     arrange();
 }
 

@@ -11,7 +11,7 @@ class PanelHeader : public QWidget {
 public:
     explicit PanelHeader(QWidget* parent);
     QLabel* caption() const { return caption_; }
-    void setStatus(const StatusZeile& status);
+    void setStatus(const StatusLine& status);
     void setPlace(std::size_t place);
 
 protected:

@@ -21,7 +21,7 @@ ListenModel::ListenModel(Record record, Tick tick, int columns, QObject* parent)
 
 void ListenModel::refresh() {
     const Panel* panel = record_();
-    const int rows = panel ? static_cast<int>(panel->zeilen.size()) : 0;
+    const int rows = panel ? static_cast<int>(panel->lines.size()) : 0;
     if (rows == rows_) {
         if (rows > 0) emit dataChanged(index(0, 0), index(rows - 1, columns_ - 1));
         return;
@@ -31,18 +31,18 @@ void ListenModel::refresh() {
     endResetModel();
 }
 
-const ListenZeile* ListenModel::rowAt(const QModelIndex& index) const {
+const ListLine* ListenModel::rowAt(const QModelIndex& index) const {
     const Panel* panel = record_();
-    if (!panel || !index.isValid() || static_cast<std::size_t>(index.row()) >= panel->zeilen.size()) return nullptr;
-    return &panel->zeilen[static_cast<std::size_t>(index.row())];
+    if (!panel || !index.isValid() || static_cast<std::size_t>(index.row()) >= panel->lines.size()) return nullptr;
+    return &panel->lines[static_cast<std::size_t>(index.row())];
 }
 
 QVariant ListenModel::data(const QModelIndex& index, int role) const {
-    const ListenZeile* row = rowAt(index);
+    const ListLine* row = rowAt(index);
     if (!row) return {};
-    if (role == Qt::CheckStateRole && index.column() == 0) return row->angehakt ? Qt::Checked : Qt::Unchecked;
+    if (role == Qt::CheckStateRole && index.column() == 0) return row->ticked ? Qt::Checked : Qt::Unchecked;
     if (role == Qt::SizeHintRole && index.column() == columns_ - 1) return QSize(10, rowHeight_);
-    const std::string& text = index.column() == 0 ? row->text : row->unterText;
+    const std::string& text = index.column() == 0 ? row->text : row->subText;
     if (role == Qt::DisplayRole) return plainLine(text);
     if (role == Qt::ToolTipRole) return toolTipText(text);
     return {};
@@ -58,9 +58,9 @@ bool ListenModel::setData(const QModelIndex& index, const QVariant& value, int r
 Qt::ItemFlags ListenModel::flags(const QModelIndex& index) const {
     Qt::ItemFlags flags = QAbstractTableModel::flags(index) | Qt::ItemNeverHasChildren;
     const Panel* panel = record_();
-    const ListenZeile* row = rowAt(index);
-    if (index.column() == 0 && panel && !panel->nurLesen && row && !row->nurLesen) flags |= Qt::ItemIsUserCheckable;
-    if (row && row->nurLesen) flags &= ~Qt::ItemIsEnabled;
+    const ListLine* row = rowAt(index);
+    if (index.column() == 0 && panel && !panel->readOnly && row && !row->readOnly) flags |= Qt::ItemIsUserCheckable;
+    if (row && row->readOnly) flags &= ~Qt::ItemIsEnabled;
     return flags;
 }
 
@@ -110,7 +110,7 @@ void PanelListe::draw(const Panel& panel) {
     setCaption("lblListe", panel, plainLine(panel.label));
     lvListe_->setAccessibleName(panel.label.empty() ? QStringLiteral("Liste") : plainLine(panel.label));
     model_->refresh();
-    const int selected = panel.gewaehlteZeile;
+    const int selected = panel.chosenRow;
     if (selected >= 0 && selected < model_->rowCount() && lvListe_->currentIndex().row() != selected)
         lvListe_->setCurrentIndex(model_->index(selected, 0));
 }

@@ -24,7 +24,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    const ListenZeile* rowAt(const QModelIndex& index) const;
+    const ListLine* rowAt(const QModelIndex& index) const;
     Record record_;
     Tick tick_;
     int rows_ = 0;

@@ -5,10 +5,10 @@
 namespace brenvik {
 namespace {
 
-void drawBox(WrapCheckBox& box, const SchalterFeld& field, bool readOnly) {
+void drawBox(WrapCheckBox& box, const SwitchField& field, bool readOnly) {
     box.setText(plainCaption(field.beschriftung));
     box.setAccessibleName(plainLine(field.beschriftung));
-    box.setChecked(field.angehakt);
+    box.setChecked(field.ticked);
     box.setEnabled(!readOnly);
 }
 
@@ -22,7 +22,7 @@ PanelBootINI::PanelBootINI(PanelHost& host, std::size_t place, const Panel& pane
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(3);
     grid->setColumnStretch(1, 1);
-    for (std::size_t j = 0; j < panel.schalter.size(); ++j) addSwitch(*grid, static_cast<int>(j), panel.schalter[j].mitWert);
+    for (std::size_t j = 0; j < panel.schalter.size(); ++j) addSwitch(*grid, static_cast<int>(j), panel.schalter[j].withValue);
     body_->addLayout(grid);
     connect(cboBootINI_, &QComboBox::activated, this, user([this](int item) { host_.events.userChoose(place_, item); }));
     connect(txtBINI_, &TextField::edited, this, user([this](const QString& text) { host_.events.userBootTitle(place_, utf8(text)); }));
@@ -46,24 +46,24 @@ void PanelBootINI::addSwitch(QGridLayout& grid, int j, bool withValue) {
 bool PanelBootINI::fits(const Panel& panel) const {
     if (!PanelView::fits(panel) || static_cast<std::size_t>(schalter_.size()) != panel.schalter.size()) return false;
     for (qsizetype j = 0; j < schalter_.size(); ++j)
-        if ((schalter_[j].txtBootINI != nullptr) != panel.schalter[static_cast<std::size_t>(j)].mitWert) return false;
+        if ((schalter_[j].txtBootINI != nullptr) != panel.schalter[static_cast<std::size_t>(j)].withValue) return false;
     return true;
 }
 
 void PanelBootINI::draw(const Panel& panel) {
     setCaption("lblBootINI", panel, plainLine(panel.label));
     cboBootINI_->setAccessibleName(plainLine(panel.label));
-    cboBootINI_->setChoices(panel.auswahl, panel.gewaehlt);
+    cboBootINI_->setChoices(panel.selection, panel.chosen);
     txtBINI_->setFieldAccessibleName(cboBootINI_->currentText());
-    txtBINI_->setValue(panel.txtBINI, panel.nurLesen);
-    txtBINI_->setEnabled(panel.txtBINIAktiv && !panel.nurLesen);
+    txtBINI_->setValue(panel.txtBINI, panel.readOnly);
+    txtBINI_->setEnabled(panel.txtBINIAktiv && !panel.readOnly);
     for (qsizetype j = 0; j < schalter_.size(); ++j) {
-        const SchalterFeld& field = panel.schalter[static_cast<std::size_t>(j)];
-        drawBox(*schalter_[j].chkBootINI, field, panel.nurLesen);
+        const SwitchField& field = panel.schalter[static_cast<std::size_t>(j)];
+        drawBox(*schalter_[j].chkBootINI, field, panel.readOnly);
         TextField* value = schalter_[j].txtBootINI;
         if (!value) continue;
         value->setFieldAccessibleName(plainLine(field.beschriftung));
-        value->setValue(field.wert, panel.nurLesen);
+        value->setValue(field.wert, panel.readOnly);
     }
 }
 
@@ -86,7 +86,7 @@ bool PanelBitMaske::fits(const Panel& panel) const {
 void PanelBitMaske::draw(const Panel& panel) {
     setCaption("lblBitMaske", panel, plainLine(panel.label));
     for (qsizetype j = 0; j < chkBitMaske_.size(); ++j)
-        drawBox(*chkBitMaske_[j], panel.schalter[static_cast<std::size_t>(j)], panel.nurLesen);
+        drawBox(*chkBitMaske_[j], panel.schalter[static_cast<std::size_t>(j)], panel.readOnly);
 }
 
 }  // namespace brenvik

@@ -32,8 +32,8 @@ PanelView::PanelView(PanelHost& host, std::size_t place, const char* frameName, 
         kind_ = panel->Ausgabeart;
         index_ = panel->index;
     }
-    const bool onePerTipp = kind_ >= art::Drive && kind_ <= art::Kontext;
-    setObjectName(onePerTipp ? QLatin1String(frameName) : element(frameName));
+    const bool onePerTip = kind_ >= art::Drive && kind_ <= art::Kontext;
+    setObjectName(onePerTip ? QLatin1String(frameName) : element(frameName));
     setFrameShape(QFrame::StyledPanel);
     body_->setContentsMargins(10, 7, 10, 9);
     body_->setSpacing(5);
@@ -54,7 +54,7 @@ void PanelView::drawPanel(const Panel& panel) {
     drawing_ = true;
     draw(panel);
     header_->setStatus(panel.status);
-    setHint(panel.hinweis);
+    setHint(panel.hint);
     drawing_ = outer;
 }
 
@@ -79,8 +79,8 @@ void PanelView::detach() {
 }
 
 void PanelView::setCaption(const char* labelName, const Panel& panel, const QString& caption) {
-    const bool onePerTipp = kind_ >= art::Drive && kind_ <= art::Kontext;
-    header_->caption()->setObjectName(onePerTipp ? QLatin1String(labelName) : element(labelName));
+    const bool onePerTip = kind_ >= art::Drive && kind_ <= art::Kontext;
+    header_->caption()->setObjectName(onePerTip ? QLatin1String(labelName) : element(labelName));
     header_->caption()->setText(caption);
     header_->setStatus(panel.status);
 }

@@ -17,7 +17,7 @@ class PanelHeader;
 
 // What the panels need from the window around them.
 struct PanelHost {
-    const Hauptfenster& record;
+    const MainWindow& record;
     WindowEvents& events;
 };
 

@@ -64,16 +64,16 @@ void PanelZahlenWerte::draw(const Panel& panel) {
     sliZahlenWerte_->setValue(panel.Value);
     updZahlenWerte_->setRange(panel.Min, panel.Max);
     updZahlenWerte_->setValue(panel.Value);
-    const QString text = qt(panel.zahlText).left(LongestNumber);
+    const QString text = qt(panel.numberText).left(LongestNumber);
     if (txtZahlenWerte_->text() != text) txtZahlenWerte_->setText(text);
-    setTextColour(*txtZahlenWerte_, panel.zahlUngueltig ? warningColour() : QColor());
-    setTextColour(*range_, panel.zahlUngueltig ? warningColour() : QColor());
-    range_->setText(panel.zahlUngueltig
+    setTextColour(*txtZahlenWerte_, panel.numberInvalid ? warningColour() : QColor());
+    setTextColour(*range_, panel.numberInvalid ? warningColour() : QColor());
+    range_->setText(panel.numberInvalid
                         ? QStringLiteral("Keine Zahl von %1 bis %2; es gilt weiter %3.").arg(panel.Min).arg(panel.Max).arg(panel.Value)
                         : QStringLiteral("%1 bis %2").arg(panel.Min).arg(panel.Max));
-    sliZahlenWerte_->setEnabled(!panel.nurLesen);
-    updZahlenWerte_->setEnabled(!panel.nurLesen);
-    txtZahlenWerte_->setReadOnly(panel.nurLesen);
+    sliZahlenWerte_->setEnabled(!panel.readOnly);
+    updZahlenWerte_->setEnabled(!panel.readOnly);
+    txtZahlenWerte_->setReadOnly(panel.readOnly);
 }
 
 bool PanelZahlenWerte::eventFilter(QObject* watched, QEvent* event) {

@@ -4,21 +4,21 @@
 
 namespace brenvik {
 
-void verbindeExport(frmBVK_Prog& fenster, Export& exporte) {
+void connectExport(frmBVK_Prog& windows, Export& exports) {
     // Each of them may change what the window offers.
-    const auto on = [&](Befehl befehl, std::function<void()> work) {
-        fenster.setCommand(befehl, [&fenster, work = std::move(work)] {
+    const auto on = [&](Command command, std::function<void()> work) {
+        windows.setCommand(command, [&windows, work = std::move(work)] {
             work();
-            fenster.windowChanged();
+            windows.windowChanged();
         });
     };
-    on(Befehl::RegFileSave, [&exporte] { exporte.RegFileSave(false); });
-    on(Befehl::ADMFileSave, [&exporte] { exporte.ADMFileSave(false); });
-    on(Befehl::AddRegListe, [&exporte] { exporte.addRegListe(); });
-    on(Befehl::AddADMListe, [&exporte] { exporte.addADMListe(); });
-    on(Befehl::SrvRegListe, [&exporte] { exporte.showRegListe(); });
-    on(Befehl::SrvADMListe, [&exporte] { exporte.showADMListe(); });
-    on(Befehl::ListeLaden, [&exporte] { exporte.loadListe(); });
+    on(Command::RegFileSave, [&exports] { exports.RegFileSave(false); });
+    on(Command::ADMFileSave, [&exports] { exports.ADMFileSave(false); });
+    on(Command::AddRegListe, [&exports] { exports.addRegListe(); });
+    on(Command::AddADMListe, [&exports] { exports.addADMListe(); });
+    on(Command::SrvRegListe, [&exports] { exports.showRegListe(); });
+    on(Command::SrvADMListe, [&exports] { exports.showADMListe(); });
+    on(Command::ListLoad, [&exports] { exports.loadList(); });
 }
 
 }  // namespace brenvik

@@ -6,6 +6,6 @@ namespace brenvik {
 
 class frmBVK_Prog;
 
-void verbindeExport(frmBVK_Prog& fenster, Export& exporte);
+void connectExport(frmBVK_Prog& windows, Export& exports);
 
 }  // namespace brenvik

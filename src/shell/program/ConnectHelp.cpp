@@ -24,36 +24,36 @@ namespace brenvik {
 namespace {
 
 // The one help window, and F1 in every window of the program. Lives as long as the main window.
-class Hilfedienst : public QObject {
+class HelpService : public QObject {
 public:
-    explicit Hilfedienst(const Fensterteile& teile) : QObject(&teile.fenster), teile_(teile) { teile.application.installEventFilter(this); }
-    ~Hilfedienst() override { delete window_; }
+    explicit HelpService(const WindowParts& parts) : QObject(&parts.windows), parts_(parts) { parts.application.installEventFilter(this); }
+    ~HelpService() override { delete window_; }
 
-    void show(const std::string& file, int thema) {
-        if (!istEigeneHilfe(file)) return teile_.port.tell("Die Hilfedatei \"" + file + "\" wurde nicht gefunden.", box::Exclamation);
+    void show(const std::string& file, int topic) {
+        if (!isOwnHelp(file)) return parts_.port.tell("Die Hilfedatei \"" + file + "\" wurde nicht gefunden.", box::Exclamation);
         frmBVK_Hilfe& window = windowInFront();
-        window.showTopic(thema);
+        window.showTopic(topic);
         window.show();
         window.raise();
         window.activateWindow();
     }
-    void showOwn(int thema) { show(std::string(produkt::HilfeDatei), thema); }
+    void showOwn(int topic) { show(std::string(product::HelpFile), topic); }
 
-    void showForTipp() {
-        const Context& ctx = teile_.programm.context();
-        if (!ctx.blnTippGeladen) return showOwn(hilfethema::Allgemein);
+    void showForTip() {
+        const Context& ctx = parts_.program.context();
+        if (!ctx.blnTippGeladen) return showOwn(helpTopic::General);
         const Tipp& tipp = ctx.aktuellerTipp;
-        showOwn(themaDesTipps(tipp.HilfeNummer, tipp.Eintrag.size() > 1 ? tipp.Eintrag[1].Ausgabeart : 0));
+        showOwn(topicOfTip(tipp.HilfeNummer, tipp.Eintrag.size() > 1 ? tipp.Eintrag[1].Ausgabeart : 0));
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1 || !watched->isWidgetType()) return false;
         const QWidget* window = static_cast<QWidget*>(watched)->window();
         if (window == window_ || qobject_cast<const QMessageBox*>(window)) return false;
-        if (window == &teile_.fenster)
-            showForTipp();
+        if (window == &parts_.windows)
+            showForTip();
         else
-            showOwn(themaDesFensters(window->objectName()));
+            showOwn(topicOfWindow(window->objectName()));
         return true;
     }
 
@@ -62,8 +62,8 @@ private:
     frmBVK_Hilfe& windowInFront() {
         QWidget* owner = QApplication::activeModalWidget();
         if (!window_) {
-            const auto open = [port = &teile_.port](const std::string& address) { return port->openAddress(address); };
-            window_ = new frmBVK_Hilfe(teile_.programm.context().programmPfad / "hilfe", open, owner);
+            const auto open = [port = &parts_.port](const std::string& address) { return port->openAddress(address); };
+            window_ = new frmBVK_Hilfe(parts_.program.context().programPath / "hilfe", open, owner);
             window_->setAttribute(Qt::WA_QuitOnClose, false);
         } else if (window_->parentWidget() != owner && !(owner && window_->isAncestorOf(owner))) {
             giveTo(owner);
@@ -82,7 +82,7 @@ private:
         window_->setVisible(visible);
     }
 
-    Fensterteile teile_;
+    WindowParts parts_;
     QPointer<frmBVK_Hilfe> window_;
 };
 
@@ -90,58 +90,58 @@ void openAddress(QtPort& port, std::string_view address) {
     if (!port.openAddress(std::string(address))) port.tell("Die Adresse " + std::string(address) + " konnte nicht geöffnet werden.", box::Exclamation);
 }
 
-void connectHelpMenu(const Fensterteile& teile, Hilfedienst& help) {
-    frmBVK_Prog& window = teile.fenster;
-    const Context& ctx = teile.programm.context();
-    window.setCommand(Befehl::BVKInfo, [&help] { help.showOwn(hilfethema::Info); });
-    window.setCommand(Befehl::BVKInhalt, [&help] { help.showOwn(hilfethema::Inhalt); });
-    window.setCommand(Befehl::TippHilfe, [&help] { help.showForTipp(); });
+void connectHelpMenu(const WindowParts& parts, HelpService& help) {
+    frmBVK_Prog& window = parts.windows;
+    const Context& ctx = parts.program.context();
+    window.setCommand(Command::BVKInfo, [&help] { help.showOwn(helpTopic::Info); });
+    window.setCommand(Command::BVKContents, [&help] { help.showOwn(helpTopic::Contents); });
+    window.setCommand(Command::TipHelp, [&help] { help.showForTip(); });
     const auto companion = [&ctx] { return ctx.einstellungen.strOstranaPfad + ctx.einstellungen.Ostrana_Name; };
-    window.setCommand(Befehl::OSTInfo, [&help, companion] { help.show(companion(), produkt::OstranaKontext); });
-    window.setCommand(Befehl::OSTInhalt, [&help, companion] { help.show(companion(), hilfethema::Inhalt); });
-    const auto web = [&](Befehl befehl, std::string_view address) {
-        window.setCommand(befehl, [port = &teile.port, address] { openAddress(*port, address); });
+    window.setCommand(Command::OSTInfo, [&help, companion] { help.show(companion(), product::OstranaContext); });
+    window.setCommand(Command::OSTInhalt, [&help, companion] { help.show(companion(), helpTopic::Contents); });
+    const auto web = [&](Command command, std::string_view address) {
+        window.setCommand(command, [port = &parts.port, address] { openAddress(*port, address); });
     };
-    web(Befehl::OSTHome, produkt::OstranaUrl);
-    web(Befehl::OSTDownload, produkt::OstranaDownloadUrl);
-    web(Befehl::OSTShop, produkt::OstranaShopUrl);
-    window.setCommand(Befehl::EMail, [port = &teile.port] { openAddress(*port, "Mailto:" + std::string(produkt::Mail)); });
+    web(Command::OSTHome, product::OstranaUrl);
+    web(Command::OSTDownload, product::OstranaDownloadUrl);
+    web(Command::OSTShop, product::OstranaShopUrl);
+    window.setCommand(Command::EMail, [port = &parts.port] { openAddress(*port, "Mailto:" + std::string(product::Mail)); });
 }
 
 std::string addressOf(const std::filesystem::path& file) { return utf8(QUrl::fromLocalFile(qt(utf8FromPath(file))).toString(QUrl::FullyEncoded)); }
 
-void connectFiles(const Fensterteile& teile) {
-    frmBVK_Prog& window = teile.fenster;
-    const Context& ctx = teile.programm.context();
-    QtPort& port = teile.port;
-    window.setCommand(Befehl::Protokoll, [&ctx, &port] {
-        const auto log = ctx.heimPfad / produkt::LogDatei;
+void connectFiles(const WindowParts& parts) {
+    frmBVK_Prog& window = parts.windows;
+    const Context& ctx = parts.program.context();
+    QtPort& port = parts.port;
+    window.setCommand(Command::Log, [&ctx, &port] {
+        const auto log = ctx.homePath / product::LogFile;
         std::error_code ignored;
-        if (!std::filesystem::is_regular_file(log, ignored)) return port.tell(meldung::KeinProtokoll, box::Information);
+        if (!std::filesystem::is_regular_file(log, ignored)) return port.tell(messages::NoLog, box::Information);
         openAddress(port, addressOf(log));
     });
-    window.setCommand(Befehl::Programmordner, [&ctx, &port] { openAddress(port, addressOf(ctx.heimPfad)); });
+    window.setCommand(Command::ProgramFolder, [&ctx, &port] { openAddress(port, addressOf(ctx.homePath)); });
 }
 
-void connectInformation(const Fensterteile& teile) {
-    frmBVK_Prog& window = teile.fenster;
-    Context& ctx = teile.programm.context();
-    window.setCommand(Befehl::KeyInfo, [&] { frmBVK_KeyInfo(ctx, ctx.aktuellerTipp, &window).exec(); });
-    window.setCommand(Befehl::BSFreigabe, [&] { frmBVK_OSFreigabe(ctx.aktuellerTipp, &window).exec(); });
-    window.setCommand(Befehl::SystemInfo, [&] { frmBVK_OSInfo(ctx, &window).exec(); });
-    window.setCommand(Befehl::About, [&] { frmBVK_About(ctx.strProgVersion, &window).exec(); });
+void connectInformation(const WindowParts& parts) {
+    frmBVK_Prog& window = parts.windows;
+    Context& ctx = parts.program.context();
+    window.setCommand(Command::KeyInfo, [&] { frmBVK_KeyInfo(ctx, ctx.aktuellerTipp, &window).exec(); });
+    window.setCommand(Command::BSFreigabe, [&] { frmBVK_OSFreigabe(ctx.aktuellerTipp, &window).exec(); });
+    window.setCommand(Command::SystemInfo, [&] { frmBVK_OSInfo(ctx, &window).exec(); });
+    window.setCommand(Command::About, [&] { frmBVK_About(ctx.strProgVersion, &window).exec(); });
 }
 
 }  // namespace
 
-void verbindeHilfe(Fensterteile& teile) {
-    auto* help = new Hilfedienst(teile);
-    teile.port.onHelp([help = QPointer<Hilfedienst>(help)](const std::string& file, int thema) {
-        if (help) help->show(file, thema);
+void connectHelp(WindowParts& parts) {
+    auto* help = new HelpService(parts);
+    parts.port.onHelp([help = QPointer<HelpService>(help)](const std::string& file, int topic) {
+        if (help) help->show(file, topic);
     });
-    connectHelpMenu(teile, *help);
-    connectFiles(teile);
-    connectInformation(teile);
+    connectHelpMenu(parts, *help);
+    connectFiles(parts);
+    connectInformation(parts);
 }
 
 }  // namespace brenvik

@@ -4,6 +4,6 @@
 
 namespace brenvik {
 
-void verbindeHilfe(Fensterteile& teile);
+void connectHelp(WindowParts& parts);
 
 }  // namespace brenvik

@@ -19,14 +19,14 @@ template <class Window, class Request> void registerWindow(QtPort& port, const c
 }
 
 // A list that is switched off takes its controls along. The bands' own setting stays as the user chose it.
-void showControls(frmBVK_Prog& window, Hauptfenster& record) {
-    record.versteckt["Favoriten"] = record.favoritenSichtbar ? std::vector<std::string>() : std::vector<std::string>{"mnuFav", "mnuFavShow", "mnuFavButton"};
+void showControls(frmBVK_Prog& window, MainWindow& record) {
+    record.hidden["Favoriten"] = record.favouritesVisible ? std::vector<std::string>() : std::vector<std::string>{"mnuFav", "mnuFavShow", "mnuFavButton"};
     CoolBar& bar = window.coolBar();
     constexpr std::pair<const char*, const char*> Bands[] = {{"picToolbar", "mnuFavShow"}, {"tbrFavoriten", "mnuFavButton"}};
     for (const auto& [band, entry] : Bands)
         if (QWidget* widget = bar.findChild<QWidget*>(QLatin1String(band)))
-            widget->setVisible(record.favoritenSichtbar && window.menues().action(QLatin1String(entry))->isChecked());
-    bar.button(QStringLiteral("tbrHistory"))->setVisible(record.historySichtbar);
+            widget->setVisible(record.favouritesVisible && window.menus().action(QLatin1String(entry))->isChecked());
+    bar.button(QStringLiteral("tbrHistory"))->setVisible(record.historyVisible);
     emit bar.heightChanged();
 }
 
@@ -37,7 +37,7 @@ void showFavourites(frmBVK_Prog& window, Favoriten& favourites) {
     for (const std::string& item : favourites.strFavoriten()) combo->addItem(plainLine(item));
     combo->setCurrentIndex(favourites.chosen());
 
-    QMenu* menu = window.menues().menu(QStringLiteral("mnuFavListe"));
+    QMenu* menu = window.menus().menu(QStringLiteral("mnuFavListe"));
     menu->clear();
     for (std::size_t k = 1; k < favourites.mnuFavPopA().size(); ++k) {
         QAction* action = menu->addAction(plainCaption(favourites.mnuFavPopA()[k]));
@@ -49,24 +49,24 @@ void showFavourites(frmBVK_Prog& window, Favoriten& favourites) {
 
 }  // namespace
 
-void verbindeListen(Fensterteile& teile, Listen& listen) {
-    frmBVK_Prog& window = teile.fenster;
-    Hauptfenster& record = teile.programm.context().frmBVK_Prog;
+void connectLists(WindowParts& parts, Listen& listen) {
+    frmBVK_Prog& window = parts.windows;
+    MainWindow& record = parts.program.context().frmBVK_Prog;
     Favoriten& favourites = listen.favoriten();
-    teile.aufzeichnungen.add(listen);
-    teile.laden.LoadFHListe = [&listen] { listen.LoadFHListe(); };
-    teile.laden.listenOrdnerNeu = [&listen] { listen.ordnerNeu(); };
+    parts.recorders.add(listen);
+    parts.laden.LoadFHListe = [&listen] { listen.LoadFHListe(); };
+    parts.laden.listFolderNew = [&listen] { listen.folderNew(); };
 
-    registerWindow<frmBVK_HistoryListe, HistoryListeAnfrage>(teile.port, "frmBVK_HistoryListe");
-    registerWindow<frmBVK_HistoryDaten, HistoryDatenAnfrage>(teile.port, "frmBVK_HistoryDaten");
-    registerWindow<frmBVK_UndoConflicts, UndoConflictsRequest>(teile.port, "frmBVK_UndoConflicts");
-    registerWindow<frmBVK_FavVerwalten, FavVerwaltenAnfrage>(teile.port, "frmBVK_FavVerwalten");
+    registerWindow<frmBVK_HistoryListe, HistoryListeRequest>(parts.port, "frmBVK_HistoryListe");
+    registerWindow<frmBVK_HistoryDaten, HistoryDatenRequest>(parts.port, "frmBVK_HistoryDaten");
+    registerWindow<frmBVK_UndoConflicts, UndoConflictsRequest>(parts.port, "frmBVK_UndoConflicts");
+    registerWindow<frmBVK_FavVerwalten, FavVerwaltenRequest>(parts.port, "frmBVK_FavVerwalten");
 
-    window.setCommand(Befehl::History, [&listen] { listen.historyFenster().oeffnen(); });
-    window.setCommand(Befehl::FavAdd, [&favourites] { favourites.FavAdd(); });
-    window.setCommand(Befehl::FavDel, [&favourites] { favourites.FavDel(); });
-    window.setCommand(Befehl::FavVerwalten, [&favourites] { favourites.verwalten(); });
-    window.setCommand(Befehl::FavLaden, [&favourites] { favourites.FavAuswahlAnzeigen(); });
+    window.setCommand(Command::History, [&listen] { listen.historyWindows().open(); });
+    window.setCommand(Command::FavAdd, [&favourites] { favourites.FavAdd(); });
+    window.setCommand(Command::FavDel, [&favourites] { favourites.FavDel(); });
+    window.setCommand(Command::FavManage, [&favourites] { favourites.manage(); });
+    window.setCommand(Command::FavLaden, [&favourites] { favourites.FavAuswahlAnzeigen(); });
     QObject::connect(window.coolBar().cboFavoriten(), &QComboBox::activated, &window, [&favourites](int item) { favourites.choose(item); });
     listen.onChange([&window, &record, &favourites] {
         showControls(window, record);

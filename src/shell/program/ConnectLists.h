@@ -5,6 +5,6 @@
 
 namespace brenvik {
 
-void verbindeListen(Fensterteile& teile, Listen& listen);   // both outlive the window's events
+void connectLists(WindowParts& parts, Listen& listen);   // both outlive the window's events
 
 }  // namespace brenvik

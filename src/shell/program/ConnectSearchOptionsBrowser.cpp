@@ -13,53 +13,53 @@
 
 namespace brenvik {
 
-void zeigeSuche(TippMaschine& engine, Suchauftrag& auftrag) {
+void showSearch(TipEngine& engine, SearchOrder& searchOrder) {
     Context& ctx = engine.context();
-    SuchenAnfrage request;
-    request.auftrag = auftrag;
-    request.suchen = [&ctx](const Suchauftrag& order) {
-        Suchergebnis result;
-        const std::string condition = suchBedingung(order);
+    SuchenRequest request;
+    request.searchOrder = searchOrder;
+    request.suchen = [&ctx](const SearchOrder& order) {
+        SearchResult result;
+        const std::string condition = searchCondition(order);
         if (condition.empty()) return result;
-        result.art = DBSuchen(ctx, condition, result.treffer) ? Suchergebnis::Art::Gesucht : Suchergebnis::Art::Gescheitert;
+        result.art = DBSuchen(ctx, condition, result.hits) ? SearchResult::Art::Sought : SearchResult::Art::Failed;
         return result;
     };
     ctx.port.showWindow(request);
-    auftrag = request.auftrag;
-    if (!request.gewaehlt.empty()) engine.tree().TippOeffnen(request.gewaehlt);
+    searchOrder = request.searchOrder;
+    if (!request.chosen.empty()) engine.tree().TippOeffnen(request.chosen);
 }
 
-void zeigeOptionen(TippMaschine& engine, const std::function<void()>& listenOrdnerNeu) {
+void showOptions(TipEngine& engine, const std::function<void()>& listFolderNew) {
     Context& ctx = engine.context();
     if (!engine.DatenSichern()) return;
     const Settings before = ctx.einstellungen;
     const bool listsWere = ctx.blnHistoryAktiv && ctx.blnFavoritenAktiv;
-    OptionenAnfrage request(ctx);
+    OptionenRequest request(ctx);
     ctx.port.showWindow(request);
     const Settings& now = ctx.einstellungen;
     const bool folders = now.strHistoryPfad != before.strHistoryPfad || now.strFavoritenPfad != before.strFavoritenPfad;
     const bool raised = !listsWere && ctx.blnHistoryAktiv && ctx.blnFavoritenAktiv;
-    if ((folders || raised) && listenOrdnerNeu) listenOrdnerNeu();
-    if (now.Farbschema != before.Farbschema) setColourMode(*qApp, colourModeOf(now.Farbschema));
+    if ((folders || raised) && listFolderNew) listFolderNew();
+    if (now.ColourScheme != before.ColourScheme) setColourMode(*qApp, colourModeOf(now.ColourScheme));
     // What the panels show and allow depends on these.
     if (now.BSSystemAktiv == before.BSSystemAktiv && now.LöschenAktiv == before.LöschenAktiv) return;
-    engine.reloadTipp();
+    engine.reloadTip();
 }
 
-void zeigeRegBrowser(TippMaschine& engine, ChangeRecorder& recorder) {
+void showRegBrowser(TipEngine& engine, ChangeRecorder& recorder) {
     const auto browser = makeRegBrowser(engine.context(), recorder);
-    RegBrowseAnfrage request(*browser);
+    RegBrowseRequest request(*browser);
     engine.context().port.showWindow(request);
     if (!browser->changedAnything()) return;
-    if (engine.DatenSichern(Verbleib::WirdErsetzt)) engine.reloadTipp();      // the panels show what stands in the registry now
+    if (engine.DatenSichern(Whereabouts::IsReplaced)) engine.reloadTip();      // the panels show what stands in the registry now
 }
 
-void verbindeSucheOptionenBrowser(Fensterteile& teile) {
-    TippMaschine& engine = teile.programm.maschine();
-    teile.laden.startPasswort = [&engine] { return StartPasswort(engine.context()); };
-    teile.fenster.setCommand(Befehl::Suchen, [&engine, order = std::make_shared<Suchauftrag>()] { zeigeSuche(engine, *order); });
-    teile.fenster.setCommand(Befehl::Optionen, [&engine, &steps = teile.laden] { zeigeOptionen(engine, steps.listenOrdnerNeu); });
-    teile.fenster.setCommand(Befehl::RegBrowser, [&engine, &recorder = teile.aufzeichnungen] { zeigeRegBrowser(engine, recorder); });
+void connectSearchOptionsBrowser(WindowParts& parts) {
+    TipEngine& engine = parts.program.engine();
+    parts.laden.startPassword = [&engine] { return StartPassword(engine.context()); };
+    parts.windows.setCommand(Command::Suchen, [&engine, order = std::make_shared<SearchOrder>()] { showSearch(engine, *order); });
+    parts.windows.setCommand(Command::Optionen, [&engine, &steps = parts.laden] { showOptions(engine, steps.listFolderNew); });
+    parts.windows.setCommand(Command::RegBrowser, [&engine, &recorder = parts.recorders] { showRegBrowser(engine, recorder); });
 }
 
 }  // namespace brenvik

@@ -6,14 +6,14 @@
 
 namespace brenvik {
 
-class TippMaschine;
-struct Suchauftrag;
+class TipEngine;
+struct SearchOrder;
 
-void verbindeSucheOptionenBrowser(Fensterteile& teile);
+void connectSearchOptionsBrowser(WindowParts& parts);
 
 // What the commands do; all windows open through the context's port.
-void zeigeSuche(TippMaschine& engine, Suchauftrag& auftrag);                       // auftrag: as it was left the last time
-void zeigeOptionen(TippMaschine& engine, const std::function<void()>& listenOrdnerNeu);
-void zeigeRegBrowser(TippMaschine& engine, ChangeRecorder& recorder);
+void showSearch(TipEngine& engine, SearchOrder& searchOrder);                       // auftrag: as it was left the last time
+void showOptions(TipEngine& engine, const std::function<void()>& listFolderNew);
+void showRegBrowser(TipEngine& engine, ChangeRecorder& recorder);
 
 }  // namespace brenvik

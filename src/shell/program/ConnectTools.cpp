@@ -11,19 +11,19 @@ namespace {
 
 constexpr const char* Msinfo32 = "Microsoft Shared\\MSInfo\\msinfo32.exe";
 
-struct Werkzeug {
-    Befehl befehl;
+struct Tool {
+    Command command;
     const char* file;
 };
-constexpr Werkzeug Plain[] = {
-    {Befehl::Regedit, "regedit.exe"},       {Befehl::Regedt32, "regedt32.exe"},     {Befehl::Dxdiag, "dxdiag.exe"},     {Befehl::Sigverif, "sigverif.exe"},
-    {Befehl::DrWatson16, "drwatson.exe"},   {Befehl::DrWatson32, "drwtsn32.exe"},   {Befehl::Eventvwr, "eventvwr.exe"},
+constexpr Tool Plain[] = {
+    {Command::Regedit, "regedit.exe"},       {Command::Regedt32, "regedt32.exe"},     {Command::Dxdiag, "dxdiag.exe"},     {Command::Sigverif, "sigverif.exe"},
+    {Command::DrWatson16, "drwatson.exe"},   {Command::DrWatson32, "drwtsn32.exe"},   {Command::Eventvwr, "eventvwr.exe"},
 };
 
 void launch(UserPort& port, const std::string& program, const std::vector<std::string>& arguments = {}) {
     if (port.startProgram(program, arguments)) return;
     const std::string& named = arguments.empty() ? program : arguments.back();
-    port.tell(meldung::ProgrammStart1 + named.substr(named.rfind('\\') + 1) + meldung::ProgrammStart2);
+    port.tell(messages::ProgramStart1 + named.substr(named.rfind('\\') + 1) + messages::ProgramStart2);
 }
 
 // The German Windows keeps it elsewhere than all others.
@@ -36,19 +36,19 @@ std::string msinfo32(const Context& ctx) {
 
 }  // namespace
 
-void verbindeDatenbankwahl(Fensterteile& teile) {
-    TippMaschine& engine = teile.programm.maschine();
-    teile.fenster.setCommand(Befehl::AndereDBLaden, [&engine] { engine.tree().mnuandereDBLoad(); });
-    teile.fenster.setCommand(Befehl::BVKDBLaden, [&engine] { engine.tree().mnuBVKDBLoad(); });
+void connectDatabaseChoice(WindowParts& parts) {
+    TipEngine& engine = parts.program.engine();
+    parts.windows.setCommand(Command::LoadOtherDB, [&engine] { engine.tree().mnuandereDBLoad(); });
+    parts.windows.setCommand(Command::BVKDBLaden, [&engine] { engine.tree().mnuBVKDBLoad(); });
 }
 
-void verbindeWerkzeuge(Fensterteile& teile) {
-    frmBVK_Prog& window = teile.fenster;
-    UserPort& port = teile.port;
-    Context& ctx = teile.programm.context();
-    for (const Werkzeug& tool : Plain) window.setCommand(tool.befehl, [&port, file = tool.file] { launch(port, file); });
-    window.setCommand(Befehl::Gpedit, [&port, &ctx] { launch(port, "mmc", {ctx.strWindir + "\\system32\\gpedit.msc"}); });
-    window.setCommand(Befehl::Msinfo32, [&port, &ctx] { launch(port, msinfo32(ctx)); });
+void connectTools(WindowParts& parts) {
+    frmBVK_Prog& window = parts.windows;
+    UserPort& port = parts.port;
+    Context& ctx = parts.program.context();
+    for (const Tool& tool : Plain) window.setCommand(tool.command, [&port, file = tool.file] { launch(port, file); });
+    window.setCommand(Command::Gpedit, [&port, &ctx] { launch(port, "mmc", {ctx.strWindir + "\\system32\\gpedit.msc"}); });
+    window.setCommand(Command::Msinfo32, [&port, &ctx] { launch(port, msinfo32(ctx)); });
 }
 
 }  // namespace brenvik

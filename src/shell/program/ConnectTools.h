@@ -4,7 +4,7 @@
 
 namespace brenvik {
 
-void verbindeDatenbankwahl(Fensterteile& teile);
-void verbindeWerkzeuge(Fensterteile& teile);
+void connectDatabaseChoice(WindowParts& parts);
+void connectTools(WindowParts& parts);
 
 }  // namespace brenvik

@@ -2,8 +2,8 @@
 
 namespace brenvik {
 
-bool MaschinenEvents::beforeClose() { return engine_.DatenSichern(Verbleib::WirdErsetzt); }
+bool EngineEvents::beforeClose() { return engine_.DatenSichern(Whereabouts::IsReplaced); }
 
-bool MaschinenEvents::beforeLeaving() { return engine_.DatenSichern(); }
+bool EngineEvents::beforeLeaving() { return engine_.DatenSichern(); }
 
 }  // namespace brenvik

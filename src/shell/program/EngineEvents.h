@@ -5,11 +5,11 @@
 
 namespace brenvik {
 
-class MaschinenEvents : public WindowEvents {
+class EngineEvents : public WindowEvents {
 public:
-    explicit MaschinenEvents(TippMaschine& engine) : engine_(engine) {}
+    explicit EngineEvents(TipEngine& engine) : engine_(engine) {}
 
-    void klick() override { engine_.context().klick(); }
+    void click() override { engine_.context().click(); }
     bool beforeClose() override;
     bool beforeLeaving() override;
     void selectTab(int tab) override { engine_.tree().selectTab(tab); }
@@ -31,7 +31,7 @@ public:
     void userBootTitle(std::size_t panel, const std::string& text) override { engine_.input().userBootTitle(panel, text); }
 
 private:
-    TippMaschine& engine_;
+    TipEngine& engine_;
 };
 
 }  // namespace brenvik

@@ -9,10 +9,10 @@
 
 namespace brenvik {
 
-class Ladefenster : public Startfenster {
+class LoadWindow : public StartWindow {
 public:
     // withInfo: the start window is shown (and waits for the user, if he wants it to).
-    Ladefenster(QApplication& application, Context& ctx, frmBVK_Prog& main, bool withInfo)
+    LoadWindow(QApplication& application, Context& ctx, frmBVK_Prog& main, bool withInfo)
         : application_(application), ctx_(ctx), main_(main), withInfo_(withInfo) {}
 
     void Update(int percent) override;

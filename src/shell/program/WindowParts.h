@@ -7,17 +7,17 @@ class QApplication;
 
 namespace brenvik {
 
-class Programm;
+class Program;
 class QtPort;
 class frmBVK_Prog;
 
-struct Fensterteile {
+struct WindowParts {
     QApplication& application;
     QtPort& port;
-    Programm& programm;
-    frmBVK_Prog& fenster;
-    Ladeschritte& laden;             // steps of the load sequence that an area does
-    Aufzeichnungen& aufzeichnungen;  // who hears of changes
+    Program& program;
+    frmBVK_Prog& windows;
+    LoadSteps& laden;             // steps of the load sequence that an area does
+    Recorders& recorders;  // who hears of changes
 };
 
 }  // namespace brenvik

@@ -28,16 +28,16 @@ void save(QWidget& window, const std::filesystem::path& file) {
 
 }  // namespace
 
-void takeScreenshots(Fensterteile& teile, const std::filesystem::path& folder) {
+void takeScreenshots(WindowParts& parts, const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder);
-    teile.fenster.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);    // whatever screen the pictures are taken on
-    teile.fenster.resize(MainWidth, MainHeight);
-    teile.fenster.SizeControlsV(TreeWidth);
-    teile.fenster.SizeControlsH(PanelsHeight);
-    teile.fenster.show();
+    parts.windows.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);    // whatever screen the pictures are taken on
+    parts.windows.resize(MainWidth, MainHeight);
+    parts.windows.SizeControlsV(TreeWidth);
+    parts.windows.SizeControlsH(PanelsHeight);
+    parts.windows.show();
     for (const ColourMode mode : {ColourMode::Light, ColourMode::Dark}) {
-        setColourMode(teile.application, mode);
-        besucheFenster(teile, [&](QWidget& window, const std::string& name) { save(window, folder / pictureName(window, name, mode)); });
+        setColourMode(parts.application, mode);
+        visitWindows(parts, [&](QWidget& window, const std::string& name) { save(window, folder / pictureName(window, name, mode)); });
     }
 }
 

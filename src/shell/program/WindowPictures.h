@@ -8,7 +8,7 @@ namespace brenvik {
 
 // Writes them as PNG, in light and dark, at the scale of this process. Throws NumberedError if a picture cannot be written or
 // a window does not open.
-void takeScreenshots(Fensterteile& teile, const std::filesystem::path& folder);
+void takeScreenshots(WindowParts& parts, const std::filesystem::path& folder);
 
 // The same in a second process at 2x, unless this process runs at a scale of its own choice. The home must be closed by now.
 void takeScreenshotsAtDoubleScale(const std::filesystem::path& folder, const std::filesystem::path& home);

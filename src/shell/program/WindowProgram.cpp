@@ -35,108 +35,108 @@ public:
 };
 
 // Every area hooks its windows and commands in, in a line of its own.
-void verbinde(Fensterteile& teile, Listen& listen) {
-    verbindeDatenbankwahl(teile);
-    verbindeWerkzeuge(teile);
-    verbindeHilfe(teile);
-    verbindeSucheOptionenBrowser(teile);
-    verbindeListen(teile, listen);
+void connectEvents(WindowParts& parts, Listen& listen) {
+    connectDatabaseChoice(parts);
+    connectTools(parts);
+    connectHelp(parts);
+    connectSearchOptionsBrowser(parts);
+    connectLists(parts, listen);
 }
 
 }  // namespace
 
-Fensterprogramm::Fensterprogramm(QApplication& application, const FensterOptionen& options, QtPort& port, Platform& platform)
-    : options_(options), port_(port), programm_(port, platform, options.programm, relay_, aufzeichnungen_),
-      fenster_(programm_.context().frmBVK_Prog, programm_.context().einstellungen, displayOrder), events_(programm_.maschine()),
-      export_(programm_.maschine(), exportlisten_), listen_(programm_.maschine()), teile_{application, port, programm_, fenster_, laden_, aufzeichnungen_} {
-    programm_.openHome();
-    FrameContext& ctx = programm_.context();
+WindowProgram::WindowProgram(QApplication& application, const WindowOptions& options, QtPort& port, Platform& platform)
+    : options_(options), port_(port), program_(port, platform, options.program, relay_, recorders_),
+      windows_(program_.context().frmBVK_Prog, program_.context().einstellungen, displayOrder), events_(program_.engine()),
+      export_(program_.engine(), exportLists_), listen_(program_.engine()), parts_{application, port, program_, windows_, laden_, recorders_} {
+    program_.openHome();
+    FrameContext& ctx = program_.context();
     port.onNote([&ctx](const std::string& line) { ctx.trace.write(line); });
-    verbinde(teile_, listen_);
-    verbindeExport(fenster_, export_);
+    connectEvents(parts_, listen_);
+    connectExport(windows_, export_);
 }
 
-bool Fensterprogramm::start() {
-    Context& ctx = programm_.context();
+bool WindowProgram::start() {
+    Context& ctx = program_.context();
     const bool forUser = options_.screenshots.empty();
-    if (!startPruefung(ctx, options_.kommandozeile, [&] { return forUser && anotherInstance(); })) return false;
+    if (!startCheck(ctx, options_.commandLineText, [&] { return forUser && anotherInstance(); })) return false;
     if (options_.passwort) ctx.strParamPasswort = *options_.passwort;
-    if (!programm_.schreibhindernis().empty()) port_.tell(meldung::NurLesen1 + programm_.schreibhindernis(), box::Exclamation);
-    if (forUser) programm_.offerMissingFiles(true);
-    relay_.target = &fenster_;
-    fenster_.attach(events_);
-    fenster_.onUnload([this] { unload(); });
-    Ladefenster windows(teile_.application, ctx, fenster_, forUser);
-    if (runLadefolge(programm_, windows, laden_)) return true;
+    if (!program_.writeObstacle().empty()) port_.tell(messages::ReadOnly1 + program_.writeObstacle(), box::Exclamation);
+    if (forUser) program_.offerMissingFiles(true);
+    relay_.target = &windows_;
+    windows_.attach(events_);
+    windows_.onUnload([this] { unload(); });
+    LoadWindow windows(parts_.application, ctx, windows_, forUser);
+    if (runLoadSequence(program_, windows, laden_)) return true;
     exitCode_ = 1;
     return false;
 }
 
-bool Fensterprogramm::anotherInstance() {
-    using Stand = host::Einzelinstanz::Stand;
-    Context& ctx = programm_.context();
+bool WindowProgram::anotherInstance() {
+    using Stand = host::SingleInstance::Stand;
+    Context& ctx = program_.context();
     const auto token = [&](const char* name) { return ctx.platform.environment(name).value_or(""); };
-    instanz_ = host::makeEinzelinstanz(ctx.heimPfad);
-    switch (instanz_->anmelden(SecondStartPatience, token("XDG_ACTIVATION_TOKEN"))) {
-        case Stand::Erste: listenForOthers(); return false;
-        case Stand::AndereGerufen: return true;
-        case Stand::AndereAntwortetNicht:
+    instance_ = host::makeSingleInstance(ctx.homePath);
+    switch (instance_->logOn(SecondStartPatience, token("XDG_ACTIVATION_TOKEN"))) {
+        case Stand::First: listenForOthers(); return false;
+        case Stand::OtherCalled: return true;
+        case Stand::OtherDoesNotAnswer:
             exitCode_ = 1;
             ctx.trace.write("--- Eine andere Instanz läuft und antwortet nicht");
-            port_.tell(meldung::ErsteHaengt, box::Exclamation);
+            port_.tell(messages::FirstHangs, box::Exclamation);
             return true;
-        case Stand::Unbekannt: ctx.trace.write("--- Ob eine andere Instanz läuft, ist nicht festzustellen"); return false;
+        case Stand::Unknown: ctx.trace.write("--- Ob eine andere Instanz läuft, ist nicht festzustellen"); return false;
     }
     return false;
 }
 
-void Fensterprogramm::listenForOthers() {
+void WindowProgram::listenForOthers() {
     const auto come = [this] {
-        const auto token = instanz_->abholen();
-        if (token) fenster_.bringToFront(QByteArray::fromStdString(*token));
+        const auto token = instance_->fetch();
+        if (token) windows_.bringToFront(QByteArray::fromStdString(*token));
     };
 #ifdef Q_OS_WIN
-    auto notifier = std::make_unique<QWinEventNotifier>(reinterpret_cast<Qt::HANDLE>(instanz_->wakeHandle()));
-    QObject::connect(notifier.get(), &QWinEventNotifier::activated, &fenster_, come);
+    auto notifier = std::make_unique<QWinEventNotifier>(reinterpret_cast<Qt::HANDLE>(instance_->wakeHandle()));
+    QObject::connect(notifier.get(), &QWinEventNotifier::activated, &windows_, come);
 #else
-    auto notifier = std::make_unique<QSocketNotifier>(instanz_->wakeHandle(), QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, &fenster_, come);
+    auto notifier = std::make_unique<QSocketNotifier>(instance_->wakeHandle(), QSocketNotifier::Read);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, &windows_, come);
 #endif
     notifier_ = std::move(notifier);
 }
 
 // What the window leaves behind, in this order. The question comes last: whatever the answer, all is saved.
-void Fensterprogramm::unload() {
-    Context& ctx = programm_.context();
+void WindowProgram::unload() {
+    Context& ctx = program_.context();
     ctx.einstellungen.TreeAktiv = ctx.intTreeAktiv;
-    Save_BVKEinstellungen(ctx, fenster_.presentSettings());
+    Save_BVKEinstellungen(ctx, windows_.presentSettings());
     DBClose(ctx);
     if (ctx.blnPrivilegien) ctx.objBVKReg.DisablePrivileges();
     if (!ctx.blnNeustartNoetig) return;
-    const std::int16_t kind = neuanmeldungArt(ctx.intBS);
-    if (port_.ask(meldung::NeuAnmelden + std::string("\r\n\r\n") + sitzungsendeText(ctx, kind))) ShutDown(ctx, kind, 0);
+    const std::int16_t kind = newLogonKind(ctx.intBS);
+    if (port_.ask(messages::LogOnAgain + std::string("\r\n\r\n") + sessionEndText(ctx, kind))) ShutDown(ctx, kind, 0);
 }
 
-static int run(QApplication& application, const FensterOptionen& options, QtPort& port, Platform& platform) {
-    Fensterprogramm program(application, options, port, platform);
+static int run(QApplication& application, const WindowOptions& options, QtPort& port, Platform& platform) {
+    WindowProgram program(application, options, port, platform);
     if (!program.start()) return program.exitCode();
     if (options.screenshots.empty()) return application.exec();
-    takeScreenshots(program.teile(), options.screenshots);
+    takeScreenshots(program.parts(), options.screenshots);
     return 0;
 }
 
-int runFensterprogramm(QApplication& application, FensterOptionen options) {
+int runWindowProgram(QApplication& application, WindowOptions options) {
     const bool pictures = !options.screenshots.empty();
     const std::unique_ptr<QtPort> port = pictures ? std::make_unique<PicturePort>() : std::make_unique<QtPort>();
     const auto platform = makeNativePlatform();
     try {
         std::optional<PrivateFolder> fresh;     // pictures show the program as shipped, not what stands in the user's home
-        if (pictures && options.programm.home.empty()) options.programm.home = fresh.emplace("brenvik-bilder").path();
+        if (pictures && options.program.home.empty()) options.program.home = fresh.emplace("brenvik-bilder").path();
         const int code = run(application, options, *port, *platform);
-        if (code == 0 && pictures) takeScreenshotsAtDoubleScale(options.screenshots, options.programm.home);
+        if (code == 0 && pictures) takeScreenshotsAtDoubleScale(options.screenshots, options.program.home);
         return code;
     } catch (const StoreOpenError& error) {
-        port->tell(meldung::DienstFehlt1 + utf8FromPath(platform->executableDirectory()) + meldung::DienstFehlt2 + "\r\n\r\n" + error.what());
+        port->tell(messages::ServiceMissing1 + utf8FromPath(platform->executableDirectory()) + messages::ServiceMissing2 + "\r\n\r\n" + error.what());
     } catch (const std::exception& error) {
         port->tell(error.what(), box::Critical);
     }

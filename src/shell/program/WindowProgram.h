@@ -16,9 +16,9 @@ class QObject;
 
 namespace brenvik {
 
-struct FensterOptionen {
-    ProgrammOptionen programm;
-    std::string kommandozeile;              // the program's own switches
+struct WindowOptions {
+    ProgramOptions program;
+    std::string commandLineText;              // the program's own switches
     std::optional<std::string> passwort;    // for the account of /U:, from elsewhere than the command line; goes before /PW:
     std::filesystem::path screenshots;      // not empty: render the windows into this folder and end
 };
@@ -34,44 +34,44 @@ public:
     void windowChanged() override { if (target) target->windowChanged(); }
 };
 
-class Fensterprogramm {
+class WindowProgram {
 public:
     // Opens home and store (also where they can only be read), makes the main window and hooks all areas in. Throws with a message for the user.
-    Fensterprogramm(QApplication& application, const FensterOptionen& options, QtPort& port, Platform& platform);
-    Fensterprogramm(const Fensterprogramm&) = delete;
-    Fensterprogramm& operator=(const Fensterprogramm&) = delete;
+    WindowProgram(QApplication& application, const WindowOptions& options, QtPort& port, Platform& platform);
+    WindowProgram(const WindowProgram&) = delete;
+    WindowProgram& operator=(const WindowProgram&) = delete;
 
     // Start check and load sequence; false: the program ends. The main window is shown afterwards.
     bool start();
     int exitCode() const { return exitCode_; }      // of a start that failed
 
-    Programm& programm() { return programm_; }
-    frmBVK_Prog& fenster() { return fenster_; }
-    Fensterteile& teile() { return teile_; }
+    Program& program() { return program_; }
+    frmBVK_Prog& windows() { return windows_; }
+    WindowParts& parts() { return parts_; }
 
 private:
     bool anotherInstance();
     void listenForOthers();
     void unload();
 
-    FensterOptionen options_;
+    WindowOptions options_;
     QtPort& port_;
     ObserverRelay relay_;
-    Aufzeichnungen aufzeichnungen_;
-    Programm programm_;
-    frmBVK_Prog fenster_;
-    MaschinenEvents events_;
-    Exportlisten exportlisten_;
+    Recorders recorders_;
+    Program program_;
+    frmBVK_Prog windows_;
+    EngineEvents events_;
+    ExportLists exportLists_;
     Export export_;
     Listen listen_;
-    Ladeschritte laden_;
-    Fensterteile teile_;
-    std::unique_ptr<host::Einzelinstanz> instanz_;
-    std::unique_ptr<QObject> notifier_;             // of instanz_, so gone before it
+    LoadSteps laden_;
+    WindowParts parts_;
+    std::unique_ptr<host::SingleInstance> instance_;
+    std::unique_ptr<QObject> notifier_;             // of instance_, so gone before it
     int exitCode_ = 0;
 };
 
 // Answers the exit code of the process.
-int runFensterprogramm(QApplication& application, FensterOptionen options);
+int runWindowProgram(QApplication& application, WindowOptions options);
 
 }  // namespace brenvik

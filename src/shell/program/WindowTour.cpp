@@ -35,11 +35,11 @@ constexpr std::size_t FilterXP = 6;             // the shipped registry is an XP
 constexpr int TextSaveQuestion = 57, TextReadTree = 221, StageReadTree = 80;
 
 // A modal window: how it is opened, and what is done in it so that there is something to see.
-struct Fensterbild {
-    const char* fenster;                            // object name
-    std::function<void(Fensterteile&)> oeffnen;     // returns when the window is closed
-    std::function<void(QDialog&)> vorbereiten = nullptr;
-    const char* zusatz = "";                        // to the name it is visited under
+struct WindowPicture {
+    const char* windows;                            // object name
+    std::function<void(WindowParts&)> open;     // returns when the window is closed
+    std::function<void(QDialog&)> prepare = nullptr;
+    const char* addition = "";                        // to the name it is visited under
 };
 
 // Types a text into a field and confirms it.
@@ -62,28 +62,28 @@ std::function<void(QDialog&)> page(const char* widget) {
     };
 }
 
-std::function<void(Fensterteile&)> menu(const char* entry) {
-    return [entry](Fensterteile& parts) { parts.fenster.menues().action(QLatin1String(entry))->trigger(); };
+std::function<void(WindowParts&)> menu(const char* entry) {
+    return [entry](WindowParts& parts) { parts.windows.menus().action(QLatin1String(entry))->trigger(); };
 }
 
-template <class Request> std::function<void(Fensterteile&)> request(Request example) {
-    return [example](Fensterteile& parts) {
+template <class Request> std::function<void(WindowParts&)> request(Request example) {
+    return [example](WindowParts& parts) {
         Request own = example;
         parts.port.showWindow(own);
     };
 }
 
-DatentypAnfrage typeConflict() {
-    DatentypAnfrage request;
-    request.tippNummer = "301";
-    request.typDatenbank = "REG_DWORD";
-    request.typRegistry = "REG_SZ";
-    request.inhalt = "400";
+DatentypRequest typeConflict() {
+    DatentypRequest request;
+    request.tipNumber = "301";
+    request.typeDatabase = "REG_DWORD";
+    request.typeRegistry = "REG_SZ";
+    request.contents = "400";
     return request;
 }
 
-BearbeitenAnfrage menuEntry() {
-    BearbeitenAnfrage request;
+BearbeitenRequest menuEntry() {
+    BearbeitenRequest request;
     request.neu = false;
     request.txtKeyName = "editor";
     request.txtBeschreibung = "Mit dem Editor öffnen";
@@ -91,53 +91,53 @@ BearbeitenAnfrage menuEntry() {
     return request;
 }
 
-BootINIAnfrage bootEntry() {
-    BootINIAnfrage request;
+BootINIRequest bootEntry() {
+    BootINIRequest request;
     request.txtBootWert = "Microsoft Windows XP Professional";
     return request;
 }
 
-REGEditAnfrage registryNumber() {
-    REGEditAnfrage request;
+REGEditRequest registryNumber() {
+    REGEditRequest request;
     request.ItemKey = "HKEY_CURRENT_USER\\Control Panel\\Desktop";
     request.ItemName = "ForegroundLockTimeout";
     request.ItemWert = fromText("200000", regtype::Dword);
     return request;
 }
 
-RegNameAnfrage newKeyName() {
-    RegNameAnfrage request;
+RegNameRequest newKeyName() {
+    RegNameRequest request;
     request.titel = "Neuer Schlüssel";
-    request.frage = "Name des neuen Schlüssels:";
+    request.question = "Name des neuen Schlüssels:";
     request.name = "Policies";
     return request;
 }
 
-TippFileSaveAnfrage exportList() {
-    TippFileSaveAnfrage request;
+TippFileSaveRequest exportList() {
+    TippFileSaveRequest request;
     request.caption = "REG-File-Liste speichern...";
     request.lblInfo = "Folgende Einträge befinden sich in der Liste:";
     request.lvRegList = {"Bildschirmschoner ein- und ausschalten", "Wartezeit beim Öffnen der Untermenüs im Startmenü", "Desktop-Symbole ausblenden"};
     return request;
 }
 
-HistoryListeAnfrage historyList() {
+HistoryListeRequest historyList() {
     static constexpr const char* Headings[] = {"Schriftgröße der Menüs", "Verzögerung der Menüs", "Assistent zur Desktopbereinigung abschalten"};
-    HistoryListeAnfrage request;
-    for (std::int32_t row = 1; row <= 3; ++row) request.zeilen.push_back({row, 0});
+    HistoryListeRequest request;
+    for (std::int32_t row = 1; row <= 3; ++row) request.lines.push_back({row, 0});
     request.zeile = [](std::size_t row) {
-        return HistoryListeAnfrage::Zeile{"09.11.2002", "12:3" + std::to_string(row) + ":00", "BRENVIK-PC", Headings[row % std::size(Headings)]};
+        return HistoryListeRequest::Zeile{"09.11.2002", "12:3" + std::to_string(row) + ":00", "BRENVIK-PC", Headings[row % std::size(Headings)]};
     };
-    request.befehleAktiv = request.redoMoeglich = true;
+    request.commandsActive = request.redoPossible = true;
     return request;
 }
 
-HistoryDatenAnfrage historyValues() {
-    HistoryDatenAnfrage request;
-    request.zeilen = {{"MenuShowDelay", "400", "100", "HKEY_CURRENT_USER\\Control Panel\\Desktop\\MenuShowDelay"},
-                      {"NoDesktopCleanupWizard", KeyNichtVorhanden, "1", "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Policies\\Explorer\\NoDesktopCleanupWizard"}};
-    request.hinweis = "Die Änderung wurde auf dem Rechner \"BUERO-2\" gemacht; die aktuellen Werte sind die des Rechners \"BRENVIK-PC\".";
-    request.undoMoeglich = request.genauMoeglich = true;
+HistoryDatenRequest historyValues() {
+    HistoryDatenRequest request;
+    request.lines = {{"MenuShowDelay", "400", "100", "HKEY_CURRENT_USER\\Control Panel\\Desktop\\MenuShowDelay"},
+                      {"NoDesktopCleanupWizard", KeyNotThere, "1", "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Policies\\Explorer\\NoDesktopCleanupWizard"}};
+    request.hint = "Die Änderung wurde auf dem Rechner \"BUERO-2\" gemacht; die aktuellen Werte sind die des Rechners \"BRENVIK-PC\".";
+    request.undoPossible = request.exactPossible = true;
     return request;
 }
 
@@ -147,14 +147,14 @@ UndoConflictsRequest undoConflicts() {
     return request;
 }
 
-FavVerwaltenAnfrage favourites() {
-    FavVerwaltenAnfrage request;
+FavVerwaltenRequest favourites() {
+    FavVerwaltenRequest request;
     request.lvFav = {"Farben der Menüs und der Markierung", "Schriftgröße der Menüs", "Verzögerung der Menüs"};
     return request;
 }
 
 // A window that lands gets its line here.
-std::vector<Fensterbild> modalWindows() {
+std::vector<WindowPicture> modalWindows() {
     return {
         {"frmBVK_KeyInfo", menu("mnuKeyInfo")},
         {"frmBVK_OSFreigabe", menu("mnuBSFreigabe")},
@@ -174,32 +174,32 @@ std::vector<Fensterbild> modalWindows() {
         {"frmBVK_Optionen", menu("mnuOptionen"), page("seiteVerzeichnisse"), "-4"},
         {"frmBVK_Optionen", menu("mnuOptionen"), page("seiteHilfedatei"), "-5"},
         {"frmBVK_Optionen", menu("mnuOptionen"), page("seiteKennwort"), "-6"},
-        {"frmBVK_PWAbfrage", request(PWAbfrageAnfrage())},
+        {"frmBVK_PWAbfrage", request(PWAbfrageRequest())},
         {"frmBVK_RegBrowse", menu("mnuBvkReg"), typed("txtPfad", "HKCU\\Control Panel\\Desktop")},
         {"frmBVK_REGEdit", request(registryNumber())},
         {"frmBVK_RegName", request(newKeyName())},
         {"frmBVK_TippFileSave", request(exportList())},
-        {"frmBVK_Parameter", request(ParameterAnfrage())},
-        {"frmBVK_OSErkennung", request(OSErkennungAnfrage())},
-        {"frmBVK_Symbolleiste", [](Fensterteile& parts) { parts.fenster.coolBar().askArrangement(QStringLiteral("tbrBVKNav")); }},
-        {"MessageBox", [](Fensterteile& parts) { parts.port.QtPort::messageBox({strBVKTexte(TextSaveQuestion), box::YesNo + box::Question}); }},
+        {"frmBVK_Parameter", request(ParameterRequest())},
+        {"frmBVK_OSErkennung", request(OSErkennungRequest())},
+        {"frmBVK_Symbolleiste", [](WindowParts& parts) { parts.windows.coolBar().askArrangement(QStringLiteral("tbrBVKNav")); }},
+        {"MessageBox", [](WindowParts& parts) { parts.port.QtPort::messageBox({strBVKTexte(TextSaveQuestion), box::YesNo + box::Question}); }},
     };
 }
 
-class Rundgang {
+class Tour {
 public:
-    Rundgang(Fensterteile& teile, const Besuch& besuch) : teile_(teile), visit_(besuch) {}
+    Tour(WindowParts& parts, const Visit& visit) : parts_(parts), visit_(visit) {}
 
     void all() {
         visitStart();
         visitMain();
-        for (const Fensterbild& window : modalWindows()) visitModal(window);
+        for (const WindowPicture& window : modalWindows()) visitModal(window);
         visitHelp();
     }
 
 private:
     void visitStart() {
-        FrameContext& ctx = teile_.programm.context();
+        FrameContext& ctx = parts_.program.context();
         ctx.strStartInfo = strBVKTexte(TextReadTree);
         frmBVK_Info window(ctx, false);
         window.Update(StageReadTree);
@@ -209,8 +209,8 @@ private:
 
     // The window without a Tip and with one Tip of each panel kind, the modal windows then with a Tip of several values.
     void visitMain() {
-        frmBVK_Prog& window = teile_.fenster;
-        TippMaschine& engine = teile_.programm.maschine();
+        frmBVK_Prog& window = parts_.windows;
+        TipEngine& engine = parts_.program.engine();
         engine.tree().TreeEinlesen();
         engine.tree().selectNode(0);
         visit_(window, "start");
@@ -222,23 +222,23 @@ private:
     }
 
     void showTypical(std::int16_t kind) {
-        TippMaschine& engine = teile_.programm.maschine();
+        TipEngine& engine = parts_.program.engine();
         if (typical_.empty()) findTypical();
         engine.tree().TreeEinlesen();      // shut groups, so that the pictures do not depend on their order
-        engine.tree().showTippByNumber(typical_[kind]);
+        engine.tree().showTipByNumber(typical_[kind]);
     }
 
     // Of each kind the Tip that has most to show, but no more than fits.
     void findTypical() {
-        Context& ctx = teile_.programm.context();
+        Context& ctx = parts_.program.context();
         std::map<std::int16_t, std::size_t> most;
         for (const auto& row : ctx.udtTippListe) {
             if (!row.Filter[FilterXP]) continue;
-            teile_.programm.maschine().inspectTipp(row.Index);
+            parts_.program.engine().inspectTip(row.Index);
             const auto& panels = ctx.frmBVK_Prog.panels;
             if (panels.empty() || panels.size() > 3) continue;
-            std::size_t content = 1 + panels.size() + panels[0].zeilen.size();
-            for (const Panel& panel : panels) content += panel.status.farbe == StatusFarbe::Gefunden;
+            std::size_t content = 1 + panels.size() + panels[0].lines.size();
+            for (const Panel& panel : panels) content += panel.status.colour == StatusColour::Gefunden;
             std::size_t& best = most[panels[0].Ausgabeart];
             if (content <= best) continue;
             best = content;
@@ -246,19 +246,19 @@ private:
         }
     }
 
-    void visitModal(const Fensterbild& wanted) {
+    void visitModal(const WindowPicture& wanted) {
         bool visited = false;
         std::string failure;
         QTimer timer;
         QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
             auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (!modal) return;
-            if (!visited && modal->objectName() == QLatin1String(wanted.fenster)) {
+            if (!visited && modal->objectName() == QLatin1String(wanted.windows)) {
                 visited = true;
                 timer.stop();       // the visit runs events
                 try {
-                    if (wanted.vorbereiten) wanted.vorbereiten(*modal);
-                    visit_(*modal, wanted.fenster + std::string(wanted.zusatz));
+                    if (wanted.prepare) wanted.prepare(*modal);
+                    visit_(*modal, wanted.windows + std::string(wanted.addition));
                 } catch (const std::exception& error) {
                     failure = error.what();
                 }
@@ -269,13 +269,13 @@ private:
             }
         });
         timer.start(PollMs);
-        wanted.oeffnen(teile_);
+        wanted.open(parts_);
         if (!failure.empty()) throw NumberedError(errnum::PathFileAccess, failure);
-        if (!visited) throw NumberedError(errnum::PathFileAccess, "Das Fenster " + std::string(wanted.fenster) + " hat sich nicht geöffnet.");
+        if (!visited) throw NumberedError(errnum::PathFileAccess, "Das Fenster " + std::string(wanted.windows) + " hat sich nicht geöffnet.");
     }
 
     void visitHelp() {
-        teile_.port.showHelp(std::string(produkt::HilfeDatei), hilfethema::ErsteSchritte);
+        parts_.port.showHelp(std::string(product::HelpFile), helpTopic::FirstSteps);
         for (QWidget* window : QApplication::topLevelWidgets())
             if (window->objectName() == QLatin1String("frmBVK_Hilfe")) {
                 visit_(*window, "frmBVK_Hilfe");
@@ -283,13 +283,13 @@ private:
             }
     }
 
-    Fensterteile& teile_;
-    const Besuch& visit_;
+    WindowParts& parts_;
+    const Visit& visit_;
     std::map<std::int16_t, std::int32_t> typical_;      // panel kind -> number of the Tip
 };
 
 }  // namespace
 
-void besucheFenster(Fensterteile& teile, const Besuch& besuch) { Rundgang(teile, besuch).all(); }
+void visitWindows(WindowParts& parts, const Visit& visit) { Tour(parts, visit).all(); }
 
 }  // namespace brenvik

@@ -10,9 +10,9 @@ class QWidget;
 namespace brenvik {
 
 // name: of the window, with what tells several visits apart; "art1" to "art11" is the main window with a Tip of that kind.
-using Besuch = std::function<void(QWidget& window, const std::string& name)>;
+using Visit = std::function<void(QWidget& window, const std::string& name)>;
 
 // Throws NumberedError if a window does not open, and what the visitor throws.
-void besucheFenster(Fensterteile& teile, const Besuch& besuch);
+void visitWindows(WindowParts& parts, const Visit& visit);
 
 }  // namespace brenvik

@@ -15,7 +15,7 @@ constexpr int Width = 560;
 
 }  // namespace
 
-frmBVK_Bearbeiten::frmBVK_Bearbeiten(BearbeitenAnfrage& request, QWidget* parent)
+frmBVK_Bearbeiten::frmBVK_Bearbeiten(BearbeitenRequest& request, QWidget* parent)
     : Dialog("frmBVK_Bearbeiten", qt(strBVKTexte(TextTitle)), parent), request_(request), txtKeyName_(new QLineEdit(this)),
       txtBeschreibung_(new QLineEdit(this)), txtBefehl_(new QLineEdit(this)) {
     const auto field = [](QLineEdit& edit, const char* name, QLabel* caption) {
@@ -56,7 +56,7 @@ frmBVK_Bearbeiten::frmBVK_Bearbeiten(BearbeitenAnfrage& request, QWidget* parent
     connect(save, &QPushButton::clicked, this, [this] { cmdSave(); });
     connect(back, &QPushButton::clicked, this, &QDialog::reject);
 
-    if (!request_.neu && request_.befehlLesen) request_.befehlLesen(request_);
+    if (!request_.neu && request_.commandRead) request_.commandRead(request_);
     showFields();
 }
 
@@ -78,12 +78,12 @@ void frmBVK_Bearbeiten::cmdSave() {
         (request_.txtKeyName.empty() ? txtKeyName_ : txtBefehl_)->setFocus();
         return;
     }
-    if (request_.speichern && request_.speichern(request_)) accept();
+    if (request_.save && request_.save(request_)) accept();
 }
 
 void frmBVK_Bearbeiten::cmdBefehl() {
     readFields();
-    if (request_.befehlSuchen) request_.befehlSuchen(request_);
+    if (request_.commandFind) request_.commandFind(request_);
     showFields();
 }
 

@@ -9,14 +9,14 @@ namespace brenvik {
 
 class frmBVK_Bearbeiten : public Dialog {
 public:
-    frmBVK_Bearbeiten(BearbeitenAnfrage& request, QWidget* parent);
+    frmBVK_Bearbeiten(BearbeitenRequest& request, QWidget* parent);
 
 private:
     void readFields();      // into the request
     void showFields();      // from the request
     void cmdSave();
     void cmdBefehl();
-    BearbeitenAnfrage& request_;
+    BearbeitenRequest& request_;
     QLineEdit* txtKeyName_;
     QLineEdit* txtBeschreibung_;
     QLineEdit* txtBefehl_;

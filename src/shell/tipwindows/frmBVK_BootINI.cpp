@@ -14,7 +14,7 @@ constexpr int ButtonCancel = 0, ButtonOk = 8, ButtonOverwrite = 31;
 
 }  // namespace
 
-frmBVK_BootINI::frmBVK_BootINI(UserPort& port, BootINIAnfrage& request, QWidget* parent)
+frmBVK_BootINI::frmBVK_BootINI(UserPort& port, BootINIRequest& request, QWidget* parent)
     : Dialog("frmBVK_BootINI", qt(strBVKTexte(TextTitle)), parent), port_(port), request_(request), txtBootWert_(new QLineEdit(this)) {
     txtBootWert_->setObjectName(QStringLiteral("txtBootWert"));
     txtBootWert_->setText(qt(request.txtBootWert));
@@ -42,14 +42,14 @@ frmBVK_BootINI::frmBVK_BootINI(UserPort& port, BootINIAnfrage& request, QWidget*
 
     connect(ok, &QPushButton::clicked, this, [this] { cmdOK(); });
     connect(write, &QPushButton::clicked, this, [this] {
-        request_.antwort = BootINIAnfrage::Antwort::Ueberschreiben;
+        request_.reply = BootINIRequest::Reply::Overwrite;
         accept();
     });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 void frmBVK_BootINI::cmdOK() {
-    if (request_.nennen(utf8(txtBootWert_->text())))
+    if (request_.naming(utf8(txtBootWert_->text())))
         accept();
     else
         port_.tell(strBVKTexte(TextNameTaken));

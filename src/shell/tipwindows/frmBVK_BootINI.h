@@ -10,12 +10,12 @@ namespace brenvik {
 
 class frmBVK_BootINI : public Dialog {
 public:
-    frmBVK_BootINI(UserPort& port, BootINIAnfrage& request, QWidget* parent);
+    frmBVK_BootINI(UserPort& port, BootINIRequest& request, QWidget* parent);
 
 private:
     void cmdOK();
     UserPort& port_;
-    BootINIAnfrage& request_;
+    BootINIRequest& request_;
     QLineEdit* txtBootWert_;
 };
 

@@ -20,7 +20,7 @@ constexpr std::size_t LongestContent = 4'000;    // characters; more of the valu
 
 }  // namespace
 
-frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidget* parent)
+frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypRequest& request, QWidget* parent)
     : Dialog("frmBVK_Datentyp", qt(strBVKTexte(TextTitle)), parent), port_(port), request_(request) {
     auto* grid = new QGridLayout(this);
     QLabel* warning = label("lblInfo", qt(strBVKTexte(TextWarning)));
@@ -36,16 +36,16 @@ frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidg
         shown->setTextInteractionFlags(Qt::TextSelectableByMouse);
         grid->addWidget(shown, line, 1);
     };
-    row(1, TextNumber, "lblTippNummer", request.tippNummer);
-    row(2, TextTypeDatabase, "lblTypDatenbank", request.typDatenbank);
-    row(3, TextTypeRegistry, "lblTypRegistry", request.typRegistry);
+    row(1, TextNumber, "lblTippNummer", request.tipNumber);
+    row(2, TextTypeDatabase, "lblTypDatenbank", request.typeDatabase);
+    row(3, TextTypeRegistry, "lblTypRegistry", request.typeRegistry);
     grid->addWidget(label("", qt(strBVKTexte(TextContent))), 4, 0, Qt::AlignTop);
     auto* content = new QPlainTextEdit(this);
     content->setObjectName(QStringLiteral("lblInhalt"));
     content->setAccessibleName(qt(strBVKTexte(TextContent)));
     content->setReadOnly(true);
     content->setTabChangesFocus(true);
-    content->setPlainText(plainLines(request.inhalt, LongestContent));
+    content->setPlainText(plainLines(request.contents, LongestContent));
     content->setMaximumHeight(90);
     grid->addWidget(content, 4, 1);
     grid->addWidget(label("lblFrage", qt(strBVKTexte(TextQuestion))), 5, 0, 1, 2);
@@ -71,16 +71,16 @@ frmBVK_Datentyp::frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidg
         accept();
     });
     connect(cmdAbruch, &QPushButton::clicked, this, &QDialog::reject);
-    connect(cmdHelp, &QPushButton::clicked, this, [this] { port_.showHelp(std::string(produkt::HilfeDatei), hilfethema::Datentypen); });
+    connect(cmdHelp, &QPushButton::clicked, this, [this] { port_.showHelp(std::string(product::HelpFile), helpTopic::DataTypes); });
     connect(cmdEMail, &QPushButton::clicked, this, [this] { sendMail(); });
 }
 
 void frmBVK_Datentyp::sendMail() {
     const auto line = [](int text, const std::string& value) { return qt(strBVKTexte(text)) + QLatin1Char(' ') + qt(value) + QStringLiteral("\r\n"); };
-    const QString body = line(TextNumber, request_.tippNummer) + line(TextTypeDatabase, request_.typDatenbank) +
-                         line(TextTypeRegistry, request_.typRegistry) + line(TextContent, request_.inhalt.substr(0, LongestContent));
+    const QString body = line(TextNumber, request_.tipNumber) + line(TextTypeDatabase, request_.typeDatabase) +
+                         line(TextTypeRegistry, request_.typeRegistry) + line(TextContent, request_.contents.substr(0, LongestContent));
     const auto encoded = [](const QString& text) { return utf8(QString::fromLatin1(QUrl::toPercentEncoding(text))); };
-    port_.openAddress("mailto:" + std::string(produkt::Mail) + "?subject=" + encoded(qt(strBVKTexte(TextTitle))) + "&Body=" + encoded(body));
+    port_.openAddress("mailto:" + std::string(product::Mail) + "?subject=" + encoded(qt(strBVKTexte(TextTitle))) + "&Body=" + encoded(body));
 }
 
 }  // namespace brenvik

@@ -8,12 +8,12 @@ namespace brenvik {
 
 class frmBVK_Datentyp : public Dialog {
 public:
-    frmBVK_Datentyp(UserPort& port, DatentypAnfrage& request, QWidget* parent);
+    frmBVK_Datentyp(UserPort& port, DatentypRequest& request, QWidget* parent);
 
 private:
     void sendMail();
     UserPort& port_;
-    DatentypAnfrage& request_;
+    DatentypRequest& request_;
 };
 
 }  // namespace brenvik

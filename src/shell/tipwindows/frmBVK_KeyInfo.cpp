@@ -14,7 +14,7 @@ constexpr char Unnamed[] = "(Standard)";
 }  // namespace
 
 frmBVK_KeyInfo::frmBVK_KeyInfo(FrameContext& ctx, const Tipp& tipp, QWidget* parent)
-    : Infofenster("frmBVK_KeyInfo", TextTitle, parent), ctx_(ctx), tipp_(tipp), cboKeyInfo_(new QComboBox(this)) {
+    : InfoWindows("frmBVK_KeyInfo", TextTitle, parent), ctx_(ctx), tipp_(tipp), cboKeyInfo_(new QComboBox(this)) {
     cboKeyInfo_->setObjectName(QStringLiteral("cboKeyInfo"));
     QLabel* lblKeyInfo = text("lblKeyInfo", TextInfo);
     lblKeyInfo->setBuddy(cboKeyInfo_);
@@ -38,13 +38,13 @@ frmBVK_KeyInfo::frmBVK_KeyInfo(FrameContext& ctx, const Tipp& tipp, QWidget* par
     connect(copy, &QPushButton::clicked, this, [this] { cmdZw(); });
 }
 
-const TippEintrag* frmBVK_KeyInfo::chosen() const {
+const TipEntry* frmBVK_KeyInfo::chosen() const {
     const auto entry = static_cast<std::size_t>(cboKeyInfo_->currentIndex() + 1);
     return entry > 0 && entry < tipp_.Eintrag.size() ? &tipp_.Eintrag[entry] : nullptr;
 }
 
 void frmBVK_KeyInfo::showChosen() {
-    const TippEintrag* entry = chosen();
+    const TipEntry* entry = chosen();
     if (!entry) return;
     const auto put = [](QLineEdit* field, const std::string& value) {
         field->setText(plainLine(value));
@@ -58,7 +58,7 @@ void frmBVK_KeyInfo::showChosen() {
 }
 
 void frmBVK_KeyInfo::cmdZw() {
-    if (const TippEintrag* entry = chosen()) ctx_.port.setClipboard(entry->Hauptschlüssel + "\\" + entry->Schlüssel + "\\" + entry->Wertname);
+    if (const TipEntry* entry = chosen()) ctx_.port.setClipboard(entry->Hauptschlüssel + "\\" + entry->Schlüssel + "\\" + entry->Wertname);
 }
 
 }  // namespace brenvik

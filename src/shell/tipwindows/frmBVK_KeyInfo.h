@@ -8,12 +8,12 @@
 
 namespace brenvik {
 
-class frmBVK_KeyInfo : public Infofenster {
+class frmBVK_KeyInfo : public InfoWindows {
 public:
     frmBVK_KeyInfo(FrameContext& ctx, const Tipp& tipp, QWidget* parent);
 
 private:
-    const TippEintrag* chosen() const;
+    const TipEntry* chosen() const;
     void showChosen();
     void cmdZw();
 

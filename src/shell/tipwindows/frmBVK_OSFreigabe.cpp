@@ -11,7 +11,7 @@ constexpr int TextTitle = 103, TextInfo = 104, MarkSize = 24;
 
 }  // namespace
 
-frmBVK_OSFreigabe::frmBVK_OSFreigabe(const Tipp& tipp, QWidget* parent) : Infofenster("frmBVK_OSFreigabe", TextTitle, parent) {
+frmBVK_OSFreigabe::frmBVK_OSFreigabe(const Tipp& tipp, QWidget* parent) : InfoWindows("frmBVK_OSFreigabe", TextTitle, parent) {
     IconSet icons(palette());
     addRow(text("lblInfoTXT", TextInfo));
     const bool suitable[] = {tipp.Win95, tipp.Win98, tipp.WinME, tipp.WinNT, tipp.Win2000, tipp.WinXP};    // as strBVKBS

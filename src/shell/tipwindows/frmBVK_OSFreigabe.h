@@ -5,7 +5,7 @@
 
 namespace brenvik {
 
-class frmBVK_OSFreigabe : public Infofenster {
+class frmBVK_OSFreigabe : public InfoWindows {
 public:
     frmBVK_OSFreigabe(const Tipp& tipp, QWidget* parent);
 };

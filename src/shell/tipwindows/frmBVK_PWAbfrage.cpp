@@ -13,7 +13,7 @@ constexpr int ButtonCancel = 0, ButtonOk = 8;
 
 }  // namespace
 
-frmBVK_PWAbfrage::frmBVK_PWAbfrage(UserPort& port, PWAbfrageAnfrage& request, QWidget* parent)
+frmBVK_PWAbfrage::frmBVK_PWAbfrage(UserPort& port, PWAbfrageRequest& request, QWidget* parent)
     : Dialog("frmBVK_PWAbfrage", qt(strBVKTexte(TextTitle)), parent), port_(port), request_(request), txtPW_(new QLineEdit(this)) {
     QLabel* lblPW = label("lblPW", qt(strBVKTexte(TextPassword)));
     lblPW->setWordWrap(false);
@@ -39,8 +39,8 @@ frmBVK_PWAbfrage::frmBVK_PWAbfrage(UserPort& port, PWAbfrageAnfrage& request, QW
 }
 
 void frmBVK_PWAbfrage::cmdOK() {
-    if (request_.pruefen(utf8(txtPW_->text()))) {
-        request_.bestanden = true;
+    if (request_.check(utf8(txtPW_->text()))) {
+        request_.passed = true;
         return accept();
     }
     port_.tell(strBVKTexte(TextWrong), box::Exclamation, strBVKTexte(TextWrongTitle));

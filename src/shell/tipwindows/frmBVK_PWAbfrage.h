@@ -9,12 +9,12 @@ namespace brenvik {
 
 class frmBVK_PWAbfrage : public Dialog {
 public:
-    frmBVK_PWAbfrage(UserPort& port, PWAbfrageAnfrage& request, QWidget* parent);
+    frmBVK_PWAbfrage(UserPort& port, PWAbfrageRequest& request, QWidget* parent);
 
 private:
     void cmdOK();
     UserPort& port_;
-    PWAbfrageAnfrage& request_;
+    PWAbfrageRequest& request_;
     QLineEdit* txtPW_;
 };
 

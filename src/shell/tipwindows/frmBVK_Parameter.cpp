@@ -31,7 +31,7 @@ constexpr Parameter Parameters[] = {
 
 }  // namespace
 
-frmBVK_Parameter::frmBVK_Parameter(ParameterAnfrage&, QWidget* parent) : Dialog("frmBVK_Parameter", qt(produkt::Titel), parent) {
+frmBVK_Parameter::frmBVK_Parameter(ParameterRequest&, QWidget* parent) : Dialog("frmBVK_Parameter", qt(product::Titel), parent) {
     QLabel* usage = label("lblBVKStart", QStringLiteral("BVK.EXE [/PC:<Rechnername>] [/U:<Account> /PW:<Passwort>]"));
     QFont bold = usage->font();
     bold.setBold(true);

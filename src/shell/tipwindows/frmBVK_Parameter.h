@@ -7,7 +7,7 @@ namespace brenvik {
 
 class frmBVK_Parameter : public Dialog {
 public:
-    frmBVK_Parameter(ParameterAnfrage& request, QWidget* parent);
+    frmBVK_Parameter(ParameterRequest& request, QWidget* parent);
 };
 
 }  // namespace brenvik

@@ -20,7 +20,7 @@ constexpr int Width = 540, HeightWithLines = 400;
 constexpr int LongestLine = static_cast<int>(LargestEditable);
 
 QString typeName(std::uint32_t type) {
-    for (int i = 0; i < typDatentypAnzahl; ++i)
+    for (int i = 0; i < typeCount; ++i)
         if (typDatentyp(i).nummer == static_cast<std::int32_t>(type)) return qt(typDatentyp(i).name);
     return QStringLiteral("Typ %1").arg(type);
 }
@@ -33,11 +33,11 @@ bool fitsField(const std::string& text) {
 
 }  // namespace
 
-frmBVK_REGEdit::frmBVK_REGEdit(UserPort& port, REGEditAnfrage& request, QWidget* parent)
+frmBVK_REGEdit::frmBVK_REGEdit(UserPort& port, REGEditRequest& request, QWidget* parent)
     : Dialog("frmBVK_REGEdit", request.ItemWert ? QStringLiteral("Wert ändern") : QStringLiteral("Neuer Wert"), parent), port_(port), request_(request),
       Text1_(new QLineEdit(this)), Text2_(new QLineEdit), Text3_(new QLineEdit(this)), Text2Zeilen_(new QPlainTextEdit), value_(new QStackedWidget(this)),
-      Combo1_(new QComboBox(this)), numberForms_(new QWidget(this)), opbDezimal_(new QRadioButton(QStringLiteral("&Dezimal"), numberForms_)),
-      opbHex_(new QRadioButton(QStringLiteral("&Hexadezimal"), numberForms_)), lblHinweis_(nullptr) {
+      Combo1_(new QComboBox(this)), numberForms_(new QWidget(this)), opbDecimal_(new QRadioButton(QStringLiteral("&Dezimal"), numberForms_)),
+      opbHex_(new QRadioButton(QStringLiteral("&Hexadezimal"), numberForms_)), lblHint_(nullptr) {
     makeFields();
     fillTypes();
     showValue();
@@ -70,19 +70,19 @@ void frmBVK_REGEdit::makeFields() {
     row(1, "lblWertname", "Wert&name:", Text1_);
     row(2, "lblDatentyp", "Daten&typ:", Combo1_);
     row(3, "lblWert", "&Wert:", makeValue());
-    lblHinweis_ = label("lblHinweis", {});
-    grid->addWidget(lblHinweis_, 4, 1);
+    lblHint_ = label("lblHinweis", {});
+    grid->addWidget(lblHint_, 4, 1);
     grid->addWidget(makeToolbar(), 5, 0, 1, 2);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(3, 1);
     QWidget* last = nullptr;
-    for (QWidget* next : std::initializer_list<QWidget*>{Text3_, Text1_, Combo1_, Text2_, opbDezimal_, opbHex_, Text2Zeilen_, cmdSave_}) {
+    for (QWidget* next : std::initializer_list<QWidget*>{Text3_, Text1_, Combo1_, Text2_, opbDecimal_, opbHex_, Text2Zeilen_, cmdSave_}) {
         if (last) setTabOrder(last, next);
         last = next;
     }
     connect(Combo1_, &QComboBox::activated, this, [this] { changeType(); });
-    connect(opbDezimal_, &QRadioButton::clicked, this, [this] { changeNumberForm(Wertform::Dezimal); });
-    connect(opbHex_, &QRadioButton::clicked, this, [this] { changeNumberForm(Wertform::Hexadezimal); });
+    connect(opbDecimal_, &QRadioButton::clicked, this, [this] { changeNumberForm(ValueForm::Decimal); });
+    connect(opbHex_, &QRadioButton::clicked, this, [this] { changeNumberForm(ValueForm::Hexadecimal); });
 }
 
 QWidget* frmBVK_REGEdit::makeValue() {
@@ -99,9 +99,9 @@ QWidget* frmBVK_REGEdit::makeValue() {
     column->addWidget(Text2_);
     auto* numbers = new QHBoxLayout(numberForms_);
     numbers->setContentsMargins(0, 0, 0, 0);
-    opbDezimal_->setObjectName(QStringLiteral("opbDezimal"));
+    opbDecimal_->setObjectName(QStringLiteral("opbDezimal"));
     opbHex_->setObjectName(QStringLiteral("opbHex"));
-    numbers->addWidget(opbDezimal_);
+    numbers->addWidget(opbDecimal_);
     numbers->addWidget(opbHex_);
     numbers->addStretch(1);
     column->addWidget(numberForms_);
@@ -135,14 +135,14 @@ void frmBVK_REGEdit::fillTypes() {
         Combo1_->setEnabled(false);
         return;
     }
-    for (int i = 0; i < typDatentypAnzahl; ++i) Combo1_->addItem(qt(typDatentyp(i).name), static_cast<std::uint32_t>(typDatentyp(i).nummer));
+    for (int i = 0; i < typeCount; ++i) Combo1_->addItem(qt(typDatentyp(i).name), static_cast<std::uint32_t>(typDatentyp(i).nummer));
     Combo1_->setCurrentIndex(std::max(0, Combo1_->findData(request_.ItemTyp)));
 }
 
-void frmBVK_REGEdit::showForm(Wertform form, const QString& text) {
+void frmBVK_REGEdit::showForm(ValueForm form, const QString& text) {
     form_ = form;
-    numberForms_->setVisible(form == Wertform::Dezimal || form == Wertform::Hexadezimal);
-    (form == Wertform::Hexadezimal ? opbHex_ : opbDezimal_)->setChecked(true);
+    numberForms_->setVisible(form == ValueForm::Decimal || form == ValueForm::Hexadecimal);
+    (form == ValueForm::Hexadecimal ? opbHex_ : opbDecimal_)->setChecked(true);
     value_->setCurrentIndex(inLines() ? 1 : 0);
     Text2Zeilen_->setSizePolicy(QSizePolicy::Expanding, inLines() ? QSizePolicy::Expanding : QSizePolicy::Ignored);
     if (inLines() && isVisible()) resize(width(), std::max(height(), HeightWithLines));
@@ -151,7 +151,7 @@ void frmBVK_REGEdit::showForm(Wertform form, const QString& text) {
     else
         Text2_->setText(text);
     QFont fixed = font();
-    if (form == Wertform::Bytewerte) {
+    if (form == ValueForm::ByteValues) {
         fixed.setStyleHint(QFont::Monospace);
         fixed.setFamily(QStringLiteral("monospace"));
     }
@@ -164,16 +164,16 @@ void frmBVK_REGEdit::showValue() {
     RawValue value = *request_.ItemWert;
     readOnly_ = value.bytes.size() > LargestEditable;
     if (readOnly_) value.bytes.resize(LargestShown);
-    Wertform form = readOnly_ ? Wertform::Bytewerte : eingabeForm(value);
-    if (form != Wertform::Bytewerte && !fitsField(eingabeText(value, form))) form = Wertform::Bytewerte;
+    ValueForm form = readOnly_ ? ValueForm::ByteValues : inputForm(value);
+    if (form != ValueForm::ByteValues && !fitsField(inputText(value, form))) form = ValueForm::ByteValues;
     if (readOnly_)
-        lblHinweis_->setText(QStringLiteral("Der Wert ist %1 Bytes groß. Hier stehen die ersten %2, geändert werden kann er nicht.")
+        lblHint_->setText(QStringLiteral("Der Wert ist %1 Bytes groß. Hier stehen die ersten %2, geändert werden kann er nicht.")
                                  .arg(request_.ItemWert->bytes.size()).arg(LargestShown));
-    else if (form == Wertform::Bytewerte && eingabeForm(value.type) != Wertform::Bytewerte)
-        lblHinweis_->setText(QStringLiteral("Der Inhalt hat nicht die Form, die sein Datentyp haben soll. Damit nichts verloren geht, stehen hier die einzelnen Bytes."));
-    const std::string text = eingabeText(value, form);
-    if (lblHinweis_->text().isEmpty()) lblHinweis_->setText(unseenNote(text));
-    setTextColour(*lblHinweis_, warningColour());
+    else if (form == ValueForm::ByteValues && inputForm(value.type) != ValueForm::ByteValues)
+        lblHint_->setText(QStringLiteral("Der Inhalt hat nicht die Form, die sein Datentyp haben soll. Damit nichts verloren geht, stehen hier die einzelnen Bytes."));
+    const std::string text = inputText(value, form);
+    if (lblHint_->text().isEmpty()) lblHint_->setText(unseenNote(text));
+    setTextColour(*lblHint_, warningColour());
     showForm(form, qt(text));
     Text2_->selectAll();
     Text2_->setReadOnly(readOnly_);
@@ -184,19 +184,19 @@ void frmBVK_REGEdit::showValue() {
 // Only a value that is not there yet changes its type; what was typed is kept as text.
 void frmBVK_REGEdit::changeType() {
     const std::string typed = enteredText();
-    const Wertform form = eingabeForm(Combo1_->currentData().toUInt());
+    const ValueForm form = inputForm(Combo1_->currentData().toUInt());
     showForm(form, qt(typed));
 }
 
-void frmBVK_REGEdit::changeNumberForm(Wertform form) {
+void frmBVK_REGEdit::changeNumberForm(ValueForm form) {
     if (form == form_) return;
     const bool untouched = enteredText() == shownText_;
     const auto value = enteredText().empty() ? std::optional<RawValue>() : entered();
     if (!value && !enteredText().empty()) {
-        (form_ == Wertform::Hexadezimal ? opbHex_ : opbDezimal_)->setChecked(true);
+        (form_ == ValueForm::Hexadecimal ? opbHex_ : opbDecimal_)->setChecked(true);
         return;
     }
-    showForm(form, value ? qt(eingabeText(*value, form)) : QString());
+    showForm(form, value ? qt(inputText(*value, form)) : QString());
     if (!untouched) shownText_.reset();
 }
 
@@ -207,7 +207,7 @@ QWidget* frmBVK_REGEdit::valueField() { return inLines() ? static_cast<QWidget*>
 std::optional<RawValue> frmBVK_REGEdit::entered() {
     if (request_.ItemWert && enteredText() == shownText_) return request_.ItemWert;   // byte for byte
     try {
-        return wertAusEingabe(enteredText(), Combo1_->currentData().toUInt(), form_);
+        return valueFromInput(enteredText(), Combo1_->currentData().toUInt(), form_);
     } catch (const NumberedError& error) {
         port_.tell(error.what(), box::Exclamation);
         valueField()->setFocus();
@@ -220,7 +220,7 @@ void frmBVK_REGEdit::save() {
     const std::string name = request_.neu ? utf8(Text1_->text()) : request_.ItemName;
     if (request_.neu && name.empty()) return Text1_->setFocus();
     const auto value = entered();
-    if (value && request_.speichern(name, *value)) accept();
+    if (value && request_.save(name, *value)) accept();
 }
 
 }  // namespace brenvik

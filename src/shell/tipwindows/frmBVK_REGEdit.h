@@ -14,26 +14,26 @@ namespace brenvik {
 
 class frmBVK_REGEdit : public Dialog {
 public:
-    frmBVK_REGEdit(UserPort& port, REGEditAnfrage& request, QWidget* parent);
+    frmBVK_REGEdit(UserPort& port, REGEditRequest& request, QWidget* parent);
 
 private:
     void makeFields();
     QWidget* makeValue();
     QWidget* makeToolbar();
     void fillTypes();
-    void showForm(Wertform form, const QString& text);
+    void showForm(ValueForm form, const QString& text);
     void showValue();                 // what the request holds, in its form
     void changeType();
-    void changeNumberForm(Wertform form);
-    bool inLines() const { return form_ == Wertform::Zeilen || form_ == Wertform::Bytewerte; }
+    void changeNumberForm(ValueForm form);
+    bool inLines() const { return form_ == ValueForm::Lines || form_ == ValueForm::ByteValues; }
     std::string enteredText() const;
     std::optional<RawValue> entered();   // none: it does not fit, and the user has been told
     QWidget* valueField();
     void save();
 
     UserPort& port_;
-    REGEditAnfrage& request_;
-    Wertform form_ = Wertform::Text;
+    REGEditRequest& request_;
+    ValueForm form_ = ValueForm::Text;
     bool readOnly_ = false;
     std::optional<std::string> shownText_;   // while the field still holds it nothing was changed
     QLineEdit *Text1_, *Text2_, *Text3_;
@@ -41,8 +41,8 @@ private:
     QStackedWidget* value_;
     QComboBox* Combo1_;
     QWidget* numberForms_;
-    QRadioButton *opbDezimal_, *opbHex_;
-    QLabel* lblHinweis_;
+    QRadioButton *opbDecimal_, *opbHex_;
+    QLabel* lblHint_;
     QPushButton* cmdSave_ = nullptr;
 };
 

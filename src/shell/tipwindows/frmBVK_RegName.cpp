@@ -13,9 +13,9 @@ constexpr int LongestName = 16'383;     // of a value
 
 }  // namespace
 
-frmBVK_RegName::frmBVK_RegName(RegNameAnfrage& request, QWidget* parent)
+frmBVK_RegName::frmBVK_RegName(RegNameRequest& request, QWidget* parent)
     : Dialog("frmBVK_RegName", qt(request.titel), parent), request_(request), txtName_(new QLineEdit(qt(request.name), this)) {
-    QLabel* lblName = label("lblName", qt(request.frage));
+    QLabel* lblName = label("lblName", qt(request.question));
     lblName->setWordWrap(false);
     lblName->setBuddy(txtName_);
     txtName_->setObjectName(QStringLiteral("txtName"));

@@ -7,18 +7,18 @@
 
 namespace brenvik {
 
-struct RegNameAnfrage : WindowRequest {
+struct RegNameRequest : WindowRequest {
     std::string_view windowName() const override { return "frmBVK_RegName"; }
-    std::string titel, frage, name;
+    std::string titel, question, name;
     bool ok = false;
 };
 
 class frmBVK_RegName : public Dialog {
 public:
-    frmBVK_RegName(RegNameAnfrage& request, QWidget* parent);
+    frmBVK_RegName(RegNameRequest& request, QWidget* parent);
 
 private:
-    RegNameAnfrage& request_;
+    RegNameRequest& request_;
     QLineEdit* txtName_;
 };
 

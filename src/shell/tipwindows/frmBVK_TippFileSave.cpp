@@ -15,7 +15,7 @@ constexpr int GroupGap = 14, ButtonWidth = 150;
 
 }  // namespace
 
-frmBVK_TippFileSave::frmBVK_TippFileSave(TippFileSaveAnfrage& request, QWidget* parent)
+frmBVK_TippFileSave::frmBVK_TippFileSave(TippFileSaveRequest& request, QWidget* parent)
     : Dialog("frmBVK_TippFileSave", qt(request.caption), parent), request_(request), lvRegList_(new QListWidget(this)) {
     QLabel* lblInfo = label("lblInfo", qt(request_.lblInfo));
     lvRegList_->setObjectName(QStringLiteral("lvRegList"));
@@ -72,7 +72,7 @@ void frmBVK_TippFileSave::showList() {
     lvRegList_->clear();
     for (const std::string& title : request_.lvRegList) lvRegList_->addItem(plainLine(title));
     if (lvRegList_->count() > 0) lvRegList_->setCurrentRow(std::clamp(selected, 0, lvRegList_->count() - 1));
-    for (QPushButton* each : {cmdSave_, cmdDel_, cmdDelAll_}) each->setEnabled(request_.aktiv);
+    for (QPushButton* each : {cmdSave_, cmdDel_, cmdDelAll_}) each->setEnabled(request_.active);
 }
 
 }  // namespace brenvik

@@ -9,13 +9,13 @@ namespace brenvik {
 
 class frmBVK_TippFileSave : public Dialog {
 public:
-    frmBVK_TippFileSave(TippFileSaveAnfrage& request, QWidget* parent);
+    frmBVK_TippFileSave(TippFileSaveRequest& request, QWidget* parent);
 
 private:
     QPushButton* command(const char* name, const QString& caption, std::function<void()> work);
     void showList();
 
-    TippFileSaveAnfrage& request_;
+    TippFileSaveRequest& request_;
     QListWidget* lvRegList_;
     QPushButton *cmdSave_, *cmdDel_, *cmdDelAll_;
 };

@@ -76,9 +76,9 @@ void setColourMode(QApplication& application, ColourMode mode) {
     application.setPalette(mode == ColourMode::Dark ? darkPalette() : lightPalette());
 }
 
-ColourMode colourModeOf(std::string_view farbschema) {
-    if (farbschema == "Hell") return ColourMode::Light;
-    return farbschema == "Dunkel" ? ColourMode::Dark : ColourMode::System;
+ColourMode colourModeOf(std::string_view colourScheme) {
+    if (colourScheme == "Hell") return ColourMode::Light;
+    return colourScheme == "Dunkel" ? ColourMode::Dark : ColourMode::System;
 }
 
 bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
@@ -89,11 +89,11 @@ QColor foundColour() { return isDark(QApplication::palette()) ? QColor(0x8f, 0xc
 
 QColor accentColour(const QPalette& palette) { return isDark(palette) ? QColor(0x6f, 0xb4, 0xf0) : QColor(0x1f, 0x6f, 0xb8); }
 
-QColor statusColour(StatusFarbe colour) {
+QColor statusColour(StatusColour colour) {
     switch (colour) {
-        case StatusFarbe::Gefunden: return foundColour();
-        case StatusFarbe::Fehlt: return warningColour();
-        case StatusFarbe::Normal: break;
+        case StatusColour::Gefunden: return foundColour();
+        case StatusColour::Missing: return warningColour();
+        case StatusColour::Normal: break;
     }
     return QApplication::palette().color(QPalette::ButtonText);
 }

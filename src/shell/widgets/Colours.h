@@ -13,12 +13,12 @@ namespace brenvik {
 enum class ColourMode { System, Light, Dark };
 
 void setColourMode(QApplication& application, ColourMode mode);
-ColourMode colourModeOf(std::string_view farbschema);     // the setting Farbschema: "System", "Hell" or "Dunkel"; nonsense is System
+ColourMode colourModeOf(std::string_view colourScheme);     // the setting ColourScheme: "System", "Hell" or "Dunkel"; nonsense is System
 bool isDark(const QPalette& palette);
 QColor accentColour(const QPalette& palette);
 
 // By the application's palette: while it changes, the widgets take it over one after the other.
-QColor statusColour(StatusFarbe colour);
+QColor statusColour(StatusColour colour);
 QColor warningColour();
 QColor foundColour();
 

@@ -64,7 +64,7 @@ QIcon IconSet::get(const QString& name) {
 
 QIcon IconSet::tree(const TreeNode& node) {
     switch (node.art) {
-        case TreeNode::Art::Wurzel: return program();
+        case TreeNode::Art::Root: return program();
         case TreeNode::Art::Gruppe: return get(QStringLiteral("baum1"));
         case TreeNode::Art::Version: return get(QStringLiteral("baum-version"));
         case TreeNode::Art::Tipp: break;

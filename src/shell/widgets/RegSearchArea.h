@@ -12,10 +12,10 @@
 
 namespace brenvik {
 
-class RegSuchbereich : public QFrame {
+class RegSearchArea : public QFrame {
     Q_OBJECT
 public:
-    RegSuchbereich(RegBrowser& browser, QWidget* parent);
+    RegSearchArea(RegBrowser& browser, QWidget* parent);
 
     void open(const std::string& key);          // shows itself, to search below this key
     void setKey(const std::string& key);
@@ -25,7 +25,7 @@ public:
 signals:
     void started();
     void finished();
-    void chosen(const BrowserTreffer& hit);
+    void chosen(const BrowserHit& hit);
 
 private:
     QLayout* makeQuestion();
@@ -36,11 +36,11 @@ private:
     RegBrowser& browser_;
     std::string key_;
     QLineEdit* txtRegSuche_;
-    QCheckBox *chkSchluessel_, *chkWertnamen_, *chkDaten_;
+    QCheckBox *chkKey_, *chkValueNames_, *chkData_;
     QPushButton* cmdRegSuchen_;
-    QTreeView* lvRegTreffer_;
-    RegTrefferModel* hits_;
-    QLabel* lblRegTreffer_;
+    QTreeView* lvRegHits_;
+    RegHitModel* hits_;
+    QLabel* lblRegHits_;
     bool running_ = false, cancelled_ = false;
 };
 

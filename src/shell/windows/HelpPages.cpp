@@ -11,103 +11,103 @@
 namespace brenvik {
 namespace {
 
-using namespace hilfethema;
+using namespace helpTopic;
 
-constexpr char Grundlagen[] = "Grundlagen", Werte[] = "Werte ändern", Listen[] = "Listen und Dateien", Umgebung[] = "Rund um das Programm";
+constexpr char Basics[] = "Grundlagen", Values[] = "Werte ändern", Listen[] = "Listen und Dateien", Environment[] = "Rund um das Programm";
 
-constexpr Hilfeseite Seiten[] = {
-    {Inhalt, "inhalt.html", "Inhalt", ""},
-    {Info, "info.html", "Was Brenvik ist", Grundlagen},
-    {ErsteSchritte, "erste-schritte.html", "Erste Schritte", Grundlagen},
-    {Allgemein, "tipps.html", "Die Tipps", Grundlagen},
-    {Hauptfenster, "hauptfenster.html", "Das Hauptfenster", Grundlagen},
-    {Suchen, "suchen.html", "Tipps suchen", Grundlagen},
-    {Tastatur, "tastatur.html", "Bedienung mit der Tastatur", Grundlagen},
-    {Speichern, "speichern.html", "Speichern, Standard, Löschen", Werte},
-    {Statuszeilen, "statuszeilen.html", "Was die Statuszeilen bedeuten", Werte},
-    {Panelart + art::CheckBox, "art-kontrollkaestchen.html", "Kontrollkästchen", Werte},
-    {Panelart + art::TextWerte, "art-texteingabe.html", "Texteingabe", Werte},
-    {Panelart + art::ZahlenWerte, "art-zahlenwerte.html", "Zahlenwerte", Werte},
-    {Panelart + art::AuswahlBox, "art-auswahlbox.html", "Auswahlbox", Werte},
-    {Panelart + art::OptionsAuswahl, "art-auswahlmoeglichkeiten.html", "Auswahlmöglichkeiten", Werte},
-    {Panelart + art::Drive, "art-pfadauswahl.html", "Datei- und Verzeichnisauswahl", Werte},
-    {Panelart + art::Farbe, "art-farbauswahl.html", "Farbauswahl", Werte},
-    {Panelart + art::Liste, "art-liste.html", "Liste mit Häkchen", Werte},
-    {Panelart + art::BootINI, "art-bootmenue.html", "Bootmenü", Werte},
-    {Panelart + art::Kontext, "art-kontextmenue.html", "Kontextmenü", Werte},
-    {Panelart + art::BitMaske, "art-bitmaske.html", "Bitmaske", Werte},
-    {Datentypen, "datentypen.html", "Unterschiedliche Datentypen", Werte},
+constexpr HelpPage Pages[] = {
+    {Contents, "inhalt.html", "Inhalt", ""},
+    {Info, "info.html", "Was Brenvik ist", Basics},
+    {FirstSteps, "erste-schritte.html", "Erste Schritte", Basics},
+    {General, "tipps.html", "Die Tipps", Basics},
+    {MainWindow, "hauptfenster.html", "Das Hauptfenster", Basics},
+    {Suchen, "suchen.html", "Tipps suchen", Basics},
+    {Keyboard, "tastatur.html", "Bedienung mit der Tastatur", Basics},
+    {Speichern, "speichern.html", "Speichern, Standard, Löschen", Values},
+    {StatusLines, "statuszeilen.html", "Was die Statuszeilen bedeuten", Values},
+    {Panelart + art::CheckBox, "art-kontrollkaestchen.html", "Kontrollkästchen", Values},
+    {Panelart + art::TextWerte, "art-texteingabe.html", "Texteingabe", Values},
+    {Panelart + art::ZahlenWerte, "art-zahlenwerte.html", "Zahlenwerte", Values},
+    {Panelart + art::AuswahlBox, "art-auswahlbox.html", "Auswahlbox", Values},
+    {Panelart + art::OptionsAuswahl, "art-auswahlmoeglichkeiten.html", "Auswahlmöglichkeiten", Values},
+    {Panelart + art::Drive, "art-pfadauswahl.html", "Datei- und Verzeichnisauswahl", Values},
+    {Panelart + art::Farbe, "art-farbauswahl.html", "Farbauswahl", Values},
+    {Panelart + art::Liste, "art-liste.html", "Liste mit Häkchen", Values},
+    {Panelart + art::BootINI, "art-bootmenue.html", "Bootmenü", Values},
+    {Panelart + art::Kontext, "art-kontextmenue.html", "Kontextmenü", Values},
+    {Panelart + art::BitMaske, "art-bitmaske.html", "Bitmaske", Values},
+    {DataTypes, "datentypen.html", "Unterschiedliche Datentypen", Values},
     {History, "history.html", "History und Zurücksetzen", Listen},
     {Favoriten, "favoriten.html", "Favoriten", Listen},
     {Export, "export.html", "REG- und ADM-Dateien", Listen},
     {Sicherung, "sicherung.html", "Registry sichern", Listen},
-    {Datenbank, "datenbank.html", "Die Tippdatenbank", Listen},
-    {Optionen, "optionen.html", "Optionen", Umgebung},
-    {RegistryBrowser, "registry-browser.html", "Registry Browser", Umgebung},
-    {Infofenster, "infofenster.html", "Die Informationsfenster", Umgebung},
-    {Netzwerk, "netzwerk.html", "Andere Rechner", Umgebung},
-    {Befehlszeile, "befehlszeile.html", "Befehlszeile", Umgebung},
-    {DebugModus, "debug-modus.html", "BVK Debug-Modus", Umgebung},
+    {Database, "datenbank.html", "Die Tippdatenbank", Listen},
+    {Optionen, "optionen.html", "Optionen", Environment},
+    {RegistryBrowser, "registry-browser.html", "Registry Browser", Environment},
+    {InfoWindows, "infofenster.html", "Die Informationsfenster", Environment},
+    {Network, "netzwerk.html", "Andere Rechner", Environment},
+    {CommandLine, "befehlszeile.html", "Befehlszeile", Environment},
+    {DebugMode, "debug-modus.html", "BVK Debug-Modus", Environment},
 };
 
-const QHash<QString, int>& fensterThemen() {
-    static const QHash<QString, int> themen{
+const QHash<QString, int>& windowTopics() {
+    static const QHash<QString, int> topics{
         {"frmBVK_Suchen", Suchen},
         {"frmBVK_Optionen", Optionen},
         {"frmBVK_PWAbfrage", Optionen},
         {"frmBVK_RegBrowse", RegistryBrowser},
         {"frmBVK_REGEdit", RegistryBrowser},
         {"frmBVK_RegName", RegistryBrowser},
-        {"frmBVK_Symbolleiste", Hauptfenster},
+        {"frmBVK_Symbolleiste", MainWindow},
         {"frmBVK_HistoryListe", History},
         {"frmBVK_HistoryDaten", History},
         {"frmBVK_UndoConflicts", History},
         {"frmBVK_FavVerwalten", Favoriten},
         {"frmBVK_TippFileSave", Export},
         {"frmBVK_BackupRestore", Sicherung},
-        {"frmBVK_NetzBrowser", Netzwerk},
-        {"frmBVK_NetzLogonAss", Netzwerk},
-        {"frmBVK_NetzProfil", Netzwerk},
-        {"frmBVK_Datentyp", Datentypen},
+        {"frmBVK_NetzBrowser", Network},
+        {"frmBVK_NetzLogonAss", Network},
+        {"frmBVK_NetzProfil", Network},
+        {"frmBVK_Datentyp", DataTypes},
         {"frmBVK_Bearbeiten", Panelart + art::Kontext},
         {"frmBVK_BootINI", Panelart + art::BootINI},
-        {"frmBVK_KeyInfo", Infofenster},
-        {"frmBVK_OSFreigabe", Infofenster},
-        {"frmBVK_OSInfo", Infofenster},
-        {"frmBVK_OSErkennung", Infofenster},
+        {"frmBVK_KeyInfo", InfoWindows},
+        {"frmBVK_OSFreigabe", InfoWindows},
+        {"frmBVK_OSInfo", InfoWindows},
+        {"frmBVK_OSErkennung", InfoWindows},
         {"frmBVK_About", Info},
-        {"frmBVK_Parameter", Befehlszeile},
+        {"frmBVK_Parameter", CommandLine},
     };
-    return themen;
+    return topics;
 }
 
 }  // namespace
 
-std::span<const Hilfeseite> hilfeseiten() { return Seiten; }
+std::span<const HelpPage> helpPages() { return Pages; }
 
-bool istEigeneHilfe(std::string_view datei) {
+bool isOwnHelp(std::string_view datei) {
     const QString name = qt(datei.substr(datei.find_last_of("\\/") + 1));
     const auto same = [&name](std::string_view own) { return name.compare(qt(own), Qt::CaseInsensitive) == 0; };
-    return same(produkt::HilfeDatei) || same(produkt::OstranaHlp) || same(produkt::OstranaChm);
+    return same(product::HelpFile) || same(product::OstranaHlp) || same(product::OstranaChm);
 }
 
-const Hilfeseite* hilfeseite(int thema) {
-    const auto found = std::find_if(std::begin(Seiten), std::end(Seiten), [thema](const Hilfeseite& page) { return page.thema == thema; });
-    return found == std::end(Seiten) ? nullptr : found;
+const HelpPage* helpPage(int topic) {
+    const auto found = std::find_if(std::begin(Pages), std::end(Pages), [topic](const HelpPage& page) { return page.topic == topic; });
+    return found == std::end(Pages) ? nullptr : found;
 }
 
-const Hilfeseite* hilfeseite(const QString& datei) {
-    const auto found = std::find_if(std::begin(Seiten), std::end(Seiten), [&](const Hilfeseite& page) { return datei == QLatin1String(page.datei); });
-    return found == std::end(Seiten) ? nullptr : found;
+const HelpPage* helpPage(const QString& datei) {
+    const auto found = std::find_if(std::begin(Pages), std::end(Pages), [&](const HelpPage& page) { return datei == QLatin1String(page.datei); });
+    return found == std::end(Pages) ? nullptr : found;
 }
 
 // A Tip without a number of its own has 0.
-int themaDesTipps(std::int32_t hilfeNummer, std::int16_t ausgabeart) {
-    if (hilfeNummer != 0 && hilfeseite(hilfeNummer)) return hilfeNummer;
-    const int thema = Panelart + ausgabeart;
-    return ausgabeart > 0 && hilfeseite(thema) ? thema : Statuszeilen;
+int topicOfTip(std::int32_t hilfeNummer, std::int16_t ausgabeart) {
+    if (hilfeNummer != 0 && helpPage(hilfeNummer)) return hilfeNummer;
+    const int topic = Panelart + ausgabeart;
+    return ausgabeart > 0 && helpPage(topic) ? topic : StatusLines;
 }
 
-int themaDesFensters(const QString& name) { return fensterThemen().value(name, Inhalt); }
+int topicOfWindow(const QString& name) { return windowTopics().value(name, Contents); }
 
 }  // namespace brenvik

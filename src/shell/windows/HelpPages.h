@@ -7,26 +7,26 @@
 
 namespace brenvik {
 
-struct Hilfeseite {
-    int thema;
+struct HelpPage {
+    int topic;
     const char* datei;          // in the folder "hilfe" beside the program
     const char* titel;          // as in the page's <title>
-    const char* kapitel;        // heading in the contents
+    const char* chapter;        // heading in the contents
 };
 
-std::span<const Hilfeseite> hilfeseiten();
+std::span<const HelpPage> helpPages();
 
 // Whether a help file name, with or without a folder of either spelling, is one that our pages stand for.
-bool istEigeneHilfe(std::string_view datei);
+bool isOwnHelp(std::string_view datei);
 
 // nullptr: there is no page for that topic.
-const Hilfeseite* hilfeseite(int thema);
-const Hilfeseite* hilfeseite(const QString& datei);
+const HelpPage* helpPage(int topic);
+const HelpPage* helpPage(const QString& datei);
 
 // The topic for a Tip: its own number if there is a page for it, else the page of its first panel's kind.
-int themaDesTipps(std::int32_t hilfeNummer, std::int16_t ausgabeart);
+int topicOfTip(std::int32_t hilfeNummer, std::int16_t ausgabeart);
 
 // The topic for a window, by its object name.
-int themaDesFensters(const QString& name);
+int topicOfWindow(const QString& name);
 
 }  // namespace brenvik

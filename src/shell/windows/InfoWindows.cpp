@@ -10,7 +10,7 @@ constexpr int ButtonOk = 8;
 
 }  // namespace
 
-Infofenster::Infofenster(const char* name, int titleText, QWidget* parent)
+InfoWindows::InfoWindows(const char* name, int titleText, QWidget* parent)
     : Dialog(name, tableText(titleText), parent), grid_(new QGridLayout), buttons_(new QHBoxLayout) {
     auto* box = new QVBoxLayout(this);
     box->setSpacing(12);
@@ -22,11 +22,11 @@ Infofenster::Infofenster(const char* name, int titleText, QWidget* parent)
     grid_->setHorizontalSpacing(10);
 }
 
-QString Infofenster::tableText(int number) { return qt(strBVKTexte(number)).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).trimmed(); }
+QString InfoWindows::tableText(int number) { return qt(strBVKTexte(number)).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).trimmed(); }
 
-void Infofenster::addRow(QWidget* widget) { grid_->addWidget(widget, grid_->rowCount(), 0, 1, 2); }
+void InfoWindows::addRow(QWidget* widget) { grid_->addWidget(widget, grid_->rowCount(), 0, 1, 2); }
 
-QLineEdit* Infofenster::line(const char* captionName, int captionText, const char* valueName, const QString& value) {
+QLineEdit* InfoWindows::line(const char* captionName, int captionText, const char* valueName, const QString& value) {
     QLabel* caption = text(captionName, captionText);
     caption->setWordWrap(false);
     auto* shown = new QLineEdit(value, this);
@@ -41,7 +41,7 @@ QLineEdit* Infofenster::line(const char* captionName, int captionText, const cha
     return shown;
 }
 
-QPushButton* Infofenster::closeButton(const char* name) {
+QPushButton* InfoWindows::closeButton(const char* name) {
     QPushButton* close = button(name, qt(strBVKButtons(ButtonOk)));
     close->setDefault(true);
     close->setFocus();

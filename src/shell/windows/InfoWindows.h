@@ -6,9 +6,9 @@
 
 namespace brenvik {
 
-class Infofenster : public Dialog {
+class InfoWindows : public Dialog {
 protected:
-    Infofenster(const char* name, int titleText, QWidget* parent);   // titleText: strBVKTexte
+    InfoWindows(const char* name, int titleText, QWidget* parent);   // titleText: strBVKTexte
 
     QLabel* text(const char* name, int number) { return label(name, tableText(number)); }
     // The value can be selected and copied, but not changed.

@@ -11,11 +11,11 @@ constexpr int TextTitle = 98, TextDisclaimer = 99, TextVersion = 94, LogoSize = 
 
 }  // namespace
 
-frmBVK_About::frmBVK_About(const std::string& strProgVersion, QWidget* parent) : Infofenster("frmBVK_About", TextTitle, parent) {
+frmBVK_About::frmBVK_About(const std::string& strProgVersion, QWidget* parent) : InfoWindows("frmBVK_About", TextTitle, parent) {
     auto* imgLogo = new QLabel(this);
     imgLogo->setObjectName(QStringLiteral("imgLogo"));
     imgLogo->setPixmap(IconSet::programPixmap(LogoSize, devicePixelRatioF()));
-    QLabel* title = label("lblTitel", qt(produkt::Titel));
+    QLabel* title = label("lblTitel", qt(product::Titel));
     QFont large = title->font();
     large.setPointSizeF(large.pointSizeF() * 1.8);
     large.setBold(true);
@@ -26,7 +26,7 @@ frmBVK_About::frmBVK_About(const std::string& strProgVersion, QWidget* parent) :
     grid()->addWidget(title, 0, 1, Qt::AlignBottom);
     grid()->addWidget(version, 1, 1, Qt::AlignTop);
     addRow(text("lblInfo", TextDisclaimer));
-    addRow(label("lblCopyRight", qt(produkt::Rechte)));
+    addRow(label("lblCopyRight", qt(product::Rights)));
     closeButton("cmdOK");
     setFixedSize(Width, layout()->totalHeightForWidth(Width));
 }

@@ -3,7 +3,7 @@
 
 namespace brenvik {
 
-class frmBVK_About : public Infofenster {
+class frmBVK_About : public InfoWindows {
 public:
     frmBVK_About(const std::string& strProgVersion, QWidget* parent);
 };

@@ -10,13 +10,13 @@
 namespace brenvik {
 namespace {
 
-constexpr int TextTitel = 124, KnopfLoeschen = 5, KnopfOk = 8;
+constexpr int TextTitle = 124, ButtonDelete = 5, KnopfOk = 8;
 
 }  // namespace
 
-frmBVK_FavVerwalten::frmBVK_FavVerwalten(FavVerwaltenAnfrage& request, QWidget* parent)
-    : Dialog("frmBVK_FavVerwalten", qt(strBVKTexte(TextTitel)), parent), request_(request), lvFav_(new QListWidget(this)),
-      cmdLoeschen_(button("cmdLöschen", qt(strBVKButtons(KnopfLoeschen)))) {
+frmBVK_FavVerwalten::frmBVK_FavVerwalten(FavVerwaltenRequest& request, QWidget* parent)
+    : Dialog("frmBVK_FavVerwalten", qt(strBVKTexte(TextTitle)), parent), request_(request), lvFav_(new QListWidget(this)),
+      cmdLoeschen_(button("cmdLöschen", qt(strBVKButtons(ButtonDelete)))) {
     auto* grid = new QGridLayout(this);
     lvFav_->setObjectName(QStringLiteral("lvFav"));
     lvFav_->setAccessibleName(QStringLiteral("Favoriten"));

@@ -9,11 +9,11 @@ namespace brenvik {
 
 class frmBVK_FavVerwalten : public Dialog {
 public:
-    frmBVK_FavVerwalten(FavVerwaltenAnfrage& request, QWidget* parent);
+    frmBVK_FavVerwalten(FavVerwaltenRequest& request, QWidget* parent);
 
 private:
     void fill();
-    FavVerwaltenAnfrage& request_;
+    FavVerwaltenRequest& request_;
     QListWidget* lvFav_;
     QPushButton* cmdLoeschen_;
 };

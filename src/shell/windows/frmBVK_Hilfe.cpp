@@ -39,9 +39,9 @@ QString fileOf(const QTreeWidgetItem& item) { return item.data(0, Qt::UserRole).
 }  // namespace
 
 // A page is a page of ours, and its pictures are icons; it reaches no other file.
-QVariant Hilfetext::loadResource(int type, const QUrl& name) {
+QVariant HelpText::loadResource(int type, const QUrl& name) {
     if (name.scheme() != QLatin1String(IconScheme)) {
-        const bool page = type == QTextDocument::HtmlResource && hilfeseite(name.fileName()) && name.toLocalFile() == QFileInfo(folder_ + QLatin1Char('/') + name.fileName()).absoluteFilePath();
+        const bool page = type == QTextDocument::HtmlResource && helpPage(name.fileName()) && name.toLocalFile() == QFileInfo(folder_ + QLatin1Char('/') + name.fileName()).absoluteFilePath();
         return page ? QTextBrowser::loadResource(type, name) : QVariant();
     }
     const QPixmap picture = icons_.get(name.path()).pixmap(QSize(PictureSize, PictureSize), devicePixelRatioF());
@@ -50,16 +50,16 @@ QVariant Hilfetext::loadResource(int type, const QUrl& name) {
 
 frmBVK_Hilfe::frmBVK_Hilfe(const std::filesystem::path& folder, std::function<bool(const std::string&)> openAddress, QWidget* parent)
     : QDialog(parent, Qt::Window), folder_(qt(folder.string())), openAddress_(std::move(openAddress)), icons_(palette()),
-      toolbar_(new QToolBar(this)), txtHilfeSuche_(new QLineEdit(this)), tvInhalt_(new QTreeWidget(this)), lblHinweis_(new QLabel(this)),
-      txtHilfe_(new Hilfetext(folder_, icons_, this)) {
+      toolbar_(new QToolBar(this)), txtHilfeSuche_(new QLineEdit(this)), tvContents_(new QTreeWidget(this)), lblHint_(new QLabel(this)),
+      txtHilfe_(new HelpText(folder_, icons_, this)) {
     setObjectName(QStringLiteral("frmBVK_Hilfe"));
     setWindowTitle(QStringLiteral("Brenvik Hilfe"));
     setWindowIcon(IconSet::program());
-    lblHinweis_->setObjectName(QStringLiteral("lblHinweis"));
-    lblHinweis_->setWordWrap(true);
-    lblHinweis_->setTextFormat(Qt::PlainText);
-    lblHinweis_->setMargin(6);
-    lblHinweis_->hide();
+    lblHint_->setObjectName(QStringLiteral("lblHinweis"));
+    lblHint_->setWordWrap(true);
+    lblHint_->setTextFormat(Qt::PlainText);
+    lblHint_->setMargin(6);
+    lblHint_->hide();
     txtHilfe_->setObjectName(QStringLiteral("txtHilfe"));
     txtHilfe_->setAccessibleName(QStringLiteral("Hilfeseite"));
     txtHilfe_->setOpenLinks(false);
@@ -69,7 +69,7 @@ frmBVK_Hilfe::frmBVK_Hilfe(const std::filesystem::path& folder, std::function<bo
     auto* right = new QWidget(this);
     auto* rightBox = new QVBoxLayout(right);
     rightBox->setContentsMargins(0, 0, 0, 0);
-    rightBox->addWidget(lblHinweis_);
+    rightBox->addWidget(lblHint_);
     rightBox->addWidget(txtHilfe_, 1);
     auto* splitter = new QSplitter(this);
     splitter->addWidget(makeContents());
@@ -100,7 +100,7 @@ void frmBVK_Hilfe::makeToolbar() {
     };
     QAction* back = add(Back, QKeySequence(Qt::ALT | Qt::Key_Left), [this] { txtHilfe_->backward(); });
     QAction* forward = add(Forward, QKeySequence(Qt::ALT | Qt::Key_Right), [this] { txtHilfe_->forward(); });
-    add(Home, QKeySequence(Qt::ALT | Qt::Key_Home), [this] { showTopic(hilfethema::Inhalt); });
+    add(Home, QKeySequence(Qt::ALT | Qt::Key_Home), [this] { showTopic(helpTopic::Contents); });
     back->setEnabled(false);
     forward->setEnabled(false);
     connect(txtHilfe_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
@@ -121,18 +121,18 @@ QWidget* frmBVK_Hilfe::makeContents() {
     txtHilfeSuche_->setPlaceholderText(QStringLiteral("In der Hilfe suchen (Strg+F)"));
     txtHilfeSuche_->setAccessibleName(QStringLiteral("In der Hilfe suchen"));
     txtHilfeSuche_->setClearButtonEnabled(true);
-    tvInhalt_->setObjectName(QStringLiteral("tvInhalt"));
-    tvInhalt_->setAccessibleName(QStringLiteral("Inhalt"));
-    tvInhalt_->setHeaderHidden(true);
-    tvInhalt_->setIndentation(14);
+    tvContents_->setObjectName(QStringLiteral("tvInhalt"));
+    tvContents_->setAccessibleName(QStringLiteral("Inhalt"));
+    tvContents_->setHeaderHidden(true);
+    tvContents_->setIndentation(14);
     const QSize row(0, fontMetrics().height() + RowPadding);
     QHash<QString, QTreeWidgetItem*> chapters;
-    for (const Hilfeseite& page : hilfeseiten()) {
-        const QString chapter = QString::fromUtf8(page.kapitel);
-        QTreeWidgetItem* parent = tvInhalt_->invisibleRootItem();
+    for (const HelpPage& page : helpPages()) {
+        const QString chapter = QString::fromUtf8(page.chapter);
+        QTreeWidgetItem* parent = tvContents_->invisibleRootItem();
         if (!chapter.isEmpty()) {
             if (!chapters.contains(chapter)) {
-                auto* heading = new QTreeWidgetItem(tvInhalt_, {chapter});
+                auto* heading = new QTreeWidgetItem(tvContents_, {chapter});
                 heading->setFlags(Qt::ItemIsEnabled);
                 heading->setSizeHint(0, row);
                 chapters.insert(chapter, heading);
@@ -144,13 +144,13 @@ QWidget* frmBVK_Hilfe::makeContents() {
         item->setToolTip(0, item->text(0));
         item->setSizeHint(0, row);
     }
-    tvInhalt_->expandAll();
+    tvContents_->expandAll();
     auto* box = new QVBoxLayout(left);
     box->setContentsMargins(0, 0, 0, 0);
     box->addWidget(txtHilfeSuche_);
-    box->addWidget(tvInhalt_, 1);
+    box->addWidget(tvContents_, 1);
     connect(txtHilfeSuche_, &QLineEdit::textChanged, this, [this](const QString& text) { search(text); });
-    connect(tvInhalt_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+    connect(tvContents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         if (item && !fileOf(*item).isEmpty() && fileOf(*item) != page_) showPage(fileOf(*item));
     });
     return left;
@@ -158,10 +158,10 @@ QWidget* frmBVK_Hilfe::makeContents() {
 
 QString frmBVK_Hilfe::pathOf(const QString& file) const { return folder_ + QLatin1Char('/') + file; }
 
-void frmBVK_Hilfe::showTopic(int thema) {
-    const Hilfeseite* page = hilfeseite(thema);
-    showPage(QLatin1String((page ? page : hilfeseite(hilfethema::Inhalt))->datei));
-    if (!page) note(QStringLiteral("Zum Thema Nr. %1 gibt es in dieser Hilfe keine Seite. Vielleicht finden Sie es im Inhalt.").arg(thema));
+void frmBVK_Hilfe::showTopic(int topic) {
+    const HelpPage* page = helpPage(topic);
+    showPage(QLatin1String((page ? page : helpPage(helpTopic::Contents))->datei));
+    if (!page) note(QStringLiteral("Zum Thema Nr. %1 gibt es in dieser Hilfe keine Seite. Vielleicht finden Sie es im Inhalt.").arg(topic));
 }
 
 void frmBVK_Hilfe::showPage(const QString& file, const QString& anchor) {
@@ -180,7 +180,7 @@ void frmBVK_Hilfe::showPage(const QString& file, const QString& anchor) {
 void frmBVK_Hilfe::follow(const QUrl& link) {
     if (link.isRelative() || link.isLocalFile()) {
         const QString file = link.fileName().isEmpty() ? page_ : link.fileName();
-        if (hilfeseite(file)) return showPage(file, link.fragment());
+        if (helpPage(file)) return showPage(file, link.fragment());
         return note(QStringLiteral("Die Hilfeseite \"%1\" gibt es nicht.").arg(file));
     }
     if (!openAddress_(utf8(link.toString()))) note(QStringLiteral("Die Adresse %1 konnte nicht geöffnet werden.").arg(link.toString()));
@@ -188,9 +188,9 @@ void frmBVK_Hilfe::follow(const QUrl& link) {
 
 void frmBVK_Hilfe::pageShown(const QString& file) {
     page_ = file;
-    for (QTreeWidgetItemIterator it(tvInhalt_); *it; ++it)
-        if (fileOf(**it) == file) tvInhalt_->setCurrentItem(*it);
-    const Hilfeseite* page = hilfeseite(file);
+    for (QTreeWidgetItemIterator it(tvContents_); *it; ++it)
+        if (fileOf(**it) == file) tvContents_->setCurrentItem(*it);
+    const HelpPage* page = helpPage(file);
     setWindowTitle(page ? QStringLiteral("%1 - Brenvik Hilfe").arg(QString::fromUtf8(page->titel)) : QStringLiteral("Brenvik Hilfe"));
 }
 
@@ -215,8 +215,8 @@ void frmBVK_Hilfe::search(const QString& text) {
         hits += shown;
         return shown;
     };
-    for (int i = 0; i < tvInhalt_->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* top = tvInhalt_->topLevelItem(i);
+    for (int i = 0; i < tvContents_->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* top = tvContents_->topLevelItem(i);
         if (!fileOf(*top).isEmpty()) {
             filter(top);
             continue;
@@ -229,8 +229,8 @@ void frmBVK_Hilfe::search(const QString& text) {
 }
 
 void frmBVK_Hilfe::note(const QString& text) {
-    lblHinweis_->setText(plainLine(utf8(text)));
-    lblHinweis_->setVisible(!text.isEmpty());
+    lblHint_->setText(plainLine(utf8(text)));
+    lblHint_->setVisible(!text.isEmpty());
 }
 
 void frmBVK_Hilfe::refreshIcons() {

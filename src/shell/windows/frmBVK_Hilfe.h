@@ -15,9 +15,9 @@
 namespace brenvik {
 
 // Shows pages of the help folder; "icon:speichern" stands for a picture of the program in the palette's colours.
-class Hilfetext : public QTextBrowser {
+class HelpText : public QTextBrowser {
 public:
-    Hilfetext(const QString& folder, IconSet& icons, QWidget* parent) : QTextBrowser(parent), folder_(folder), icons_(icons) {}
+    HelpText(const QString& folder, IconSet& icons, QWidget* parent) : QTextBrowser(parent), folder_(folder), icons_(icons) {}
     QVariant loadResource(int type, const QUrl& name) override;
 
 private:
@@ -30,7 +30,7 @@ public:
     // folder: where the pages lie. openAddress opens what is no page of ours; false: it could not.
     frmBVK_Hilfe(const std::filesystem::path& folder, std::function<bool(const std::string&)> openAddress, QWidget* parent = nullptr);
 
-    void showTopic(int thema);              // an unknown one: the contents, and a line that says so
+    void showTopic(int topic);              // an unknown one: the contents, and a line that says so
     const QString& presentPage() const { return page_; }    // file name of the page on screen
 
 protected:
@@ -53,9 +53,9 @@ private:
     IconSet icons_;
     QToolBar* toolbar_;
     QLineEdit* txtHilfeSuche_;
-    QTreeWidget* tvInhalt_;
-    QLabel* lblHinweis_;
-    Hilfetext* txtHilfe_;
+    QTreeWidget* tvContents_;
+    QLabel* lblHint_;
+    HelpText* txtHilfe_;
     QHash<QString, QString> texts_;         // words of the pages, read when first searched
 };
 

@@ -12,13 +12,13 @@
 namespace brenvik {
 namespace {
 
-constexpr int TextTitel = 45, TextInfo = 47, KnopfZuruecksetzen = 17, KnopfZurueck = 16;
-constexpr int SpalteName = 180, SpalteWert = 190;
+constexpr int TextTitle = 45, TextInfo = 47, ButtonReset = 17, ButtonBack = 16;
+constexpr int ColumnName = 180, ColumnValue = 190;
 
 }  // namespace
 
-frmBVK_HistoryDaten::frmBVK_HistoryDaten(HistoryDatenAnfrage& request, QWidget* parent)
-    : Dialog("frmBVK_HistoryDaten", qt(strBVKTexte(TextTitel)), parent), request_(request) {
+frmBVK_HistoryDaten::frmBVK_HistoryDaten(HistoryDatenRequest& request, QWidget* parent)
+    : Dialog("frmBVK_HistoryDaten", qt(strBVKTexte(TextTitle)), parent), request_(request) {
     auto* grid = new QGridLayout(this);
     QLabel* info = label("lblHisDaten", qt(strBVKTexte(TextInfo)));
     grid->addWidget(info, 0, 0);
@@ -31,17 +31,17 @@ frmBVK_HistoryDaten::frmBVK_HistoryDaten(HistoryDatenAnfrage& request, QWidget* 
     lvHisDaten->setAllColumnsShowFocus(true);
     lvHisDaten->setAlternatingRowColors(true);
     info->setBuddy(lvHisDaten);
-    for (const HistoryDatenAnfrage::Zeile& row : request.zeilen) {
+    for (const HistoryDatenRequest::Zeile& row : request.lines) {
         auto* item = new QTreeWidgetItem(lvHisDaten);
-        const std::string* texts[] = {&row.wertname, &row.alterWert, &row.aktuellerWert};
+        const std::string* texts[] = {&row.wertname, &row.formerValue, &row.presentValue};
         for (int k = 0; k < 3; ++k) {
             item->setText(k, plainLine(*texts[k]));
             item->setToolTip(k, toolTipText(*texts[k]));
         }
     }
     if (lvHisDaten->topLevelItemCount() > 0) lvHisDaten->setCurrentItem(lvHisDaten->topLevelItem(0));
-    lvHisDaten->setColumnWidth(0, SpalteName);
-    lvHisDaten->setColumnWidth(1, SpalteWert);
+    lvHisDaten->setColumnWidth(0, ColumnName);
+    lvHisDaten->setColumnWidth(1, ColumnValue);
     grid->addWidget(lvHisDaten, 1, 0);
     QLabel* path = label("lblPfad", {});
     path->setTextFormat(Qt::PlainText);
@@ -49,24 +49,24 @@ frmBVK_HistoryDaten::frmBVK_HistoryDaten(HistoryDatenAnfrage& request, QWidget* 
     path->setWordWrap(true);
     const auto showPath = [this, path, lvHisDaten] {
         const int row = lvHisDaten->indexOfTopLevelItem(lvHisDaten->currentItem());
-        path->setText(row < 0 ? QString() : plainLine(request_.zeilen[static_cast<std::size_t>(row)].pfad));
+        path->setText(row < 0 ? QString() : plainLine(request_.lines[static_cast<std::size_t>(row)].pfad));
     };
     connect(lvHisDaten, &QTreeWidget::currentItemChanged, this, showPath);
     showPath();
     grid->addWidget(path, 2, 0);
-    if (!request.hinweis.empty()) grid->addWidget(label("lblHinweis", plainLines(request.hinweis, MostInBox)), 3, 0);
+    if (!request.hint.empty()) grid->addWidget(label("lblHinweis", plainLines(request.hint, MostInBox)), 3, 0);
     makeButtons(*grid);
     resize(620, 320);
     lvHisDaten->setFocus();
 }
 
 void frmBVK_HistoryDaten::makeButtons(QGridLayout& grid) {
-    QPushButton* cmdDatenUndo = button("cmdDatenUndo", qt(strBVKButtons(KnopfZuruecksetzen)));
-    QPushButton* cmdDatenGenau = button("cmdDatenGenau", qt(meldung::GenauKnopf));
-    QPushButton* cmdDatenZurueck = button("cmdDatenZurück", qt(strBVKButtons(KnopfZurueck)));
-    cmdDatenUndo->setEnabled(request_.undoMoeglich);
+    QPushButton* cmdDatenUndo = button("cmdDatenUndo", qt(strBVKButtons(ButtonReset)));
+    QPushButton* cmdDatenGenau = button("cmdDatenGenau", qt(messages::ExactButton));
+    QPushButton* cmdDatenZurueck = button("cmdDatenZurück", qt(strBVKButtons(ButtonBack)));
+    cmdDatenUndo->setEnabled(request_.undoPossible);
     cmdDatenUndo->setToolTip(QStringLiteral("Schreibt die Texte der Spalte \"Alter Wert\" zurück"));
-    cmdDatenGenau->setEnabled(request_.genauMoeglich);
+    cmdDatenGenau->setEnabled(request_.exactPossible);
     cmdDatenGenau->setToolTip(QStringLiteral("Stellt Typ und Inhalt jedes Wertes genau so wieder her, alles oder nichts"));
     auto* row = new QHBoxLayout;
     row->addWidget(cmdDatenUndo);
@@ -76,13 +76,13 @@ void frmBVK_HistoryDaten::makeButtons(QGridLayout& grid) {
     grid.addLayout(row, 4, 0);
     cmdDatenZurueck->setDefault(true);    // the others write
     connect(cmdDatenUndo, &QPushButton::clicked, this, [this] {
-        if (request_.zuruecksetzen()) accept();
+        if (request_.undo()) accept();
     });
     connect(cmdDatenGenau, &QPushButton::clicked, this, [this] {
-        if (request_.genauZuruecksetzen()) accept();
+        if (request_.undoExactly()) accept();
     });
     connect(cmdDatenZurueck, &QPushButton::clicked, this, [this] {
-        request_.zurueck();
+        request_.back();
         reject();
     });
 }

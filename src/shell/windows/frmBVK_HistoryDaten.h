@@ -7,11 +7,11 @@ namespace brenvik {
 
 class frmBVK_HistoryDaten : public Dialog {
 public:
-    frmBVK_HistoryDaten(HistoryDatenAnfrage& request, QWidget* parent);
+    frmBVK_HistoryDaten(HistoryDatenRequest& request, QWidget* parent);
 
 private:
     void makeButtons(QGridLayout& grid);
-    HistoryDatenAnfrage& request_;
+    HistoryDatenRequest& request_;
 };
 
 }  // namespace brenvik

@@ -14,29 +14,29 @@
 namespace brenvik {
 namespace {
 
-constexpr int TextTitel = 44, TextInfo = 46, KnopfAnzeigen = 13, KnopfLoeschen = 14, KnopfAlles = 15, KnopfZurueck = 16;
-constexpr std::array<const char*, 4> Spalten{"Datum", "Uhrzeit", "Rechnername", "Überschrift"};
-constexpr std::array<int, 4> Breiten{90, 80, 130, 320};
+constexpr int TextTitle = 44, TextInfo = 46, ButtonShow = 13, ButtonDelete = 14, ButtonAll = 15, ButtonBack = 16;
+constexpr std::array<const char*, 4> Columns{"Datum", "Uhrzeit", "Rechnername", "Überschrift"};
+constexpr std::array<int, 4> Widths{90, 80, 130, 320};
 
 }  // namespace
 
 class HistoryModel : public QAbstractTableModel {
 public:
-    HistoryModel(const HistoryListeAnfrage& request, QObject* parent) : QAbstractTableModel(parent), request_(request) {}
-    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : static_cast<int>(request_.zeilen.size()); }
-    int columnCount(const QModelIndex& = {}) const override { return static_cast<int>(Spalten.size()); }
+    HistoryModel(const HistoryListeRequest& request, QObject* parent) : QAbstractTableModel(parent), request_(request) {}
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : static_cast<int>(request_.lines.size()); }
+    int columnCount(const QModelIndex& = {}) const override { return static_cast<int>(Columns.size()); }
     QVariant data(const QModelIndex& index, int role) const override {
         if (role != Qt::DisplayRole || !index.isValid()) return {};
         if (index.row() != shownRow_) {
             shown_ = request_.zeile(static_cast<std::size_t>(index.row()));
             shownRow_ = index.row();
         }
-        const std::string* texts[] = {&shown_.datum, &shown_.uhrzeit, &shown_.rechnername, &shown_.überschrift};
+        const std::string* texts[] = {&shown_.datum, &shown_.timeOfDay, &shown_.rechnername, &shown_.überschrift};
         return plainLine(*texts[index.column()]);
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
         if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-        return QString::fromUtf8(Spalten.at(static_cast<std::size_t>(section)));
+        return QString::fromUtf8(Columns.at(static_cast<std::size_t>(section)));
     }
     void refresh() {
         beginResetModel();
@@ -45,13 +45,13 @@ public:
     }
 
 private:
-    const HistoryListeAnfrage& request_;
-    mutable HistoryListeAnfrage::Zeile shown_;    // all columns of a row are asked for one after the other
+    const HistoryListeRequest& request_;
+    mutable HistoryListeRequest::Zeile shown_;    // all columns of a row are asked for one after the other
     mutable int shownRow_ = -1;
 };
 
-frmBVK_HistoryListe::frmBVK_HistoryListe(HistoryListeAnfrage& request, QWidget* parent)
-    : Dialog("frmBVK_HistoryListe", qt(strBVKTexte(TextTitel)), parent), request_(request), model_(new HistoryModel(request, this)), lvHistory_(new QTreeView(this)) {
+frmBVK_HistoryListe::frmBVK_HistoryListe(HistoryListeRequest& request, QWidget* parent)
+    : Dialog("frmBVK_HistoryListe", qt(strBVKTexte(TextTitle)), parent), request_(request), model_(new HistoryModel(request, this)), lvHistory_(new QTreeView(this)) {
     auto* grid = new QGridLayout(this);
     QLabel* info = label("lblHisInfo", qt(strBVKTexte(TextInfo)));
     info->setBuddy(lvHistory_);
@@ -64,10 +64,10 @@ frmBVK_HistoryListe::frmBVK_HistoryListe(HistoryListeAnfrage& request, QWidget* 
     lvHistory_->setAlternatingRowColors(true);
     lvHistory_->setTabKeyNavigation(false);
     lvHistory_->setModel(model_);
-    for (std::size_t k = 0; k < Breiten.size(); ++k) lvHistory_->setColumnWidth(static_cast<int>(k), Breiten[k]);
+    for (std::size_t k = 0; k < Widths.size(); ++k) lvHistory_->setColumnWidth(static_cast<int>(k), Widths[k]);
     grid->addWidget(lvHistory_, 1, 0);
-    if (!request.hinweis.empty()) {
-        QLabel* note = label("lblHinweis", qt(request.hinweis));
+    if (!request.hint.empty()) {
+        QLabel* note = label("lblHinweis", qt(request.hint));
         note->setWordWrap(true);
         grid->addWidget(note, 2, 0);
     }
@@ -83,13 +83,13 @@ frmBVK_HistoryListe::frmBVK_HistoryListe(HistoryListeAnfrage& request, QWidget* 
 
 void frmBVK_HistoryListe::makeButtons(QGridLayout& grid) {
     auto* row = new QHBoxLayout;
-    cmdHisAnzeigen_ = button("cmdHisAnzeigen", qt(strBVKButtons(KnopfAnzeigen)));
-    cmdHisDel_ = button("cmdHisDel", qt(strBVKButtons(KnopfLoeschen)));
-    cmdHisAllDel_ = button("cmdHisAllDel", qt(strBVKButtons(KnopfAlles)));
-    cmdHisRedo_ = button("cmdHisRedo", qt(meldung::WiederherstellenKnopf));
+    cmdHisAnzeigen_ = button("cmdHisAnzeigen", qt(strBVKButtons(ButtonShow)));
+    cmdHisDel_ = button("cmdHisDel", qt(strBVKButtons(ButtonDelete)));
+    cmdHisAllDel_ = button("cmdHisAllDel", qt(strBVKButtons(ButtonAll)));
+    cmdHisRedo_ = button("cmdHisRedo", qt(messages::RestoreButton));
     cmdHisRedo_->setToolTip(QStringLiteral("Die zuletzt zurückgesetzte Änderung noch einmal durchführen"));
-    cmdHisZurueck_ = button("cmdHisZurück", qt(strBVKButtons(KnopfZurueck)));
-    cmdHisForget_ = button("cmdHisForget", qt(meldung::VergessenKnopf));
+    cmdHisZurueck_ = button("cmdHisZurück", qt(strBVKButtons(ButtonBack)));
+    cmdHisForget_ = button("cmdHisForget", qt(messages::ForgetButton));
     cmdHisForget_->setToolTip(QStringLiteral("Den Eintrag mit allen alten Werten endgültig entfernen, auch aus dem Änderungsjournal"));
     for (QPushButton* one : {cmdHisAnzeigen_, cmdHisDel_, cmdHisAllDel_, cmdHisRedo_, cmdHisForget_}) row->addWidget(one);
     row->addStretch(1);
@@ -97,22 +97,22 @@ void frmBVK_HistoryListe::makeButtons(QGridLayout& grid) {
     grid.addLayout(row, 3, 0);
     cmdHisAnzeigen_->setDefault(true);
 
-    const auto show = [this] { withRow(request_.anzeigen); };
+    const auto show = [this] { withRow(request_.show); };
     connect(cmdHisAnzeigen_, &QPushButton::clicked, this, show);
     connect(lvHistory_, &QTreeView::doubleClicked, this, show);
     connect(cmdHisDel_, &QPushButton::clicked, this, [this] { withRow(request_.loeschen); });
     deleteByKey(*lvHistory_, *cmdHisDel_);
     connect(cmdHisAllDel_, &QPushButton::clicked, this, [this] {
-        request_.allesLoeschen();
+        request_.deleteAll();
         refresh();
     });
     connect(cmdHisRedo_, &QPushButton::clicked, this, [this] {
-        request_.wiederherstellen();
+        request_.restore();
         refresh();
     });
-    connect(cmdHisForget_, &QPushButton::clicked, this, [this] { withRow(request_.vergessen); });
+    connect(cmdHisForget_, &QPushButton::clicked, this, [this] { withRow(request_.forget); });
     connect(cmdHisZurueck_, &QPushButton::clicked, this, [this] {
-        request_.zurueck();
+        request_.back();
         accept();
     });
 }
@@ -131,8 +131,8 @@ void frmBVK_HistoryListe::refresh() {
         if (top >= 0) lvHistory_->scrollTo(model_->index(std::min(top, model_->rowCount() - 1), 0), QAbstractItemView::PositionAtTop);
         lvHistory_->setCurrentIndex(model_->index(std::min(row, model_->rowCount() - 1), 0));
     }
-    for (QPushButton* one : {cmdHisAnzeigen_, cmdHisDel_, cmdHisAllDel_, cmdHisForget_}) one->setEnabled(request_.befehleAktiv);
-    cmdHisRedo_->setEnabled(request_.redoMoeglich);
+    for (QPushButton* one : {cmdHisAnzeigen_, cmdHisDel_, cmdHisAllDel_, cmdHisForget_}) one->setEnabled(request_.commandsActive);
+    cmdHisRedo_->setEnabled(request_.redoPossible);
 }
 
 }  // namespace brenvik

@@ -11,13 +11,13 @@ class HistoryModel;
 
 class frmBVK_HistoryListe : public Dialog {
 public:
-    frmBVK_HistoryListe(HistoryListeAnfrage& request, QWidget* parent);
+    frmBVK_HistoryListe(HistoryListeRequest& request, QWidget* parent);
 
 private:
     void makeButtons(QGridLayout& grid);
     void refresh();
     void withRow(const std::function<void(std::size_t)>& work);
-    HistoryListeAnfrage& request_;
+    HistoryListeRequest& request_;
     HistoryModel* model_;
     QTreeView* lvHistory_;
     QPushButton *cmdHisAnzeigen_ = nullptr, *cmdHisDel_ = nullptr, *cmdHisAllDel_ = nullptr, *cmdHisRedo_ = nullptr, *cmdHisForget_ = nullptr, *cmdHisZurueck_ = nullptr;

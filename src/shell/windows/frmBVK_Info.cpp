@@ -25,7 +25,7 @@ constexpr int Width = 470, LogoSize = 96;
 frmBVK_Info::frmBVK_Info(FrameContext& ctx, bool withPause)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), ctx_(ctx), withPause_(withPause) {
     setObjectName(QStringLiteral("frmBVK_Info"));
-    setWindowTitle(qt(produkt::Titel));
+    setWindowTitle(qt(product::Titel));
     setWindowIcon(IconSet::program());
     setAttribute(Qt::WA_QuitOnClose, false);
     setFocusPolicy(Qt::StrongFocus);
@@ -65,7 +65,7 @@ QWidget* frmBVK_Info::makeInfoFrame() {
 
     QLabel* imgLogo = label("imgLogo", {});
     imgLogo->setPixmap(IconSet::programPixmap(LogoSize, devicePixelRatioF()));
-    QLabel* imgWizard = label("imgWizard", qt(produkt::Titel));     // the product's name, large
+    QLabel* imgWizard = label("imgWizard", qt(product::Titel));     // the product's name, large
     QFont large = imgWizard->font();
     large.setPointSizeF(large.pointSizeF() * 2.4);
     large.setBold(true);
@@ -79,8 +79,8 @@ QWidget* frmBVK_Info::makeInfoFrame() {
     texts->addStretch(1);
     texts->addWidget(imgWizard);
     texts->addWidget(label("lblBVKVersion", qt(strBVKTexte(TextVersion) + ctx_.strProgVersion)));
-    texts->addWidget(label("lblBVKDate", qt(produkt::ProgrammDatum)));
-    texts->addWidget(label("lblBVKCopy", qt(produkt::Rechte)));
+    texts->addWidget(label("lblBVKDate", qt(product::ProgramDate)));
+    texts->addWidget(label("lblBVKCopy", qt(product::Rights)));
     texts->addStretch(1);
     auto* row = new QHBoxLayout;
     row->setSpacing(20);

@@ -13,7 +13,7 @@ constexpr int TextCaption = 22, TextPlease = 23, TextName = 24, TextData = 25, B
 
 }  // namespace
 
-frmBVK_OSErkennung::frmBVK_OSErkennung(OSErkennungAnfrage& request, QWidget* parent)
+frmBVK_OSErkennung::frmBVK_OSErkennung(OSErkennungRequest& request, QWidget* parent)
     : Dialog("frmBVK_OSErkennung", qt(strBVKTexte(TextCaption)), parent) {
     const OSVERSIONINFO& v = request.version;
     const struct {

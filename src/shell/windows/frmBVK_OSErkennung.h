@@ -7,7 +7,7 @@ namespace brenvik {
 
 class frmBVK_OSErkennung : public Dialog {
 public:
-    frmBVK_OSErkennung(OSErkennungAnfrage& request, QWidget* parent);
+    frmBVK_OSErkennung(OSErkennungRequest& request, QWidget* parent);
 };
 
 }  // namespace brenvik

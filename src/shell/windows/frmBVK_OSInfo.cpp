@@ -20,16 +20,16 @@ std::string browserVersionText(const FrameContext& ctx) {
     return fmt::format("{}.{:02}.{:04}", ctx.intIEMajor, ctx.intIEMinor, ctx.intIEBuild);
 }
 
-frmBVK_OSInfo::frmBVK_OSInfo(const TipdbContext& ctx, QWidget* parent) : Infofenster("frmBVK_OSInfo", TextTitle, parent) {
+frmBVK_OSInfo::frmBVK_OSInfo(const TipdbContext& ctx, QWidget* parent) : InfoWindows("frmBVK_OSInfo", TextTitle, parent) {
     line("lblProgVer", TextProgram, "lblProgVerA", qt(ctx.strProgVersion));
-    line("lblProgDate", TextProgramDate, "lblProgDateA", qt(produkt::ProgrammDatum));
+    line("lblProgDate", TextProgramDate, "lblProgDateA", qt(product::ProgramDate));
     line("lblDBVer", TextDatabase, "lblDBVerA", plainLine(ctx.strDBVersion));
     line("lblDBDate", TextDatabaseDate, "lblDBDateA", plainLine(ctx.strDBDatum));
     auto* rule = new QFrame(this);
     rule->setFrameShape(QFrame::HLine);
     rule->setFrameShadow(QFrame::Sunken);
     addRow(rule);
-    line("lblOS", TextSystem, "txtOS", plainLine(ctx.systemAnzeige()));
+    line("lblOS", TextSystem, "txtOS", plainLine(ctx.systemDisplay()));
     line("lblVersion", TextVersion, "txtVersion", qt(fmt::format("{}.{}", ctx.osVersion.dwMajorVersion, ctx.osVersion.dwMinorVersion)));
     line("lblBuild", TextBuild, "txtBuild", QString::number(ctx.osVersion.dwBuildNumber));
     line("lblIEVersion", TextBrowser, "txtIEVersion", qt(browserVersionText(ctx)));

@@ -5,7 +5,7 @@
 
 namespace brenvik {
 
-class frmBVK_OSInfo : public Infofenster {
+class frmBVK_OSInfo : public InfoWindows {
 public:
     frmBVK_OSInfo(const TipdbContext& ctx, QWidget* parent);
 };

@@ -19,13 +19,13 @@ constexpr int TextTitle = 62, TextSound = 63, TextDelete = 64, TextDeleteNote = 
               TextHelpFile = 147, TextHistoryFolder = 217, TextFavouritesFolder = 218, TextBackupFolder = 219;
 constexpr int ButtonCancel = 0, ButtonOk = 8, ButtonBrowse = 18;
 
-constexpr const char* Farbschemata[][2] = {{"System", "Wie das System"}, {"Hell", "Hell"}, {"Dunkel", "Dunkel"}};
+constexpr const char* ColourSchemes[][2] = {{"System", "Wie das System"}, {"Hell", "Hell"}, {"Dunkel", "Dunkel"}};
 
 QString oneLine(int text) { return qt(strBVKTexte(text)).replace(QStringLiteral("\r\n"), QStringLiteral(" ")); }
 
 }  // namespace
 
-frmBVK_Optionen::frmBVK_Optionen(OptionenAnfrage& request, QWidget* parent)
+frmBVK_Optionen::frmBVK_Optionen(OptionenRequest& request, QWidget* parent)
     : Dialog("frmBVK_Optionen", qt(strBVKTexte(TextTitle)), parent), request_(request), tabOption_(new QTabWidget(this)) {
     tabOption_->setObjectName(QStringLiteral("tabOption"));
     tabOption_->setAccessibleName(qt(strBVKTexte(TextTitle)));
@@ -72,7 +72,7 @@ QCheckBox* frmBVK_Optionen::check(QVBoxLayout& column, const char* name, const Q
     box->setChecked(on);
     column.addWidget(box);
     connect(box, &QCheckBox::clicked, this, [this, store = std::move(store)](bool checked) {
-        request_.ctx.klick();
+        request_.ctx.click();
         store(checked);
     });
     return box;
@@ -85,7 +85,7 @@ QRadioButton* frmBVK_Optionen::option(QVBoxLayout& column, const char* name, con
     button->setChecked(on);
     column.addWidget(button);
     connect(button, &QRadioButton::clicked, this, [this, chosen = std::move(chosen)] {
-        request_.ctx.klick();
+        request_.ctx.click();
         chosen();
     });
     return button;
@@ -119,7 +119,7 @@ QLineEdit* frmBVK_Optionen::folder(QVBoxLayout& column, const char* field, const
 
 void frmBVK_Optionen::makeGeneral() {
     QVBoxLayout* column = page("seiteAllgemein", QStringLiteral("Allgemein"));
-    Settings& s = request_.werte;
+    Settings& s = request_.values;
     check(*column, "chkSound", oneLine(TextSound), s.SoundOn, [&s](bool on) { s.SoundOn = on; });
     check(*column, "chkLoadInfo", oneLine(TextNoDelay), !s.ShowInfo, [&s](bool on) { s.ShowInfo = !on; });
     QLabel* caption = label("lblFarbschema", QStringLiteral("&Farbschema:"));
@@ -128,9 +128,9 @@ void frmBVK_Optionen::makeGeneral() {
     cboFarbschema->setObjectName(QStringLiteral("cboFarbschema"));
     cboFarbschema->setAccessibleName(QStringLiteral("Farbschema"));
     caption->setBuddy(cboFarbschema);
-    for (const auto& scheme : Farbschemata) cboFarbschema->addItem(QString::fromUtf8(scheme[1]), QString::fromUtf8(scheme[0]));
-    cboFarbschema->setCurrentIndex(std::max(0, cboFarbschema->findData(qt(s.Farbschema))));
-    connect(cboFarbschema, &QComboBox::activated, this, [&s, cboFarbschema] { s.Farbschema = utf8(cboFarbschema->currentData().toString()); });
+    for (const auto& scheme : ColourSchemes) cboFarbschema->addItem(QString::fromUtf8(scheme[1]), QString::fromUtf8(scheme[0]));
+    cboFarbschema->setCurrentIndex(std::max(0, cboFarbschema->findData(qt(s.ColourScheme))));
+    connect(cboFarbschema, &QComboBox::activated, this, [&s, cboFarbschema] { s.ColourScheme = utf8(cboFarbschema->currentData().toString()); });
     auto* row = new QHBoxLayout;
     row->addWidget(caption);
     row->addWidget(cboFarbschema);
@@ -141,7 +141,7 @@ void frmBVK_Optionen::makeGeneral() {
 
 void frmBVK_Optionen::makeChecks() {
     QVBoxLayout* column = page("seitePruefungen", QStringLiteral("Prüfungen"));
-    Settings& s = request_.werte;
+    Settings& s = request_.values;
     check(*column, "chkBSPruefen", oneLine(TextSystem), s.BSSystemAktiv, [&s](bool on) { s.BSSystemAktiv = on; });
     setTextColour(*note(*column, "lblBSPruefen", oneLine(TextSystemNote)), warningColour());
     check(*column, "chkBSErsatz", QStringLiteral("Ein nicht erkanntes Betriebssystem wie Windows XP behandeln (ab dem nächsten Start)"), s.BSErsatz,
@@ -158,18 +158,18 @@ void frmBVK_Optionen::makeFiles() {
     frmRegFile->setObjectName(QStringLiteral("frmRegFile"));
     column->addWidget(frmRegFile);
     auto* forms = new QVBoxLayout(frmRegFile);
-    Settings& s = request_.werte;
-    option(*forms, "opbClassic", oneLine(TextRegClassic), s.RegFileClasic && !s.RegFileGeprueft, [&s] { s.RegFileClasic = true, s.RegFileGeprueft = false; });
-    option(*forms, "opbNew", oneLine(TextRegNew).simplified(), !s.RegFileClasic && !s.RegFileGeprueft,
-           [&s] { s.RegFileClasic = s.RegFileGeprueft = false; });
-    option(*forms, "opbGeprueft", QStringLiteral("Geprüftes Format (wird von jedem Importprogramm gleich gelesen)"), s.RegFileGeprueft,
-           [&s] { s.RegFileGeprueft = true; });
+    Settings& s = request_.values;
+    option(*forms, "opbClassic", oneLine(TextRegClassic), s.RegFileClasic && !s.RegFileChecked, [&s] { s.RegFileClasic = true, s.RegFileChecked = false; });
+    option(*forms, "opbNew", oneLine(TextRegNew).simplified(), !s.RegFileClasic && !s.RegFileChecked,
+           [&s] { s.RegFileClasic = s.RegFileChecked = false; });
+    option(*forms, "opbGeprueft", QStringLiteral("Geprüftes Format (wird von jedem Importprogramm gleich gelesen)"), s.RegFileChecked,
+           [&s] { s.RegFileChecked = true; });
     column->addStretch(1);
 }
 
 void frmBVK_Optionen::makeFolders() {
     QVBoxLayout* column = page("seiteVerzeichnisse", QStringLiteral("Verzeichnisse"));
-    Settings& s = request_.werte;
+    Settings& s = request_.values;
     const auto browsable = [&](const char* field, const char* buttonName, int text, std::string& value) {
         QLineEdit* edit = folder(*column, field, buttonName, text, value);
         connect(findChild<QPushButton*>(QLatin1String(buttonName)), &QPushButton::clicked, this,
@@ -177,7 +177,7 @@ void frmBVK_Optionen::makeFolders() {
     };
     browsable("txtHistoryPfad", "cmdHisBrowse", TextHistoryFolder, s.strHistoryPfad);
     browsable("txtFavoritePfad", "cmdFavBrowse", TextFavouritesFolder, s.strFavoritenPfad);
-    browsable("txtBackupPfad", "cmdBckBrowse", TextBackupFolder, s.strBackupPfad);
+    browsable("txtBackupPfad", "cmdBckBrowse", TextBackupFolder, s.strBackupPath);
     column->addStretch(1);
 }
 
@@ -187,10 +187,10 @@ void frmBVK_Optionen::makeHelp() {
     frmHelpFile->setObjectName(QStringLiteral("frmHelpFile"));
     column->addWidget(frmHelpFile);
     auto* kinds = new QVBoxLayout(frmHelpFile);
-    const bool old = request_.werte.Ostrana_Name == produkt::OstranaHlp;
-    opbAltesHelp_ = option(*kinds, "opbAltesHelp", oneLine(TextOldHelp), old, [this] { chooseHelp(std::string(produkt::OstranaHlp)); });
-    opbNeuesHelp_ = option(*kinds, "opbNeuesHelp", oneLine(TextNewHelp), !old, [this] { chooseHelp(std::string(produkt::OstranaChm)); });
-    txtHelpPfad_ = folder(*column, "txtHelpPfad", "cmdBrowse", TextHelpFolder, request_.werte.strOstranaPfad);
+    const bool old = request_.values.Ostrana_Name == product::OstranaHlp;
+    opbAltesHelp_ = option(*kinds, "opbAltesHelp", oneLine(TextOldHelp), old, [this] { chooseHelp(std::string(product::OstranaHlp)); });
+    opbNeuesHelp_ = option(*kinds, "opbNeuesHelp", oneLine(TextNewHelp), !old, [this] { chooseHelp(std::string(product::OstranaChm)); });
+    txtHelpPfad_ = folder(*column, "txtHelpPfad", "cmdBrowse", TextHelpFolder, request_.values.strOstranaPfad);
     connect(findChild<QPushButton*>(QStringLiteral("cmdBrowse")), &QPushButton::clicked, this, [this] {
         const std::string chosen = BrowseForFolder(request_.ctx, utf8(txtHelpPfad_->text()));
         if (!chosen.empty()) txtHelpPfad_->setText(qt(chosen));
@@ -204,7 +204,7 @@ void frmBVK_Optionen::makePassword() {
     const bool admin = request_.ctx.blnAdmin;
     QLabel* lblPWInfo = note(*column, "lblPWInfo", oneLine(admin ? TextPasswordInfo : TextNoRights));
     if (!admin) setTextColour(*lblPWInfo, warningColour());
-    const auto changed = [this] { request_.passwortGeaendert = true; };
+    const auto changed = [this] { request_.passwordChanged = true; };
     QCheckBox* chkPasswort = check(*column, "chkPasswort", oneLine(TextAskPassword), request_.chkPasswort, [this, changed](bool on) {
         request_.chkPasswort = on;
         changed();
@@ -242,14 +242,14 @@ void frmBVK_Optionen::makePassword() {
 // --- what the user does ---
 
 void frmBVK_Optionen::showHelp() {
-    const bool old = request_.werte.Ostrana_Name == produkt::OstranaHlp;
+    const bool old = request_.values.Ostrana_Name == product::OstranaHlp;
     (old ? opbAltesHelp_ : opbNeuesHelp_)->setChecked(true);
-    txtHelpPfad_->setText(qt(request_.werte.strOstranaPfad));
+    txtHelpPfad_->setText(qt(request_.values.strOstranaPfad));
 }
 
 void frmBVK_Optionen::chooseHelp(const std::string& file) {
-    readFolder(*txtHelpPfad_, request_.werte.strOstranaPfad);
-    request_.waehleHilfedatei(file);
+    readFolder(*txtHelpPfad_, request_.values.strOstranaPfad);
+    request_.chooseHelpFile(file);
     showHelp();
 }
 

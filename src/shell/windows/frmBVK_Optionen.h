@@ -13,7 +13,7 @@ namespace brenvik {
 
 class frmBVK_Optionen : public Dialog {
 public:
-    frmBVK_Optionen(OptionenAnfrage& request, QWidget* parent);
+    frmBVK_Optionen(OptionenRequest& request, QWidget* parent);
 
 private:
     QVBoxLayout* page(const char* name, const QString& caption);
@@ -32,7 +32,7 @@ private:
     void readFolder(QLineEdit& field, std::string& value);
     void cmdOptOK();
 
-    OptionenAnfrage& request_;
+    OptionenRequest& request_;
     QTabWidget* tabOption_;
     QRadioButton *opbAltesHelp_ = nullptr, *opbNeuesHelp_ = nullptr;
     QLineEdit *txtHelpPfad_ = nullptr, *txtPW1_ = nullptr, *txtPW2_ = nullptr;

@@ -24,12 +24,12 @@ struct frmBVK_RegBrowse::Entry {
     std::function<void()> act;
 };
 
-frmBVK_RegBrowse::frmBVK_RegBrowse(UserPort& port, RegBrowseAnfrage& request, QWidget* parent)
+frmBVK_RegBrowse::frmBVK_RegBrowse(UserPort& port, RegBrowseRequest& request, QWidget* parent)
     : Dialog("frmBVK_RegBrowse", QString::fromUtf8(Titel), parent), port_(port), browser_(request.browser), icons_(palette()),
       txtPfad_(new QLineEdit(this)), panes_(new QWidget(this)),
       keys_(new RegTreeModel(browser_.roots(), [this](const std::string& key) { return browser_.subKeys(key); }, icons_, this)),
-      values_(new RegWertModel(icons_, this)), tvwReg_(new QTreeView(panes_)), lvwReg_(new QTreeView(panes_)),
-      picSplitter_(new cSplitter("picSplitter", panes_)), fraSuche_(new RegSuchbereich(browser_, this)), sbrReg_(label("sbrReg", {})) {
+      values_(new RegValueModel(icons_, this)), tvwReg_(new QTreeView(panes_)), lvwReg_(new QTreeView(panes_)),
+      picSplitter_(new cSplitter("picSplitter", panes_)), fraSuche_(new RegSearchArea(browser_, this)), sbrReg_(label("sbrReg", {})) {
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setSizeGripEnabled(true);
     auto* box = new QVBoxLayout(this);
@@ -43,12 +43,12 @@ frmBVK_RegBrowse::frmBVK_RegBrowse(UserPort& port, RegBrowseAnfrage& request, QW
     box->addWidget(fraSuche_, 1);
     box->addWidget(sbrReg_);
     fraSuche_->hide();
-    connect(fraSuche_, &RegSuchbereich::chosen, this, [this](const BrowserTreffer& hit) { goTo(hit.key, hit.name); });
-    connect(fraSuche_, &RegSuchbereich::started, this, [this, bar] {
+    connect(fraSuche_, &RegSearchArea::chosen, this, [this](const BrowserHit& hit) { goTo(hit.key, hit.name); });
+    connect(fraSuche_, &RegSearchArea::started, this, [this, bar] {
         for (QWidget* widget : std::initializer_list<QWidget*>{bar, panes_, txtPfad_}) widget->setEnabled(false);
         for (QAction* action : actions_) action->setEnabled(false);
     });
-    connect(fraSuche_, &RegSuchbereich::finished, this, [this, bar] {
+    connect(fraSuche_, &RegSearchArea::finished, this, [this, bar] {
         for (QWidget* widget : std::initializer_list<QWidget*>{bar, panes_, txtPfad_}) widget->setEnabled(true);
         enableEntries();
     });
@@ -106,7 +106,7 @@ QAction* frmBVK_RegBrowse::entry(QMenu& menu, const Entry& wanted) {
     if (wanted.onlyIn) wanted.onlyIn->addAction(action);
     else addAction(action);
     connect(action, &QAction::triggered, this, [this, act = wanted.act] {
-        browser_.klick();
+        browser_.click();
         act();
     });
     actions_.insert(action->objectName(), action);
@@ -181,7 +181,7 @@ void frmBVK_RegBrowse::changeEvent(QEvent* event) {
 // --- what is shown ---
 
 std::string frmBVK_RegBrowse::key() const { return keys_->keyOf(tvwReg_->currentIndex()); }
-const BrowserWert* frmBVK_RegBrowse::chosenValue() const { return values_->at(lvwReg_->currentIndex()); }
+const BrowserValue* frmBVK_RegBrowse::chosenValue() const { return values_->at(lvwReg_->currentIndex()); }
 bool frmBVK_RegBrowse::valuesInFront() const { return focusWidget() == lvwReg_ && chosenValue() != nullptr; }
 
 void frmBVK_RegBrowse::selectKey() {
@@ -195,19 +195,19 @@ void frmBVK_RegBrowse::showValues(const std::string& select) {
     const QModelIndex place = values_->indexOf(select);
     lvwReg_->setCurrentIndex(place.isValid() ? place : values_->index(0, 0));
     enableEntries();
-    const int count = values_->rowCount() - (values_->at(values_->index(0, 0))->vorhanden ? 0 : 1);
+    const int count = values_->rowCount() - (values_->at(values_->index(0, 0))->there ? 0 : 1);
     const QString unseen = unseenNote(key());       // in the path above
     sbrReg_->setText(QStringLiteral("PC: %1    %2").arg(plainLine(browser_.machine()), count == 1 ? QStringLiteral("1 Wert") : QStringLiteral("%1 Werte").arg(count)) +
                      (unseen.isEmpty() ? QString() : QStringLiteral("\nPfad: ") + unseen));
 }
 
 void frmBVK_RegBrowse::enableEntries() {
-    const BrowserWert* value = chosenValue();
+    const BrowserValue* value = chosenValue();
     const bool isKey = tvwReg_->currentIndex().isValid(), below = isKey && tvwReg_->currentIndex().parent().isValid();
     for (QAction* action : actions_) action->setEnabled(isKey);
     actions_.value(QStringLiteral("mnuAendern"))->setEnabled(value != nullptr);
-    actions_.value(QStringLiteral("mnuRenValue"))->setEnabled(value && value->vorhanden && !value->KeyName.empty());
-    actions_.value(QStringLiteral("mnuDelValue"))->setEnabled(value && value->vorhanden);
+    actions_.value(QStringLiteral("mnuRenValue"))->setEnabled(value && value->there && !value->KeyName.empty());
+    actions_.value(QStringLiteral("mnuDelValue"))->setEnabled(value && value->there);
     actions_.value(QStringLiteral("mnuRenKey"))->setEnabled(below);
     actions_.value(QStringLiteral("mnuDelKey"))->setEnabled(below);
     actions_.value(QStringLiteral("mnuExit"))->setEnabled(true);
@@ -240,7 +240,7 @@ void frmBVK_RegBrowse::goToTyped() {
 
 void frmBVK_RegBrowse::refresh() {
     const std::string present = key();
-    const BrowserWert* value = chosenValue();
+    const BrowserValue* value = chosenValue();
     const std::string name = value ? value->KeyName : std::string();
     const bool open = tvwReg_->isExpanded(tvwReg_->currentIndex());
     keys_->reload(tvwReg_->currentIndex());
@@ -261,35 +261,35 @@ void frmBVK_RegBrowse::reject() {
 // --- changes ---
 
 std::optional<std::string> frmBVK_RegBrowse::askName(const char* title, const char* question, const std::string& name) {
-    RegNameAnfrage request;
+    RegNameRequest request;
     request.titel = title;
-    request.frage = question;
+    request.question = question;
     request.name = name;
     port_.showWindow(request);
     return request.ok ? std::optional(request.name) : std::nullopt;
 }
 
 void frmBVK_RegBrowse::mnuAendern() {
-    const BrowserWert* chosen = chosenValue();
+    const BrowserValue* chosen = chosenValue();
     if (!chosen) return;
-    REGEditAnfrage request;
+    REGEditRequest request;
     request.ItemKey = key();
     request.ItemName = chosen->KeyName;
     request.ItemTyp = chosen->typ;
     request.ItemWert = browser_.value(request.ItemKey, request.ItemName);
     const auto before = request.ItemWert;
-    request.speichern = [&](const std::string& name, const RawValue& value) { return browser_.writeValue(request.ItemKey, name, before, value); };
+    request.save = [&](const std::string& name, const RawValue& value) { return browser_.writeValue(request.ItemKey, name, before, value); };
     port_.showWindow(request);
     showValues(request.ItemName);
 }
 
 void frmBVK_RegBrowse::newValue(std::uint32_t type) {
-    REGEditAnfrage request;
+    REGEditRequest request;
     std::string made;
     request.neu = true;
     request.ItemKey = key();
     request.ItemTyp = type;
-    request.speichern = [&](const std::string& name, const RawValue& value) {
+    request.save = [&](const std::string& name, const RawValue& value) {
         made = name;
         return browser_.writeValue(request.ItemKey, name, std::nullopt, value);
     };
@@ -318,7 +318,7 @@ void frmBVK_RegBrowse::renameKey() {
 }
 
 void frmBVK_RegBrowse::renameValue() {
-    const BrowserWert* chosen = chosenValue();
+    const BrowserValue* chosen = chosenValue();
     if (!chosen) return;
     const std::string old = chosen->KeyName;
     const auto name = askName("Wert umbenennen", "Neuer Name des Wertes:", old);
@@ -334,7 +334,7 @@ void frmBVK_RegBrowse::mnuDelKey() {
 }
 
 void frmBVK_RegBrowse::deleteValue() {
-    const BrowserWert* chosen = chosenValue();
+    const BrowserValue* chosen = chosenValue();
     if (chosen && browser_.deleteValue(key(), std::string(chosen->KeyName))) showValues();
 }
 

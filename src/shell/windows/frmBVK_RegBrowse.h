@@ -18,7 +18,7 @@ namespace brenvik {
 class frmBVK_RegBrowse : public Dialog {
     Q_OBJECT
 public:
-    frmBVK_RegBrowse(UserPort& port, RegBrowseAnfrage& request, QWidget* parent);
+    frmBVK_RegBrowse(UserPort& port, RegBrowseRequest& request, QWidget* parent);
 
     bool goTo(const std::string& key, const std::optional<std::string>& value = std::nullopt);   // false: it is not there any more
 
@@ -41,7 +41,7 @@ private:
     void showValues(const std::string& select = {});
     void enableEntries();
     std::string key() const;
-    const BrowserWert* chosenValue() const;
+    const BrowserValue* chosenValue() const;
     bool valuesInFront() const;
 
     void mnuAendern();
@@ -63,10 +63,10 @@ private:
     QLineEdit* txtPfad_;
     QWidget* panes_;
     RegTreeModel* keys_;
-    RegWertModel* values_;
+    RegValueModel* values_;
     QTreeView *tvwReg_, *lvwReg_;
     cSplitter* picSplitter_;
-    RegSuchbereich* fraSuche_;
+    RegSearchArea* fraSuche_;
     QLabel* sbrReg_;
     int split_ = 300;                // where the divider was put; a narrow window may have it elsewhere
 };

@@ -19,31 +19,31 @@ constexpr int LongestText = 1'000;
 
 }  // namespace
 
-void SuchergebnisModel::show(std::vector<Suchtreffer> hits) {
+void SearchResultModel::show(std::vector<SearchHit> hits) {
     beginResetModel();
     hits_ = std::move(hits);
     endResetModel();
 }
 
-const Suchtreffer* SuchergebnisModel::at(const QModelIndex& index) const {
+const SearchHit* SearchResultModel::at(const QModelIndex& index) const {
     return index.isValid() && static_cast<std::size_t>(index.row()) < hits_.size() ? &hits_[static_cast<std::size_t>(index.row())] : nullptr;
 }
 
-QVariant SuchergebnisModel::data(const QModelIndex& index, int role) const {
-    const Suchtreffer* hit = at(index);
+QVariant SearchResultModel::data(const QModelIndex& index, int role) const {
+    const SearchHit* hit = at(index);
     if (!hit || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     if (index.column() == 0) return role == Qt::DisplayRole ? QVariant(hit->Index) : QVariant();
     return role == Qt::DisplayRole ? plainLine(hit->Überschrift) : toolTipText(hit->Überschrift);
 }
 
-QVariant SuchergebnisModel::headerData(int section, Qt::Orientation orientation, int role) const {
+QVariant SearchResultModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
     return section == 0 ? QStringLiteral("Index") : QStringLiteral("Überschrift");
 }
 
-frmBVK_Suchen::frmBVK_Suchen(SuchenAnfrage& request, QWidget* parent)
+frmBVK_Suchen::frmBVK_Suchen(SuchenRequest& request, QWidget* parent)
     : Dialog("frmBVK_Suchen", qt(strBVKTexte(TextTitle)), parent), request_(request), txtSuchText_(new QLineEdit(this)),
-      chkOptionen_(new QCheckBox(qt(strBVKTexte(TextExact)), this)), model_(new SuchergebnisModel(this)), lvSuchergebnis_(new QTreeView(this)) {
+      chkOptionen_(new QCheckBox(qt(strBVKTexte(TextExact)), this)), model_(new SearchResultModel(this)), lvSuchergebnis_(new QTreeView(this)) {
     auto* box = new QVBoxLayout(this);
     box->addWidget(makeQuestion());
     box->addWidget(makeChoices());
@@ -79,7 +79,7 @@ QWidget* frmBVK_Suchen::makeQuestion() {
     txtSuchText_->setObjectName(QStringLiteral("txtSuchText"));
     txtSuchText_->setAccessibleName(lblSuchText->text());
     txtSuchText_->setMaxLength(LongestText);
-    txtSuchText_->setText(qt(request_.auftrag.txtSuchText));
+    txtSuchText_->setText(qt(request_.searchOrder.txtSuchText));
     txtSuchText_->selectAll();
     cmdSuchen_ = button("cmdSuchen", qt(strBVKButtons(ButtonSearch)));
     cmdSuchen_->setDefault(true);
@@ -104,12 +104,12 @@ QWidget* frmBVK_Suchen::makeChoices() {
     for (std::size_t i = 0; i < chkTabelle_.size(); ++i) {
         chkTabelle_[i] = new QCheckBox(qt(strBVKTexte(TextFirstTable + static_cast<int>(i))), row);
         chkTabelle_[i]->setObjectName(elementName("chkTabelle", i));
-        chkTabelle_[i]->setChecked(request_.auftrag.chkTabelle[i]);
+        chkTabelle_[i]->setChecked(request_.searchOrder.chkTabelle[i]);
         tables->addWidget(chkTabelle_[i]);
     }
     QVBoxLayout* options = group("fraOptionen", TextOptions);
     chkOptionen_->setObjectName(QStringLiteral("chkOptionen(0)"));
-    chkOptionen_->setChecked(request_.auftrag.genauerWortlaut);
+    chkOptionen_->setChecked(request_.searchOrder.exactWording);
     options->addWidget(chkOptionen_);
     options->addStretch(1);
     return row;
@@ -130,18 +130,18 @@ QLayout* frmBVK_Suchen::makeButtons() {
 }
 
 void frmBVK_Suchen::readFields() {
-    Suchauftrag& order = request_.auftrag;
+    SearchOrder& order = request_.searchOrder;
     order.txtSuchText = utf8(txtSuchText_->text());
     for (std::size_t i = 0; i < chkTabelle_.size(); ++i) order.chkTabelle[i] = chkTabelle_[i]->isChecked();
-    order.genauerWortlaut = chkOptionen_->isChecked();
+    order.exactWording = chkOptionen_->isChecked();
 }
 
 void frmBVK_Suchen::Suchen() {
     readFields();
     model_->show({});
-    Suchergebnis result = request_.suchen(request_.auftrag);
-    const std::size_t count = result.treffer.size();
-    model_->show(std::move(result.treffer));
+    SearchResult result = request_.suchen(request_.searchOrder);
+    const std::size_t count = result.hits.size();
+    model_->show(std::move(result.hits));
     cmdOK_->setEnabled(count > 0);
     lblTreffer_->setText(resultText(result.art, count));
     if (count == 0) return txtSuchText_->setFocus();
@@ -149,10 +149,10 @@ void frmBVK_Suchen::Suchen() {
     lvSuchergebnis_->setFocus();
 }
 
-QString frmBVK_Suchen::resultText(Suchergebnis::Art art, std::size_t count) const {
-    if (art == Suchergebnis::Art::NichtsZuSuchen) return QStringLiteral("Bitte geben Sie einen Text ein und wählen Sie, wo gesucht wird.");
-    if (art == Suchergebnis::Art::Gesucht) return count == 1 ? QStringLiteral("1 Tipp gefunden") : QStringLiteral("%1 Tipps gefunden").arg(count);
-    const bool apostrophe = request_.auftrag.txtSuchText.find('\'') != std::string::npos;
+QString frmBVK_Suchen::resultText(SearchResult::Art art, std::size_t count) const {
+    if (art == SearchResult::Art::NothingToSeek) return QStringLiteral("Bitte geben Sie einen Text ein und wählen Sie, wo gesucht wird.");
+    if (art == SearchResult::Art::Sought) return count == 1 ? QStringLiteral("1 Tipp gefunden") : QStringLiteral("%1 Tipps gefunden").arg(count);
+    const bool apostrophe = request_.searchOrder.txtSuchText.find('\'') != std::string::npos;
     return apostrophe ? QStringLiteral("Die Suche ist gescheitert. Einen Apostroph geben Sie bitte doppelt ein: ''") : QStringLiteral("Die Suche ist gescheitert.");
 }
 
@@ -170,9 +170,9 @@ void frmBVK_Suchen::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmBVK_Suchen::TippOeffnen() {
-    const Suchtreffer* hit = model_->at(lvSuchergebnis_->currentIndex());
+    const SearchHit* hit = model_->at(lvSuchergebnis_->currentIndex());
     if (!hit) return;
-    request_.gewaehlt = hit->Überschrift;
+    request_.chosen = hit->Überschrift;
     accept();
 }
 

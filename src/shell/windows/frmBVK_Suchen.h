@@ -11,23 +11,23 @@
 
 namespace brenvik {
 
-class SuchergebnisModel : public QAbstractTableModel {
+class SearchResultModel : public QAbstractTableModel {
 public:
     using QAbstractTableModel::QAbstractTableModel;
-    void show(std::vector<Suchtreffer> hits);
-    const Suchtreffer* at(const QModelIndex& index) const;
+    void show(std::vector<SearchHit> hits);
+    const SearchHit* at(const QModelIndex& index) const;
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : static_cast<int>(hits_.size()); }
     int columnCount(const QModelIndex& = {}) const override { return 2; }
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    std::vector<Suchtreffer> hits_;
+    std::vector<SearchHit> hits_;
 };
 
 class frmBVK_Suchen : public Dialog {
 public:
-    frmBVK_Suchen(SuchenAnfrage& request, QWidget* parent);
+    frmBVK_Suchen(SuchenRequest& request, QWidget* parent);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -40,13 +40,13 @@ private:
     void Suchen();
     void TippOeffnen();
     void readFields();
-    QString resultText(Suchergebnis::Art art, std::size_t count) const;
+    QString resultText(SearchResult::Art art, std::size_t count) const;
 
-    SuchenAnfrage& request_;
+    SuchenRequest& request_;
     QLineEdit* txtSuchText_;
     std::array<QCheckBox*, 3> chkTabelle_{};
     QCheckBox* chkOptionen_;
-    SuchergebnisModel* model_;
+    SearchResultModel* model_;
     QTreeView* lvSuchergebnis_;
     QLabel* lblTreffer_;
     QPushButton *cmdSuchen_, *cmdOK_;

@@ -14,7 +14,7 @@ constexpr int ButtonCancel = 0, ButtonOk = 8;
 
 }  // namespace
 
-frmBVK_Symbolleiste::frmBVK_Symbolleiste(const Knopfordnung& order, const Knopfordnung& standard, const QHash<QString, QAction*>& actions, QWidget* parent)
+frmBVK_Symbolleiste::frmBVK_Symbolleiste(const ButtonOrder& order, const ButtonOrder& standard, const QHash<QString, QAction*>& actions, QWidget* parent)
     : Dialog("frmBVK_Symbolleiste", QStringLiteral("Symbolleiste anpassen"), parent), actions_(actions), lstButtons_(new QListWidget(this)) {
     lstButtons_->setObjectName(QStringLiteral("lstButtons"));
     lstButtons_->setDragDropMode(QAbstractItemView::InternalMove);
@@ -55,9 +55,9 @@ frmBVK_Symbolleiste::frmBVK_Symbolleiste(const Knopfordnung& order, const Knopfo
     showOrder(order);
 }
 
-void frmBVK_Symbolleiste::showOrder(const Knopfordnung& order) {
+void frmBVK_Symbolleiste::showOrder(const ButtonOrder& order) {
     lstButtons_->clear();
-    for (const KnopfPlatz& place : order) {
+    for (const ButtonPlace& place : order) {
         const QAction* action = actions_.value(qt(place.key));
         auto* item = new QListWidgetItem(action ? action->text() : QStringLiteral("– Trennstrich –"));
         if (action) item->setIcon(action->icon());
@@ -84,12 +84,12 @@ void frmBVK_Symbolleiste::enableButtons() {
     cmdUp_->setEnabled(row > 0);
     cmdDown_->setEnabled(row >= 0 && row + 1 < lstButtons_->count());
     bool shows = false;
-    for (const KnopfPlatz& place : order()) shows = shows || (place.visible && !place.isSeparator());
+    for (const ButtonPlace& place : order()) shows = shows || (place.visible && !place.isSeparator());
     cmdOK_->setEnabled(shows);
 }
 
-Knopfordnung frmBVK_Symbolleiste::order() const {
-    Knopfordnung order;
+ButtonOrder frmBVK_Symbolleiste::order() const {
+    ButtonOrder order;
     for (int i = 0; i < lstButtons_->count(); ++i) {
         const QListWidgetItem* item = lstButtons_->item(i);
         order.push_back({utf8(item->data(KeyRole).toString()), item->checkState() == Qt::Checked});

@@ -11,11 +11,11 @@ namespace brenvik {
 
 class frmBVK_Symbolleiste : public Dialog {
 public:
-    frmBVK_Symbolleiste(const Knopfordnung& order, const Knopfordnung& standard, const QHash<QString, QAction*>& actions, QWidget* parent);
-    Knopfordnung order() const;
+    frmBVK_Symbolleiste(const ButtonOrder& order, const ButtonOrder& standard, const QHash<QString, QAction*>& actions, QWidget* parent);
+    ButtonOrder order() const;
 
 private:
-    void showOrder(const Knopfordnung& order);
+    void showOrder(const ButtonOrder& order);
     void moveItem(int by);
     void enableButtons();
 

@@ -9,14 +9,14 @@
 namespace brenvik {
 namespace {
 
-constexpr int Breiten[] = {260, 130, 130, 130, 150};
+constexpr int Widths[] = {260, 130, 130, 130, 150};
 
 }  // namespace
 
 frmBVK_UndoConflicts::frmBVK_UndoConflicts(UndoConflictsRequest& request, QWidget* parent)
-    : Dialog("frmBVK_UndoConflicts", qt(meldung::KonfliktTitel), parent), request_(request), lvConflicts_(new QTreeWidget(this)) {
+    : Dialog("frmBVK_UndoConflicts", qt(messages::ConflictTitle), parent), request_(request), lvConflicts_(new QTreeWidget(this)) {
     auto* grid = new QGridLayout(this);
-    QLabel* info = label("lblConflicts", qt(meldung::KonfliktInfo));
+    QLabel* info = label("lblConflicts", qt(messages::ConflictInfo));
     info->setWordWrap(true);
     info->setBuddy(lvConflicts_);
     grid->addWidget(info, 0, 0);
@@ -26,11 +26,11 @@ frmBVK_UndoConflicts::frmBVK_UndoConflicts(UndoConflictsRequest& request, QWidge
     lvConflicts_->setRootIsDecorated(false);
     lvConflicts_->setAllColumnsShowFocus(true);
     lvConflicts_->setAlternatingRowColors(true);
-    for (int k = 0; k < 5; ++k) lvConflicts_->setColumnWidth(k, Breiten[k]);
+    for (int k = 0; k < 5; ++k) lvConflicts_->setColumnWidth(k, Widths[k]);
     fill();
     grid->addWidget(lvConflicts_, 1, 0);
-    QPushButton* cmdProceed = button("cmdProceed", qt(meldung::KonfliktWeiter));
-    QPushButton* cmdCancel = button("cmdCancel", qt(meldung::KonfliktAbbruch));
+    QPushButton* cmdProceed = button("cmdProceed", qt(messages::ConflictGoOn));
+    QPushButton* cmdCancel = button("cmdCancel", qt(messages::ConflictAbort));
     auto* row = new QHBoxLayout;
     row->addStretch(1);
     row->addWidget(cmdProceed);

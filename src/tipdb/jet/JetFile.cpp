@@ -44,7 +44,7 @@ std::string upToZero(std::string text) {
 }
 
 // In Jet 4 the password is covered with the whole days of the creation date.
-std::string passwordJet4(const Ausschnitt& header) {
+std::string passwordJet4(const Slice& header) {
     double created = 0;
     std::memcpy(&created, header.at(CreatedAt, sizeof created), sizeof created);
     const std::uint32_t mask = created > 0 && created < 4294967296.0 ? static_cast<std::uint32_t>(created) : 0;
@@ -56,9 +56,9 @@ std::string passwordJet4(const Ausschnitt& header) {
 
 }  // namespace
 
-bool JetDatei::looksLikeJet(std::string_view bytes) { return bytes.substr(0, 20) == std::string_view("\0\1\0\0Standard Jet DB", 20); }
+bool JetFile::looksLikeJet(std::string_view bytes) { return bytes.substr(0, 20) == std::string_view("\0\1\0\0Standard Jet DB", 20); }
 
-JetDatei::JetDatei(std::string bytes) : bytes_(std::move(bytes)) {
+JetFile::JetFile(std::string bytes) : bytes_(std::move(bytes)) {
     if (!looksLikeJet(bytes_) || bytes_.size() < 2 * pageSize_)
         throw Damaged("die Datei ist keine Jet-Datenbank");
     if (bytes_[VersionAt] > 1) throw Damaged("nur die Formate Jet 3 und Jet 4 werden gelesen");
@@ -69,9 +69,9 @@ JetDatei::JetDatei(std::string bytes) : bytes_(std::move(bytes)) {
     readHeader();
 }
 
-void JetDatei::readHeader() {
+void JetFile::readHeader() {
     rc4(HeaderKey, at(CipheredAt), jet4_ ? 128 : 126);
-    const Ausschnitt header = page(0);
+    const Slice header = page(0);
     const unsigned codePage = header.u16(CodePageAt);
     if (!jet4_ && codePage != 1252 && codePage != 0)
         throw Damaged("die Codepage " + std::to_string(codePage) + " wird nicht gelesen");
@@ -79,7 +79,7 @@ void JetDatei::readHeader() {
     decodePages(header.u32(DatabaseKeyAt));
 }
 
-void JetDatei::decodePages(std::uint32_t databaseKey) {
+void JetFile::decodePages(std::uint32_t databaseKey) {
     if (databaseKey == 0) return;
     for (std::size_t number = 1; number < pages(); ++number) {
         const std::uint32_t key = databaseKey ^ static_cast<std::uint32_t>(number);
@@ -89,25 +89,25 @@ void JetDatei::decodePages(std::uint32_t databaseKey) {
     }
 }
 
-void JetDatei::spend(std::size_t amount) const {
+void JetFile::spend(std::size_t amount) const {
     if (amount > budget_) throw Damaged("die Angaben wiederholen sich ohne Ende");
     budget_ -= amount;
 }
 
-Ausschnitt JetDatei::page(std::size_t number) const {
+Slice JetFile::page(std::size_t number) const {
     if (number >= pages()) throw Damaged("eine Seite liegt hinter dem Ende der Datei");
     return {reinterpret_cast<const std::uint8_t*>(bytes_.data()) + number * pageSize_, pageSize_};
 }
 
-Ausschnitt JetDatei::page(std::size_t number, PageType expected) const {
-    const Ausschnitt p = page(number);
+Slice JetFile::page(std::size_t number, PageType expected) const {
+    const Slice p = page(number);
     if (p.u8(0) != expected || p.u8(1) != 1) throw Damaged("eine Seite ist von anderer Art als erwartet");
     if (expected == DataPage && p.u16(FreeSpaceAt) > pageSize_) throw Damaged("der freie Platz einer Seite ist größer als sie selbst");
     return p;
 }
 
-JetDatei::Row JetDatei::row(std::size_t pageNumber, std::size_t rowNumber) const {
-    const Ausschnitt p = page(pageNumber, DataPage);
+JetFile::Row JetFile::row(std::size_t pageNumber, std::size_t rowNumber) const {
+    const Slice p = page(pageNumber, DataPage);
     const std::size_t offsets = rowCountOffset() + 2;
     if (rowNumber >= p.u16(rowCountOffset())) throw Damaged("ein Verweis zeigt auf keine Zeile");
     const unsigned entry = p.u16(offsets + 2 * rowNumber);
@@ -119,12 +119,12 @@ JetDatei::Row JetDatei::row(std::size_t pageNumber, std::size_t rowNumber) const
     return {p.part(start, end - start), (entry & MovedFlag) != 0, (entry & HiddenFlag) != 0};
 }
 
-Ausschnitt JetDatei::reference(std::uint32_t pointer) const { return row(pointer >> 8, pointer & 0xFF).bytes; }
+Slice JetFile::reference(std::uint32_t pointer) const { return row(pointer >> 8, pointer & 0xFF).bytes; }
 
-std::vector<std::uint32_t> JetDatei::usageMap(std::uint32_t pointer) const {
-    const Ausschnitt map = reference(pointer);
+std::vector<std::uint32_t> JetFile::usageMap(std::uint32_t pointer) const {
+    const Slice map = reference(pointer);
     std::vector<std::uint32_t> found;
-    const auto collect = [&](Ausschnitt bits, std::uint64_t firstPage) {
+    const auto collect = [&](Slice bits, std::uint64_t firstPage) {
         for (std::size_t i = 0; i < bits.size * 8; ++i) {
             if ((bits.data[i / 8] >> i % 8 & 1) == 0) continue;
             if (firstPage + i >= pages()) throw Damaged("die Seitenbelegung nennt eine Seite hinter dem Ende der Datei");
@@ -145,17 +145,17 @@ std::vector<std::uint32_t> JetDatei::usageMap(std::uint32_t pointer) const {
     return found;
 }
 
-Ausschnitt JetDatei::longValuePiece(std::uint32_t pointer) const {
-    const Ausschnitt piece = reference(pointer);
+Slice JetFile::longValuePiece(std::uint32_t pointer) const {
+    const Slice piece = reference(pointer);
     if (std::memcmp(page(pointer >> 8).at(OwnerAt, sizeof LongValueOwner), LongValueOwner, sizeof LongValueOwner) != 0)
         throw Damaged("ein langer Wert liegt nicht auf seiner Seite");
     return piece;
 }
 
-std::vector<std::uint8_t> JetDatei::longValue(Ausschnitt column) const {
+std::vector<std::uint8_t> JetFile::longValue(Slice column) const {
     const std::uint32_t head = column.u32(0), length = head & LengthMask;
     std::uint32_t pointer = column.u32(4);
-    const auto whole = [&](Ausschnitt source) {
+    const auto whole = [&](Slice source) {
         const auto* first = source.at(0, length);
         return std::vector<std::uint8_t>(first, first + length);
     };
@@ -164,7 +164,7 @@ std::vector<std::uint8_t> JetDatei::longValue(Ausschnitt column) const {
     if (head != length) throw Damaged("die Art eines langen Werts ist unbekannt");
     std::vector<std::uint8_t> value;
     while (pointer != 0) {
-        const Ausschnitt piece = longValuePiece(pointer);
+        const Slice piece = longValuePiece(pointer);
         pointer = piece.u32(0);
         if (piece.size == 4) throw Damaged("ein langer Wert hat ein leeres Glied");
         value.insert(value.end(), piece.data + 4, piece.data + piece.size);
@@ -174,11 +174,11 @@ std::vector<std::uint8_t> JetDatei::longValue(Ausschnitt column) const {
     return value;
 }
 
-std::string JetDatei::text(Ausschnitt bytes) const {
+std::string JetFile::text(Slice bytes) const {
     return jet4_ ? decodeUcs2(bytes.data, bytes.size, true) : decode1252(bytes.data, bytes.size);
 }
 
-std::string JetDatei::name(Ausschnitt bytes) const {
+std::string JetFile::name(Slice bytes) const {
     return jet4_ ? decodeUcs2(bytes.data, bytes.size, false) : decode1252(bytes.data, bytes.size);
 }
 

@@ -9,10 +9,10 @@
 
 namespace brenvik::jet {
 
-class JetDatei {
+class JetFile {
 public:
     // Takes the whole file. Throws Damaged if this is no Jet 3 or Jet 4 database.
-    explicit JetDatei(std::string bytes);
+    explicit JetFile(std::string bytes);
 
     static bool looksLikeJet(std::string_view bytes);
 
@@ -25,28 +25,28 @@ public:
     std::size_t rowCountOffset() const { return jet4_ ? 12 : 8; }
 
     enum PageType : std::uint8_t { DataPage = 1, DefinitionPage = 2, IndexPage = 3, IndexLeafPage = 4, UsageMapPage = 5 };
-    Ausschnitt page(std::size_t number) const;                     // any page
-    Ausschnitt page(std::size_t number, PageType expected) const;  // Damaged if it is another
+    Slice page(std::size_t number) const;                     // any page
+    Slice page(std::size_t number, PageType expected) const;  // Damaged if it is another
     struct Row {
-        Ausschnitt bytes;
+        Slice bytes;
         bool moved = false;    // the bytes are a pointer to the row's new place
         bool hidden = false;   // deleted, or a moved row at its new place
     };
     Row row(std::size_t pageNumber, std::size_t rowNumber) const;
-    Ausschnitt reference(std::uint32_t pointer) const;  // page number << 8 | row number
+    Slice reference(std::uint32_t pointer) const;  // page number << 8 | row number
     std::vector<std::uint32_t> usageMap(std::uint32_t pointer) const;  // page numbers, ascending, all inside the file
 
     // Content of a memo or OLE column, given its 12 byte header and what follows inside the row.
-    std::vector<std::uint8_t> longValue(Ausschnitt column) const;
-    std::string text(Ausschnitt bytes) const;
-    std::string name(Ausschnitt bytes) const;
+    std::vector<std::uint8_t> longValue(Slice column) const;
+    std::string text(Slice bytes) const;
+    std::string name(Slice bytes) const;
 
     // Everything decoded counts against a budget of a multiple of the file's size, so that pointers which lead to the
     // same bytes again and again come to an end.
     void spend(std::size_t amount) const;
 
 private:
-    Ausschnitt longValuePiece(std::uint32_t pointer) const;
+    Slice longValuePiece(std::uint32_t pointer) const;
     void readHeader();
     void decodePages(std::uint32_t databaseKey);
 

@@ -39,12 +39,12 @@ struct Definition {
     bool hasVariable = false;
 };
 
-std::vector<std::uint8_t> definitionBytes(const JetDatei& file, std::uint32_t firstPage) {
+std::vector<std::uint8_t> definitionBytes(const JetFile& file, std::uint32_t firstPage) {
     std::vector<std::uint8_t> bytes;
     std::size_t count = 0;
     for (std::uint32_t number = firstPage; number != 0;) {
         if (++count > MaxDefinitionPages) throw Damaged("eine Tabellendefinition hat kein Ende");
-        const Ausschnitt p = file.page(number, JetDatei::DefinitionPage);
+        const Slice p = file.page(number, JetFile::DefinitionPage);
         bytes.insert(bytes.end(), p.data + (count == 1 ? 0 : 8), p.data + p.size);
         number = p.u32(4);
     }
@@ -52,7 +52,7 @@ std::vector<std::uint8_t> definitionBytes(const JetDatei& file, std::uint32_t fi
 }
 
 // The list at the end of a definition: column number and two map pointers each, FFFF behind the last.
-std::vector<std::uint32_t> columnMaps(Ausschnitt definition, std::size_t at) {
+std::vector<std::uint32_t> columnMaps(Slice definition, std::size_t at) {
     std::vector<std::uint32_t> maps;
     for (; definition.u16(at) != 0xFFFF; at += 10) {
         maps.push_back(definition.u32(at + 2));
@@ -61,9 +61,9 @@ std::vector<std::uint32_t> columnMaps(Ausschnitt definition, std::size_t at) {
     return maps;
 }
 
-Definition readDefinition(const JetDatei& file, std::uint32_t firstPage) {
+Definition readDefinition(const JetFile& file, std::uint32_t firstPage) {
     const std::vector<std::uint8_t> bytes = definitionBytes(file, firstPage);
-    const Ausschnitt d{bytes.data(), bytes.size()};
+    const Slice d{bytes.data(), bytes.size()};
     const bool jet4 = file.isJet4();
     Definition result;
     result.rowCount = d.u32(jet4 ? 16 : 12);
@@ -101,7 +101,7 @@ Definition readDefinition(const JetDatei& file, std::uint32_t firstPage) {
 // The parts of one stored row. Offsets of the variable columns stand behind the data, from the last to the first.
 class RowParts {
 public:
-    RowParts(const JetDatei& file, const Definition& definition, Ausschnitt row) : row_(row) {
+    RowParts(const JetFile& file, const Definition& definition, Slice row) : row_(row) {
         countBytes_ = file.isJet4() ? 2 : 1;
         columns_ = file.isJet4() ? row.u16(0) : row.u8(0);
         const std::size_t maskBytes = (columns_ + 7) / 8;
@@ -114,9 +114,9 @@ public:
     }
 
     bool isSet(const Column& c) const { return c.number < columns_ && (mask_.u8(c.number / 8) >> c.number % 8 & 1) != 0; }
-    Ausschnitt fixedPart(const Column& c, std::size_t count) const { return row_.part(countBytes_ + c.fixedOffset, count); }
+    Slice fixedPart(const Column& c, std::size_t count) const { return row_.part(countBytes_ + c.fixedOffset, count); }
     bool hasVariable(const Column& c) const { return c.variable + 1 < offsets_.size(); }
-    Ausschnitt variablePart(const Column& c) const {
+    Slice variablePart(const Column& c) const {
         const unsigned start = offsets_[c.variable], end = offsets_[c.variable + 1];
         if (start > end || end > dataEnd_) throw Damaged("eine Spalte liegt außerhalb ihrer Zeile");
         return row_.part(start, end - start);
@@ -143,28 +143,28 @@ private:
         }
     }
 
-    Ausschnitt row_, mask_;
+    Slice row_, mask_;
     std::size_t countBytes_ = 0, columns_ = 0, dataEnd_ = 0;
     std::vector<unsigned> offsets_;
 };
 
 // A whole number is one, whatever the type of its column; another stays as text, which is refused, with its place, wherever a
 // number is needed.
-void addReal(double value, Tabelle& out) {
+void addReal(double value, Table& out) {
     constexpr double Exact = 9e15;
     if (std::trunc(value) == value && std::abs(value) < Exact) return out.addNumber(static_cast<std::int64_t>(value));
     out.addText(fmt::format("{}", value));
 }
 
 // Ten thousandths.
-void addCurrency(std::int64_t value, Tabelle& out) {
+void addCurrency(std::int64_t value, Table& out) {
     if (value % 10'000 == 0) return out.addNumber(value / 10'000);
     out.addText(fmt::format("{}", static_cast<double>(value) / 10'000));
 }
 
 // Days since 30.12.1899, with the time of the day behind the point; before that day the two count in opposite directions, and
 // such a date stays the number that it is.
-void addDate(double value, Tabelle& out) {
+void addDate(double value, Table& out) {
     constexpr double Year10000 = 2'958'466, SecondsADay = 86'400;
     if (!(value >= 0 && value < Year10000)) return addReal(value, out);
     auto days = static_cast<int>(value);
@@ -178,7 +178,7 @@ void addDate(double value, Tabelle& out) {
     out.addText(text);
 }
 
-void addFixed(const JetDatei& file, const RowParts& parts, const Column& c, Tabelle& out) {
+void addFixed(const JetFile& file, const RowParts& parts, const Column& c, Table& out) {
     switch (c.type) {
         case Type::Byte: out.addNumber(parts.fixedPart(c, 1).u8(0)); return;
         case Type::Int: out.addNumber(static_cast<std::int16_t>(parts.fixedPart(c, 2).u16(0))); return;
@@ -192,9 +192,9 @@ void addFixed(const JetDatei& file, const RowParts& parts, const Column& c, Tabe
     }
 }
 
-void addVariable(const JetDatei& file, const RowParts& parts, const Column& c, Tabelle& out) {
+void addVariable(const JetFile& file, const RowParts& parts, const Column& c, Table& out) {
     if (!parts.hasVariable(c)) return out.addNull();
-    const Ausschnitt bytes = parts.variablePart(c);
+    const Slice bytes = parts.variablePart(c);
     if (c.type == Type::Text) return out.addText(file.text(bytes));
     if (c.type != Type::Memo && c.type != Type::Ole) return out.addNull();
     const std::vector<std::uint8_t> value = bytes.size == 0 ? std::vector<std::uint8_t>{} : file.longValue(bytes);
@@ -202,7 +202,7 @@ void addVariable(const JetDatei& file, const RowParts& parts, const Column& c, T
     out.addText(file.text({value.data(), value.size()}));
 }
 
-void addRow(const JetDatei& file, const Definition& definition, Ausschnitt row, Tabelle& out) {
+void addRow(const JetFile& file, const Definition& definition, Slice row, Table& out) {
     file.spend(definition.columns.size());
     const RowParts parts(file, definition, row);
     for (const Column& c : definition.columns) {
@@ -213,27 +213,27 @@ void addRow(const JetDatei& file, const Definition& definition, Ausschnitt row, 
     }
 }
 
-void addPage(const JetDatei& file, const Definition& definition, std::uint32_t definitionPage, std::uint32_t number, Tabelle& out) {
-    const Ausschnitt p = file.page(number);
-    if (p.u8(0) == JetDatei::IndexPage || p.u8(0) == JetDatei::IndexLeafPage) return;
-    if (file.page(number, JetDatei::DataPage).u32(4) != definitionPage) throw Damaged("eine Datenseite gehört nicht zu ihrer Tabelle");
+void addPage(const JetFile& file, const Definition& definition, std::uint32_t definitionPage, std::uint32_t number, Table& out) {
+    const Slice p = file.page(number);
+    if (p.u8(0) == JetFile::IndexPage || p.u8(0) == JetFile::IndexLeafPage) return;
+    if (file.page(number, JetFile::DataPage).u32(4) != definitionPage) throw Damaged("eine Datenseite gehört nicht zu ihrer Tabelle");
     const unsigned rows = p.u16(file.rowCountOffset());
     for (unsigned i = 0; i < rows; ++i) {
-        const JetDatei::Row row = file.row(number, i);
+        const JetFile::Row row = file.row(number, i);
         if (row.hidden) continue;
         if (!row.moved) {
             addRow(file, definition, row.bytes, out);
             continue;
         }
         const std::uint32_t pointer = row.bytes.u32(0);
-        const JetDatei::Row target = file.row(pointer >> 8, pointer & 0xFF);
+        const JetFile::Row target = file.row(pointer >> 8, pointer & 0xFF);
         if (target.moved || !target.hidden) throw Damaged("der neue Platz einer Zeile stimmt nicht");
         addRow(file, definition, target.bytes, out);
     }
 }
 
 // Maps that nobody needs for reading, but that show damage which reading alone would not meet.
-void checkMaps(const JetDatei& file, const Definition& definition, const std::vector<std::uint32_t>& pages) {
+void checkMaps(const JetFile& file, const Definition& definition, const std::vector<std::uint32_t>& pages) {
     const std::vector<std::uint32_t> withRoom = file.usageMap(definition.freePages);
     if (!std::includes(pages.begin(), pages.end(), withRoom.begin(), withRoom.end()))
         throw Damaged("die Seitenbelegung widerspricht sich");
@@ -242,11 +242,11 @@ void checkMaps(const JetDatei& file, const Definition& definition, const std::ve
 
 }  // namespace
 
-std::shared_ptr<const Tabelle> readTable(const JetDatei& file, std::uint32_t definitionPage, const std::string& name) {
+std::shared_ptr<const Table> readTable(const JetFile& file, std::uint32_t definitionPage, const std::string& name) {
     const Definition definition = readDefinition(file, definitionPage);
-    std::vector<TabellenSpalte> columns;
+    std::vector<TableColumn> columns;
     for (const Column& c : definition.columns) columns.push_back({c.name, !c.isNumber()});
-    auto table = std::make_shared<Tabelle>(name, std::move(columns));
+    auto table = std::make_shared<Table>(name, std::move(columns));
     table->reserveRows(std::min<std::size_t>(definition.rowCount, file.pages() * 64));
     const std::vector<std::uint32_t> pages = file.usageMap(definition.usedPages);
     checkMaps(file, definition, pages);
@@ -256,10 +256,10 @@ std::shared_ptr<const Tabelle> readTable(const JetDatei& file, std::uint32_t def
     return table;
 }
 
-Katalog::Katalog(const JetDatei& file) : objects_(readTable(file, CatalogPage, "MSysObjects")) {
+Catalogue::Catalogue(const JetFile& file) : objects_(readTable(file, CatalogPage, "MSysObjects")) {
     const auto& columns = objects_->columns();
     const auto place = [&](std::string_view name) {
-        const auto hit = std::find_if(columns.begin(), columns.end(), [&](const TabellenSpalte& c) { return c.name == name; });
+        const auto hit = std::find_if(columns.begin(), columns.end(), [&](const TableColumn& c) { return c.name == name; });
         if (hit == columns.end()) throw Damaged("das Verzeichnis der Tabellen ist unvollständig");
         return static_cast<std::size_t>(hit - columns.begin());
     };
@@ -268,11 +268,11 @@ Katalog::Katalog(const JetDatei& file) : objects_(readTable(file, CatalogPage, "
     type_ = place("Type");
 }
 
-std::optional<std::uint32_t> Katalog::find(std::string_view table) const {
+std::optional<std::uint32_t> Catalogue::find(std::string_view table) const {
     for (std::size_t row = 0; row < objects_->rows(); ++row) {
-        const Zelle &id = objects_->cell(row, id_), &name = objects_->cell(row, name_), &type = objects_->cell(row, type_);
-        if (type.art == Zelle::Art::Zahl && type.number == CatalogTableType && id.art == Zelle::Art::Zahl &&
-            name.art == Zelle::Art::Text && sameName(name.text(), table))
+        const Cell &id = objects_->cell(row, id_), &name = objects_->cell(row, name_), &type = objects_->cell(row, type_);
+        if (type.art == Cell::Art::Number && type.number == CatalogTableType && id.art == Cell::Art::Number &&
+            name.art == Cell::Art::Text && sameName(name.text(), table))
             return static_cast<std::uint32_t>(id.number) & 0x00FFFFFF;
     }
     return std::nullopt;

@@ -12,16 +12,16 @@
 namespace brenvik::jet {
 
 // First page of the definition of each user table that the catalogue names, by exact name. Throws Damaged.
-class Katalog {
+class Catalogue {
 public:
-    explicit Katalog(const JetDatei& file);
+    explicit Catalogue(const JetFile& file);
     std::optional<std::uint32_t> find(std::string_view table) const;
 
 private:
-    std::shared_ptr<const Tabelle> objects_;
+    std::shared_ptr<const Table> objects_;
     std::size_t id_ = 0, name_ = 0, type_ = 0;
 };
 
-std::shared_ptr<const Tabelle> readTable(const JetDatei& file, std::uint32_t definitionPage, const std::string& name);
+std::shared_ptr<const Table> readTable(const JetFile& file, std::uint32_t definitionPage, const std::string& name);
 
 }  // namespace brenvik::jet

@@ -56,8 +56,8 @@ struct StatementCloser {
 };
 using StatementPtr = std::unique_ptr<sqlite3_stmt, StatementCloser>;
 
-std::vector<TabellenSpalte> resultColumns(sqlite3_stmt* statement) {
-    std::vector<TabellenSpalte> columns;
+std::vector<TableColumn> resultColumns(sqlite3_stmt* statement) {
+    std::vector<TableColumn> columns;
     for (int i = 0; i < sqlite3_column_count(statement); ++i) {
         const char* type = sqlite3_column_decltype(statement, i);
         columns.push_back({sqlite3_column_name(statement, i), type == nullptr || std::string_view(type) != "INTEGER"});
@@ -65,7 +65,7 @@ std::vector<TabellenSpalte> resultColumns(sqlite3_stmt* statement) {
     return columns;
 }
 
-void addResultRow(sqlite3_stmt* statement, Tabelle& out) {
+void addResultRow(sqlite3_stmt* statement, Table& out) {
     for (int i = 0; i < sqlite3_column_count(statement); ++i) {
         const int type = sqlite3_column_type(statement, i);
         if (type == SQLITE_NULL) out.addNull();
@@ -76,10 +76,10 @@ void addResultRow(sqlite3_stmt* statement, Tabelle& out) {
 
 }  // namespace
 
-SqlEngine::SqlEngine(Datenbestand data) : data_(std::move(data)) {
+SqlEngine::SqlEngine(Records data) : data_(std::move(data)) {
     if (sqlite3_open_v2(":memory:", &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
         sqlite3_close(db_);
-        throw DatenbankFehler(dberr::Unspecified, "Die Datenbank im Speicher kann nicht angelegt werden.", Source);
+        throw DatabaseErrors(dberr::Unspecified, "Die Datenbank im Speicher kann nicht angelegt werden.", Source);
     }
     sqlite3_limit(db_, SQLITE_LIMIT_LENGTH, MaxValueBytes);
     sqlite3_create_collation(db_, TextCollation, SQLITE_UTF8, nullptr, collate);
@@ -87,21 +87,21 @@ SqlEngine::SqlEngine(Datenbestand data) : data_(std::move(data)) {
     for (const auto& table : data_.tables)
         if (registerTable(db_, *table) != SQLITE_OK) {
             sqlite3_close(db_);
-            throw DatenbankFehler(dberr::Unspecified, "Die Tabelle \"" + table->name() + "\" ist nicht brauchbar: Ihre Spalten haben keine eindeutigen Namen.", Source);
+            throw DatabaseErrors(dberr::Unspecified, "Die Tabelle \"" + table->name() + "\" ist nicht brauchbar: Ihre Spalten haben keine eindeutigen Namen.", Source);
         }
     sqlite3_set_authorizer(db_, onlyReading, nullptr);
 }
 
 SqlEngine::~SqlEngine() { sqlite3_close(db_); }
 
-std::shared_ptr<const Tabelle> SqlEngine::query(const std::string& sql) {
+std::shared_ptr<const Table> SqlEngine::query(const std::string& sql) {
     if (const auto name = wholeTableOf(sql))
         for (const auto& table : data_.tables)
             if (sameName(table->name(), *name)) return table;
     return run(sql);
 }
 
-std::shared_ptr<const Tabelle> SqlEngine::run(const std::string& sql) {
+std::shared_ptr<const Table> SqlEngine::run(const std::string& sql) {
     const std::string plain = quoteIndexWord(sql);
     const std::string ordered = plain + " order by rowid";
     const auto prepare = [&](const std::string& text) {
@@ -114,10 +114,10 @@ std::shared_ptr<const Tabelle> SqlEngine::run(const std::string& sql) {
     if (rc != SQLITE_OK) std::tie(rc, statement, rest) = prepare(plain);
     if (rc != SQLITE_OK) throw statementError(db_);
     if (statement == nullptr || rest.find_first_not_of(" \t\r\n;") != std::string_view::npos)
-        throw DatenbankFehler(dberr::BadStatement, "Die Abfrage muß aus genau einer Anweisung bestehen.", Source);
+        throw DatabaseErrors(dberr::BadStatement, "Die Abfrage muß aus genau einer Anweisung bestehen.", Source);
 
     const StepLimit limit(db_);
-    auto result = std::make_shared<Tabelle>(firstTableOf(sql), resultColumns(statement.get()));
+    auto result = std::make_shared<Table>(firstTableOf(sql), resultColumns(statement.get()));
     int step = SQLITE_OK;
     while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) addResultRow(statement.get(), *result);
     if (step != SQLITE_DONE) throw statementError(db_);

@@ -14,18 +14,18 @@ namespace brenvik {
 
 class SqlEngine {
 public:
-    explicit SqlEngine(Datenbestand data);
+    explicit SqlEngine(Records data);
     ~SqlEngine();
     SqlEngine(const SqlEngine&) = delete;
     SqlEngine& operator=(const SqlEngine&) = delete;
 
-    // Throws DatenbankFehler with a German description.
-    std::shared_ptr<const Tabelle> query(const std::string& sql);
+    // Throws DatabaseErrors with a German description.
+    std::shared_ptr<const Table> query(const std::string& sql);
 
 private:
-    std::shared_ptr<const Tabelle> run(const std::string& sql);
+    std::shared_ptr<const Table> run(const std::string& sql);
 
-    Datenbestand data_;
+    Records data_;
     sqlite3* db_ = nullptr;
 };
 

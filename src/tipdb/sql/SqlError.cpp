@@ -36,7 +36,7 @@ std::string statementReason(int code, std::string_view message) {
 
 }  // namespace
 
-DatenbankFehler statementError(sqlite3* db) {
+DatabaseErrors statementError(sqlite3* db) {
     const std::string message = sqlite3_errmsg(db);
     if (const auto name = behind(message, "no such table: ")) return {dberr::NoTable, "Die Tabelle \"" + *name + "\" gibt es nicht.", Source};
     return {dberr::BadStatement, "Fehler in der Abfrage: " + statementReason(sqlite3_errcode(db), message), Source};

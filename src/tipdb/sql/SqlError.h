@@ -9,7 +9,7 @@ struct sqlite3;
 namespace brenvik {
 
 // Why a statement over the tables in memory failed last; a table that is missing has a number of its own.
-DatenbankFehler statementError(sqlite3* db);
+DatabaseErrors statementError(sqlite3* db);
 
 // Why a file cannot be read, as half a sentence.
 std::string fileReason(int resultCode);

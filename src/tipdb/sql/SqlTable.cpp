@@ -11,11 +11,11 @@ namespace brenvik {
 namespace {
 
 struct VirtualTable : sqlite3_vtab {
-    const Tabelle* table = nullptr;
+    const Table* table = nullptr;
 };
 
 struct Cursor : sqlite3_vtab_cursor {
-    const Tabelle* table = nullptr;
+    const Table* table = nullptr;
     int column = -1;                 // the index in use, -1: all rows
     std::size_t position = 0, end = 0;
     std::size_t row() const { return column < 0 ? position : table->indexRow(static_cast<std::size_t>(column), position); }
@@ -28,9 +28,9 @@ std::string quoted(const std::string& name) {
 }
 
 int connect(sqlite3* db, void* aux, int, const char* const*, sqlite3_vtab** out, char** error) {
-    const auto* table = static_cast<const Tabelle*>(aux);
+    const auto* table = static_cast<const Table*>(aux);
     std::string declaration = "CREATE TABLE t(";
-    for (const TabellenSpalte& c : table->columns()) {
+    for (const TableColumn& c : table->columns()) {
         if (declaration.back() != '(') declaration += ',';
         declaration += quoted(c.name) + (c.text ? std::string(" TEXT COLLATE ") + TextCollation : std::string(" INTEGER"));
     }
@@ -52,7 +52,7 @@ int disconnect(sqlite3_vtab* base) {
 }
 
 int bestIndex(sqlite3_vtab* base, sqlite3_index_info* info) {
-    const Tabelle& table = *static_cast<VirtualTable*>(base)->table;
+    const Table& table = *static_cast<VirtualTable*>(base)->table;
     const bool byRow = info->nOrderBy == 1 && info->aOrderBy[0].iColumn < 0 && info->aOrderBy[0].desc == 0;
     info->orderByConsumed = byRow ? 1 : 0;  // both ways to read deliver ascending rows
     info->idxNum = -1;
@@ -106,11 +106,11 @@ int atEnd(sqlite3_vtab_cursor* base) {
 
 int columnValue(sqlite3_vtab_cursor* base, sqlite3_context* context, int column) {
     const auto& cursor = *static_cast<Cursor*>(base);
-    const Zelle& cell = cursor.table->cell(cursor.row(), static_cast<std::size_t>(column));
+    const Cell& cell = cursor.table->cell(cursor.row(), static_cast<std::size_t>(column));
     switch (cell.art) {
-        case Zelle::Art::Null: sqlite3_result_null(context); break;
-        case Zelle::Art::Zahl: sqlite3_result_int64(context, cell.number); break;
-        case Zelle::Art::Text: sqlite3_result_text(context, cell.chars, static_cast<int>(cell.length), SQLITE_STATIC); break;
+        case Cell::Art::Null: sqlite3_result_null(context); break;
+        case Cell::Art::Number: sqlite3_result_int64(context, cell.number); break;
+        case Cell::Art::Text: sqlite3_result_text(context, cell.chars, static_cast<int>(cell.length), SQLITE_STATIC); break;
     }
     return SQLITE_OK;
 }
@@ -137,9 +137,9 @@ sqlite3_module makeModule() {
 
 }  // namespace
 
-int registerTable(sqlite3* db, const Tabelle& table) {
+int registerTable(sqlite3* db, const Table& table) {
     static const sqlite3_module Module = makeModule();
-    const int rc = sqlite3_create_module(db, table.name().c_str(), &Module, const_cast<Tabelle*>(&table));
+    const int rc = sqlite3_create_module(db, table.name().c_str(), &Module, const_cast<Table*>(&table));
     // The first use declares the columns, which a connection that is limited to reading would refuse.
     return rc != SQLITE_OK ? rc : sqlite3_exec(db, ("SELECT 1 FROM " + quoted(table.name()) + " LIMIT 0").c_str(), nullptr, nullptr, nullptr);
 }

@@ -9,6 +9,6 @@ namespace brenvik {
 inline constexpr const char* TextCollation = "JETTEXT";
 
 // The table must outlive the connection.
-int registerTable(sqlite3* db, const Tabelle& table);
+int registerTable(sqlite3* db, const Table& table);
 
 }  // namespace brenvik

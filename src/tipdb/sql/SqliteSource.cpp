@@ -42,7 +42,7 @@ public:
 
     [[noreturn]] void fail() const { damaged(fileReason(sqlite3_errcode(db_))); }
     [[noreturn]] static void damaged(const std::string& why) {
-        throw DatenbankFehler(dberr::Unspecified, "Die Datenbankdatei ist beschädigt: " + why + ".", Source);
+        throw DatabaseErrors(dberr::Unspecified, "Die Datenbankdatei ist beschädigt: " + why + ".", Source);
     }
 
     // Calls take(statement) for each row.
@@ -96,7 +96,7 @@ bool isAscii(std::string_view text) {
 }
 
 // Bytes that are no UTF-8 must not get inside.
-void addText(Tabelle& out, std::string_view text) {
+void addText(Table& out, std::string_view text) {
     if (isAscii(text) || isUtf8(text)) out.addText(text);
     else out.addText(utf8FromUtf16(utf16FromUtf8(text)));
 }
@@ -108,7 +108,7 @@ std::string_view textOf(sqlite3_value* value) {
 
 // The value is asked for once, which is much cheaper than a call by column number for each of its facts; that takes a
 // connection that no other thread uses, and this one is our own.
-void addCell(Tabelle& out, sqlite3_stmt* row, int column) {
+void addCell(Table& out, sqlite3_stmt* row, int column) {
     sqlite3_value* cell = sqlite3_column_value(row, column);
     switch (sqlite3_value_type(cell)) {
         case SQLITE_NULL: out.addNull(); return;
@@ -119,19 +119,19 @@ void addCell(Tabelle& out, sqlite3_stmt* row, int column) {
             return addText(out, textOf(cell));
         }
         case SQLITE_TEXT: addText(out, textOf(cell)); return;
-        default: throw DatenbankFehler(dberr::Unspecified, "Die Tabelle \"" + out.name() + "\" enthält Binärdaten.", Source);
+        default: throw DatabaseErrors(dberr::Unspecified, "Die Tabelle \"" + out.name() + "\" enthält Binärdaten.", Source);
     }
 }
 
-std::shared_ptr<const Tabelle> readTable(SourceDatabase& db, const std::string& storedName, const std::string& name) {
-    std::vector<TabellenSpalte> columns;
+std::shared_ptr<const Table> readTable(SourceDatabase& db, const std::string& storedName, const std::string& name) {
+    std::vector<TableColumn> columns;
     bool withRowid = true;
     db.rows("SELECT name, type FROM pragma_table_info(?1)", storedName, [&](sqlite3_stmt* row) {
         columns.push_back({std::string(textAt(row, 0)), !isNumberType(std::string(textAt(row, 1)))});
     });
     db.rows("SELECT wr FROM pragma_table_list WHERE schema='main' AND name=?1", storedName, [&](sqlite3_stmt* row) { withRowid = sqlite3_column_int(row, 0) == 0; });
     if (columns.empty()) db.damaged("die Spalten der Tabelle \"" + name + "\" stehen nicht fest");
-    auto table = std::make_shared<Tabelle>(name, columns);
+    auto table = std::make_shared<Table>(name, columns);
     db.rows("SELECT count(*) FROM " + quoted(storedName), "", [&](sqlite3_stmt* row) { table->reserveRows(static_cast<std::size_t>(sqlite3_column_int64(row, 0))); });
     const int count = static_cast<int>(columns.size());
     db.rows("SELECT * FROM " + quoted(storedName) + (withRowid ? " ORDER BY rowid" : ""), "", [&](sqlite3_stmt* row) {
@@ -143,9 +143,9 @@ std::shared_ptr<const Tabelle> readTable(SourceDatabase& db, const std::string& 
 
 }  // namespace
 
-Datenbestand readSqliteDatabase(std::string bytes, const std::vector<std::string>& tables) {
+Records readSqliteDatabase(std::string bytes, const std::vector<std::string>& tables) {
     SourceDatabase db(std::move(bytes));
-    Datenbestand data;
+    Records data;
     for (const std::string& name : tables) {
         std::string storedName;
         db.rows("SELECT name FROM sqlite_schema WHERE type='table' AND rootpage>0 AND name=?1 COLLATE NOCASE", name,

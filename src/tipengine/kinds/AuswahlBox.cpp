@@ -11,13 +11,13 @@ AuswahlBoxKind::AuswahlBoxKind()
 void AuswahlBoxKind::build(KindHost& host, std::int16_t i) const {
     Panel& panel = addPanel(host, i);
     panel.label = host.tip.entry(i).Wertname;
-    panel.auswahl = Split(host.tip.entry(i).Anzeigetext, "#");
+    panel.selection = Split(host.tip.entry(i).Anzeigetext, "#");
     host.readEntry(i, panel.status);
     const std::string value = lowerCase(host.tip.value(i).strAktuellerWert);
     if (value.empty()) return;
-    for (std::size_t k = 0; k < panel.auswahl.size(); ++k)
-        if (lowerCase(panel.auswahl[k]).find(value) != std::string::npos) {
-            panel.gewaehlt = static_cast<int>(k);
+    for (std::size_t k = 0; k < panel.selection.size(); ++k)
+        if (lowerCase(panel.selection[k]).find(value) != std::string::npos) {
+            panel.chosen = static_cast<int>(k);
             break;
         }
 }

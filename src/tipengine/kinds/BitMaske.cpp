@@ -16,7 +16,7 @@ BitMaskeKind::BitMaskeKind()
     : Kind({.number = art::BitMaske, .sourceName = "bitmaske", .traceName = "BIT-Maske", .counter = &Context::intPanelBit, .captionList = true}) {}
 
 void BitMaskeKind::build(KindHost& host, std::int16_t i) const {
-    const TippEintrag& e = host.tip.entry(i);
+    const TipEntry& e = host.tip.entry(i);
     Panel& panel = addPanel(host, i);
     panel.label = e.Beschriftung;
     auto captions = Split(e.Anzeigetext, "#");
@@ -38,19 +38,19 @@ void BitMaskeKind::build(KindHost& host, std::int16_t i) const {
         }
     }
     for (std::size_t j = 0; j < captions.size(); ++j) panel.schalter.push_back({captions[j], bits[j], false, {}});
-    panel.unfertig = false;
+    panel.unfinished = false;
     if (tooMany) throw NumberedError(errnum::Overflow, "Mehr Kästchen als der Wert Bits hat");
 }
 
 void BitMaskeKind::flip(KindHost& host, Panel& panel, std::size_t box, bool on) const {
-    panel.schalter[box].angehakt = on;
-    host.touched(panel, panel.eintraege.front());
+    panel.schalter[box].ticked = on;
+    host.touched(panel, panel.entries.front());
 }
 
 // The boxes over the text of the value as it was.
 std::optional<std::string> BitMaskeKind::valueText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const {
     std::string text = tip.value(entry).strAnzeigeWert;
-    const auto box = [&](std::size_t j) { return panel.schalter[j].angehakt; };
+    const auto box = [&](std::size_t j) { return panel.schalter[j].ticked; };
     if (tip.entry(entry).Datentyp == 4) {
         std::uint32_t mask = text.empty() ? 0 : static_cast<std::uint32_t>(static_cast<std::int64_t>(Val(text)));
         for (std::size_t j = 0; j < panel.schalter.size(); ++j) mask = box(j) ? mask | 1u << j : mask & ~(1u << j);
@@ -70,17 +70,17 @@ std::optional<std::string> BitMaskeKind::valueText(const CurrentTip& tip, const 
     return text;
 }
 
-std::string BitMaskeKind::registryText(const TippEintrag&, std::string text) const { return text; }   // it is the registry's own
+std::string BitMaskeKind::registryText(const TipEntry&, std::string text) const { return text; }   // it is the registry's own
 
 std::string BitMaskeKind::shownText(const CurrentTip&, const Panel& panel, std::int16_t) const {
     std::string bits;
-    for (const SchalterFeld& box : panel.schalter) bits += box.angehakt ? '1' : '0';
+    for (const SwitchField& box : panel.schalter) bits += box.ticked ? '1' : '0';
     return bits;
 }
 
 std::string BitMaskeKind::setText(KindHost& host, Panel& panel, std::int16_t, const std::string& text) const {
     if (text.size() != panel.schalter.size() || text.find_first_not_of("01") != std::string::npos)
-        return fmt::format(meldung::KeineKaestchen, text, panel.schalter.size());
+        return fmt::format(messages::NoTickBoxes, text, panel.schalter.size());
     for (std::size_t k = 0; k < text.size(); ++k) flip(host, panel, k, text[k] == '1');
     return {};
 }

@@ -10,7 +10,7 @@ public:
     void build(KindHost& host, std::int16_t i) const override;
     void flip(KindHost& host, Panel& panel, std::size_t box, bool on) const override;
     std::optional<std::string> valueText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const override;
-    std::string registryText(const TippEintrag& e, std::string text) const override;
+    std::string registryText(const TipEntry& e, std::string text) const override;
     std::string shownText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const override;
     std::string setText(KindHost& host, Panel& panel, std::int16_t entry, const std::string& text) const override;
     void checkSource(const SourceCheck& check) const override;

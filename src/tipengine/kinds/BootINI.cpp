@@ -29,11 +29,11 @@ std::size_t switchesBegin(const std::string& line, std::size_t equals) {
 }
 
 // One line of the section. Bytes of Windows-1252 are one character each, and so are the marks that are looked for.
-BootEintrag bootEntry(const std::string& line) {
-    BootEintrag entry;
-    entry.originalZeile = line;
+BootEntry bootEntry(const std::string& line) {
+    BootEntry entry;
+    entry.originalLine = line;
     entry.Name = line;
-    entry.Titel = meldung::FehlerhafterEintrag;
+    entry.Titel = messages::FaultyEntry;
     const auto equals = line.find('=');
     if (equals == std::string::npos) return entry;
     entry.Name = line.substr(0, equals);
@@ -41,76 +41,76 @@ BootEintrag bootEntry(const std::string& line) {
     const auto slash = switchesBegin(line, equals);
     if (slash != std::string::npos) entry.Schalter = line.substr(slash);
     std::string title = Trim(Replace(line.substr(equals + 1, slash == std::string::npos ? slash : slash - equals - 1), "\t", " "));
-    entry.inAnfuehrung = title.size() >= 2 && title.front() == '"' && title.back() == '"';
-    if (entry.inAnfuehrung)
+    entry.inQuotes = title.size() >= 2 && title.front() == '"' && title.back() == '"';
+    if (entry.inQuotes)
         title = title.substr(1, title.size() - 2);
     else   // without quotes the character in front of the switches is taken for the blank that belongs there
         title = line.substr(equals + 1, slash == std::string::npos ? slash : slash > equals + 1 ? slash - equals - 2 : 0);
-    entry.titelRoh = title;
+    entry.rawTitle = title;
     entry.Titel = SQLString(title);
     entry.blnDisk = entry.Name.find("disk") != std::string::npos;
     return entry;
 }
 
 // Whether the table was made from these lines.
-bool isAsRead(const std::vector<std::string>& lines, const std::vector<BootEintrag>& table) {
+bool isAsRead(const std::vector<std::string>& lines, const std::vector<BootEntry>& table) {
     return !table.empty() && std::equal(lines.begin(), lines.end(), table.begin() + 1, table.end(),
-                                        [](const std::string& line, const BootEintrag& entry) { return entry.originalZeile == line; });
+                                        [](const std::string& line, const BootEntry& entry) { return entry.originalLine == line; });
 }
 
 // The line of an entry that was edited.
-std::string bootLine(const BootEintrag& entry) {
-    const std::string& line = entry.originalZeile;
-    const std::string quote = entry.inAnfuehrung ? "\"" : "";
-    std::string start = entry.Name + "=" + quote + entry.titelRoh + quote;
+std::string bootLine(const BootEntry& entry) {
+    const std::string& line = entry.originalLine;
+    const std::string quote = entry.inQuotes ? "\"" : "";
+    std::string start = entry.Name + "=" + quote + entry.rawTitle + quote;
     // A title that stays does so to the byte, however it stands in the line.
-    if (const auto equals = line.find('='); equals != std::string::npos && bootEntry(line).titelRoh == entry.titelRoh)
+    if (const auto equals = line.find('='); equals != std::string::npos && bootEntry(line).rawTitle == entry.rawTitle)
         start = RTrim(line.substr(0, switchesBegin(line, equals)));
     return start + (entry.Schalter.empty() ? "" : " " + entry.Schalter);
 }
 
 // A title ends at its quote, a switch at a blank or at the next "/": what is new in an entry may not hold them. Answers an
 // empty text, or in German why the entry cannot stand in the file.
-std::string refusalOf(const BootEintrag& before, const BootEintrag& entry, const std::vector<ChosenSwitch>& chosen) {
-    const bool newTitle = entry.originalZeile.empty() || entry.titelRoh != before.titelRoh;
-    if (newTitle && (Trim(entry.titelRoh).empty() || entry.titelRoh.find('"') != std::string::npos))
-        return fmt::format(meldung::BootName, entry.titelRoh);
+std::string refusalOf(const BootEntry& before, const BootEntry& entry, const std::vector<ChosenSwitch>& chosen) {
+    const bool newTitle = entry.originalLine.empty() || entry.rawTitle != before.rawTitle;
+    if (newTitle && (Trim(entry.rawTitle).empty() || entry.rawTitle.find('"') != std::string::npos))
+        return fmt::format(messages::BootName, entry.rawTitle);
     for (const ChosenSwitch& s : chosen) {
         const std::string value = Trim(s.value);
         if (s.on && switchTakesValue(s.name) && value.find_first_of(" \t/\"") != std::string::npos && switchIn(before.Schalter, s.name) != value)
-            return fmt::format(meldung::BootSchalterwert, value, s.name);
+            return fmt::format(messages::BootSwitchValue, value, s.name);
     }
     try {
-        Profildatei().setSectionLines("boot", {bootLine(entry)});
+        ProfileFile().setSectionLines("boot", {bootLine(entry)});
         return {};
     } catch (const NumberedError& error) {
-        return error.what() + std::string(meldung::NichtsGeaendert);
+        return error.what() + std::string(messages::NothingChanged);
     }
 }
 
 // The panel on the selected entry.
 void BootINIParamAusW(Context& ctx, Panel& panel) {
-    const BootEintrag& entry = ctx.udtBootEintraege.at(static_cast<std::size_t>(ctx.intBootEintrag));
+    const BootEntry& entry = ctx.udtBootEintraege.at(static_cast<std::size_t>(ctx.intBootEintrag));
     panel.txtBINIAktiv = !entry.blnDisk;
     panel.txtBINI = entry.blnDisk ? entry.Schalter : entry.Titel;
-    for (SchalterFeld& field : panel.schalter) {
+    for (SwitchField& field : panel.schalter) {
         const auto value = switchIn(entry.Schalter, field.beschriftung);
-        field.angehakt = value.has_value();
+        field.ticked = value.has_value();
         field.wert = value.value_or(std::string());
     }
 }
 
 // The selected entry as the panel has it, under its own name or as a new one.
-BootEintrag changedEntry(const BootEintrag& selected, const Panel& panel, const std::vector<ChosenSwitch>& chosen, const std::string* newName) {
-    BootEintrag changed = selected;
+BootEntry changedEntry(const BootEntry& selected, const Panel& panel, const std::vector<ChosenSwitch>& chosen, const std::string* newName) {
+    BootEntry changed = selected;
     changed.Schalter = withSwitches(selected.Schalter, chosen);
     if (newName != nullptr) {
-        changed.Titel = changed.titelRoh = *newName;
+        changed.Titel = changed.rawTitle = *newName;
         changed.blnDisk = true;
-        changed.inAnfuehrung = true;
-        changed.originalZeile.clear();
+        changed.inQuotes = true;
+        changed.originalLine.clear();
     } else if (!selected.blnDisk && panel.txtBINI != selected.Titel) {
-        changed.Titel = changed.titelRoh = panel.txtBINI;
+        changed.Titel = changed.rawTitle = panel.txtBINI;
     }
     return changed;
 }
@@ -125,7 +125,7 @@ void BootINIKind::build(KindHost& host, std::int16_t i) const {
 
 void BootINIKind::BootINIAuslesen(KindHost& host, Panel& panel, std::int16_t i) const {
     Context& ctx = host.tip.context();
-    Hauptfenster& f = host.tip.window();
+    MainWindow& f = host.tip.window();
     panel.label = strBVKTexte(220);
     std::string path;
     bool found = false;
@@ -135,18 +135,18 @@ void BootINIKind::BootINIAuslesen(KindHost& host, Panel& panel, std::int16_t i) 
     host.tip.value(i).blnWertGelesen = found;
     if (!found) return host.files.missing(path, &panel.status);
     f.KeySave = true;
-    panel.status = {"[Datei " + path + " vorhanden]", StatusFarbe::Gefunden};
+    panel.status = {"[Datei " + path + " vorhanden]", StatusColour::Gefunden};
     ctx.udtBootEintraege.assign(1, {});
     for (const std::string& line : TipFiles::load(host.files.file(i)).sectionLines(host.tip.entry(i).Schlüssel)) {
         ctx.udtBootEintraege.push_back(bootEntry(line));
-        panel.auswahl.push_back(ctx.udtBootEintraege.back().Titel);
+        panel.selection.push_back(ctx.udtBootEintraege.back().Titel);
     }
     for (const std::string& offered : Split(host.tip.entry(i).Anzeigetext, "#")) {
         const std::string name = switchName(offered);
         panel.schalter.push_back({name, false, switchTakesValue(name), {}});
     }
-    if (panel.auswahl.empty()) return;
-    panel.gewaehlt = 0;
+    if (panel.selection.empty()) return;
+    panel.chosen = 0;
     ctx.intBootEintrag = 1;
     BootINIParamAusW(ctx, panel);
 }
@@ -160,73 +160,73 @@ void BootINIKind::choose(KindHost& host, Panel& panel, int item) const {
         const std::size_t before = panels.size();
         if (!host.settle()) return host.redraw(panels[place]);   // back to the entry that holds the input
         if (panels.size() != before || place >= panels.size()) return;
-        if (item >= static_cast<int>(panels[place].auswahl.size())) return;
+        if (item >= static_cast<int>(panels[place].selection.size())) return;
     }
-    panels[place].gewaehlt = item;
+    panels[place].chosen = item;
     ctx.intBootEintrag = item + 1;
     reportAndGoOn(ctx, "cboBootINI_Click", [&] { BootINIParamAusW(ctx, panels[place]); });
     host.redraw(panels[place]);
 }
 
 void BootINIKind::flip(KindHost& host, Panel& panel, std::size_t box, bool on) const {
-    panel.schalter[box].angehakt = on;
-    host.touched(panel, panel.eintraege.front());
+    panel.schalter[box].ticked = on;
+    host.touched(panel, panel.entries.front());
 }
 
 void BootINIKind::typeSwitch(KindHost& host, Panel& panel, std::size_t box, const std::string& text) const {
     panel.schalter[box].wert = text;
-    host.touched(panel, panel.eintraege.front());
+    host.touched(panel, panel.entries.front());
 }
 
 void BootINIKind::typeTitle(KindHost& host, Panel& panel, const std::string& text) const {
     if (!panel.txtBINIAktiv) return;
     panel.txtBINI = text;
-    host.touched(panel, panel.eintraege.front());
+    host.touched(panel, panel.entries.front());
 }
 
 // The panel's switches become those of the selected entry, or of a new one; false if the user cancelled or it cannot be.
-bool BootINIKind::mayCollect(KindHost& host, const Panel& panel, std::optional<BootEingabe>& input) const {
+bool BootINIKind::mayCollect(KindHost& host, const Panel& panel, std::optional<BootInput>& input) const {
     Context& ctx = host.tip.context();
     if (ctx.intBootEintrag < 1) return true;
     const auto& table = ctx.udtBootEintraege;
-    const BootEintrag& selected = table.at(static_cast<std::size_t>(ctx.intBootEintrag));
-    BootINIAnfrage dialog;
+    const BootEntry& selected = table.at(static_cast<std::size_t>(ctx.intBootEintrag));
+    BootINIRequest dialog;
     dialog.txtBootWert = selected.Titel;
-    for (const BootEintrag& entry : table) dialog.vorhandeneTitel.push_back(entry.Titel);
+    for (const BootEntry& entry : table) dialog.presentTitles.push_back(entry.Titel);
     ctx.port.showWindow(dialog);
-    if (dialog.antwort == BootINIAnfrage::Antwort::Abbruch) return false;
+    if (dialog.reply == BootINIRequest::Reply::Abort) return false;
 
     std::vector<ChosenSwitch> chosen;
-    for (const SchalterFeld& field : panel.schalter) chosen.push_back({field.beschriftung, field.angehakt, field.wert});
-    const bool asNew = dialog.antwort == BootINIAnfrage::Antwort::Name && dialog.txtBootWert != selected.Titel;
-    BootEintrag changed = changedEntry(selected, panel, chosen, asNew ? &dialog.txtBootWert : nullptr);
+    for (const SwitchField& field : panel.schalter) chosen.push_back({field.beschriftung, field.ticked, field.wert});
+    const bool asNew = dialog.reply == BootINIRequest::Reply::Name && dialog.txtBootWert != selected.Titel;
+    BootEntry changed = changedEntry(selected, panel, chosen, asNew ? &dialog.txtBootWert : nullptr);
     if (const std::string refusal = refusalOf(selected, changed, chosen); !refusal.empty()) {
         ctx.port.tell(refusal, box::Exclamation);
         return false;
     }
-    if (asNew || host.tip.value(panel.eintraege.front()).beruehrt)   // overwriting with what stands there leaves the line alone
-        input = BootEingabe{asNew ? table.size() : static_cast<std::size_t>(ctx.intBootEintrag), std::move(changed)};
+    if (asNew || host.tip.value(panel.entries.front()).touched)   // overwriting with what stands there leaves the line alone
+        input = BootInput{asNew ? table.size() : static_cast<std::size_t>(ctx.intBootEintrag), std::move(changed)};
     return true;
 }
 
 // The file with what the table of entries and the input hold.
-bool BootINIKind::planFile(KindHost& host, std::int16_t i, Aenderung& change, std::string& refusal) const {
+bool BootINIKind::planFile(KindHost& host, std::int16_t i, Change& change, std::string& refusal) const {
     const Context& ctx = host.tip.context();
     const std::string& name = host.tip.entry(i).Schlüssel;
     const auto file = host.files.file(i);
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) return false;
-    Profildatei content = TipFiles::load(file);
+    ProfileFile content = TipFiles::load(file);
     if (!isAsRead(content.sectionLines(name), ctx.udtBootEintraege)) {
-        refusal = fmt::format(meldung::BootInzwischenGeaendert, host.files.path(i));
+        refusal = fmt::format(messages::BootChangedMeanwhile, host.files.path(i));
         return false;
     }
     change.dateien.push_back({file.string(), content.bytes(), true, {}, false});
     std::vector<std::string> lines;
-    for (std::size_t k = 1; k < ctx.udtBootEintraege.size(); ++k) lines.push_back(ctx.udtBootEintraege[k].originalZeile);
-    if (const auto& input = ctx.bootEingabe) {
-        lines.resize(std::max(lines.size(), input->platz));
-        lines[input->platz - 1] = bootLine(input->eintrag);
+    for (std::size_t k = 1; k < ctx.udtBootEintraege.size(); ++k) lines.push_back(ctx.udtBootEintraege[k].originalLine);
+    if (const auto& input = ctx.bootInput) {
+        lines.resize(std::max(lines.size(), input->place));
+        lines[input->place - 1] = bootLine(input->eintrag);
     }
     content.setSectionLines(name, lines);
     change.dateien.back().neu = content.bytes();
@@ -235,27 +235,27 @@ bool BootINIKind::planFile(KindHost& host, std::int16_t i, Aenderung& change, st
 
 bool BootINIKind::saveFile(KindHost& host, ChangeRecorder& recorder, std::int16_t i) const {
     UserPort& port = host.tip.context().port;
-    Aenderung change = host.tip.newChange(Aenderung::Art::BootDatei);
+    Change change = host.tip.newChange(Change::Art::BootFile);
     std::string refusal;
     if (!planFile(host, i, change, refusal)) {
         if (!refusal.empty()) port.tell(refusal, box::Exclamation);
         return refusal.empty();
     }
-    DateiBild& bild = change.dateien.front();
-    const std::filesystem::path file = bild.datei;
+    FileImage& picture = change.dateien.front();
+    const std::filesystem::path file = picture.datei;
     const bool protectedFile = isReadOnly(file);
-    if (protectedFile && !port.ask(fmt::format(meldung::BootSchreibschutz, host.files.path(i)))) return false;
-    if (!host.files.backUp(i, bild.inhalt)) return false;
-    LaufendeAenderung running(recorder, change);
-    bild.geschrieben = host.files.write(file, bild.neu);
+    if (protectedFile && !port.ask(fmt::format(messages::BootWriteProtection, host.files.path(i)))) return false;
+    if (!host.files.backUp(i, picture.contents)) return false;
+    RunningChange running(recorder, change);
+    picture.written = host.files.write(file, picture.neu);
     if (protectedFile) setReadOnly(file, true);
-    if (!bild.geschrieben) port.tell(meldung::IniSchreibgeschuetzt, box::Exclamation);
-    return bild.geschrieben;
+    if (!picture.written) port.tell(messages::IniWriteProtected, box::Exclamation);
+    return picture.written;
 }
 
 std::string BootINIKind::shownText(const CurrentTip& tip, const Panel& panel, std::int16_t) const {
-    if (panel.gewaehlt < 0) return {};
-    const BootEintrag& boot = tip.context().udtBootEintraege.at(static_cast<std::size_t>(panel.gewaehlt) + 1);
+    if (panel.chosen < 0) return {};
+    const BootEntry& boot = tip.context().udtBootEintraege.at(static_cast<std::size_t>(panel.chosen) + 1);
     return Trim(boot.Titel + " " + boot.Schalter);
 }
 
@@ -263,7 +263,7 @@ std::string BootINIKind::shownText(const CurrentTip& tip, const Panel& panel, st
 // those it is to have. What the Tip does not offer is the entry's own and stays.
 std::string BootINIKind::setText(KindHost& host, Panel& panel, std::int16_t, const std::string& text) const {
     const auto& entries = host.tip.context().udtBootEintraege;
-    if (entries.size() <= 1) return fmt::format(meldung::KeinBooteintrag, panel.status.text);
+    if (entries.size() <= 1) return fmt::format(messages::NoBootEntry, panel.status.text);
     std::size_t chosen = 1, title = 0;
     for (std::size_t k = 1; k < entries.size(); ++k)
         if (entries[k].Titel.size() > title && (text == entries[k].Titel || text.starts_with(entries[k].Titel + " "))) {
@@ -271,11 +271,11 @@ std::string BootINIKind::setText(KindHost& host, Panel& panel, std::int16_t, con
             title = entries[k].Titel.size();
         }
     const std::string switches = Trim(text.substr(title));
-    if (chosen >= entries.size() || (!switches.empty() && switches[0] != '/')) return fmt::format(meldung::NichtInListe, text, joined(panel.auswahl));
+    if (chosen >= entries.size() || (!switches.empty() && switches[0] != '/')) return fmt::format(messages::NotInList, text, joined(panel.selection));
     std::vector<ChosenSwitch> none;
-    for (const SchalterFeld& field : panel.schalter) none.push_back({field.beschriftung, false, {}});
+    for (const SwitchField& field : panel.schalter) none.push_back({field.beschriftung, false, {}});
     const std::string foreign = withSwitches(switches, none);
-    if (!foreign.empty() && !equalText(foreign, withSwitches(entries[chosen].Schalter, none))) return fmt::format(meldung::SchalterFremd, foreign);
+    if (!foreign.empty() && !equalText(foreign, withSwitches(entries[chosen].Schalter, none))) return fmt::format(messages::SwitchForeign, foreign);
     const std::size_t place = host.tip.placeOf(panel);
     const auto& panels = host.tip.window().panels;
     const auto here = [&](std::size_t j) -> Panel* {   // settling what was there may have built the Tip anew

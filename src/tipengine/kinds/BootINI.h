@@ -12,8 +12,8 @@ public:
     void flip(KindHost& host, Panel& panel, std::size_t box, bool on) const override;
     void typeSwitch(KindHost& host, Panel& panel, std::size_t box, const std::string& text) const override;
     void typeTitle(KindHost& host, Panel& panel, const std::string& text) const override;
-    bool mayCollect(KindHost& host, const Panel& panel, std::optional<BootEingabe>& input) const override;
-    bool planFile(KindHost& host, std::int16_t entry, Aenderung& change, std::string& refusal) const override;
+    bool mayCollect(KindHost& host, const Panel& panel, std::optional<BootInput>& input) const override;
+    bool planFile(KindHost& host, std::int16_t entry, Change& change, std::string& refusal) const override;
     bool saveFile(KindHost& host, ChangeRecorder& recorder, std::int16_t entry) const override;
     std::string shownText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const override;
     std::string setText(KindHost& host, Panel& panel, std::int16_t entry, const std::string& text) const override;

@@ -13,7 +13,7 @@ CheckBoxKind::CheckBoxKind()
     : Kind({.number = art::CheckBox, .sourceName = "haken", .traceName = "Checkbox", .counter = &Context::intPanelCheckBox, .part = TemplatePart::States}) {}
 
 void CheckBoxKind::build(KindHost& host, std::int16_t i) const {
-    const TippEintrag& e = host.tip.entry(i);
+    const TipEntry& e = host.tip.entry(i);
     Panel& panel = addPanel(host, i);
     panel.label = e.Beschriftung.empty() ? e.Wertname : e.Beschriftung;
     panel.chkBeschriftung = e.Anzeigetext.empty() ? std::string("Aktivieren") : e.Anzeigetext;
@@ -21,17 +21,17 @@ void CheckBoxKind::build(KindHost& host, std::int16_t i) const {
     const std::string value = host.tip.value(i).strAktuellerWert;
     if (value.empty()) return;
     const std::string upper = upperCase(value);
-    if (value == "0" || value == "00" || upper == "NO") panel.angehakt = false;
-    if (value == "1" || value == "01" || upper == "YES") panel.angehakt = true;
-    if (upper == upperCase(e.WertAus)) panel.angehakt = false;
-    if (upper == upperCase(e.WertEin)) panel.angehakt = true;
+    if (value == "0" || value == "00" || upper == "NO") panel.ticked = false;
+    if (value == "1" || value == "01" || upper == "YES") panel.ticked = true;
+    if (upper == upperCase(e.WertAus)) panel.ticked = false;
+    if (upper == upperCase(e.WertEin)) panel.ticked = true;
 }
 
 void CheckBoxKind::unload(Context& ctx) const { unloadPanels(ctx, *this); }
 
 void CheckBoxKind::check(KindHost& host, Panel& panel, bool on) const {
-    panel.angehakt = on;
-    host.touched(panel, panel.eintraege.front());
+    panel.ticked = on;
+    host.touched(panel, panel.entries.front());
 }
 
 std::string CheckBoxKind::ownForm(FrameContext&, std::int32_t type, std::string text) const { return type == 1 ? lowerCase(text) : text; }
@@ -42,16 +42,16 @@ bool CheckBoxKind::isKnown(const ReadValue& value) const {
 }
 
 std::optional<std::string> CheckBoxKind::valueText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const {
-    return panel.angehakt ? tip.entry(entry).WertEin : tip.entry(entry).WertAus;
+    return panel.ticked ? tip.entry(entry).WertEin : tip.entry(entry).WertAus;
 }
 
-std::string CheckBoxKind::registryText(const TippEintrag&, std::string text) const { return text; }   // it is the registry's own
+std::string CheckBoxKind::registryText(const TipEntry&, std::string text) const { return text; }   // it is the registry's own
 
-std::string CheckBoxKind::shownText(const CurrentTip&, const Panel& panel, std::int16_t) const { return panel.angehakt ? "on" : "off"; }
+std::string CheckBoxKind::shownText(const CurrentTip&, const Panel& panel, std::int16_t) const { return panel.ticked ? "on" : "off"; }
 
 std::string CheckBoxKind::setText(KindHost& host, Panel& panel, std::int16_t, const std::string& text) const {
     const auto on = onOff(text);
-    if (!on) return fmt::format(meldung::NurEinAus, text);
+    if (!on) return fmt::format(messages::OnlyOnOff, text);
     check(host, panel, *on);
     return {};
 }

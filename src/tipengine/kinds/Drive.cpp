@@ -13,29 +13,29 @@ DriveKind::DriveKind()
 
 void DriveKind::build(KindHost& host, std::int16_t) const {
     Panel& panel = buildChoice(host);
-    showEntry(host.tip, panel, panel.eintraege.front());
+    showEntry(host.tip, panel, panel.entries.front());
 }
 
 void DriveKind::showEntry(const CurrentTip& tip, Panel& panel, std::int16_t entry) const {
     panel.text = tip.value(entry).strAnzeigeWert;
     panel.cmdDriveSichtbar = !panel.text.empty();
-    panel.dateiFilter = tip.entry(entry).Werteliste;
+    panel.fileFilter = tip.entry(entry).Werteliste;
 }
 
 void DriveKind::typeText(KindHost& host, Panel& panel, const std::string& text) const {
-    if (panel.gewaehlt < 0 || panel.text == text) return;
+    if (panel.chosen < 0 || panel.text == text) return;
     panel.text = text;
     host.tip.value(chosenEntry(panel)).strAnzeigeWert = text;
     host.touched(panel, chosenEntry(panel));
 }
 
 void DriveKind::browse(KindHost& host, Panel& panel) const {
-    if (panel.gewaehlt < 0) return;
+    if (panel.chosen < 0) return;
     Context& ctx = host.tip.context();
     const std::size_t place = host.tip.placeOf(panel);
     const std::string start = choiceStart(ctx, panel.text);
-    const auto choice = panel.dateiFilter.empty() ? ctx.port.chooseFolder(meldung::VerzeichnisAuswaehlen, start)
-                                                  : ctx.port.chooseFile({start, panel.dateiFilter, {}, false});
+    const auto choice = panel.fileFilter.empty() ? ctx.port.chooseFolder(messages::ChooseFolder, start)
+                                                  : ctx.port.chooseFile({start, panel.fileFilter, {}, false});
     auto& panels = host.tip.window().panels;   // others may stand there by now
     if (choice && place < panels.size() && &kindOf(panels[place]) == this) typeText(host, panels[place], chosenPath(ctx, *choice));
 }

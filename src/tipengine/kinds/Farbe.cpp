@@ -13,35 +13,35 @@ FarbeKind::FarbeKind() : EntryChoice({.number = art::Farbe, .sourceName = "farbe
 
 void FarbeKind::build(KindHost& host, std::int16_t) const {
     Panel& panel = buildChoice(host);
-    const std::int16_t first = panel.eintraege.front();
-    panel.farbe = colourText(host.tip.value(first).strAktuellerWert, host.tip.entry(first).Datentyp);
+    const std::int16_t first = panel.entries.front();
+    panel.colour = colourText(host.tip.value(first).strAktuellerWert, host.tip.entry(first).Datentyp);
 }
 
 void FarbeKind::showEntry(const CurrentTip& tip, Panel& panel, std::int16_t entry) const {
-    const Arbeitswert& w = tip.value(entry);
-    if (const auto colour = colourText(w.strAnzeigeWert, w.beruehrt ? 1 : tip.entry(entry).Datentyp)) panel.farbe = colour;
+    const WorkingValue& w = tip.value(entry);
+    if (const auto colour = colourText(w.strAnzeigeWert, w.touched ? 1 : tip.entry(entry).Datentyp)) panel.colour = colour;
 }
 
 void FarbeKind::pickColour(KindHost& host, Panel& panel) const {
-    if (panel.gewaehlt < 0) return;
-    const auto colour = host.tip.context().port.chooseColour(panel.farbe.value_or(Rgb{}));
+    if (panel.chosen < 0) return;
+    const auto colour = host.tip.context().port.chooseColour(panel.colour.value_or(Rgb{}));
     if (!colour) return;
     const std::int16_t entry = chosenEntry(panel);
-    Arbeitswert& w = host.tip.value(entry);
+    WorkingValue& w = host.tip.value(entry);
     const std::string text = numberText(colour->red) + " " + numberText(colour->green) + " " + numberText(colour->blue);
-    panel.farbe = colour;
+    panel.colour = colour;
     // Binary colours are read in hexadecimal: there the same text can be another colour.
     const bool same = host.tip.entry(entry).Datentyp == 3 ? colourText(w.strAktuellerWert, 3) == colour : text == w.strAktuellerWert;
     if (same) {
         w.strAnzeigeWert = w.strAktuellerWert;
-        w.beruehrt = false;
+        w.touched = false;
         return host.redraw(panel);
     }
     w.strAnzeigeWert = text;
     host.touched(panel, entry);
 }
 
-std::string FarbeKind::registryText(const TippEintrag& e, std::string text) const {
+std::string FarbeKind::registryText(const TipEntry& e, std::string text) const {
     if (e.Datentyp != 3) return text;
     std::string bytes;
     for (const std::string& piece : Split(text, " ")) bytes += (bytes.empty() ? "" : " ") + fmt::format("{:02X}", toLng(piece));
@@ -50,9 +50,9 @@ std::string FarbeKind::registryText(const TippEintrag& e, std::string text) cons
 
 std::string FarbeKind::setText(KindHost& host, Panel& panel, std::int16_t entry, const std::string& text) const {
     const auto colour = Split(text, " ").size() == 3 ? colourText(text, 1) : std::nullopt;
-    if (!colour) return fmt::format(meldung::KeineFarbe, text);
+    if (!colour) return fmt::format(messages::NoColour, text);
     choose(host, panel, rowOf(panel, entry));
-    panel.farbe = colour;
+    panel.colour = colour;
     host.tip.value(entry).strAnzeigeWert = text;
     host.touched(panel, entry);
     return {};

@@ -10,7 +10,7 @@ public:
     void build(KindHost& host, std::int16_t i) const override;
     void pickColour(KindHost& host, Panel& panel) const override;
     bool shownDifferently(std::int32_t type) const override { return type == 3; }
-    std::string registryText(const TippEintrag& e, std::string text) const override;
+    std::string registryText(const TipEntry& e, std::string text) const override;
     std::string setText(KindHost& host, Panel& panel, std::int16_t entry, const std::string& text) const override;
     void checkSource(const SourceCheck& check) const override;
 

@@ -42,13 +42,13 @@ std::span<const Kind* const> allKinds() {
     static const AuswahlBoxKind auswahlBox;
     static const OptionsAuswahlKind optionsAuswahl;
     static const DriveKind drive;
-    static const FarbeKind farbe;
+    static const FarbeKind colour;
     static const ListeKind liste;
     static const BootINIKind bootINI;
     static const KontextKind kontext;
     static const BitMaskeKind bitMaske;
     static const std::array<const Kind*, 11> kinds{&checkBox, &textWerte, &zahlenWerte, &auswahlBox, &optionsAuswahl, &drive,
-                                                   &farbe,    &liste,     &bootINI,     &kontext,    &bitMaske};
+                                                   &colour,    &liste,     &bootINI,     &kontext,    &bitMaske};
     return kinds;
 }
 
@@ -66,30 +66,30 @@ Panel& Kind::addPanel(KindHost& host, std::int16_t entry) const {
     Panel panel;
     panel.Ausgabeart = number;
     panel.index = counter == nullptr ? std::int16_t{0} : ++(host.tip.context().*counter);
-    panel.eintraege.push_back(entry);
-    panel.unfertig = true;   // until its builder comes to an end
+    panel.entries.push_back(entry);
+    panel.unfinished = true;   // until its builder comes to an end
     auto& panels = host.tip.window().panels;
     panels.push_back(std::move(panel));
     return panels.back();
 }
 
 int Kind::rowOf(const Panel& panel, std::int16_t entry) {
-    return static_cast<int>(std::find(panel.eintraege.begin(), panel.eintraege.end(), entry) - panel.eintraege.begin());
+    return static_cast<int>(std::find(panel.entries.begin(), panel.entries.end(), entry) - panel.entries.begin());
 }
 
 void Kind::showLocks(const CurrentTip& tip, Panel& panel) const {
-    panel.nurLesen = panel.unfertig;
-    panel.hinweis = panel.unfertig ? meldung::PanelUnfertig : "";
-    if (!panel.unfertig && !rowsAreKeys(tip.entry(panel.eintraege.front()).Wertname)) lock(tip, panel);
+    panel.readOnly = panel.unfinished;
+    panel.hint = panel.unfinished ? messages::PanelUnfinished : "";
+    if (!panel.unfinished && !rowsAreKeys(tip.entry(panel.entries.front()).Wertname)) lock(tip, panel);
 }
 
 void Kind::lock(const CurrentTip& tip, Panel& panel) const {
-    const bool oneOfSeveral = panel.eintraege.size() > 1 && panel.gewaehlt >= 0;
-    const Arbeitswert& w = tip.value(panel.eintraege.at(oneOfSeveral ? static_cast<std::size_t>(panel.gewaehlt) : 0));
-    panel.nurLesen = w.nurLesen || w.sperre != nullptr;
-    if (w.sperre != nullptr) panel.hinweis = w.sperre;
-    else if (w.nurLesen && oneOfSeveral) panel.hinweis = meldung::WertNurLesen;
-    else if (typed && w.beruehrt && w.gefunden && w.strAnzeigeWert.empty()) panel.hinweis = meldung::LeeresFeld;
+    const bool oneOfSeveral = panel.entries.size() > 1 && panel.chosen >= 0;
+    const WorkingValue& w = tip.value(panel.entries.at(oneOfSeveral ? static_cast<std::size_t>(panel.chosen) : 0));
+    panel.readOnly = w.readOnly || w.lock != nullptr;
+    if (w.lock != nullptr) panel.hint = w.lock;
+    else if (w.readOnly && oneOfSeveral) panel.hint = messages::ValueReadOnly;
+    else if (typed && w.touched && w.gefunden && w.strAnzeigeWert.empty()) panel.hint = messages::EmptyField;
 }
 
 std::string Kind::displayForm(FrameContext& ctx, std::int32_t type, std::string text) const {
@@ -100,16 +100,16 @@ std::string Kind::displayForm(FrameContext& ctx, std::int32_t type, std::string 
 
 std::string Kind::dwordForm(std::int32_t value) const { return numberText(static_cast<std::uint32_t>(value)); }
 
-std::string Kind::registryText(const TippEintrag& e, std::string text) const {
+std::string Kind::registryText(const TipEntry& e, std::string text) const {
     if (e.Datentyp != 3 || !plainDecimal(text)) return text;
-    if (text.size() > 9 || std::stol(text) > 32767) throw NumberedError(errnum::Overflow, fmt::format(meldung::ZahlZuGross, text));
+    if (text.size() > 9 || std::stol(text) > 32767) throw NumberedError(errnum::Overflow, fmt::format(messages::NumberTooLarge, text));
     const auto value = static_cast<std::int32_t>(std::stol(text));
     return text > "1" ? numberAsBytes(value) : fmt::format("{:02X} 00 00 00", value);
 }
 
 std::string Kind::shownText(const CurrentTip& tip, const Panel&, std::int16_t entry) const { return tip.value(entry).strAnzeigeWert; }
 
-std::string Kind::setText(KindHost&, Panel&, std::int16_t, const std::string&) const { return meldung::ZeilenSindSchluessel; }
+std::string Kind::setText(KindHost&, Panel&, std::int16_t, const std::string&) const { return messages::LinesAreKeys; }
 
 void Kind::checkSource(const SourceCheck& check) const {
     check.complain("Ausgabeart", "Die Art " + std::to_string(check.row.Ausgabeart) + " gibt es nicht.");

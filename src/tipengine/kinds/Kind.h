@@ -80,14 +80,14 @@ public:
     virtual bool isKnown(const ReadValue&) const { return true; }
 
     // Collecting. False: the panel holds what cannot be, and the user was told, or he gave up.
-    virtual bool mayCollect(KindHost&, const Panel&, std::optional<BootEingabe>&) const { return true; }
+    virtual bool mayCollect(KindHost&, const Panel&, std::optional<BootInput>&) const { return true; }
     // What the panel says for an entry; none where an event set the text already, and where there is no value.
     virtual std::optional<std::string> valueText(const CurrentTip&, const Panel&, std::int16_t /*entry*/) const { return std::nullopt; }
     // That text in the words of the registry; throws NumberedError with the refusal.
-    virtual std::string registryText(const TippEintrag& e, std::string text) const;
+    virtual std::string registryText(const TipEntry& e, std::string text) const;
 
     // A file whose section the kind writes itself. False: there is none, or it is refused, which planFile tells in refusal.
-    virtual bool planFile(KindHost&, std::int16_t /*entry*/, Aenderung&, std::string& /*refusal*/) const { return false; }
+    virtual bool planFile(KindHost&, std::int16_t /*entry*/, Change&, std::string& /*refusal*/) const { return false; }
     virtual bool saveFile(KindHost&, ChangeRecorder&, std::int16_t /*entry*/) const { return true; }
 
     // The command line: what the panel of an entry shows, and setting it from such a text. Empty: set, else why not.
@@ -109,7 +109,7 @@ private:
 // The kind of an Ausgabeart. A number that there is none for has a kind that builds nothing.
 const Kind& kindOf(std::int64_t Ausgabeart);
 inline const Kind& kindOf(const Panel& panel) { return kindOf(panel.Ausgabeart); }
-inline const Kind& kindOf(const TippEintrag& entry) { return kindOf(entry.Ausgabeart); }
+inline const Kind& kindOf(const TipEntry& entry) { return kindOf(entry.Ausgabeart); }
 // All of them, by their numbers.
 std::span<const Kind* const> allKinds();
 

@@ -12,7 +12,7 @@ public:
     KindHost& operator=(const KindHost&) = delete;
     virtual ~KindHost() = default;
 
-    virtual void readEntry(std::int16_t i, StatusZeile& status) = 0;   // into the working values, from the registry or the file
+    virtual void readEntry(std::int16_t i, StatusLine& status) = 0;   // into the working values, from the registry or the file
     virtual void readSilently(Panel& panel) = 0;                       // all entries of the panel; one status line speaks for them
     virtual void touched(Panel& panel, std::int16_t entry) = 0;        // the user set the entry
     virtual void redraw(Panel& panel) = 0;

@@ -45,10 +45,10 @@ void KontextKind::ReadRecKontext(KindHost& host, Panel& panel) const {
         else
             ctx.trace.write("Wert nicht vorhanden");
         fillKeyRows(host, panel, unterWert);
-        Hauptfenster& f = host.tip.window();
-        f.KeyDel = f.Default = f.KeySave = f.RegFile = !panel.zeilen.empty();
+        MainWindow& f = host.tip.window();
+        f.KeyDel = f.Default = f.KeySave = f.RegFile = !panel.lines.empty();
         ctx.blnSchreibrecht = true;
-        panel.status = found ? StatusZeile{strBVKTexte(20), StatusFarbe::Gefunden} : StatusZeile{strBVKTexte(21), StatusFarbe::Fehlt};
+        panel.status = found ? StatusLine{strBVKTexte(20), StatusColour::Gefunden} : StatusLine{strBVKTexte(21), StatusColour::Missing};
         host.tip.value(1).blnWertGelesen = true;
         host.tip.value(1).gefunden = found;
     });
@@ -56,11 +56,11 @@ void KontextKind::ReadRecKontext(KindHost& host, Panel& panel) const {
 
 // The ticks choose what a delete takes; they are no change.
 void KontextKind::tick(KindHost& host, Panel& panel, std::size_t row, bool on) const {
-    if (!panel.zeilen[row].nurLesen) panel.zeilen[row].angehakt = on;
+    if (!panel.lines[row].readOnly) panel.lines[row].ticked = on;
     host.redraw(panel);
 }
 
-void KontextKind::selectRow(Panel& panel, int row) const { panel.gewaehlteZeile = row; }
+void KontextKind::selectRow(Panel& panel, int row) const { panel.chosenRow = row; }
 
 std::string KontextKind::shownText(const CurrentTip&, const Panel& panel, std::int16_t) const { return rowTexts(panel); }
 
@@ -81,73 +81,73 @@ Panel* MenuEntries::list() const {
     return nullptr;
 }
 
-BearbeitenAnfrage MenuEntries::request(bool neu) {
+BearbeitenRequest MenuEntries::request(bool neu) {
     Context& ctx = tip_.context();
-    BearbeitenAnfrage dialog;
+    BearbeitenRequest dialog;
     dialog.neu = neu;
-    dialog.befehlLesen = [this, &ctx](BearbeitenAnfrage& d) {
+    dialog.commandRead = [this, &ctx](BearbeitenRequest& d) {
         if (d.txtKeyName.empty()) return;
         reportAndGoOn(ctx, "KontextBefehlLesen", [&] {
             ctx.objBVKReg.SetPath(ctx.strRechnername, key() + "\\" + d.txtKeyName + "\\Command\\");
             if (ctx.objBVKReg.Exists(KEY_QUERY_VALUE_MASK)) d.txtBefehl = ctx.objBVKReg.ReadValue(true);
         });
     };
-    dialog.speichern = [this](BearbeitenAnfrage& d) { return KontextSpeichern(d); };
-    dialog.befehlSuchen = [&ctx](BearbeitenAnfrage& d) {
+    dialog.save = [this](BearbeitenRequest& d) { return KontextSpeichern(d); };
+    dialog.commandFind = [&ctx](BearbeitenRequest& d) {
         const auto file = ctx.port.chooseFile({choiceStart(ctx, {}), Programme + strBVKTexte(109) + "(*.*)|*.*", strBVKTexte(108), false});
         if (file) d.txtBefehl = chosenPath(ctx, *file);
     };
-    if (const Panel* panel = dialog.neu ? nullptr : list(); panel != nullptr && panel->gewaehlteZeile >= 0) {
-        const ListenZeile& row = panel->zeilen.at(static_cast<std::size_t>(panel->gewaehlteZeile));
+    if (const Panel* panel = dialog.neu ? nullptr : list(); panel != nullptr && panel->chosenRow >= 0) {
+        const ListLine& row = panel->lines.at(static_cast<std::size_t>(panel->chosenRow));
         dialog.txtKeyName = row.text;
-        dialog.txtBeschreibung = row.unterText;
-        dialog.befehlLesen(dialog);
+        dialog.txtBeschreibung = row.subText;
+        dialog.commandRead(dialog);
     }
     return dialog;
 }
 
-bool MenuEntries::KontextSpeichern(BearbeitenAnfrage& d) {
+bool MenuEntries::KontextSpeichern(BearbeitenRequest& d) {
     Context& ctx = tip_.context();
     const std::string name = d.txtKeyName;
     if (name.empty() || d.txtBefehl.empty() || tip_.last() < 1) return false;
-    if (Trim(name).empty() || name.find('\\') != std::string::npos) return ctx.port.tell(meldung::SchluesselnameUngueltig, box::Exclamation), false;
+    if (Trim(name).empty() || name.find('\\') != std::string::npos) return ctx.port.tell(messages::KeyNameInvalid, box::Exclamation), false;
     const std::string path = key() + "\\" + name;
     const Panel* menu = list();
-    const ListenZeile* selected = menu != nullptr && menu->gewaehlteZeile >= 0 ? &menu->zeilen.at(static_cast<std::size_t>(menu->gewaehlteZeile)) : nullptr;
-    if (menu == nullptr && !ctx.port.ask(fmt::format(meldung::KontextFremderTipp, path), box::Exclamation)) return false;
+    const ListLine* selected = menu != nullptr && menu->chosenRow >= 0 ? &menu->lines.at(static_cast<std::size_t>(menu->chosenRow)) : nullptr;
+    if (menu == nullptr && !ctx.port.ask(fmt::format(messages::KontextForeignTip, path), box::Exclamation)) return false;
 
     bool saved = false;
     reportAndGoOn(ctx, "KontextSpeichern", [&] {
         ctx.objBVKReg.SetPath(ctx.strRechnername, path + "\\");
         const bool exists = ctx.objBVKReg.Exists(KEY_QUERY_VALUE_MASK);
         const bool sameEntry = !d.neu && selected != nullptr && equalText(selected->text, name);
-        if (exists && !sameEntry && !ctx.port.ask(fmt::format(meldung::KontextVorhanden, name))) return;
+        if (exists && !sameEntry && !ctx.port.ask(fmt::format(messages::KontextThere, name))) return;
         write(d, path, exists, selected);
         saved = true;
     });
     return saved;
 }
 
-void MenuEntries::write(BearbeitenAnfrage& d, const std::string& path, bool exists, const ListenZeile* selected) {
+void MenuEntries::write(BearbeitenRequest& d, const std::string& path, bool exists, const ListLine* selected) {
     Context& ctx = tip_.context();
     const auto at = [&](const std::string& place) -> BVKRegistry& {
         ctx.objBVKReg.SetPath(ctx.strRechnername, place);
         return ctx.objBVKReg;
     };
     const std::int16_t tippIndex = tip_.entry(1).TippIndex;
-    Aenderung change = tip_.newChange(Aenderung::Art::Kontextmenue);
-    if (exists) change.schluessel = schluesselBilder(ctx.objBVKReg, ctx.strRechnername, path);
-    change.werte.push_back({ctx.strRechnername, path + "\\", tippIndex, at(path + "\\").ReadRaw(), std::nullopt, false});
-    change.werte.push_back({ctx.strRechnername, path + "\\Command\\", tippIndex, at(path + "\\Command\\").ReadRaw(), std::nullopt, false});
-    change.werte[1].neu = asString(d.txtBefehl, change.werte[1].alt);
-    LaufendeAenderung running(recorder_, change);
+    Change change = tip_.newChange(Change::Art::ContextMenu);
+    if (exists) change.key = keyImages(ctx.objBVKReg, ctx.strRechnername, path);
+    change.values.push_back({ctx.strRechnername, path + "\\", tippIndex, at(path + "\\").ReadRaw(), std::nullopt, false});
+    change.values.push_back({ctx.strRechnername, path + "\\Command\\", tippIndex, at(path + "\\Command\\").ReadRaw(), std::nullopt, false});
+    change.values[1].neu = asString(d.txtBefehl, change.values[1].alt);
+    RunningChange running(recorder_, change);
     at(path + "\\").WriteValue("", 0);   // makes the key, leaves its values alone
-    if (!d.txtBeschreibung.empty()) change.werte[0].neu = asString(d.txtBeschreibung, change.werte[0].alt);
-    else if (selected != nullptr && !selected->unterText.empty()) change.werte[0].neu = fromText("", RegSz);
-    else change.werte[0].neu = change.werte[0].alt;
-    if (change.werte[0].neu) at(path + "\\").WriteRaw(*change.werte[0].neu);
+    if (!d.txtBeschreibung.empty()) change.values[0].neu = asString(d.txtBeschreibung, change.values[0].alt);
+    else if (selected != nullptr && !selected->subText.empty()) change.values[0].neu = fromText("", RegSz);
+    else change.values[0].neu = change.values[0].alt;
+    if (change.values[0].neu) at(path + "\\").WriteRaw(*change.values[0].neu);
     running.written(0);
-    at(path + "\\Command\\").WriteRaw(*change.werte[1].neu);
+    at(path + "\\Command\\").WriteRaw(*change.values[1].neu);
     running.written(1);
     ctx.port.tell(strBVKTexte(161));
 }

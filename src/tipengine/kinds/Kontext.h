@@ -24,12 +24,12 @@ public:
     MenuEntries(CurrentTip& tip, ChangeRecorder& recorder) : tip_(tip), recorder_(recorder) {}
 
     Panel* list() const;                       // of the Tip on screen; none: it has no menu
-    BearbeitenAnfrage request(bool neu);       // the fields as they open, for a new entry or the selected row
+    BearbeitenRequest request(bool neu);       // the fields as they open, for a new entry or the selected row
 
 private:
     std::string key() const;
-    bool KontextSpeichern(BearbeitenAnfrage& dialog);
-    void write(BearbeitenAnfrage& dialog, const std::string& key, bool exists, const ListenZeile* selected);
+    bool KontextSpeichern(BearbeitenRequest& dialog);
+    void write(BearbeitenRequest& dialog, const std::string& key, bool exists, const ListLine* selected);
 
     CurrentTip& tip_;
     ChangeRecorder& recorder_;

@@ -25,12 +25,12 @@ void ListeKind::build(KindHost& host, std::int16_t first) const {
     Panel& panel = addPanel(host, first);
     panel.label = tip.entry(first).Beschriftung;
     if (keys(tip, panel)) return ReadRecListe(host, panel);   // the list is the content of the key
-    panel.eintraege = entriesOfKind(tip.record(), number);
+    panel.entries = entriesOfKind(tip.record(), number);
     host.readSilently(panel);
-    for (std::int16_t i : panel.eintraege) {
-        Arbeitswert& w = tip.value(i);
+    for (std::int16_t i : panel.entries) {
+        WorkingValue& w = tip.value(i);
         if (w.strAktuellerWert.empty()) w.strAktuellerWert = w.strAnzeigeWert = DelKey;
-        panel.zeilen.push_back({tip.entry(i).Anzeigetext, {}, lowerCase(w.strAktuellerWert) == Ticked, w.nurLesen});
+        panel.lines.push_back({tip.entry(i).Anzeigetext, {}, lowerCase(w.strAktuellerWert) == Ticked, w.readOnly});
     }
 }
 
@@ -42,48 +42,48 @@ void ListeKind::ReadRecListe(KindHost& host, Panel& panel) const {
         ctx.objBVKReg.SetPath(ctx.strRechnername, host.tip.keyPath(1) + "\\");
         addKeyRows(host, panel);
         fillKeyRows(host, panel, unterWert);
-        Hauptfenster& f = host.tip.window();
+        MainWindow& f = host.tip.window();
         f.KeyDel = f.KeySave = f.RegFile = true;
         ctx.blnSchreibrecht = true;
-        panel.status = {strBVKTexte(20), StatusFarbe::Gefunden};
+        panel.status = {strBVKTexte(20), StatusColour::Gefunden};
         host.tip.value(1).blnWertGelesen = host.tip.value(1).gefunden = true;   // what the line says, whatever stands there
     });
 }
 
 void ListeKind::tick(KindHost& host, Panel& panel, std::size_t row, bool on) const {
-    if (panel.zeilen[row].nurLesen) return host.redraw(panel);
-    panel.zeilen[row].angehakt = on;
+    if (panel.lines[row].readOnly) return host.redraw(panel);
+    panel.lines[row].ticked = on;
     // In lists of keys the ticks choose what a delete takes; only rows of values are a change.
-    if (keys(host.tip, panel) || row >= panel.eintraege.size()) return host.redraw(panel);
+    if (keys(host.tip, panel) || row >= panel.entries.size()) return host.redraw(panel);
     host.tip.context().blnListeGeaendert = true;
-    host.touched(panel, panel.eintraege[row]);
+    host.touched(panel, panel.entries[row]);
 }
 
-void ListeKind::selectRow(Panel& panel, int row) const { panel.gewaehlteZeile = row; }
+void ListeKind::selectRow(Panel& panel, int row) const { panel.chosenRow = row; }
 
 void ListeKind::lock(const CurrentTip&, Panel& panel) const {
-    const auto locked = std::count_if(panel.zeilen.begin(), panel.zeilen.end(), [](const ListenZeile& row) { return row.nurLesen; });
-    panel.nurLesen = locked > 0 && static_cast<std::size_t>(locked) == panel.zeilen.size();
-    if (locked > 0 && !panel.nurLesen) panel.hinweis = meldung::ZeilenNurLesen;
+    const auto locked = std::count_if(panel.lines.begin(), panel.lines.end(), [](const ListLine& row) { return row.readOnly; });
+    panel.readOnly = locked > 0 && static_cast<std::size_t>(locked) == panel.lines.size();
+    if (locked > 0 && !panel.readOnly) panel.hint = messages::LinesReadOnly;
 }
 
 std::optional<std::string> ListeKind::valueText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const {
     const auto row = static_cast<std::size_t>(rowOf(panel, entry));
-    if (keys(tip, panel) || row >= panel.zeilen.size()) return std::nullopt;
-    return panel.zeilen[row].angehakt ? Ticked : DelKey;
+    if (keys(tip, panel) || row >= panel.lines.size()) return std::nullopt;
+    return panel.lines[row].ticked ? Ticked : DelKey;
 }
 
 std::string ListeKind::shownText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const {
     const auto row = static_cast<std::size_t>(rowOf(panel, entry));
-    if (keys(tip, panel) || row >= panel.zeilen.size()) return rowTexts(panel);
-    return panel.zeilen[row].angehakt ? "on" : "off";
+    if (keys(tip, panel) || row >= panel.lines.size()) return rowTexts(panel);
+    return panel.lines[row].ticked ? "on" : "off";
 }
 
 std::string ListeKind::setText(KindHost& host, Panel& panel, std::int16_t entry, const std::string& text) const {
-    if (keys(host.tip, panel)) return meldung::ZeilenSindSchluessel;
+    if (keys(host.tip, panel)) return messages::LinesAreKeys;
     const auto on = onOff(text);
-    if (!on) return fmt::format(meldung::NurEinAus, text);
-    if (const auto row = static_cast<std::size_t>(rowOf(panel, entry)); row < panel.zeilen.size()) tick(host, panel, row, *on);
+    if (!on) return fmt::format(messages::OnlyOnOff, text);
+    if (const auto row = static_cast<std::size_t>(rowOf(panel, entry)); row < panel.lines.size()) tick(host, panel, row, *on);
     return {};
 }
 

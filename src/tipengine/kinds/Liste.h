@@ -16,7 +16,7 @@ public:
     void checkSource(const SourceCheck& check) const override;
 
 private:
-    bool keys(const CurrentTip& tip, const Panel& panel) const { return rowsAreKeys(tip.entry(panel.eintraege.front()).Wertname); }
+    bool keys(const CurrentTip& tip, const Panel& panel) const { return rowsAreKeys(tip.entry(panel.entries.front()).Wertname); }
     void lock(const CurrentTip& tip, Panel& panel) const override;
     void ReadRecListe(KindHost& host, Panel& panel) const;
 };

@@ -7,7 +7,7 @@
 
 namespace brenvik {
 namespace {
-constexpr std::size_t MaxOptionen = 6;
+constexpr std::size_t MaxOptions = 6;
 constexpr double Bit31 = 2147483648.0, Bit32 = 4294967296.0;
 }  // namespace
 
@@ -16,13 +16,13 @@ OptionsAuswahlKind::OptionsAuswahlKind()
                     .captionList = true, .offers = true}) {}
 
 void OptionsAuswahlKind::build(KindHost& host, std::int16_t i) const {
-    const TippEintrag& e = host.tip.entry(i);
+    const TipEntry& e = host.tip.entry(i);
     Panel& panel = addPanel(host, i);
     panel.label = e.Beschriftung;
-    panel.auswahl = Split(e.Anzeigetext, "#");
-    if (panel.auswahl.size() > MaxOptionen) panel.auswahl.resize(MaxOptionen);
+    panel.selection = Split(e.Anzeigetext, "#");
+    if (panel.selection.size() > MaxOptions) panel.selection.resize(MaxOptions);
     const auto values = host.tip.record().INITipp ? std::vector<std::string>{} : Split(e.Werteliste, "#");
-    for (std::size_t j = 0; j < panel.auswahl.size(); ++j) {
+    for (std::size_t j = 0; j < panel.selection.size(); ++j) {
         const double option = j < values.size() ? Val(values[j]) : static_cast<double>(j);
         panel.dblOptionsWert.push_back(option);
         host.tip.value(i).dblOptionsWerte[j] = option;
@@ -31,7 +31,7 @@ void OptionsAuswahlKind::build(KindHost& host, std::int16_t i) const {
     const std::string value = host.tip.value(i).strAktuellerWert;
     for (std::size_t j = 0; j < panel.dblOptionsWert.size(); ++j)
         if (value == numberText(panel.dblOptionsWert[j])) {
-            panel.gewaehlt = static_cast<int>(j);
+            panel.chosen = static_cast<int>(j);
             break;
         }
 }
@@ -40,8 +40,8 @@ void OptionsAuswahlKind::build(KindHost& host, std::int16_t i) const {
 void OptionsAuswahlKind::unload(Context& ctx) const { unloadPanels(ctx, *this, DynModAdd); }
 
 std::optional<std::string> OptionsAuswahlKind::valueText(const CurrentTip&, const Panel& panel, std::int16_t) const {
-    if (panel.gewaehlt < 0) return std::nullopt;
-    double value = panel.dblOptionsWert.at(static_cast<std::size_t>(panel.gewaehlt));
+    if (panel.chosen < 0) return std::nullopt;
+    double value = panel.dblOptionsWert.at(static_cast<std::size_t>(panel.chosen));
     if (value > Bit31) value -= Bit32;   // dwords are passed as signed numbers
     return numberText(value);
 }
@@ -53,7 +53,7 @@ void OptionsAuswahlKind::checkSource(const SourceCheck& check) const {
     check.unused("WertEin", row.WertEin);
     check.unused("WertAus", row.WertAus);
     const auto texts = check.captions();
-    if (texts.size() < 2 || texts.size() > MaxOptionen) check.complain("Anzeigetext", "Die Art optionen braucht zwei bis sechs Texte in Anzeigetext.");
+    if (texts.size() < 2 || texts.size() > MaxOptions) check.complain("Anzeigetext", "Die Art optionen braucht zwei bis sechs Texte in Anzeigetext.");
     std::vector<std::string> values;
     for (std::size_t i = 0; i < texts.size(); ++i) values.push_back(std::to_string(i));
     if (!row.INITipp && row.Werteliste) {

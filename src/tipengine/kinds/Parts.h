@@ -10,10 +10,10 @@
 namespace brenvik {
 
 // Loading and unloading of the elements of a control array.
-void DynModAdd(Hauptfenster& window, std::int16_t kind, std::int16_t index);
-void DynModDel(Hauptfenster& window, std::int16_t kind, std::int16_t index);
+void DynModAdd(MainWindow& window, std::int16_t kind, std::int16_t index);
+void DynModDel(MainWindow& window, std::int16_t kind, std::int16_t index);
 // Element 0 is never unloaded, only hidden with the rest, so a counter ends at 0, or stays at -1.
-void unloadPanels(Context& ctx, const Traits& kind, void (*each)(Hauptfenster&, std::int16_t, std::int16_t) = DynModDel);
+void unloadPanels(Context& ctx, const Traits& kind, void (*each)(MainWindow&, std::int16_t, std::int16_t) = DynModDel);
 
 std::optional<bool> onOff(const std::string& text);               // "on", "ein", "off", "aus"
 std::string joined(const std::vector<std::string>& parts);        // "\"a\", \"b\""
@@ -40,7 +40,7 @@ public:
 
 protected:
     Panel& buildChoice(KindHost& host) const;
-    static std::int16_t chosenEntry(const Panel& panel) { return panel.eintraege.at(static_cast<std::size_t>(panel.gewaehlt)); }
+    static std::int16_t chosenEntry(const Panel& panel) { return panel.entries.at(static_cast<std::size_t>(panel.chosen)); }
 
 private:
     virtual void showEntry(const CurrentTip& tip, Panel& panel, std::int16_t entry) const = 0;

@@ -8,7 +8,7 @@
 
 namespace brenvik {
 
-std::string typName(std::int64_t typ) {
+std::string typeName(std::int64_t typ) {
     const auto type = std::find_if(SourceTypes.begin(), SourceTypes.end(), [&](const SourceName& name) { return name.nummer == typ; });
     return type == SourceTypes.end() ? std::to_string(typ) : type->text;
 }
@@ -29,11 +29,11 @@ void SourceCheck::unused(const char* column, const OptText& text) const {
 }
 
 void SourceCheck::allowTypes(const std::set<std::int64_t>& types) const {
-    if (!row.INITipp && types.count(row.Datentyp) == 0) complain("Datentyp", "Der Datentyp " + typName(row.Datentyp) + " paßt nicht zur Art " + kind_ + ".");
+    if (!row.INITipp && types.count(row.Datentyp) == 0) complain("Datentyp", "Der Datentyp " + typeName(row.Datentyp) + " paßt nicht zur Art " + kind_ + ".");
 }
 
 void SourceCheck::checkFits(const char* column, const std::string& text) const {
-    if (text != DelKey && !row.INITipp && !fitsType(row.Datentyp, text)) complain(column, "\"" + text + "\" ist kein Wert vom Typ " + typName(row.Datentyp) + ".");
+    if (text != DelKey && !row.INITipp && !fitsType(row.Datentyp, text)) complain(column, "\"" + text + "\" ist kein Wert vom Typ " + typeName(row.Datentyp) + ".");
 }
 
 bool SourceCheck::hasDefault() const {

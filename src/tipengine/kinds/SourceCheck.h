@@ -30,7 +30,7 @@ inline constexpr std::int64_t Sz = 1, ExpandSz = 2, Binary = 3, Dword = 4, Multi
 }
 inline constexpr const char* FileList = "<filelist>";   // in Werteliste: the entries are made of the files of a folder
 
-std::string typName(std::int64_t typ);
+std::string typeName(std::int64_t typ);
 std::vector<std::string> pieces(const OptText& text, const char* separator = "#");
 
 class SourceCheck {

@@ -20,11 +20,11 @@ void TextWerteKind::build(KindHost& host, std::int16_t i) const {
     Panel& panel = addPanel(host, i);
     panel.label = host.tip.entry(i).Beschriftung;
     host.readEntry(i, panel.status);
-    panel.mehrzeilig = host.tip.entry(i).Datentyp == 7;
-    Arbeitswert& w = host.tip.value(i);
-    if (panel.mehrzeilig && w.roh && !w.strAktuellerWert.empty() && eingabeForm(*w.roh) != Wertform::Zeilen) w.sperre = meldung::ZeilenSperre;
+    panel.multiLine = host.tip.entry(i).Datentyp == 7;
+    WorkingValue& w = host.tip.value(i);
+    if (panel.multiLine && w.roh && !w.strAktuellerWert.empty() && inputForm(*w.roh) != ValueForm::Lines) w.lock = messages::LinesLock;
     panel.text = w.strAktuellerWert;
-    if (panel.mehrzeilig) std::replace(panel.text.begin(), panel.text.end(), '\0', '\n');
+    if (panel.multiLine) std::replace(panel.text.begin(), panel.text.end(), '\0', '\n');
 }
 
 void TextWerteKind::unload(Context& ctx) const { unloadPanels(ctx, *this); }
@@ -32,7 +32,7 @@ void TextWerteKind::unload(Context& ctx) const { unloadPanels(ctx, *this); }
 void TextWerteKind::typeText(KindHost& host, Panel& panel, const std::string& text) const {
     if (panel.text == text) return;
     panel.text = text;
-    const std::int16_t entry = panel.eintraege.front();
+    const std::int16_t entry = panel.entries.front();
     host.tip.value(entry).strAnzeigeWert = *valueText(host.tip, panel, entry);
     host.touched(panel, entry);
 }
@@ -43,20 +43,20 @@ std::string TextWerteKind::dwordForm(std::int32_t value) const { return Dec2Hex(
 
 std::optional<std::string> TextWerteKind::valueText(const CurrentTip&, const Panel& panel, std::int16_t) const {
     std::string text = panel.text;
-    if (panel.mehrzeilig) std::replace(text.begin(), text.end(), '\n', '\0');
+    if (panel.multiLine) std::replace(text.begin(), text.end(), '\n', '\0');
     return text;
 }
 
-std::string TextWerteKind::registryText(const TippEintrag& e, std::string text) const {
+std::string TextWerteKind::registryText(const TipEntry& e, std::string text) const {
     if (e.Datentyp != 4) return Kind::registryText(e, std::move(text));
-    if (!isHexDword(text)) throw NumberedError(errnum::TypeMismatch, fmt::format(meldung::KeineHexzahl, text));
+    if (!isHexDword(text)) throw NumberedError(errnum::TypeMismatch, fmt::format(messages::NoHexNumber, text));
     return std::to_string(std::stoul(text, nullptr, 16));
 }
 
 std::string TextWerteKind::shownText(const CurrentTip&, const Panel& panel, std::int16_t) const { return panel.text; }
 
 std::string TextWerteKind::setText(KindHost& host, Panel& panel, std::int16_t entry, const std::string& text) const {
-    host.tip.value(entry).beruehrt = true;   // also when the text is what stands there already
+    host.tip.value(entry).touched = true;   // also when the text is what stands there already
     typeText(host, panel, text);
     return {};
 }

@@ -13,7 +13,7 @@ public:
     bool shownDifferently(std::int32_t type) const override { return type == 4; }
     std::string dwordForm(std::int32_t number) const override;
     std::optional<std::string> valueText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const override;
-    std::string registryText(const TippEintrag& e, std::string text) const override;
+    std::string registryText(const TipEntry& e, std::string text) const override;
     std::string shownText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const override;
     std::string setText(KindHost& host, Panel& panel, std::int16_t entry, const std::string& text) const override;
     void checkSource(const SourceCheck& check) const override;

@@ -13,7 +13,7 @@
 namespace brenvik {
 namespace {
 
-constexpr std::int64_t MaxBinaerzahl = 32767;
+constexpr std::int64_t MaxBinaryNumber = 32767;
 
 std::optional<std::int32_t> wholeNumber(const std::string& text) {
     std::int32_t number = 0;
@@ -29,22 +29,22 @@ ZahlenWerteKind::ZahlenWerteKind()
     : Kind({.number = art::ZahlenWerte, .sourceName = "zahl", .traceName = "Zahlenwerte", .counter = &Context::intPanelZahl, .part = TemplatePart::Number}) {}
 
 void ZahlenWerteKind::build(KindHost& host, std::int16_t i) const {
-    TippEintrag& e = host.tip.entry(i);
+    TipEntry& e = host.tip.entry(i);
     Panel& panel = addPanel(host, i);
     panel.label = Trim(e.Wertname + " " + e.Anzeigetext);
     host.readEntry(i, panel.status);
-    Arbeitswert& w = host.tip.value(i);
+    WorkingValue& w = host.tip.value(i);
     if (w.strAnzeigeWert.empty()) w.strAktuellerWert = w.strAnzeigeWert = e.WertAus;
     // What is no number stays visible as it stands, marked, and is not touched by saving.
-    panel.zahlText = w.strAnzeigeWert;
-    panel.zahlUngueltig = true;
+    panel.numberText = w.strAnzeigeWert;
+    panel.numberInvalid = true;
     panel.Min = toLng(e.WertAus);
     panel.Max = toLng(e.WertEin);
     panel.Value = panel.Min;
     const bool scaled = !e.Werteliste.empty() && !host.tip.record().INITipp;
     const double divisor = scaled ? toDbl(e.Werteliste) : 1;
     if (divisor == 0) throw NumberedError(errnum::DivisionByZero, "Division durch Null");
-    panel.unfertig = false;   // whatever the value is, a number can be set
+    panel.unfinished = false;   // whatever the value is, a number can be set
     if (scaled) w.strAktuellerWert = w.strAnzeigeWert = numberText(toDbl(w.strAnzeigeWert) / divisor);
     std::int32_t value = toLng(w.strAnzeigeWert);
     if (value < panel.Min) {
@@ -57,8 +57,8 @@ void ZahlenWerteKind::build(KindHost& host, std::int16_t i) const {
     }
     panel.TickFrequency = std::max<std::int32_t>(1, toLng(numberText(panel.Max / 10.0)));
     panel.Value = value;
-    panel.zahlText = numberText(value);
-    panel.zahlUngueltig = false;
+    panel.numberText = numberText(value);
+    panel.numberInvalid = false;
 }
 
 void ZahlenWerteKind::unload(Context& ctx) const { unloadPanels(ctx, *this); }
@@ -66,17 +66,17 @@ void ZahlenWerteKind::unload(Context& ctx) const { unloadPanels(ctx, *this); }
 void ZahlenWerteKind::setNumber(KindHost& host, Panel& panel, std::int32_t value) const {
     if (value < panel.Min || value > panel.Max) return;
     panel.Value = value;
-    panel.zahlText = numberText(value);
-    panel.zahlUngueltig = false;
-    host.touched(panel, panel.eintraege.front());
+    panel.numberText = numberText(value);
+    panel.numberInvalid = false;
+    host.touched(panel, panel.entries.front());
 }
 
 void ZahlenWerteKind::typeNumber(KindHost& host, Panel& panel, const std::string& text) const {
-    panel.zahlText = text;
+    panel.numberText = text;
     const auto value = wholeNumber(Trim(text));
-    panel.zahlUngueltig = !value || *value < panel.Min || *value > panel.Max;
-    if (!panel.zahlUngueltig) panel.Value = *value;
-    host.touched(panel, panel.eintraege.front());
+    panel.numberInvalid = !value || *value < panel.Min || *value > panel.Max;
+    if (!panel.numberInvalid) panel.Value = *value;
+    host.touched(panel, panel.entries.front());
 }
 
 // A binary value is the sum of its bytes.
@@ -85,28 +85,28 @@ std::string ZahlenWerteKind::ownForm(FrameContext&, std::int32_t type, std::stri
     std::int32_t sum = 0;
     for (const std::string& piece : Split(text, " ")) {
         sum += static_cast<std::int32_t>(Val(Hex2Dec(piece)));
-        if (sum > MaxBinaerzahl) throw NumberedError(errnum::Overflow, "Überlauf");
+        if (sum > MaxBinaryNumber) throw NumberedError(errnum::Overflow, "Überlauf");
     }
     return numberText(sum);
 }
 
-bool ZahlenWerteKind::mayCollect(KindHost& host, const Panel& panel, std::optional<BootEingabe>&) const {
-    if (!panel.zahlUngueltig || !host.tip.value(panel.eintraege.front()).beruehrt) return true;
-    host.tip.context().port.tell(fmt::format(meldung::KeineZahlImFeld, panel.zahlText, panel.Min, panel.Max), box::Exclamation);
+bool ZahlenWerteKind::mayCollect(KindHost& host, const Panel& panel, std::optional<BootInput>&) const {
+    if (!panel.numberInvalid || !host.tip.value(panel.entries.front()).touched) return true;
+    host.tip.context().port.tell(fmt::format(messages::NoNumberInField, panel.numberText, panel.Min, panel.Max), box::Exclamation);
     return false;
 }
 
 std::optional<std::string> ZahlenWerteKind::valueText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const {
-    if (panel.zahlUngueltig) return std::nullopt;
+    if (panel.numberInvalid) return std::nullopt;
     const std::string& divisor = tip.entry(entry).Werteliste;
     return divisor.empty() || tip.record().INITipp ? numberText(panel.Value) : numberText(panel.Value * toDbl(divisor));
 }
 
-std::string ZahlenWerteKind::shownText(const CurrentTip&, const Panel& panel, std::int16_t) const { return panel.zahlText; }
+std::string ZahlenWerteKind::shownText(const CurrentTip&, const Panel& panel, std::int16_t) const { return panel.numberText; }
 
 std::string ZahlenWerteKind::setText(KindHost& host, Panel& panel, std::int16_t, const std::string& text) const {
     typeNumber(host, panel, text);
-    return panel.zahlUngueltig ? fmt::format(meldung::KeineZahl, text, panel.Min, panel.Max) : std::string();
+    return panel.numberInvalid ? fmt::format(messages::NoNumber, text, panel.Min, panel.Max) : std::string();
 }
 
 void ZahlenWerteKind::checkSource(const SourceCheck& check) const {
@@ -126,7 +126,7 @@ void ZahlenWerteKind::checkSource(const SourceCheck& check) const {
     const double one = static_cast<double>(*low) * divisor, other = static_cast<double>(*high) * divisor;
     const double smallest = std::min(one, other), largest = std::max(one, other);
     if (row.Datentyp == typ::Dword && !row.INITipp && smallest < 0) check.complain("WertAus", "REG_DWORD wird ohne Vorzeichen gelesen, der Bereich darf nicht unter 0 reichen.");
-    if (row.Datentyp == typ::Binary && !row.INITipp && (smallest < 0 || largest > MaxBinaerzahl)) check.complain("WertEin", "Eine Zahl in REG_BINARY liegt zwischen 0 und 32767.");
+    if (row.Datentyp == typ::Binary && !row.INITipp && (smallest < 0 || largest > MaxBinaryNumber)) check.complain("WertEin", "Eine Zahl in REG_BINARY liegt zwischen 0 und 32767.");
     if (largest > UINT32_MAX || smallest < INT32_MIN) check.complain("WertEin", "Der Bereich paßt nicht in 32 Bit.");
     if (!check.hasDefault()) return;
     const auto standard = decimal(*row.Standardwert);

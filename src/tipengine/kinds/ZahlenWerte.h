@@ -12,7 +12,7 @@ public:
     void setNumber(KindHost& host, Panel& panel, std::int32_t value) const override;
     void typeNumber(KindHost& host, Panel& panel, const std::string& text) const override;
     bool shownDifferently(std::int32_t type) const override { return type == 3; }
-    bool mayCollect(KindHost& host, const Panel& panel, std::optional<BootEingabe>& input) const override;
+    bool mayCollect(KindHost& host, const Panel& panel, std::optional<BootInput>& input) const override;
     std::optional<std::string> valueText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const override;
     std::string shownText(const CurrentTip& tip, const Panel& panel, std::int16_t entry) const override;
     std::string setText(KindHost& host, Panel& panel, std::int16_t entry, const std::string& text) const override;

@@ -6,12 +6,12 @@
 
 namespace brenvik {
 namespace {
-constexpr std::string_view SidMarke = "[SID]";
+constexpr std::string_view SidMark = "[SID]";
 }
 
 Panel* CurrentTip::panelOfEntry(std::int16_t entry) const {
     for (Panel& panel : window().panels)
-        if (std::find(panel.eintraege.begin(), panel.eintraege.end(), entry) != panel.eintraege.end()) return &panel;
+        if (std::find(panel.entries.begin(), panel.entries.end(), entry) != panel.entries.end()) return &panel;
     return nullptr;
 }
 
@@ -26,13 +26,13 @@ BVKRegistry& CurrentTip::valueOf(std::int16_t i) const {
 
 void CurrentTip::replaceSid(std::int16_t i) const {
     std::string& key = entry(i).Schlüssel;
-    if (const auto place = key.find(SidMarke); place != std::string::npos) key.replace(place, SidMarke.size(), ctx_.strProfilSID);
+    if (const auto place = key.find(SidMark); place != std::string::npos) key.replace(place, SidMark.size(), ctx_.strProfilSID);
 }
 
 // In an INI Tip the column names the file.
 void CurrentTip::takeSystemsKeys() const {
     if (!ctx_.istNT() || ctx_.aktuellerTipp.INITipp) return;
-    for (TippEintrag& entry : ctx_.aktuellerTipp.Eintrag)
+    for (TipEntry& entry : ctx_.aktuellerTipp.Eintrag)
         if (!entry.SchlüsselNT.empty()) entry.Schlüssel = entry.SchlüsselNT;
 }
 
@@ -45,23 +45,23 @@ bool CurrentTip::mayWrite(std::int16_t i) const {
     return true;
 }
 
-StatusZeile CurrentTip::statusOf(std::int16_t entry) const {
+StatusLine CurrentTip::statusOf(std::int16_t entry) const {
     const Panel* panel = panelOfEntry(entry);
-    return panel != nullptr ? panel->status : StatusZeile{};
+    return panel != nullptr ? panel->status : StatusLine{};
 }
 
-Aenderung CurrentTip::newChange(Aenderung::Art art) const {
-    Aenderung change;
+Change CurrentTip::newChange(Change::Art art) const {
+    Change change;
     change.art = art;
-    change.tippÜberschrift = record().Überschrift;
+    change.tipHeading = record().Überschrift;
     change.tippIndex = last() >= 1 ? entry(1).TippIndex : std::int16_t{0};
-    change.amBildschirm = true;
+    change.onScreen = true;
     return change;
 }
 
-WertAenderung CurrentTip::changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const {
+ValueChange CurrentTip::changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const {
     const std::string& name = entry(i).Wertname;
-    WertAenderung change{ctx_.strRechnername, valuePath(i), entry(i).TippIndex, std::move(alt), std::move(neu), false};
+    ValueChange change{ctx_.strRechnername, valuePath(i), entry(i).TippIndex, std::move(alt), std::move(neu), false};
     if (name.find('\\') != std::string::npos) {
         change.path = keyPath(i);
         change.name = name;

@@ -16,11 +16,11 @@ public:
     CurrentTip& operator=(const CurrentTip&) = delete;
 
     Context& context() const { return ctx_; }
-    Hauptfenster& window() const { return ctx_.frmBVK_Prog; }
+    MainWindow& window() const { return ctx_.frmBVK_Prog; }
     const Tipp& record() const { return ctx_.aktuellerTipp; }
-    TippEintrag& entry(std::int16_t i) const { return ctx_.aktuellerTipp.Eintrag.at(static_cast<std::size_t>(i)); }
-    Arbeitswert& value(std::int16_t i) const { return ctx_.werte.at(static_cast<std::size_t>(i)); }
-    std::int16_t last() const { return static_cast<std::int16_t>(ctx_.aktuellerTipp.letzterEintrag()); }
+    TipEntry& entry(std::int16_t i) const { return ctx_.aktuellerTipp.Eintrag.at(static_cast<std::size_t>(i)); }
+    WorkingValue& value(std::int16_t i) const { return ctx_.values.at(static_cast<std::size_t>(i)); }
+    std::int16_t last() const { return static_cast<std::int16_t>(ctx_.aktuellerTipp.lastEntry()); }
 
     Panel* panelOfEntry(std::int16_t entry) const;
     std::size_t placeOf(const Panel& panel) const { return static_cast<std::size_t>(&panel - window().panels.data()); }
@@ -31,10 +31,10 @@ public:
     void replaceSid(std::int16_t i) const;
     void takeSystemsKeys() const;                        // before the first panel is built, since one may be for several entries
     bool mayWrite(std::int16_t i) const;                 // its key or, where it is missing, the nearest one above it
-    StatusZeile statusOf(std::int16_t entry) const;      // of its panel
+    StatusLine statusOf(std::int16_t entry) const;      // of its panel
 
-    Aenderung newChange(Aenderung::Art art) const;
-    WertAenderung changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const;
+    Change newChange(Change::Art art) const;
+    ValueChange changeOfValue(std::int16_t i, std::optional<RawValue> alt, std::optional<RawValue> neu) const;
 
     bool lookOnly = false;                               // built for a look: nothing is asked, nothing changed
 

@@ -14,8 +14,8 @@ template <class T> bool isIn(const std::vector<T>& items, int place) { return pl
 }  // namespace
 
 Panel* PanelInput::listening(std::size_t place) {
-    if (ctx_.blnAusgabeLaeuft || ctx_.blnInitPanel || place >= fenster().panels.size()) return nullptr;
-    return &fenster().panels[place];
+    if (ctx_.blnAusgabeLaeuft || ctx_.blnInitPanel || place >= windows().panels.size()) return nullptr;
+    return &windows().panels[place];
 }
 
 void PanelInput::userCheck(std::size_t place, bool on) {
@@ -35,7 +35,7 @@ void PanelInput::userNumberText(std::size_t place, const std::string& text) {
 }
 
 void PanelInput::userChoose(std::size_t place, int item) {
-    if (Panel* panel = listening(place); panel != nullptr && isIn(panel->auswahl, item)) kindOf(*panel).choose(host_, *panel, item);
+    if (Panel* panel = listening(place); panel != nullptr && isIn(panel->selection, item)) kindOf(*panel).choose(host_, *panel, item);
 }
 
 void PanelInput::userBrowse(std::size_t place) {
@@ -47,11 +47,11 @@ void PanelInput::userColour(std::size_t place) {
 }
 
 void PanelInput::userTick(std::size_t place, int row, bool on) {
-    if (Panel* panel = listening(place); panel != nullptr && isIn(panel->zeilen, row)) kindOf(*panel).tick(host_, *panel, static_cast<std::size_t>(row), on);
+    if (Panel* panel = listening(place); panel != nullptr && isIn(panel->lines, row)) kindOf(*panel).tick(host_, *panel, static_cast<std::size_t>(row), on);
 }
 
 void PanelInput::userSelectRow(std::size_t place, int row) {
-    if (Panel* panel = listening(place); panel != nullptr && row < static_cast<int>(panel->zeilen.size())) kindOf(*panel).selectRow(*panel, row);
+    if (Panel* panel = listening(place); panel != nullptr && row < static_cast<int>(panel->lines.size())) kindOf(*panel).selectRow(*panel, row);
 }
 
 void PanelInput::userSwitch(std::size_t place, int box, bool on) {
@@ -73,11 +73,11 @@ std::string PanelInput::shownText(std::int16_t entry) const {
 }
 
 std::string PanelInput::setEntryFromText(std::int32_t number, const std::string& text) {
-    if (number < 1 || number > letzterEintrag()) return fmt::format(meldung::KeinEintrag, number);
+    if (number < 1 || number > lastEntry()) return fmt::format(messages::NoEntry, number);
     const auto entry = static_cast<std::int16_t>(number);
     Panel* panel = tip_.panelOfEntry(entry);
-    if (panel == nullptr) return meldung::NichtSetzbar;
-    if (panel->unfertig) return meldung::PanelUnfertig;
+    if (panel == nullptr) return messages::NotSettable;
+    if (panel->unfinished) return messages::PanelUnfinished;
     return kindOf(*panel).setText(host_, *panel, entry, text);
 }
 

@@ -15,20 +15,20 @@ namespace brenvik {
 namespace {
 
 // Puts the state that belongs to the Tip on screen back, whatever happens meanwhile.
-class Bildschirmtipp {
+class ScreenTip {
 public:
-    explicit Bildschirmtipp(Context& ctx)
+    explicit ScreenTip(Context& ctx)
         : ctx_(ctx), tipp_(ctx.aktuellerTipp), files_(ctx.strDateiListe), records_(std::move(ctx.objRS)), loaded_(ctx.blnTippGeladen),
           search_(ctx.blnDateiSuchen) {}
-    ~Bildschirmtipp() {
+    ~ScreenTip() {
         ctx_.aktuellerTipp = std::move(tipp_);
         ctx_.strDateiListe = std::move(files_);
         ctx_.objRS = std::move(records_);
         ctx_.blnTippGeladen = loaded_;
         ctx_.blnDateiSuchen = search_;
     }
-    Bildschirmtipp(const Bildschirmtipp&) = delete;
-    Bildschirmtipp& operator=(const Bildschirmtipp&) = delete;
+    ScreenTip(const ScreenTip&) = delete;
+    ScreenTip& operator=(const ScreenTip&) = delete;
 
 private:
     Context& ctx_;
@@ -44,17 +44,17 @@ struct TakeBack {};
 
 bool TipCollector::DatenRead() {
     bool ok = false;
-    ctx_.bootEingabe.reset();
+    ctx_.bootInput.reset();
     reportAndGoOn(ctx_, "DatenRead", [&] {
-        std::optional<BootEingabe> bootInput;
-        for (Panel& panel : fenster().panels) {
+        std::optional<BootInput> bootInput;
+        for (Panel& panel : windows().panels) {
             if (!kindOf(panel).mayCollect(screen_, panel, bootInput)) return;
-            if (panel.eintraege.empty()) continue;
+            if (panel.entries.empty()) continue;
             writer_.collectPanel(panel);
         }
-        for (std::int16_t i = 1; i <= letzterEintrag(); ++i)
+        for (std::int16_t i = 1; i <= lastEntry(); ++i)
             if (upperCase(wert(i).strAktuellerWert) != upperCase(wert(i).strAnzeigeWert)) ctx_.blnGeaendert = true;
-        ctx_.bootEingabe = std::move(bootInput);
+        ctx_.bootInput = std::move(bootInput);
         ok = true;
     });
     return ok;
@@ -63,7 +63,7 @@ bool TipCollector::DatenRead() {
 // Collecting for an export is no change: whether there is something to save stays as it was. A boot menu is not collected,
 // since that opens its window.
 bool TipCollector::collectForExport() {
-    const auto& panels = fenster().panels;
+    const auto& panels = windows().panels;
     if (std::any_of(panels.begin(), panels.end(), [](const Panel& panel) { return kindOf(panel).section; })) return true;
     const bool changed = ctx_.blnGeaendert;
     const bool ok = DatenRead();
@@ -71,21 +71,21 @@ bool TipCollector::collectForExport() {
     return ok;
 }
 
-std::optional<Tipp> TipCollector::lookUpTipp(std::int32_t number) {
+std::optional<Tipp> TipCollector::lookUpTip(std::int32_t number) {
     const auto& list = ctx_.udtTippListe;
-    if (std::none_of(list.begin(), list.end(), [&](const TippListenEintrag& entry) { return entry.Index == number; })) return std::nullopt;
-    const Bildschirmtipp keeper(ctx_);
-    if (!tree_.readTippNumber(number)) return std::nullopt;
+    if (std::none_of(list.begin(), list.end(), [&](const TipListEntry& entry) { return entry.Index == number; })) return std::nullopt;
+    const ScreenTip keeper(ctx_);
+    if (!tree_.readTipNumber(number)) return std::nullopt;
     tip_.takeSystemsKeys();
-    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) tip_.replaceSid(i);
+    for (std::int16_t i = 1; i <= lastEntry(); ++i) tip_.replaceSid(i);
     return ctx_.aktuellerTipp;
 }
 
-std::string TipCollector::writeTogether(std::vector<Aenderung>& changes) {
+std::string TipCollector::writeTogether(std::vector<Change>& changes) {
     BVKRegistry& reg = ctx_.objBVKReg;
     const auto writeAll = [&] {
-        for (Aenderung& change : changes)
-            for (WertAenderung& value : change.werte) {
+        for (Change& change : changes)
+            for (ValueChange& value : change.values) {
                 selectValue(reg, value);
                 if (value.neu)
                     reg.WriteRaw(*value.neu);
@@ -94,8 +94,8 @@ std::string TipCollector::writeTogether(std::vector<Aenderung>& changes) {
             }
     };
     const auto mark = [&](bool written) {
-        for (Aenderung& change : changes)
-            for (WertAenderung& value : change.werte) value.geschrieben = written;
+        for (Change& change : changes)
+            for (ValueChange& value : change.values) value.written = written;
     };
     std::size_t begun = 0;
     std::string reason;
@@ -112,8 +112,8 @@ std::string TipCollector::writeTogether(std::vector<Aenderung>& changes) {
         for (; begun < changes.size(); ++begun) recorder_.begin(changes[begun]);
         store.transaction(writeAll);
         mark(true);
-        for (const Aenderung& change : changes)
-            for (std::size_t k = 0; k < change.werte.size(); ++k) recorder_.written(change, k);
+        for (const Change& change : changes)
+            for (std::size_t k = 0; k < change.values.size(); ++k) recorder_.written(change, k);
     } catch (const std::exception& error) {
         mark(false);
         reason = fmt::format("{} (Fehler {})", error.what(), errorNumberOf(error));

@@ -12,10 +12,10 @@ public:
 
     bool DatenRead();                                    // false: a panel holds what cannot be, and the user was told
     bool collectForExport();                             // the same, and nothing counts as changed by it
-    std::optional<Tipp> lookUpTipp(std::int32_t number); // read with its keys resolved; what is on screen stays as it is
+    std::optional<Tipp> lookUpTip(std::int32_t number); // read with its keys resolved; what is on screen stays as it is
     // Carries prepared changes of several Tips out, all of them or none; each is recorded on its own. Empty: done, else
     // why not, in German. The caller tells the result.
-    std::string writeTogether(std::vector<Aenderung>& changes);
+    std::string writeTogether(std::vector<Change>& changes);
 
 private:
     TipScreen& screen_;

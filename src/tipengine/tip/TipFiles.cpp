@@ -10,7 +10,7 @@
 
 namespace brenvik {
 namespace {
-constexpr std::uintmax_t IniGrenze = 16u << 20;
+constexpr std::uintmax_t IniBound = 16u << 20;
 }
 
 std::string TipFiles::path(std::int16_t i) const {
@@ -43,9 +43,9 @@ void TipFiles::DateiCheck(std::int16_t i, std::string& path, bool& found) {
             return;
         }
         if (found || tip_.lookOnly) return;
-        if (!ctx_.port.ask(meldung::DateiSuchen1 + path + meldung::DateiSuchen2)) return;
+        if (!ctx_.port.ask(messages::FileSearch1 + path + messages::FileSearch2)) return;
         const std::string& name = tip_.entry(i).SchlüsselNT;
-        if (const auto choice = ctx_.port.chooseFile({path, name + " |" + name, meldung::DateiSuchenTitel, false})) {
+        if (const auto choice = ctx_.port.chooseFile({path, name + " |" + name, messages::FileSearchTitle, false})) {
             found = true;
             ctx_.strGewaehlteDatei = path = *choice;
             ctx_.blnDateiSuchen = false;
@@ -53,19 +53,19 @@ void TipFiles::DateiCheck(std::int16_t i, std::string& path, bool& found) {
     });
 }
 
-void TipFiles::missing(const std::string& path, StatusZeile* label) {
+void TipFiles::missing(const std::string& path, StatusLine* label) {
     if (label == nullptr) return;
-    *label = {"[Datei: " + path + (hindrance_.empty() ? " nicht vorhanden]" : meldung::DateiNichtErreichbar), StatusFarbe::Fehlt};
-    Hauptfenster& f = tip_.window();
+    *label = {"[Datei: " + path + (hindrance_.empty() ? " nicht vorhanden]" : messages::FileNotReachable), StatusColour::Missing};
+    MainWindow& f = tip_.window();
     f.RegFile = false;
     f.KeySave = false;
     f.fraSteuerung = false;
     f.txtInfo = hindrance_;
-    f.txtInfoFarbe = f.fraInfoFarbe = TextFarbe::Rot;
-    f.fraInfo = meldung::DateiNichtGefunden;
+    f.txtInfoFarbe = f.fraInfoFarbe = TextColour::Rot;
+    f.fraInfo = messages::FileNotFound;
 }
 
-Profildatei TipFiles::load(const std::filesystem::path& file) { return Profildatei(readFile(file, IniGrenze)); }
+ProfileFile TipFiles::load(const std::filesystem::path& file) { return ProfileFile(readFile(file, IniBound)); }
 
 // Takes the write protection away for good, as a changed file has no use for it.
 bool TipFiles::write(const std::filesystem::path& file, std::string_view bytes) {
@@ -87,7 +87,7 @@ bool TipFiles::backUp(std::int16_t i, std::string_view bytes) {
         const TargetFiles& files = ctx_.target().files();
         writeFileAtomic(ctx_.blnDateiSuchen ? files.find(path(i) + ".bvk") : std::filesystem::path(original.string() + ".bvk"), bytes);
     } catch (const std::exception&) {
-        ctx_.port.tell(fmt::format(meldung::BootSicherung, path(i)), box::Critical);
+        ctx_.port.tell(fmt::format(messages::BootBackup, path(i)), box::Critical);
         return false;
     }
     backedUp_.insert(original);

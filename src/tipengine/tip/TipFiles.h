@@ -10,7 +10,7 @@
 
 namespace brenvik {
 
-class Profildatei;
+class ProfileFile;
 
 class TipFiles {
 public:
@@ -19,8 +19,8 @@ public:
     std::string path(std::int16_t i) const;              // a Windows path, or what the user chose in its place
     std::filesystem::path file(std::int16_t i) const;
     void DateiCheck(std::int16_t i, std::string& path, bool& found);   // asks where a missing file is
-    void missing(const std::string& path, StatusZeile* label);        // what is shown then
-    static Profildatei load(const std::filesystem::path& file);
+    void missing(const std::string& path, StatusLine* label);        // what is shown then
+    static ProfileFile load(const std::filesystem::path& file);
     bool write(const std::filesystem::path& file, std::string_view bytes);
     bool backUp(std::int16_t i, std::string_view bytes);              // once a session, to "*.bvk"; false: told why not
 

@@ -13,10 +13,10 @@ protected:
     explicit TipPart(CurrentTip& currentTip) : tip_(currentTip), ctx_(currentTip.context()) {}
     ~TipPart() = default;
 
-    TippEintrag& eintrag(std::int16_t i) const { return tip_.entry(i); }
-    Arbeitswert& wert(std::int16_t i) const { return tip_.value(i); }
-    std::int16_t letzterEintrag() const { return tip_.last(); }
-    Hauptfenster& fenster() const { return tip_.window(); }
+    TipEntry& eintrag(std::int16_t i) const { return tip_.entry(i); }
+    WorkingValue& wert(std::int16_t i) const { return tip_.value(i); }
+    std::int16_t lastEntry() const { return tip_.last(); }
+    MainWindow& windows() const { return tip_.window(); }
 
     CurrentTip& tip_;
     Context& ctx_;

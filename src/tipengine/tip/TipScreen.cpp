@@ -16,18 +16,18 @@ namespace brenvik {
 namespace {
 
 // The run of the output: change events do not count while it lasts, and nothing counts as changed before or after.
-class Ausgabelauf {
+class OutputRun {
 public:
-    explicit Ausgabelauf(Context& ctx) : ctx_(ctx) {
+    explicit OutputRun(Context& ctx) : ctx_(ctx) {
         ctx_.blnAusgabeLaeuft = true;
         ctx_.blnGeaendert = false;
     }
-    ~Ausgabelauf() {
+    ~OutputRun() {
         ctx_.blnAusgabeLaeuft = false;
         ctx_.blnGeaendert = false;
     }
-    Ausgabelauf(const Ausgabelauf&) = delete;
-    Ausgabelauf& operator=(const Ausgabelauf&) = delete;
+    OutputRun(const OutputRun&) = delete;
+    OutputRun& operator=(const OutputRun&) = delete;
 
 private:
     Context& ctx_;
@@ -47,22 +47,22 @@ std::array<System, 6> systemsOf(const Tipp& tipp) {
 
 void TipScreen::FrameStartEinstellungen() {
     ProcTrace trace(ctx_.trace, "FrameStartEinstellungen");
-    fenster().FB_KeySave(false);
-    fenster().FB_KeyDel(false);
-    fenster().FB_Default(false);
-    fenster().FB_RegFile(false);
-    fenster().FB_ADMFile(false);
-    fenster().FB_KeyInfo(false);
-    fenster().FB_RegListe(false);
-    fenster().FB_ADMListe(false);
-    fenster().tbrHistory = false;
+    windows().FB_KeySave(false);
+    windows().FB_KeyDel(false);
+    windows().FB_Default(false);
+    windows().FB_RegFile(false);
+    windows().FB_ADMFile(false);
+    windows().FB_KeyInfo(false);
+    windows().FB_RegListe(false);
+    windows().FB_ADMListe(false);
+    windows().tbrHistory = false;
     captionsNormal();
-    fenster().mnuRegSave = "Wert s&peichern...";   // until the first Tip
+    windows().mnuRegSave = "Wert s&peichern...";   // until the first Tip
     observer_.windowChanged();
 }
 
 void TipScreen::captionsNormal() {
-    Hauptfenster& f = fenster();
+    MainWindow& f = windows();
     f.cmdRegSave = strBVKButtons(4);
     f.cmdDefault = strBVKButtons(7);
     f.mnuRegSave = strBVKButtons(28);
@@ -73,7 +73,7 @@ void TipScreen::captionsNormal() {
 }
 
 void TipScreen::captionsForEntries() {
-    Hauptfenster& f = fenster();
+    MainWindow& f = windows();
     f.cmdRegSave = f.mnuRegSave = strBVKButtons(26);
     f.cmdDefault = f.mnuDefault = strBVKButtons(27);
     f.tipRegSave = strBVKTips(15);
@@ -82,25 +82,25 @@ void TipScreen::captionsForEntries() {
 }
 
 void TipScreen::prepareOutput() {
-    Hauptfenster& f = fenster();
+    MainWindow& f = windows();
     f.txtInfo.clear();
-    fenster().FB_Default(false);
+    windows().FB_Default(false);
     f.panels.clear();
-    fenster().FB_KeySave(false);
-    fenster().FB_KeyDel(false);     // what the Tip before allowed is not allowed for this one
-    fenster().FB_RegFile(false);
+    windows().FB_KeySave(false);
+    windows().FB_KeyDel(false);     // what the Tip before allowed is not allowed for this one
+    windows().FB_RegFile(false);
     captionsNormal();
     ctx_.blnSchreibrecht = true;
     for (const Kind* kind : allKinds())
         if (kind->counter != nullptr) ctx_.*kind->counter = -1;
     ctx_.blnEinWertGelesen = false;
-    ctx_.werte.assign(ctx_.aktuellerTipp.Eintrag.size(), {});
+    ctx_.values.assign(ctx_.aktuellerTipp.Eintrag.size(), {});
     ctx_.udtBootEintraege.clear();
     ctx_.intBootEintrag = 0;
-    ctx_.bootEingabe.reset();
-    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) wert(i).DatentypModus = eintrag(i).TypAnpassen == 1 ? 0 : 1;
+    ctx_.bootInput.reset();
+    for (std::int16_t i = 1; i <= lastEntry(); ++i) wert(i).DatentypModus = eintrag(i).TypAnpassen == 1 ? 0 : 1;
     reader_.begin();
-    fenster().FB_KeyInfo(true);
+    windows().FB_KeyInfo(true);
 }
 
 bool TipScreen::isRemote() const { return !ctx_.strRechnername.empty() && ctx_.strRechnername != ctx_.strLokalerRechner; }
@@ -114,20 +114,20 @@ bool TipScreen::mayBeShown() const { return isRemote() || meantForThisSystem() |
 
 // Says for which systems the Tip is meant; false if it must not be shown on this one.
 bool TipScreen::showSuitability() {
-    Hauptfenster& f = fenster();
+    MainWindow& f = windows();
     const Tipp& tipp = ctx_.aktuellerTipp;
     const bool blnGeeignet = meantForThisSystem();
     std::string suits = strBVKTexte(7);
     for (const auto& s : systemsOf(tipp))
         if (s.flag) suits += s.name;
     f.sbrBVK[1] = suits;
-    fenster().FB_ADMFile(tipp.ADMExport);
+    windows().FB_ADMFile(tipp.ADMExport);
 
-    f.txtInfoFarbe = f.fraInfoFarbe = blnGeeignet ? TextFarbe::ButtonText : TextFarbe::Rot;
+    f.txtInfoFarbe = f.fraInfoFarbe = blnGeeignet ? TextColour::ButtonText : TextColour::Rot;
     f.fraInfo = blnGeeignet ? std::string("Information") : std::string(strBVKTexte(9));
     if (isRemote()) {
-        f.txtInfoFarbe = TextFarbe::ButtonText;
-        f.fraInfoFarbe = TextFarbe::Rot;
+        f.txtInfoFarbe = TextColour::ButtonText;
+        f.fraInfoFarbe = TextColour::Rot;
         f.fraInfo = strBVKTexte(163);
     }
     f.txtInfo = tipp.Beschreibung;
@@ -140,19 +140,19 @@ bool TipScreen::showSuitability() {
 }
 
 void TipScreen::DBTippsAusgeben() {
-    const Ausgabelauf run(ctx_);
+    const OutputRun run(ctx_);
     ctx_.port.letEventsRun();
     ctx_.trace.write("Tipp ausgeben");
     prepareOutput();
-    fenster().fraSteuerung = true;   // a file that was missing may be there by now
-    fenster().mnuBSFreigabe = ctx_.blnTippGeladen;   // also for a Tip that is not shown on this system
+    windows().fraSteuerung = true;   // a file that was missing may be there by now
+    windows().mnuBSFreigabe = ctx_.blnTippGeladen;   // also for a Tip that is not shown on this system
     if (!showSuitability()) {
         observer_.panelsChanged();
         observer_.windowChanged();
         ctx_.port.letEventsRun();
         return;
     }
-    fenster().FB_KeyInfo(true);
+    windows().FB_KeyInfo(true);
     if (buildEntries()) return finishOutput();
     observer_.panelsChanged();
     observer_.windowChanged();
@@ -161,9 +161,9 @@ void TipScreen::DBTippsAusgeben() {
 // False: a scaling by nothing ended the build; the panels so far stay.
 bool TipScreen::buildEntries() {
     tip_.takeSystemsKeys();
-    for (std::int16_t i = 1; i <= letzterEintrag(); ++i) {
+    for (std::int16_t i = 1; i <= lastEntry(); ++i) {
         bool divisionFault = false;
-        const std::size_t panels = fenster().panels.size();
+        const std::size_t panels = windows().panels.size();
         reportAndGoOn(ctx_, "DBTippsAusgeben", [&] {
             try {
                 buildEntry(i);
@@ -172,7 +172,7 @@ bool TipScreen::buildEntries() {
                 divisionFault = true;
             }
         });
-        if (fenster().panels.size() > panels) finishPanel(fenster().panels.back());
+        if (windows().panels.size() > panels) finishPanel(windows().panels.back());
         if (!divisionFault) continue;
         ctx_.trace.write("--- Fehler: Der Teiler von Wert " + std::to_string(i) + " ist 0, Ausgabe abgebrochen");
         return false;
@@ -181,22 +181,22 @@ bool TipScreen::buildEntries() {
 }
 
 void TipScreen::buildEntry(std::int16_t i) {
-    const TippEintrag& e = eintrag(i);
-    if (!e.Standardwert.empty()) fenster().FB_Default(true);
+    const TipEntry& e = eintrag(i);
+    if (!e.Standardwert.empty()) windows().FB_Default(true);
 
     const Kind& kind = kindOf(e);
     if (kind.number != 0) ctx_.trace.write(kind.traceName);
     for (std::int16_t k = 1; k < i; ++k)   // one panel for the whole Tip is built at its first entry
         if (kind.onePanel() && &kindOf(eintrag(k)) == &kind) return;
-    const std::size_t panels = fenster().panels.size();
+    const std::size_t panels = windows().panels.size();
     kind.build(*this, i);
-    if (fenster().panels.size() > panels) fenster().panels.back().unfertig = false;
+    if (windows().panels.size() > panels) windows().panels.back().unfinished = false;
 }
 
 void TipScreen::finishPanel(Panel& panel) {
-    for (const std::int16_t i : panel.eintraege) {   // of one half built nothing may be saved
-        Arbeitswert& w = wert(i);
-        if (panel.unfertig && !w.roh && !w.gefunden) w.strAktuellerWert = w.strAnzeigeWert = {};
+    for (const std::int16_t i : panel.entries) {   // of one half built nothing may be saved
+        WorkingValue& w = wert(i);
+        if (panel.unfinished && !w.roh && !w.gefunden) w.strAktuellerWert = w.strAnzeigeWert = {};
     }
     kindOf(panel).showLocks(tip_, panel);
 }
@@ -216,7 +216,7 @@ void TipScreen::look() {
     ctx_.blnGeaendert = false;
 }
 
-void TipScreen::reloadTipp() {
+void TipScreen::reloadTip() {
     if (!ctx_.blnTippGeladen) return;
     TippsEntladen();
     DBTippsAusgeben();
@@ -224,24 +224,24 @@ void TipScreen::reloadTipp() {
 
 void TipScreen::TippsEntladen() {
     reportAndGoOn(ctx_, "TippsEntladen", [&] {
-        for (std::int16_t i = 1; i <= letzterEintrag(); ++i) kindOf(eintrag(i)).unload(ctx_);
+        for (std::int16_t i = 1; i <= lastEntry(); ++i) kindOf(eintrag(i)).unload(ctx_);
     });
-    fenster().panels.clear();
+    windows().panels.clear();
     observer_.panelsChanged();
 }
 
 void TipScreen::DatenAusgabeOff() {
     ProcTrace trace(ctx_.trace, "DatenAusgabeOff");
-    fenster().fraSteuerung = false;
-    fenster().FB_KeySave(false);
-    fenster().FB_KeyDel(false);
-    fenster().FB_RegFile(false);
-    fenster().FB_KeyInfo(false);
+    windows().fraSteuerung = false;
+    windows().FB_KeySave(false);
+    windows().FB_KeyDel(false);
+    windows().FB_RegFile(false);
+    windows().FB_KeyInfo(false);
     observer_.windowChanged();
 }
 
 void TipScreen::touched(Panel& panel, std::int16_t entry) {
-    if (entry > 0) wert(entry).beruehrt = true;
+    if (entry > 0) wert(entry).touched = true;
     ctx_.blnGeaendert = true;
     kindOf(panel).showLocks(tip_, panel);
     redraw(panel);
@@ -254,11 +254,11 @@ void TipScreen::redraw(Panel& panel) {
     ctx_.blnInitPanel = before;
 }
 
-bool TipScreen::rowsAreKeys(const Panel& panel) const { return kindOf(panel).rowsAreKeys(eintrag(panel.eintraege.front()).Wertname); }
+bool TipScreen::rowsAreKeys(const Panel& panel) const { return kindOf(panel).rowsAreKeys(eintrag(panel.entries.front()).Wertname); }
 
 // After a failure half way the panels stay as the user left them, but say which of the values are there now.
 void TipScreen::showWhatIsThere() {
-    for (Panel& panel : fenster().panels)
+    for (Panel& panel : windows().panels)
         if (!rowsAreKeys(panel)) {
             panel.status = statusNow(panel);
             kindOf(panel).showLocks(tip_, panel);
@@ -267,18 +267,18 @@ void TipScreen::showWhatIsThere() {
 }
 
 // One line for all entries of a panel. A value that the panel does not show is there, but still not shown.
-StatusZeile TipScreen::statusNow(const Panel& panel) {
+StatusLine TipScreen::statusNow(const Panel& panel) {
     std::size_t there = 0;
     bool writable = false;
-    for (const std::int16_t i : panel.eintraege) {
-        if (wert(i).ignoriert) return panel.status;
+    for (const std::int16_t i : panel.entries) {
+        if (wert(i).ignored) return panel.status;
         if (!tip_.valueOf(i).ReadRaw()) continue;
         ++there;
         writable = writable || !reader_.readOnlyNow(i);
     }
-    if (there == 0) return {strBVKTexte(kindOf(panel).forSeveral ? 32 : 21), StatusFarbe::Fehlt};
-    if (there < panel.eintraege.size()) return {strBVKTexte(31), StatusFarbe::Gefunden};
-    return {strBVKTexte(writable ? 20 : 18), StatusFarbe::Gefunden};
+    if (there == 0) return {strBVKTexte(kindOf(panel).forSeveral ? 32 : 21), StatusColour::Missing};
+    if (there < panel.entries.size()) return {strBVKTexte(31), StatusColour::Gefunden};
+    return {strBVKTexte(writable ? 20 : 18), StatusColour::Gefunden};
 }
 
 }  // namespace brenvik

@@ -16,17 +16,17 @@ public:
     void DBTippsAusgeben();
     void TippsEntladen();
     void DatenAusgabeOff();
-    void reloadTipp();                                   // TippsEntladen and DBTippsAusgeben, if a Tip is shown
+    void reloadTip();                                   // TippsEntladen and DBTippsAusgeben, if a Tip is shown
     void look();                                         // builds the panels for a look: asks nothing, changes nothing
     bool mayBeShown() const;                             // whether DBTippsAusgeben would show aktuellerTipp on this system
     bool rowsAreKeys(const Panel& panel) const;          // ticks choose keys for deleting, no values
     void showWhatIsThere();                              // panels stay, but say which of their values are there now
 
-    void readEntry(std::int16_t i, StatusZeile& status) override { reader_.readEntry(i, status); }
+    void readEntry(std::int16_t i, StatusLine& status) override { reader_.readEntry(i, status); }
     void readSilently(Panel& panel) override { reader_.readSilently(panel); }
     void touched(Panel& panel, std::int16_t entry) override;
     void redraw(Panel& panel) override;
-    [[nodiscard]] bool settle() override { return settler_.DatenSichern(Verbleib::BleibtStehen); }
+    [[nodiscard]] bool settle() override { return settler_.DatenSichern(Whereabouts::StaysAsItIs); }
     void captionsForEntries() override;
 
 private:
@@ -39,7 +39,7 @@ private:
     void finishPanel(Panel& panel);
     void finishOutput();
     void captionsNormal();
-    StatusZeile statusNow(const Panel& panel);
+    StatusLine statusNow(const Panel& panel);
 
     ValueReader& reader_;
     WindowObserver& observer_;

@@ -31,7 +31,7 @@ TipEffect effectOf(const Tipp& tipp) {
     constexpr std::uint8_t AsksForLogon = 1, ReloadsDesktop = 2;
     if (tipp.Neustart == ReloadsDesktop) return TipEffect::DesktopReloaded;
     if (tipp.Neustart != AsksForLogon) return TipEffect::AtOnce;
-    const bool usersOwn = !tipp.INITipp && tipp.letzterEintrag() > 0 && std::all_of(tipp.Eintrag.begin() + 1, tipp.Eintrag.end(), [](const TippEintrag& entry) {
+    const bool usersOwn = !tipp.INITipp && tipp.lastEntry() > 0 && std::all_of(tipp.Eintrag.begin() + 1, tipp.Eintrag.end(), [](const TipEntry& entry) {
         return entry.Hauptschlüssel == "HKEY_CURRENT_USER" || entry.Hauptschlüssel == "HKEY_USERS";
     });
     return usersOwn ? TipEffect::NewLogon : TipEffect::LogonOrRestart;

@@ -2,14 +2,14 @@
 
 namespace brenvik {
 
-void selectValue(BVKRegistry& registry, const WertAenderung& change) {
+void selectValue(BVKRegistry& registry, const ValueChange& change) {
     if (change.name)
         registry.SetValuePath(change.machine, change.path, *change.name);
     else
         registry.SetPath(change.machine, change.path);
 }
 
-RegPath placeOf(const WertAenderung& change) {
+RegPath placeOf(const ValueChange& change) {
     if (!change.name) return parseRegPath(change.path);
     RegPath place = parseRegPath(change.path + "\\");
     place.isKey = false;

@@ -11,15 +11,15 @@ namespace {
 // Keeps a whole key, with class names, times and security.
 class BildSink final : public TreeSink {
 public:
-    explicit BildSink(SchluesselBild& bild) : bild_(bild) {}
+    explicit BildSink(KeyImage& picture) : picture_(picture) {}
     void enter(std::string_view name, const KeyDetails& details) override {
         if (!open_.empty()) below_ += "\\" + std::string(name);
         open_.push_back(below_.size());
-        bild_.unterschluessel.push_back(below_);
-        bild_.details.push_back(details);
+        picture_.unterschluessel.push_back(below_);
+        picture_.details.push_back(details);
     }
     void value(std::string_view name, const RawValue& value) override {
-        bild_.werte.push_back({below_, {ValueName::named(std::string(name)), value}});
+        picture_.values.push_back({below_, {ValueName::named(std::string(name)), value}});
     }
     void leave() override {
         open_.pop_back();
@@ -27,21 +27,21 @@ public:
     }
 
 private:
-    SchluesselBild& bild_;
+    KeyImage& picture_;
     std::string below_;
     std::vector<std::size_t> open_;   // lengths of below_
 };
 
 }  // namespace
 
-SchluesselBild schluesselBild(RegStore& store, const std::string& machine, const RealKey& place) {
-    SchluesselBild bild{machine, std::string(longRootName(place.root)) + "\\" + place.key, {}, {}};
-    BildSink sink(bild);
+KeyImage keyImage(RegStore& store, const std::string& machine, const RealKey& place) {
+    KeyImage picture{machine, std::string(longRootName(place.root)) + "\\" + place.key, {}, {}};
+    BildSink sink(picture);
     store.walk(place.root, place.key, sink);
-    return bild;
+    return picture;
 }
 
-std::vector<SchluesselBild> schluesselBilder(BVKRegistry& registry, const std::string& machine, const std::string& path) {
+std::vector<KeyImage> keyImages(BVKRegistry& registry, const std::string& machine, const std::string& path) {
     const RegPath key = parseRegPath(path + "\\");
     registry.SetPath(machine, path + "\\");
     RegStore& store = registry.selectedStore();
@@ -52,14 +52,14 @@ std::vector<SchluesselBild> schluesselBilder(BVKRegistry& registry, const std::s
         std::erase_if(places, [&](const RealKey& place) { return !store.keyExists(place.root, place.key); });
         if (places.empty()) places.push_back(store.realKey(key.root, key.key));
     }
-    std::vector<SchluesselBild> images;
-    for (const RealKey& place : places) images.push_back(schluesselBild(store, machine, place));
+    std::vector<KeyImage> images;
+    for (const RealKey& place : places) images.push_back(keyImage(store, machine, place));
     return images;
 }
 
-void tellImage(const SchluesselBild& image, TreeSink& sink) {
+void tellImage(const KeyImage& image, TreeSink& sink) {
     std::unordered_map<std::string_view, std::vector<const NamedValue*>> values;
-    for (const auto& value : image.werte) values[value.unter].push_back(&value.wert);
+    for (const auto& value : image.values) values[value.unter].push_back(&value.wert);
     std::ptrdiff_t open = 0;
     for (std::size_t k = 0; k < image.unterschluessel.size(); ++k) {
         const std::string& key = image.unterschluessel[k];

@@ -8,13 +8,13 @@
 namespace brenvik {
 
 // One step of a save, decided before the first write.
-struct GeplanterWert {
-    enum class Tat { Schreiben, Loeschen };
+struct PlannedValue {
+    enum class Tat { Writing, Loeschen };
     std::int16_t eintrag = 0;
     std::string path;
     std::optional<RawValue> alt, neu;
-    Tat tat = Tat::Schreiben;
-    bool geschrieben = false;
+    Tat tat = Tat::Writing;
+    bool written = false;
 };
 
 }  // namespace brenvik

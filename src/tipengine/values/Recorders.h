@@ -6,19 +6,19 @@
 
 namespace brenvik {
 
-class Aufzeichnungen final : public ChangeRecorder {
+class Recorders final : public ChangeRecorder {
 public:
     void add(ChangeRecorder& recorder) { recorders_.push_back(&recorder); }   // must outlive this
-    void begin(const Aenderung& change) override {
+    void begin(const Change& change) override {
         for (ChangeRecorder* recorder : recorders_) recorder->begin(change);
     }
-    void written(const Aenderung& change, std::size_t value) override {
+    void written(const Change& change, std::size_t value) override {
         for (ChangeRecorder* recorder : recorders_) recorder->written(change, value);
     }
-    void finished(const Aenderung& change) override {
+    void finished(const Change& change) override {
         for (ChangeRecorder* recorder : recorders_) recorder->finished(change);
     }
-    bool offerTakeBack(const Aenderung& change) override {
+    bool offerTakeBack(const Change& change) override {
         for (ChangeRecorder* recorder : recorders_)
             if (recorder->offerTakeBack(change)) return true;
         return false;

@@ -14,7 +14,7 @@
 
 namespace brenvik {
 
-void ValueReader::readEntry(std::int16_t i, StatusZeile& status) {
+void ValueReader::readEntry(std::int16_t i, StatusLine& status) {
     bool found = false;
     if (ctx_.aktuellerTipp.INITipp)
         ReadINITipp(i, &status, found);
@@ -27,71 +27,71 @@ void ValueReader::readSilently(Panel& panel) {
     if (ctx_.aktuellerTipp.INITipp) return readIniSilently(panel);
     std::size_t found = 0, shown = 0;
     bool writable = false;
-    for (std::int16_t i : panel.eintraege) {
+    for (std::int16_t i : panel.entries) {
         ReadRecTipp(i, nullptr);
-        writable = writable || !wert(i).nurLesen;
+        writable = writable || !wert(i).readOnly;
         if (!wert(i).gefunden) continue;
         ++found;
-        if (!wert(i).ignoriert) ++shown;
+        if (!wert(i).ignored) ++shown;
     }
     if (found == 0) {
-        RegWertNotFound(panel.eintraege.front(), &panel.status);
+        RegWertNotFound(panel.entries.front(), &panel.status);
         panel.status.text = strBVKTexte(32);
         return;
     }
     if (shown == 0) {
-        panel.status = {strBVKTexte(179), StatusFarbe::Gefunden};
-        fenster().FB_KeySave(true);
+        panel.status = {strBVKTexte(179), StatusColour::Gefunden};
+        windows().FB_KeySave(true);
         return;
     }
     statusOfFound(writable, panel.status);
-    for (std::int16_t i : panel.eintraege) wert(i).blnWertGelesen = wert(i).gefunden && !wert(i).ignoriert;
-    if (shown < panel.eintraege.size()) panel.status = {strBVKTexte(31), StatusFarbe::Gefunden};
-    allowDelete(panel.eintraege.front(), ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
+    for (std::int16_t i : panel.entries) wert(i).blnWertGelesen = wert(i).gefunden && !wert(i).ignored;
+    if (shown < panel.entries.size()) panel.status = {strBVKTexte(31), StatusColour::Gefunden};
+    allowDelete(panel.entries.front(), ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
 }
 
 void ValueReader::readIniSilently(Panel& panel) {
     bool found = false, any = false;
-    for (std::int16_t i : panel.eintraege) {
-        StatusZeile line;
+    for (std::int16_t i : panel.entries) {
+        StatusLine line;
         ReadINITipp(i, &line, found);
         if (!any || !found) panel.status = line;
         any = any || wert(i).blnWertGelesen;
         if (!found) return;   // a file that is not there is asked for once
     }
-    allowDelete(panel.eintraege.front(), any && ctx_.einstellungen.LöschenAktiv);
+    allowDelete(panel.entries.front(), any && ctx_.einstellungen.LöschenAktiv);
 }
 
-void ValueReader::ReadRecTipp(std::int16_t i, StatusZeile* label) {
+void ValueReader::ReadRecTipp(std::int16_t i, StatusLine* label) {
     const bool read = reportAndGoOn(ctx_, "ReadRecTipp", [&] {
-        if (readRecTippOnce(i, label, true)) readRecTippOnce(i, label, false);
+        if (readRecTipOnce(i, label, true)) readRecTipOnce(i, label, false);
     });
-    Arbeitswert& w = wert(i);
+    WorkingValue& w = wert(i);
     if (read || !w.roh) return;
     // It is there in a form that its type does not allow: no panel may stand for it as if it were absent.
-    w.gefunden = w.ignoriert = true;
+    w.gefunden = w.ignored = true;
     w.strAktuellerWert.clear();
     w.strAnzeigeWert.clear();
-    if (label != nullptr) *label = {strBVKTexte(179), StatusFarbe::Gefunden};
-    fenster().FB_KeySave(true);
+    if (label != nullptr) *label = {strBVKTexte(179), StatusColour::Gefunden};
+    windows().FB_KeySave(true);
 }
 
 // Answers whether the value was taken away to adapt its type and should be read once more.
-bool ValueReader::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRepeat) {
-    Arbeitswert& w = wert(i);
+bool ValueReader::readRecTipOnce(std::int16_t i, StatusLine* label, bool mayRepeat) {
+    WorkingValue& w = wert(i);
     ctx_.trace.write("*** ReadRecTipp: START ***");
     tip_.replaceSid(i);
-    const TippEintrag& e = eintrag(i);
+    const TipEntry& e = eintrag(i);
     if (ctx_.trace.debug()) {
         ctx_.trace.write("Registrypfad: " + e.Hauptschlüssel + "\\" + e.Schlüssel + "\\" + e.Wertname);
         ctx_.trace.write("RechnerName: " + ctx_.strRechnername);
     }
-    w.gefunden = w.ignoriert = w.nurLesen = false;
+    w.gefunden = w.ignored = w.readOnly = false;
     w.roh.reset();
     BVKRegistry& reg = tip_.valueOf(i);
     if (!reg.Exists(KEY_QUERY_VALUE_MASK)) {
         RegWertNotFound(i, label);
-        if (label == nullptr) w.nurLesen = readOnlyNow(i);   // one of several: it must not break the save of the others
+        if (label == nullptr) w.readOnly = readOnlyNow(i);   // one of several: it must not break the save of the others
         ctx_.trace.write("*** ReadRecTipp: ENDE ***");
         return false;
     }
@@ -111,10 +111,10 @@ bool ValueReader::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRe
         if (!adapted) {
             w.strAktuellerWert.clear();
             w.strAnzeigeWert.clear();
-            w.ignoriert = true;
+            w.ignored = true;
             if (label != nullptr) {
-                *label = {tip_.lookOnly ? fmt::format(meldung::AndererDatentyp, DatenTypText(ctx_, type)) : strBVKTexte(179),
-                          StatusFarbe::Gefunden};
+                *label = {tip_.lookOnly ? fmt::format(messages::OtherDataType, DatenTypText(ctx_, type)) : strBVKTexte(179),
+                          StatusColour::Gefunden};
             }
         }
         return adapted && mayRepeat;
@@ -122,15 +122,15 @@ bool ValueReader::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRe
     if (!CheckDatenWert(i)) {
         w.strAktuellerWert.clear();
         w.strAnzeigeWert.clear();
-        w.ignoriert = true;
-        if (label != nullptr) *label = {strBVKTexte(179), StatusFarbe::Gefunden};
-        fenster().FB_KeySave(true);
+        w.ignored = true;
+        if (label != nullptr) *label = {strBVKTexte(179), StatusColour::Gefunden};
+        windows().FB_KeySave(true);
         return false;
     }
     if (ctx_.trace.debug()) ctx_.trace.write("Wert umgerechnet: " + traceValue(e.Wertname, w.strAktuellerWert));
-    w.nurLesen = readOnlyNow(i);
+    w.readOnly = readOnlyNow(i);
     if (label != nullptr) {
-        statusOfFound(!w.nurLesen, *label);
+        statusOfFound(!w.readOnly, *label);
         w.blnWertGelesen = true;
     }
     allowDelete(i, ctx_.einstellungen.LöschenAktiv && ctx_.blnSchreibrecht);
@@ -142,57 +142,57 @@ bool ValueReader::readRecTippOnce(std::int16_t i, StatusZeile* label, bool mayRe
 bool ValueReader::readOnlyNow(std::int16_t i) const { return ctx_.istNT() && !tip_.mayWrite(i); }
 
 // Status and commands of what was found.
-void ValueReader::statusOfFound(bool writable, StatusZeile& label) {
-    label = {strBVKTexte(writable ? 20 : 18), StatusFarbe::Gefunden};
+void ValueReader::statusOfFound(bool writable, StatusLine& label) {
+    label = {strBVKTexte(writable ? 20 : 18), StatusColour::Gefunden};
     ctx_.blnSchreibrecht = writable;
-    fenster().FB_KeySave(writable);
-    fenster().FB_Default(writable);
-    fenster().FB_RegFile(true);
+    windows().FB_KeySave(writable);
+    windows().FB_Default(writable);
+    windows().FB_RegFile(true);
     ctx_.blnEinWertGelesen = true;
 }
 
 void ValueReader::allowDelete(std::int16_t i, bool on) {
-    fenster().FB_KeyDel(on);
-    loeschSperre_ = on ? std::int16_t{0} : i;
+    windows().FB_KeyDel(on);
+    deleteBlocked_ = on ? std::int16_t{0} : i;
 }
 
 std::string ValueReader::deleteBlocker() const {
-    const std::int16_t i = loeschSperre_ > 0 && loeschSperre_ <= letzterEintrag() ? loeschSperre_ : std::int16_t{1};
-    if (letzterEintrag() < i) return {};
+    const std::int16_t i = deleteBlocked_ > 0 && deleteBlocked_ <= lastEntry() ? deleteBlocked_ : std::int16_t{1};
+    if (lastEntry() < i) return {};
     const std::string& name = eintrag(i).Wertname;
-    return fmt::format(meldung::Eintragszeile, i, name.empty() ? name : " (" + name + ")", tip_.statusOf(i).text);
+    return fmt::format(messages::EntryLine, i, name.empty() ? name : " (" + name + ")", tip_.statusOf(i).text);
 }
 
-void ValueReader::RegWertNotFound(std::int16_t i, StatusZeile* label) {
+void ValueReader::RegWertNotFound(std::int16_t i, StatusLine* label) {
     ctx_.trace.write("Wert nicht vorhanden");
-    Arbeitswert& w = wert(i);
+    WorkingValue& w = wert(i);
     w.strAktuellerWert.clear();
     w.strAnzeigeWert.clear();
     if (label == nullptr) return;
     ctx_.blnSchreibrecht = true;
-    *label = {strBVKTexte(21), StatusFarbe::Fehlt};
+    *label = {strBVKTexte(21), StatusColour::Missing};
     w.blnWertGelesen = false;
-    fenster().FB_RegFile(false);
+    windows().FB_RegFile(false);
     allowDelete(i, false);
-    fenster().FB_KeySave(true);
+    windows().FB_KeySave(true);
 }
 
-void ValueReader::ReadINITipp(std::int16_t i, StatusZeile* label, bool& found) {
+void ValueReader::ReadINITipp(std::int16_t i, StatusLine* label, bool& found) {
     reportAndGoOn(ctx_, "ReadINITipp", [&] {
-        Arbeitswert& w = wert(i);
+        WorkingValue& w = wert(i);
         std::string path;
-        w.gefunden = w.ignoriert = false;
+        w.gefunden = w.ignored = false;
         files_.DateiCheck(i, path, found);
         if (found) {
-            const Profildatei content = TipFiles::load(files_.file(i));
+            const ProfileFile content = TipFiles::load(files_.file(i));
             const auto value = content.value(eintrag(i).Schlüssel, eintrag(i).Wertname);
             w.gefunden = value.has_value();
             w.strAnzeigeWert = w.strAktuellerWert = value.value_or(std::string());
-            if (kindOf(eintrag(i)).typed && content.value(eintrag(i).Schlüssel, eintrag(i).Wertname, 0) != value) w.sperre = meldung::IniSperre;
+            if (kindOf(eintrag(i)).typed && content.value(eintrag(i).Schlüssel, eintrag(i).Wertname, 0) != value) w.lock = messages::IniLock;
             if (label != nullptr) {
-                fenster().FB_KeySave(true);
+                windows().FB_KeySave(true);
                 const bool there = !w.strAktuellerWert.empty();
-                *label = {"[Wert in " + path + (there ? " vorhanden]" : " nicht vorhanden]"), there ? StatusFarbe::Gefunden : StatusFarbe::Fehlt};
+                *label = {"[Wert in " + path + (there ? " vorhanden]" : " nicht vorhanden]"), there ? StatusColour::Gefunden : StatusColour::Missing};
                 allowDelete(i, there && ctx_.einstellungen.LöschenAktiv);
                 w.blnWertGelesen = there;
             }
@@ -200,8 +200,8 @@ void ValueReader::ReadINITipp(std::int16_t i, StatusZeile* label, bool& found) {
             w.blnWertGelesen = false;
             files_.missing(path, label);
         }
-        fenster().FB_RegFile(false);
-        fenster().FB_KeyInfo(false);
+        windows().FB_RegFile(false);
+        windows().FB_KeyInfo(false);
         ctx_.blnSchreibrecht = true;
     });
 }

@@ -17,8 +17,8 @@ namespace brenvik {
 bool ValueReader::DatenTypOK(std::int32_t regType, std::int16_t i) {
     ProcTrace trace(ctx_.trace, "DatenTypOK");
     trace.p(regType).p(i);
-    TippEintrag& e = eintrag(i);
-    Arbeitswert& w = wert(i);
+    TipEntry& e = eintrag(i);
+    WorkingValue& w = wert(i);
     trace.note("If " + std::to_string(regType) + " <> " + std::to_string(e.Datentyp));
     bool ok = true;
     const bool bothStrings = (regType == 1 && e.Datentyp == 2) || (regType == 2 && e.Datentyp == 1);
@@ -34,11 +34,11 @@ bool ValueReader::DatenTypOK(std::int32_t regType, std::int16_t i) {
             blnDatenTypAnpassen_ = true;
             trace.note("Info: Datentyp wird automatisch angepasst");
         } else {
-            DatentypAnfrage window;
-            window.tippNummer = std::to_string(e.TippIndex);
-            window.typDatenbank = DatenTypText(ctx_, e.Datentyp);
-            window.typRegistry = DatenTypText(ctx_, regType);
-            window.inhalt = w.strAktuellerWert;
+            DatentypRequest window;
+            window.tipNumber = std::to_string(e.TippIndex);
+            window.typeDatabase = DatenTypText(ctx_, e.Datentyp);
+            window.typeRegistry = DatenTypText(ctx_, regType);
+            window.contents = w.strAktuellerWert;
             ctx_.port.showWindow(window);
             blnDatenTypAbbruch_ = !window.weiter;
             blnDatenTypAnpassen_ = window.weiter;
@@ -50,12 +50,12 @@ bool ValueReader::DatenTypOK(std::int32_t regType, std::int16_t i) {
 
 // Takes the value of the other type away. Its raw content goes into a change record first.
 bool ValueReader::adaptType(std::int16_t i) {
-    Arbeitswert& w = wert(i);
-    if (w.typBehandelt) return false;
-    w.typBehandelt = true;
-    Aenderung change = tip_.newChange(Aenderung::Art::TypAngepasst);
-    change.werte.push_back(tip_.changeOfValue(i, w.roh, std::nullopt));
-    LaufendeAenderung running(recorder_, change);
+    WorkingValue& w = wert(i);
+    if (w.typeHandled) return false;
+    w.typeHandled = true;
+    Change change = tip_.newChange(Change::Art::TypeAdapted);
+    change.values.push_back(tip_.changeOfValue(i, w.roh, std::nullopt));
+    RunningChange running(recorder_, change);
     if (!WertDel(i)) return false;
     running.written(0);
     return true;
@@ -80,8 +80,8 @@ bool ValueReader::WertDel(std::int16_t index) {
 
 // Puts strAktuellerWert into display form; false if it is none of the values that the Tip knows.
 bool ValueReader::CheckDatenWert(std::int16_t i) {
-    const TippEintrag& e = eintrag(i);
-    Arbeitswert& w = wert(i);
+    const TipEntry& e = eintrag(i);
+    WorkingValue& w = wert(i);
     std::string& value = w.strAktuellerWert;
     bool ok = true;
     const bool converted = reportAndGoOn(ctx_, "CheckDatenWert", [&] {

@@ -11,13 +11,13 @@
 #include "tipdb/Schema.h"
 #include "tipdb/sql/SqlEngine.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
 namespace {
 
-class Leser {
+class Reader {
 public:
-    Leser(SqlEngine& engine, Beschwerden& complaints) : engine_(engine), complaints_(complaints) {}
+    Reader(SqlEngine& engine, Complaints& complaints) : engine_(engine), complaints_(complaints) {}
 
     // Calls take for each row; a field that cannot be read is a complaint about that row.
     void rows(const std::string& table, const std::string& sql, const std::function<void(const RecordSet&, const Ort&)>& take) {
@@ -25,21 +25,21 @@ public:
             RecordSet rs(sql, engine_.query(sql));
             for (std::int64_t i = 1; !rs.atEOF(); rs.MoveNext(), ++i) {
                 Ort ort{table, 0, "Zeile", i};
-                if (table == TabelleRegDaten && !rs.isNull(spalte::Index)) ort = {table, 0, "Index", rs.wholeNumber(spalte::Index)};
+                if (table == TableRegDaten && !rs.isNull(spalte::Index)) ort = {table, 0, "Index", rs.wholeNumber(spalte::Index)};
                 try {
                     take(rs, ort);
                 } catch (const NumberedError& error) {
                     complaints_.add(ort, std::string("Die Zeile ist nicht lesbar: ") + error.what());
                 }
             }
-        } catch (const DatenbankFehler& error) {
+        } catch (const DatabaseErrors& error) {
             complaints_.add({table}, error.what());
         }
     }
 
 private:
     SqlEngine& engine_;
-    Beschwerden& complaints_;
+    Complaints& complaints_;
 };
 
 OptText textOf(const RecordSet& rs, int column) { return rs.isNull(column) ? OptText() : OptText(rs.text(column)); }
@@ -85,13 +85,13 @@ Zeile rowOf(const RecordSet& rs, const Ort& ort, int hauptIndex) {
     return z;
 }
 
-void checkTree(Leser& reader, const Bestand& b, Beschwerden& complaints) {
+void checkTree(Reader& reader, const Stock& b, Complaints& complaints) {
     std::set<std::int64_t> known;
-    for (const GruppenQuelle& g : b.gruppen) known.insert(g.nummer);
+    for (const GroupSource& g : b.gruppen) known.insert(g.nummer);
     std::int64_t previous = 0;
-    reader.rows(TabelleTreebaum, "Select * From Treebaum order by Nachfolger", [&](const RecordSet& rs, const Ort& ort) {
-        const std::int64_t vorgaenger = rs.wholeNumber(baumSpalte::Vorgänger), ebene = rs.wholeNumber(baumSpalte::Ebene), wanted = rs.wholeNumber(baumSpalte::Gruppe);
-        if (ebene < 1 || vorgaenger != ebene || ebene > previous + 1) complaints.add(ort, "Ebene " + std::to_string(ebene) + " mit Vorgänger " + std::to_string(vorgaenger) + " hat im Baum keinen Platz.");
+    reader.rows(TableTreebaum, "Select * From Treebaum order by Nachfolger", [&](const RecordSet& rs, const Ort& ort) {
+        const std::int64_t predecessor = rs.wholeNumber(treeColumn::Vorgänger), ebene = rs.wholeNumber(treeColumn::Ebene), wanted = rs.wholeNumber(treeColumn::Gruppe);
+        if (ebene < 1 || predecessor != ebene || ebene > previous + 1) complaints.add(ort, "Ebene " + std::to_string(ebene) + " mit Vorgänger " + std::to_string(predecessor) + " hat im Baum keinen Platz.");
         else if (ebene > static_cast<std::int64_t>(MaxTreeLevels)) complaints.add(ort, "Ebene " + std::to_string(ebene) + " ist zu tief, erlaubt sind " + std::to_string(MaxTreeLevels) + ".");
         previous = ebene;
         if (known.count(wanted) == 0) complaints.add(ort, "Die Gruppe " + std::to_string(wanted) + " gibt es nicht.");
@@ -100,24 +100,24 @@ void checkTree(Leser& reader, const Bestand& b, Beschwerden& complaints) {
 
 }  // namespace
 
-Bestand readFinishedDatabase(const std::filesystem::path& file, const std::string& password, Beschwerden& complaints) {
-    SqlEngine engine(readDatabase(file, password, {std::begin(TipTabellen), std::end(TipTabellen)}));
-    Leser reader(engine, complaints);
-    Bestand b;
-    reader.rows(TabelleVersion, "Select * From Version", [&](const RecordSet& rs, const Ort& ort) {
-        b.versionen.push_back({ort, rs.textOrEmpty(versionSpalte::Version), rs.textOrEmpty(versionSpalte::Datum), rs.textOrEmpty(versionSpalte::Format)});
+Stock readFinishedDatabase(const std::filesystem::path& file, const std::string& password, Complaints& complaints) {
+    SqlEngine engine(readDatabase(file, password, {std::begin(TipTables), std::end(TipTables)}));
+    Reader reader(engine, complaints);
+    Stock b;
+    reader.rows(TableVersion, "Select * From Version", [&](const RecordSet& rs, const Ort& ort) {
+        b.versions.push_back({ort, rs.textOrEmpty(versionColumn::Version), rs.textOrEmpty(versionColumn::Datum), rs.textOrEmpty(versionColumn::Format)});
     });
-    reader.rows(TabelleGruppennamen, "Select * From Gruppennamen order by Gruppe", [&](const RecordSet& rs, const Ort& ort) {
-        GruppenQuelle group;
+    reader.rows(TableGruppennamen, "Select * From Gruppennamen order by Gruppe", [&](const RecordSet& rs, const Ort& ort) {
+        GroupSource group;
         group.ort = ort;
-        group.name = rs.textOrEmpty(gruppenSpalte::Name);
-        group.nummer = rs.wholeNumber(gruppenSpalte::Nummer);
-        group.beschreibung = textOf(rs, gruppenSpalte::Beschreibung);
+        group.name = rs.textOrEmpty(groupColumn::Name);
+        group.nummer = rs.wholeNumber(groupColumn::Nummer);
+        group.beschreibung = textOf(rs, groupColumn::Beschreibung);
         b.gruppen.push_back(group);
     });
     checkTree(reader, b, complaints);
     // HauptIndex has no fixed place: it is asked for by name and comes behind all other columns.
-    reader.rows(TabelleRegDaten, "Select *, HauptIndex From RegDaten", [&](const RecordSet& rs, const Ort& ort) { b.zeilen.push_back(rowOf(rs, ort, static_cast<int>(rs.FieldCount()) - 1)); });
+    reader.rows(TableRegDaten, "Select *, HauptIndex From RegDaten", [&](const RecordSet& rs, const Ort& ort) { b.lines.push_back(rowOf(rs, ort, static_cast<int>(rs.FieldCount()) - 1)); });
     return b;
 }
 

@@ -4,9 +4,9 @@
 
 #include "Model.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
-// Throws DatenbankFehler if the file cannot be read. Missing tables and cells that do not fit are complaints.
-Bestand readFinishedDatabase(const std::filesystem::path& file, const std::string& password, Beschwerden& complaints);
+// Throws DatabaseErrors if the file cannot be read. Missing tables and cells that do not fit are complaints.
+Stock readFinishedDatabase(const std::filesystem::path& file, const std::string& password, Complaints& complaints);
 
 }  // namespace brenvik::tipbau

@@ -8,20 +8,20 @@
 #include "frame/toml/TomlText.h"
 #include "tipengine/kinds/Kind.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
 namespace {
 
 namespace fs = std::filesystem;
 
 // One table of a source. Fields are fetched by name; those nobody fetched are unknown and complained about at the end.
-class Felder {
+class Fields {
 public:
-    Felder(const toml::table& table, std::string datei, Beschwerden& complaints)
+    Fields(const toml::table& table, std::string datei, Complaints& complaints)
         : table_(table), datei_(std::move(datei)), complaints_(complaints) {}
 
     Ort ort() const { return {datei_, static_cast<int>(table_.source().begin.line)}; }
-    Ort ortVon(const std::string& name) const {
+    Ort placeOf(const std::string& name) const {
         const toml::node* node = table_.get(name);
         return node == nullptr ? ort() : Ort{datei_, static_cast<int>(node->source().begin.line)};
     }
@@ -29,7 +29,7 @@ public:
         known_.insert(name);
         return table_.get(name);
     }
-    void complain(const std::string& name, const std::string& text) { complaints_.add(ortVon(name), name + ": " + text); }
+    void complain(const std::string& name, const std::string& text) { complaints_.add(placeOf(name), name + ": " + text); }
 
     OptText text(const std::string& name, bool required = false) {
         const toml::node* node = get(name);
@@ -115,12 +115,12 @@ public:
                 complaints_.add({datei_, static_cast<int>(key.source().begin.line)}, "Das Feld \"" + std::string(key.str()) + "\" ist unbekannt.");
     }
     const std::string& datei() const { return datei_; }
-    Beschwerden& complaints() { return complaints_; }
+    Complaints& complaints() { return complaints_; }
 
 private:
     const toml::table& table_;
     std::string datei_;
-    Beschwerden& complaints_;
+    Complaints& complaints_;
     std::set<std::string> known_;
 };
 
@@ -131,51 +131,51 @@ OptText withCrLf(OptText text) {
 }
 
 // The number of a name; nothing where there is none, which has been complained about if it had to be there.
-template <class Names> std::optional<std::int64_t> named(Felder& felder, const std::string& field, const Names& names, bool required) {
-    const OptText text = felder.text(field, required);
+template <class Names> std::optional<std::int64_t> named(Fields& fields, const std::string& field, const Names& names, bool required) {
+    const OptText text = fields.text(field, required);
     if (!text) return std::nullopt;
     for (const SourceName& name : names)
         if (*text == name.text) return name.nummer;
     std::string allowed;
     for (const SourceName& name : names) allowed += (allowed.empty() ? "" : ", ") + std::string(name.text);
-    felder.complain(field, "\"" + *text + "\" ist unbekannt; möglich sind " + allowed + ".");
+    fields.complain(field, "\"" + *text + "\" ist unbekannt; möglich sind " + allowed + ".");
     return std::nullopt;
 }
 
-void readSystems(Felder& felder, Zeile& head) {
-    const auto systems = felder.texts("systeme");
+void readSystems(Fields& fields, Zeile& head) {
+    const auto systems = fields.texts("systeme");
     if (!systems) {
-        if (felder.get("systeme") == nullptr) felder.complaints().add(felder.ort(), "Das Feld \"systeme\" fehlt.");
+        if (fields.get("systeme") == nullptr) fields.complaints().add(fields.ort(), "Das Feld \"systeme\" fehlt.");
         return;
     }
     const std::array<std::pair<const char*, bool*>, 6> known = {{{"95", &head.Win95}, {"98", &head.Win98}, {"ME", &head.WinME}, {"NT", &head.WinNT}, {"2000", &head.Win2000}, {"XP", &head.WinXP}}};
     for (const std::string& system : *systems) {
         const auto hit = std::find_if(known.begin(), known.end(), [&](const auto& k) { return system == k.first; });
-        if (hit == known.end()) felder.complain("systeme", "\"" + system + "\" ist unbekannt; möglich sind 95, 98, ME, NT, 2000, XP.");
-        else if (*hit->second) felder.complain("systeme", "\"" + system + "\" steht doppelt.");
+        if (hit == known.end()) fields.complain("systeme", "\"" + system + "\" ist unbekannt; möglich sind 95, 98, ME, NT, 2000, XP.");
+        else if (*hit->second) fields.complain("systeme", "\"" + system + "\" steht doppelt.");
         else *hit->second = true;
     }
 }
 
 // What belongs to the Tip as a whole; further rows start as copies of it.
-Zeile readTip(Felder& felder, std::int64_t fileGroup) {
+Zeile readTip(Fields& fields, std::int64_t fileGroup) {
     static constexpr std::array<SourceName, 3> Restarts = {{{"nein", 0}, {"neustart", 1}, {"desktop", 2}}};
     Zeile head;
-    head.ort = felder.ort();
-    head.Index = felder.number("nummer", true).value_or(0);
-    head.Überschrift = felder.text("titel", true);
-    head.Beschreibung = withCrLf(felder.text("beschreibung", true));
-    head.Gruppen = felder.numbers("gruppen").value_or(std::vector<std::int64_t>{fileGroup});
-    readSystems(felder, head);
-    head.NeuInVersion = felder.text("neu", true);
-    head.Neustart = named(felder, "neustart", Restarts, true).value_or(0);
-    head.HilfeNummer = felder.number("hilfe");
-    head.Symbol = felder.number("symbol").value_or(2);
-    head.ADMExport = felder.flag("adm");
-    head.INITipp = felder.flag("ini");
+    head.ort = fields.ort();
+    head.Index = fields.number("nummer", true).value_or(0);
+    head.Überschrift = fields.text("titel", true);
+    head.Beschreibung = withCrLf(fields.text("beschreibung", true));
+    head.Gruppen = fields.numbers("gruppen").value_or(std::vector<std::int64_t>{fileGroup});
+    readSystems(fields, head);
+    head.NeuInVersion = fields.text("neu", true);
+    head.Neustart = named(fields, "neustart", Restarts, true).value_or(0);
+    head.HilfeNummer = fields.number("hilfe");
+    head.Symbol = fields.number("symbol").value_or(2);
+    head.ADMExport = fields.flag("adm");
+    head.INITipp = fields.flag("ini");
     const std::pair<const char*, const char*> places[] = {{"nummer", "Index"}, {"titel", "Überschrift"}, {"beschreibung", "Beschreibung"}, {"gruppen", "Gruppen"}, {"systeme", "WinXP"},
                                                           {"neu", "NeuInVersion"}, {"hilfe", "HilfeNummer"}, {"symbol", "Symbol"}, {"adm", "ADMExport"}, {"ini", "INITipp"}};
-    for (const auto& [field, column] : places) head.felder[column] = felder.ortVon(field).zeile;
+    for (const auto& [field, column] : places) head.fields[column] = fields.placeOf(field).zeile;
     return head;
 }
 
@@ -185,106 +185,106 @@ std::vector<SourceName> kindNames() {
     return names;
 }
 
-void readEntry(Felder& felder, Zeile& row) {
-    row.ort = felder.ort();
-    const auto kind = named(felder, "art", kindNames(), true);
+void readEntry(Fields& fields, Zeile& row) {
+    row.ort = fields.ort();
+    const auto kind = named(fields, "art", kindNames(), true);
     row.Ausgabeart = kind.value_or(0);
-    row.Hauptschlüssel = felder.text("wurzel");
-    row.Schlüssel = felder.text("schluessel");
-    row.SchlüsselNT = felder.text("schluessel_nt");
-    row.Wertname = felder.text("name");
+    row.Hauptschlüssel = fields.text("wurzel");
+    row.Schlüssel = fields.text("schluessel");
+    row.SchlüsselNT = fields.text("schluessel_nt");
+    row.Wertname = fields.text("name");
     const bool typed = !row.INITipp && !kindOf(row.Ausgabeart).menu;  // the others hold texts
-    const auto type = named(felder, "typ", SourceTypes, typed);
+    const auto type = named(fields, "typ", SourceTypes, typed);
     row.Datentyp = type.value_or(typ::Sz);
-    row.artLesbar = kind && (type || (!typed && felder.get("typ") == nullptr));
-    row.WertEin = felder.text("ein");
-    row.WertAus = felder.text("aus");
-    row.Anzeigetext = felder.listText("anzeige");
-    row.Werteliste = felder.listText("werte");
-    row.Standardwert = felder.text("standard");
-    row.Beschriftung = felder.text("beschriftung");
-    row.Verweis = felder.number("verweis");
-    row.TypAnpassen = felder.number("typanpassen").value_or(0);
-    if (row.TypAnpassen != 0) felder.complain("typanpassen", "Nur 0 ist möglich: vor einem Wechsel des Datentyps wird gefragt.");
+    row.kindReadable = kind && (type || (!typed && fields.get("typ") == nullptr));
+    row.WertEin = fields.text("ein");
+    row.WertAus = fields.text("aus");
+    row.Anzeigetext = fields.listText("anzeige");
+    row.Werteliste = fields.listText("werte");
+    row.Standardwert = fields.text("standard");
+    row.Beschriftung = fields.text("beschriftung");
+    row.Verweis = fields.number("verweis");
+    row.TypAnpassen = fields.number("typanpassen").value_or(0);
+    if (row.TypAnpassen != 0) fields.complain("typanpassen", "Nur 0 ist möglich: vor einem Wechsel des Datentyps wird gefragt.");
     const std::pair<const char*, const char*> places[] = {{"art", "Ausgabeart"}, {"wurzel", "Hauptschlüssel"}, {"schluessel", "Schlüssel"}, {"schluessel_nt", "SchlüsselNT"}, {"name", "Wertname"}, {"typ", "Datentyp"},
                                                           {"ein", "WertEin"}, {"aus", "WertAus"}, {"anzeige", "Anzeigetext"}, {"werte", "Werteliste"}, {"standard", "Standardwert"}, {"beschriftung", "Beschriftung"}, {"verweis", "Verweis"}};
-    for (const auto& [field, column] : places) row.felder[column] = felder.ortVon(field).zeile;
+    for (const auto& [field, column] : places) row.fields[column] = fields.placeOf(field).zeile;
 }
 
-void addTip(Felder& tip, std::int64_t fileGroup, Bestand& out) {
+void addTip(Fields& tip, std::int64_t fileGroup, Stock& out) {
     const Zeile head = readTip(tip, fileGroup);
     const auto entries = tip.tables("wert");
     if (entries.empty()) tip.complaints().add(tip.ort(), "Der Tipp hat keinen Abschnitt [[tipp.wert]].");
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        Felder felder(*entries[i], tip.datei(), tip.complaints());
+        Fields fields(*entries[i], tip.datei(), tip.complaints());
         Zeile row = head;
-        const auto number = felder.number("nummer", i > 0);
-        readEntry(felder, row);
-        felder.finish();
+        const auto number = fields.number("nummer", i > 0);
+        readEntry(fields, row);
+        fields.finish();
         if (i == 0) {
-            if (number && *number != head.Index) felder.complain("nummer", "Der erste Wert trägt die Nummer des Tipps.");
+            if (number && *number != head.Index) fields.complain("nummer", "Der erste Wert trägt die Nummer des Tipps.");
             row.AnzahlWerte = static_cast<std::int64_t>(entries.size()) - 1;
         } else {
             row.Index = number.value_or(0);
-            row.felder["Index"] = felder.ortVon("nummer").zeile;
+            row.fields["Index"] = fields.placeOf("nummer").zeile;
             row.HauptIndex = head.Index;
             row.Überschrift.reset();
             row.Beschreibung.reset();
             row.HilfeNummer.reset();
         }
-        out.zeilen.push_back(std::move(row));
+        out.lines.push_back(std::move(row));
     }
     tip.finish();
 }
 
-void addGroupFile(const toml::table& root, const std::string& datei, Beschwerden& complaints, Bestand& out) {
-    Felder file(root, datei, complaints);
+void addGroupFile(const toml::table& root, const std::string& datei, Complaints& complaints, Stock& out) {
+    Fields file(root, datei, complaints);
     const toml::node* node = file.get("gruppe");
     std::int64_t number = 0;
     if (node == nullptr || node->as_table() == nullptr) {
         complaints.add({datei, 1}, "Der Abschnitt [gruppe] fehlt.");
     } else {
-        Felder felder(*node->as_table(), datei, complaints);
-        GruppenQuelle group;
-        group.ort = felder.ort();
-        group.nummer = number = felder.number("nummer", true).value_or(0);
-        group.name = felder.text("name", true).value_or("");
-        group.beschreibung = withCrLf(felder.text("beschreibung", true));
-        group.oberhalb = felder.number("oberhalb").value_or(0);
-        group.reihenfolge = felder.number("reihenfolge", true).value_or(0);
-        felder.finish();
+        Fields fields(*node->as_table(), datei, complaints);
+        GroupSource group;
+        group.ort = fields.ort();
+        group.nummer = number = fields.number("nummer", true).value_or(0);
+        group.name = fields.text("name", true).value_or("");
+        group.beschreibung = withCrLf(fields.text("beschreibung", true));
+        group.above = fields.number("oberhalb").value_or(0);
+        group.sequence = fields.number("reihenfolge", true).value_or(0);
+        fields.finish();
         out.gruppen.push_back(group);
     }
     for (const toml::table* table : file.tables("tipp")) {
-        Felder tip(*table, datei, complaints);
+        Fields tip(*table, datei, complaints);
         addTip(tip, number, out);
     }
     file.finish();
 }
 
-void addVersions(const toml::table& root, const std::string& datei, Beschwerden& complaints, Bestand& out) {
-    Felder file(root, datei, complaints);
+void addVersions(const toml::table& root, const std::string& datei, Complaints& complaints, Stock& out) {
+    Fields file(root, datei, complaints);
     for (const toml::table* table : file.tables("version")) {
-        Felder felder(*table, datei, complaints);
+        Fields fields(*table, datei, complaints);
         Version version;
-        version.ort = felder.ort();
-        version.Version = felder.text("version", true).value_or("");
-        version.Datum = felder.text("datum", true).value_or("");
-        version.Format = felder.text("format", true).value_or("");
-        felder.finish();
-        out.versionen.push_back(version);
+        version.ort = fields.ort();
+        version.Version = fields.text("version", true).value_or("");
+        version.Datum = fields.text("datum", true).value_or("");
+        version.Format = fields.text("format", true).value_or("");
+        fields.finish();
+        out.versions.push_back(version);
     }
     file.finish();
 }
 
 }  // namespace
 
-Bestand readSources(const fs::path& folder, Beschwerden& complaints) {
+Stock readSources(const fs::path& folder, Complaints& complaints) {
     std::vector<fs::path> files;
     for (const auto& entry : fs::directory_iterator(folder))
         if (entry.path().extension() == ".toml") files.push_back(entry.path());
     std::sort(files.begin(), files.end());
-    Bestand result;
+    Stock result;
     for (const fs::path& file : files) {
         const std::string datei = utf8FromPath(file);
         try {

@@ -4,10 +4,10 @@
 
 #include "Model.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
 // Reads version.toml and all other *.toml of the folder in the order of their names. What is not in the format (unknown
 // fields, wrong kinds of values, missing fields) is complained about; the rest is filled in as far as it goes.
-Bestand readSources(const std::filesystem::path& folder, Beschwerden& complaints);
+Stock readSources(const std::filesystem::path& folder, Complaints& complaints);
 
 }  // namespace brenvik::tipbau

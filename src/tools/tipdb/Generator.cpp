@@ -4,7 +4,7 @@
 
 #include "tipengine/Panel.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
 namespace {
 
@@ -35,20 +35,20 @@ Zeile rowOf(std::int64_t index, std::int64_t group) {
 
 }  // namespace
 
-Bestand generated(std::size_t rows) {
-    Bestand b;
-    b.versionen = {{{}, "1.2.0", "20.05.2002", "8"}, {{}, "1.2.18", "09.11.2002", "8"}};
+Stock generated(std::size_t rows) {
+    Stock b;
+    b.versions = {{{}, "1.2.0", "20.05.2002", "8"}, {{}, "1.2.18", "09.11.2002", "8"}};
     for (std::int64_t g = 1; g <= Groups; ++g) {
-        GruppenQuelle group;
-        group.nummer = group.reihenfolge = g;
+        GroupSource group;
+        group.nummer = group.sequence = g;
         group.name = "Gruppe " + std::to_string(g);
         group.beschreibung = "Die Einstellungen der Gruppe " + std::to_string(g) + ".";
-        group.oberhalb = g <= 5 ? 0 : (g - 1) % 5 + 1;
+        group.above = g <= 5 ? 0 : (g - 1) % 5 + 1;
         b.gruppen.push_back(group);
     }
     std::int64_t index = 0;
-    for (std::size_t values = MostValues; b.zeilen.size() < rows; values = values % MostValues + 1) {
-        const std::size_t count = std::min(values, rows - b.zeilen.size());
+    for (std::size_t values = MostValues; b.lines.size() < rows; values = values % MostValues + 1) {
+        const std::size_t count = std::min(values, rows - b.lines.size());
         const std::int64_t head = ++index, group = head % Groups + 1;
         Zeile first = rowOf(head, group);
         first.Überschrift = "Tipp Nummer " + std::to_string(head) + ": Oberfläche anpassen";
@@ -56,11 +56,11 @@ Bestand generated(std::size_t rows) {
                              ". Sie wirkt erst nach einem Neustart des Rechners und läßt sich jederzeit wieder zurücknehmen.";
         first.HilfeNummer = 200 + head % 50;
         first.AnzahlWerte = static_cast<std::int64_t>(count) - 1;
-        b.zeilen.push_back(first);
+        b.lines.push_back(first);
         for (std::size_t i = 1; i < count; ++i) {
             Zeile further = rowOf(++index, group);
             further.HauptIndex = head;
-            b.zeilen.push_back(further);
+            b.lines.push_back(further);
         }
     }
     return b;

@@ -4,16 +4,16 @@
 #include <set>
 #include <tuple>
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
-void Beschwerden::add(const Ort& ort, const std::string& text) { liste_.push_back({ort, text}); }
+void Complaints::add(const Ort& ort, const std::string& text) { liste_.push_back({ort, text}); }
 
-void Beschwerden::hint(const Ort& ort, const std::string& text) { hinweise_.push_back({ort, "Hinweis: " + text}); }
+void Complaints::hint(const Ort& ort, const std::string& text) { hints_.push_back({ort, "Hinweis: " + text}); }
 
-std::vector<std::string> Beschwerden::lines() const { return sortedLines(liste_); }
-std::vector<std::string> Beschwerden::hints() const { return sortedLines(hinweise_); }
+std::vector<std::string> Complaints::lines() const { return sortedLines(liste_); }
+std::vector<std::string> Complaints::hints() const { return sortedLines(hints_); }
 
-std::vector<std::string> Beschwerden::sortedLines(std::vector<Eintrag> entries) {
+std::vector<std::string> Complaints::sortedLines(std::vector<Eintrag> entries) {
     std::stable_sort(entries.begin(), entries.end(), [](const Eintrag& a, const Eintrag& b) {
         return std::tie(a.ort.datei, a.ort.zeile, a.ort.nummer) < std::tie(b.ort.datei, b.ort.zeile, b.ort.nummer);
     });
@@ -26,9 +26,9 @@ std::vector<std::string> Beschwerden::sortedLines(std::vector<Eintrag> entries) 
     return result;
 }
 
-Ort Zeile::ortVon(const std::string& feld) const {
-    const auto place = felder.find(feld);
-    return place == felder.end() ? ort : Ort{ort.datei, place->second, {}, 0};
+Ort Zeile::placeOf(const std::string& field) const {
+    const auto place = fields.find(field);
+    return place == fields.end() ? ort : Ort{ort.datei, place->second, {}, 0};
 }
 
 }  // namespace brenvik::tipbau

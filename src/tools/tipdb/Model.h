@@ -11,21 +11,21 @@
 #include "registry/ValueOperations.h"
 #include "tipengine/kinds/SourceCheck.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
 // Where something stands, as the user finds it: "tipps/03_symbole.toml:12" or "RegDaten, Index 5".
 struct Ort {
     std::string datei;
     int zeile = 0;            // of a source; 0: the place has no lines
-    std::string satz = {};    // of a table instead: "Index", "Zeile"
+    std::string item = {};    // of a table instead: "Index", "Zeile"
     std::int64_t nummer = 0;  // and which one
     std::string text() const {
         if (zeile > 0) return datei + ":" + std::to_string(zeile);
-        return satz.empty() ? datei : datei + ", " + satz + " " + std::to_string(nummer);
+        return item.empty() ? datei : datei + ", " + item + " " + std::to_string(nummer);
     }
 };
 
-class Beschwerden {
+class Complaints {
 public:
     void add(const Ort& ort, const std::string& text);
     void hint(const Ort& ort, const std::string& text);   // worth a look, but nothing wrong
@@ -39,7 +39,7 @@ private:
         std::string text;
     };
     static std::vector<std::string> sortedLines(std::vector<Eintrag> entries);
-    std::vector<Eintrag> liste_, hinweise_;
+    std::vector<Eintrag> liste_, hints_;
 };
 
 struct Version {
@@ -47,19 +47,19 @@ struct Version {
     std::string Version, Datum, Format;
 };
 
-struct GruppenQuelle {
+struct GroupSource {
     Ort ort;
     std::int64_t nummer = 0;
     std::string name;
     std::optional<std::string> beschreibung;
-    std::int64_t oberhalb = 0;  // number of the parent group, 0: none
-    std::int64_t reihenfolge = 0;
+    std::int64_t above = 0;  // number of the parent group, 0: none
+    std::int64_t sequence = 0;
 };
 
 // One row of RegDaten. Absent texts and numbers are null columns.
 struct Zeile : SourceRow {
     Ort ort;
-    std::map<std::string, int> felder;  // line of each field of the source, by its column
+    std::map<std::string, int> fields;  // line of each field of the source, by its column
     std::int64_t Index = 0, HauptIndex = 0;
     std::vector<std::int64_t> Gruppen;
     OptText Hauptschlüssel, Schlüssel, SchlüsselNT;
@@ -72,16 +72,16 @@ struct Zeile : SourceRow {
     OptText NeuInVersion;
     std::optional<std::int64_t> Neustart;
     bool ADMExport = false;
-    bool artLesbar = true;    // the source names a kind and a type that there are; else the rules of the kind say nothing
+    bool kindReadable = true;    // the source names a kind and a type that there are; else the rules of the kind say nothing
 
-    bool istKopf() const { return HauptIndex == 0; }
-    Ort ortVon(const std::string& feld) const;
+    bool isHeading() const { return HauptIndex == 0; }
+    Ort placeOf(const std::string& field) const;
 };
 
-struct Bestand {
-    std::vector<Version> versionen;
-    std::vector<GruppenQuelle> gruppen;
-    std::vector<Zeile> zeilen;  // table order; the rows of a Tip need not follow each other
+struct Stock {
+    std::vector<Version> versions;
+    std::vector<GroupSource> gruppen;
+    std::vector<Zeile> lines;  // table order; the rows of a Tip need not follow each other
 };
 
 // Texts and numbers of the format.

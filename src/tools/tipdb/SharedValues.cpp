@@ -5,7 +5,7 @@
 #include "frame/text/Conversions.h"
 #include "tipengine/kinds/Kind.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
 namespace {
 
@@ -25,11 +25,11 @@ std::string placeOf(const Zeile& row, bool nt) {
 
 }  // namespace
 
-void hintSharedValues(const Bestand& bestand, Beschwerden& complaints) {
+void hintSharedValues(const Stock& stock, Complaints& complaints) {
     std::map<std::pair<int, std::string>, std::int64_t> owner;   // by system and place: the Tip that has it first
-    for (const Zeile& row : bestand.zeilen) {
+    for (const Zeile& row : stock.lines) {
         if (!isOneValue(row)) continue;
-        const std::int64_t tip = row.istKopf() ? row.Index : row.HauptIndex;
+        const std::int64_t tip = row.isHeading() ? row.Index : row.HauptIndex;
         const bool systems[] = {row.Win95, row.Win98, row.WinME, row.WinNT, row.Win2000, row.WinXP};
         std::set<std::int64_t> others;
         for (int i = 0; i < 6; ++i) {
@@ -37,7 +37,7 @@ void hintSharedValues(const Bestand& bestand, Beschwerden& complaints) {
             const auto [place, isNew] = owner.try_emplace({i, placeOf(row, i >= 3)}, tip);
             if (!isNew && place->second != tip) others.insert(place->second);
         }
-        for (const std::int64_t other : others) complaints.hint(row.ortVon("Wertname"), "Diesen Wert hat auch der Tipp " + std::to_string(other) + ".");
+        for (const std::int64_t other : others) complaints.hint(row.placeOf("Wertname"), "Diesen Wert hat auch der Tipp " + std::to_string(other) + ".");
     }
 }
 

@@ -9,7 +9,7 @@
 #include "frame/Errors.h"
 #include "frame/files/FileSystem.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
 namespace {
 
@@ -24,9 +24,9 @@ constexpr const char* Schema =
     "\"Symbol\" INTEGER,\"Verweis\" INTEGER,\"Win95\" INTEGER,\"Win98\" INTEGER,\"WinME\" INTEGER,\"WinNT\" INTEGER,\"Win2000\" INTEGER,\"NeuInVersion\" TEXT,"
     "\"Neustart\" INTEGER,\"INITipp\" INTEGER,\"Beschriftung\" TEXT,\"WinXP\" INTEGER,\"ADMExport\" INTEGER,\"HauptIndex\" INTEGER);";
 
-class Ziel {
+class Target {
 public:
-    Ziel() {
+    Target() {
         sqlite3* raw = nullptr;
         const int rc = sqlite3_open_v2(":memory:", &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY, nullptr);
         db_.reset(raw);
@@ -52,48 +52,48 @@ private:
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> db_{nullptr, sqlite3_close};
 };
 
-class Einfuegung {
+class Insertion {
 public:
-    Einfuegung(const Ziel& ziel, const std::string& table, int columns) : ziel_(ziel) {
+    Insertion(const Target& target, const std::string& table, int columns) : target_(target) {
         std::string sql = "INSERT INTO \"" + table + "\" VALUES(?";
         for (int i = 1; i < columns; ++i) sql += ",?";
         sqlite3_stmt* raw = nullptr;
-        if (sqlite3_prepare_v2(ziel.get(), (sql + ")").c_str(), -1, &raw, nullptr) != SQLITE_OK) ziel.fail();
+        if (sqlite3_prepare_v2(target.get(), (sql + ")").c_str(), -1, &raw, nullptr) != SQLITE_OK) target.fail();
         statement_.reset(raw);
     }
-    Einfuegung& add(std::int64_t value) {
+    Insertion& add(std::int64_t value) {
         sqlite3_bind_int64(statement_.get(), ++column_, value);
         return *this;
     }
-    Einfuegung& add(const std::string& value) {
+    Insertion& add(const std::string& value) {
         sqlite3_bind_text(statement_.get(), ++column_, value.c_str(), static_cast<int>(value.size()), SQLITE_TRANSIENT);
         return *this;
     }
-    template <class T> Einfuegung& add(const std::optional<T>& value) {
+    template <class T> Insertion& add(const std::optional<T>& value) {
         if (value) return add(*value);
         sqlite3_bind_null(statement_.get(), ++column_);
         return *this;
     }
     void store() {
-        if (sqlite3_step(statement_.get()) != SQLITE_DONE) ziel_.fail();
+        if (sqlite3_step(statement_.get()) != SQLITE_DONE) target_.fail();
         sqlite3_reset(statement_.get());
         column_ = 0;
     }
 
 private:
-    const Ziel& ziel_;
+    const Target& target_;
     std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement_{nullptr, sqlite3_finalize};
     int column_ = 0;
 };
 
 // The groups from top to bottom of the tree, with their levels; the level below the root is 1.
-struct Knoten {
+struct Node {
     std::int64_t gruppe, ebene;
 };
 
 using Kinder = std::map<std::int64_t, std::vector<std::int64_t>>;   // numbers of the groups below each, in their order
 
-void addChildren(const Kinder& children, std::int64_t parent, std::int64_t ebene, std::vector<Knoten>& out) {
+void addChildren(const Kinder& children, std::int64_t parent, std::int64_t ebene, std::vector<Node>& out) {
     const auto own = children.find(parent);
     if (own == children.end()) return;
     for (const std::int64_t group : own->second) {
@@ -102,27 +102,27 @@ void addChildren(const Kinder& children, std::int64_t parent, std::int64_t ebene
     }
 }
 
-std::vector<Knoten> treeOf(std::vector<GruppenQuelle> groups) {
-    std::stable_sort(groups.begin(), groups.end(), [](const GruppenQuelle& a, const GruppenQuelle& b) {
-        return a.reihenfolge != b.reihenfolge ? a.reihenfolge < b.reihenfolge : a.nummer < b.nummer;
+std::vector<Node> treeOf(std::vector<GroupSource> groups) {
+    std::stable_sort(groups.begin(), groups.end(), [](const GroupSource& a, const GroupSource& b) {
+        return a.sequence != b.sequence ? a.sequence < b.sequence : a.nummer < b.nummer;
     });
     Kinder children;
-    for (const GruppenQuelle& g : groups) children[g.oberhalb].push_back(g.nummer);
-    std::vector<Knoten> nodes;
+    for (const GroupSource& g : groups) children[g.above].push_back(g.nummer);
+    std::vector<Node> nodes;
     addChildren(children, 0, 1, nodes);
     return nodes;
 }
 
-void writeGroups(const Ziel& ziel, const Bestand& b) {
-    Einfuegung names(ziel, "Gruppennamen", 3);
-    for (const GruppenQuelle& g : b.gruppen) names.add(g.name).add(g.nummer).add(g.beschreibung).store();
-    const std::vector<Knoten> nodes = treeOf(b.gruppen);
-    Einfuegung tree(ziel, "Treebaum", 5);
+void writeGroups(const Target& target, const Stock& b) {
+    Insertion names(target, "Gruppennamen", 3);
+    for (const GroupSource& g : b.gruppen) names.add(g.name).add(g.nummer).add(g.beschreibung).store();
+    const std::vector<Node> nodes = treeOf(b.gruppen);
+    Insertion tree(target, "Treebaum", 5);
     std::int64_t running = 0;
-    for (const Knoten& node : nodes) {
+    for (const Node& node : nodes) {
         ++running;
-        const std::int64_t vorgaenger = node.ebene;  // the parent's level plus one
-        tree.add(running).add(vorgaenger).add(node.ebene).add(node.gruppe).add(running).store();
+        const std::int64_t predecessor = node.ebene;  // the parent's level plus one
+        tree.add(running).add(predecessor).add(node.ebene).add(node.gruppe).add(running).store();
     }
 }
 
@@ -132,10 +132,10 @@ std::string joined(const std::vector<std::int64_t>& numbers) {
     return text;
 }
 
-void writeRows(const Ziel& ziel, const Bestand& b) {
+void writeRows(const Target& target, const Stock& b) {
     const std::optional<std::int64_t> nothing;
-    Einfuegung rows(ziel, "RegDaten", 34);
-    for (const Zeile& z : b.zeilen) {
+    Insertion rows(target, "RegDaten", 34);
+    for (const Zeile& z : b.lines) {
         rows.add(z.Index).add(joined(z.Gruppen)).add(z.Hauptschlüssel).add(z.Schlüssel).add(z.SchlüsselNT).add(z.Wertname);
         rows.add(z.Datentyp).add(z.Ausgabeart).add(z.Überschrift).add(nothing).add(z.Beschreibung).add(z.HilfeNummer).add(z.AnzahlWerte);
         rows.add(nothing).add(z.WertEin).add(z.Anzeigetext).add(z.WertAus).add(z.Werteliste).add(z.Standardwert).add(z.TypAnpassen);
@@ -147,15 +147,15 @@ void writeRows(const Ziel& ziel, const Bestand& b) {
 
 }  // namespace
 
-void writeDatabase(const Bestand& bestand, const std::filesystem::path& file) {
+void writeDatabase(const Stock& stock, const std::filesystem::path& file) {
     std::string bytes;
     {
-        const Ziel ziel;
-        Einfuegung versions(ziel, "Version", 3);
-        for (const Version& v : bestand.versionen) versions.add(v.Version).add(v.Datum).add(v.Format).store();
-        writeGroups(ziel, bestand);
-        writeRows(ziel, bestand);
-        bytes = ziel.bytes();
+        const Target target;
+        Insertion versions(target, "Version", 3);
+        for (const Version& v : stock.versions) versions.add(v.Version).add(v.Datum).add(v.Format).store();
+        writeGroups(target, stock);
+        writeRows(target, stock);
+        bytes = target.bytes();
     }
     writeFileAtomic(file, bytes);
 }

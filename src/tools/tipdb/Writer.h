@@ -5,8 +5,8 @@
 
 #include "Model.h"
 
-namespace brenvik::tipbau {
+namespace brenvik::tipbuild {
 
-void writeDatabase(const Bestand& bestand, const std::filesystem::path& file);  // throws NumberedError
+void writeDatabase(const Stock& stock, const std::filesystem::path& file);  // throws NumberedError
 
 }  // namespace brenvik::tipbau

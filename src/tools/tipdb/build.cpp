@@ -15,15 +15,15 @@
 namespace {
 
 using namespace brenvik;
-using namespace brenvik::tipbau;
+using namespace brenvik::tipbuild;
 
 std::string plural(std::size_t count, const std::string& one, const std::string& many) { return std::to_string(count) + " " + (count == 1 ? one : many); }
 
-std::string summary(const Bestand& b) {
+std::string summary(const Stock& b) {
     std::size_t tips = 0;
-    for (const Zeile& row : b.zeilen) tips += row.istKopf() ? 1 : 0;
-    return plural(b.gruppen.size(), "Gruppe", "Gruppen") + ", " + plural(tips, "Tipp", "Tipps") + ", " + plural(b.zeilen.size(), "Zeile", "Zeilen") +
-           (b.versionen.empty() ? "" : ", Version " + b.versionen.back().Version);
+    for (const Zeile& row : b.lines) tips += row.isHeading() ? 1 : 0;
+    return plural(b.gruppen.size(), "Gruppe", "Gruppen") + ", " + plural(tips, "Tipp", "Tipps") + ", " + plural(b.lines.size(), "Zeile", "Zeilen") +
+           (b.versions.empty() ? "" : ", Version " + b.versions.back().Version);
 }
 
 void print(std::ostream& out, const std::vector<std::string>& lines) {
@@ -31,8 +31,8 @@ void print(std::ostream& out, const std::vector<std::string>& lines) {
 }
 
 int build(const std::filesystem::path& folder, const std::filesystem::path& target) {
-    Beschwerden complaints;
-    const Bestand sources = readSources(folder, complaints);
+    Complaints complaints;
+    const Stock sources = readSources(folder, complaints);
     checkAll(sources, complaints);
     print(std::cerr, complaints.hints());
     if (!complaints.empty()) {
@@ -46,8 +46,8 @@ int build(const std::filesystem::path& folder, const std::filesystem::path& targ
 }
 
 int check(const std::filesystem::path& file, const std::string& password) {
-    Beschwerden complaints;
-    const Bestand found = readFinishedDatabase(file, password, complaints);
+    Complaints complaints;
+    const Stock found = readFinishedDatabase(file, password, complaints);
     checkAll(found, complaints);
     print(std::cout, complaints.hints());
     print(std::cout, complaints.lines());

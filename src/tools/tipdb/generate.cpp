@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        brenvik::tipbau::writeDatabase(brenvik::tipbau::generated(rows), brenvik::pathFromUtf8(file));
+        brenvik::tipbuild::writeDatabase(brenvik::tipbuild::generated(rows), brenvik::pathFromUtf8(file));
     } catch (const std::exception& error) {
         std::cerr << "tipdb-erzeugen: " << error.what() << "\n";
         return 1;
