@@ -75,15 +75,14 @@ public:
 
 private:
     RegStore& store(const std::string& path);
-    std::optional<RawValue> rawAt(const std::string& path);
+    std::optional<RawValue> rawAt(const std::string& key, const std::string& name);
     BrowserValue rowOf(std::string name, std::int32_t type, std::string text) const;
     bool refuse(std::string text);
     bool deletingAllowed();
-    bool usableValueName(const std::string& name);
     bool usableKeyName(const std::string& name);
     template <class Step> bool reported(const Step& step);
     Change newChange(Change::Art art) const;
-    ValueChange valueChange(const std::string& path, std::optional<RawValue> before, std::optional<RawValue> after) const;
+    ValueChange valueChange(const std::string& key, const std::string& name, std::optional<RawValue> before, std::optional<RawValue> after) const;
     template <class Write> bool recorded(Change& change, const Write& write);
     void moveTree(const RegPath& from, const std::string& toKey);
     void removeTree(const std::string& key);
@@ -119,8 +118,8 @@ RegStore& Browser::store(const std::string& path) {
     return ctx_.objBVKReg.selectedStore();
 }
 
-std::optional<RawValue> Browser::rawAt(const std::string& path) {
-    ctx_.objBVKReg.SetPath(machine_, path);
+std::optional<RawValue> Browser::rawAt(const std::string& key, const std::string& name) {
+    ctx_.objBVKReg.SetValuePath(machine_, key, name);
     return ctx_.objBVKReg.ReadRaw();
 }
 
@@ -211,12 +210,6 @@ bool Browser::refuse(std::string text) {
 
 bool Browser::deletingAllowed() { return ctx_.einstellungen.LöschenAktiv || refuse(messages::DeletingNotAllowed); }
 
-// A path text could not tell a backslash in a name from one between keys: neither this change nor taking it back
-// would be sure to reach its value.
-bool Browser::usableValueName(const std::string& name) {
-    return name.find('\\') == std::string::npos || refuse(fmt::format(messages::ValueNameWithSeparator, name));
-}
-
 bool Browser::usableKeyName(const std::string& name) {
     if (name.empty() || name.find('\\') != std::string::npos) return refuse(messages::KeyNameInvalid);
     try {
@@ -234,8 +227,12 @@ Change Browser::newChange(Change::Art art) const {
     return change;
 }
 
-ValueChange Browser::valueChange(const std::string& path, std::optional<RawValue> before, std::optional<RawValue> after) const {
-    return {machine_, path, 0, std::move(before), std::move(after), false};
+// A path text could not tell a backslash in a name from one between keys.
+ValueChange Browser::valueChange(const std::string& key, const std::string& name, std::optional<RawValue> before, std::optional<RawValue> after) const {
+    const bool apart = name.find('\\') != std::string::npos;
+    ValueChange change{machine_, apart ? key : childPath(key, name), 0, std::move(before), std::move(after), false};
+    if (apart) change.name = name;
+    return change;
 }
 
 // The record is opened before the first write and closed whatever happens.
@@ -256,10 +253,9 @@ template <class Write> bool Browser::recorded(Change& change, const Write& write
 }
 
 bool Browser::writeValue(const std::string& key, const std::string& name, const std::optional<RawValue>& before, const RawValue& value) {
-    if (!usableValueName(name)) return false;
     const std::string path = childPath(key, name);
     std::optional<RawValue> present;
-    if (!reported([&] { present = rawAt(path); })) return false;
+    if (!reported([&] { present = rawAt(key, name); })) return false;
     if (present == value) return true;
     if (present != before) {
         if (!before) return refuse(fmt::format(messages::ValueAlreadyThere, path));
@@ -267,9 +263,9 @@ bool Browser::writeValue(const std::string& key, const std::string& name, const 
             return false;
     }
     Change change = newChange(Change::Art::Speichern);
-    change.values.push_back(valueChange(path, present, value));
+    change.values.push_back(valueChange(key, name, present, value));
     return recorded(change, [&] {
-        ctx_.objBVKReg.SetPath(machine_, path);
+        ctx_.objBVKReg.SetValuePath(machine_, key, name);
         ctx_.objBVKReg.WriteRaw(value);
     });
 }
@@ -277,15 +273,14 @@ bool Browser::writeValue(const std::string& key, const std::string& name, const 
 bool Browser::renameValue(const std::string& key, const std::string& name, const std::string& to) {
     if (name == to) return true;
     if (to.empty()) return refuse(messages::ValueNameEmpty);
-    if (!usableValueName(name) || !usableValueName(to)) return false;
     const bool caseOnly = sameName(name, to);
-    const std::string from = childPath(key, name), target = childPath(key, to);
+    const std::string target = childPath(key, to);
     std::optional<RawValue> data, taken;
-    if (!reported([&] { data = rawAt(from), taken = rawAt(target); }) || !data) return false;
+    if (!reported([&] { data = rawAt(key, name), taken = rawAt(key, to); }) || !data) return false;
     if (taken && !caseOnly) return refuse(fmt::format(messages::ValueAlreadyThere, target));
     Change change = newChange(Change::Art::Speichern);
-    if (!caseOnly) change.values.push_back(valueChange(from, data, std::nullopt));
-    change.values.push_back(valueChange(target, taken, data));
+    if (!caseOnly) change.values.push_back(valueChange(key, name, data, std::nullopt));
+    change.values.push_back(valueChange(key, to, taken, data));
     return recorded(change, [&] {
         const RegPath path = parseRegPath(key + "\\");
         RegStore& registry = store(key);
@@ -297,16 +292,16 @@ bool Browser::renameValue(const std::string& key, const std::string& name, const
 }
 
 bool Browser::deleteValue(const std::string& key, const std::string& name) {
-    if (!deletingAllowed() || !usableValueName(name)) return false;
+    if (!deletingAllowed()) return false;
     const std::string path = childPath(key, name);
     std::optional<RawValue> data;
-    if (!reported([&] { data = rawAt(path); }) || !data) return false;
+    if (!reported([&] { data = rawAt(key, name); }) || !data) return false;
     if (!ctx_.port.ask(fmt::format(messages::DeleteValueQuestion, name.empty() ? path + messages::StandardWert : path), box::Exclamation)) return false;
     ctx_.click();
     Change change = newChange(Change::Art::Loeschen);
-    change.values.push_back(valueChange(path, data, std::nullopt));
+    change.values.push_back(valueChange(key, name, data, std::nullopt));
     return recorded(change, [&] {
-        ctx_.objBVKReg.SetPath(machine_, path);
+        ctx_.objBVKReg.SetValuePath(machine_, key, name);
         if (!ctx_.objBVKReg.DeleteValue()) throw RegError(regerr::NoAccess, "Der Wert kann nicht gelöscht werden.");
     });
 }

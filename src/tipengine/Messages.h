@@ -76,8 +76,6 @@ inline constexpr char StandardWert[] = "(default)";
 inline constexpr char DeletingNotAllowed[] =
     "Das Löschen ist in den Einstellungen nicht erlaubt. Unter Extras, Optionen kann es eingeschaltet werden.";
 inline constexpr char ValueNameEmpty[] = "Bitte geben Sie einen Namen für den Wert ein.";
-inline constexpr char ValueNameWithSeparator[] =
-    "Der Wertname \"{}\" enthält das Zeichen \"\\\". Solche Werte können hier angesehen, aber nicht geändert werden.";
 inline constexpr char ValueAlreadyThere[] = "Der Wert {} ist schon vorhanden.";
 inline constexpr char ValueChangedMeanwhile[] =
     "Der Wert {} wurde inzwischen geändert. Dort steht jetzt:\r\n\r\n{}\r\n\r\nSoll er trotzdem überschrieben werden ?";

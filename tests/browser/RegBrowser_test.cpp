@@ -63,20 +63,25 @@ TEST_F(BrowserFixture, ValuesAreRenamedAndDeleted) {
     EXPECT_TRUE(browser->renameValue(Key, "Text", "TEXT"));
     EXPECT_EQ(get("text"), "1:grün");
     EXPECT_EQ(probe.recorder.ended.at(1).values.size(), 1u) << "taking it back in any order must not delete it";
-    port().expectBox("enthält das Zeichen");
-    EXPECT_FALSE(browser->renameValue(Key, "Text", "C:\\x"));
+    EXPECT_TRUE(browser->renameValue(Key, "Text", "C:\\x"));      // belongs to the name
+    EXPECT_TRUE(browser->writeValue(Key, "C:\\x", text("grün"), text("rot")));
+    EXPECT_EQ(browser->value(Key, "C:\\x"), text("rot"));
+    EXPECT_FALSE(browser->exists(std::string(Key) + "\\C:"));
+    const ValueChange& apart = probe.recorder.ended.at(3).values.at(0);
+    EXPECT_EQ(apart.path + "|" + apart.name.value_or("-"), std::string(Key) + "|C:\\x");
+    EXPECT_TRUE(browser->renameValue(Key, "C:\\x", "Text"));
 
     port().expectBox("Der Wert " + std::string(Key) + "\\Zahl wird gelöscht", Answer::No).expectBox("wird gelöscht", Answer::Yes);
     EXPECT_FALSE(browser->deleteValue(Key, "Zahl"));
     EXPECT_EQ(get("Zahl"), "4:-1");
     EXPECT_TRUE(browser->deleteValue(Key, "Zahl"));
     EXPECT_EQ(get("Zahl"), "-");
-    EXPECT_EQ(probe.recorder.ended.at(2).values.at(0).alt, fromText("-1", 4));
+    EXPECT_EQ(probe.recorder.ended.back().values.at(0).alt, fromText("-1", 4));
     probe.ctx->einstellungen.LöschenAktiv = false;
     port().expectBox("nicht erlaubt").expectBox("nicht erlaubt");
     EXPECT_FALSE(browser->deleteValue(Key, "Text"));
     EXPECT_FALSE(browser->deleteKey(Key));
-    EXPECT_EQ(get("Text"), "1:grün");
+    EXPECT_EQ(get("Text"), "1:rot");
 }
 
 TEST_F(BrowserFixture, KeysAreMadeRenamedAndDeleted) {

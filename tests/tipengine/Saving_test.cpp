@@ -61,6 +61,10 @@ TEST(Speichern, TheChangeKnowsTheRawValues) {
     EXPECT_EQ(values[1].alt, std::nullopt);
     EXPECT_TRUE(values[0].written && values[1].written);
     EXPECT_EQ(p.platform.settingChanges.size(), 1u);
+
+    p.engine->input().userText(0, "<DelKey>");   // in whatever letters
+    p.saveOk();
+    EXPECT_EQ(p.get("HKCU\\Software\\Probe\\A"), "-");
 }
 
 // Once something of it was written, the registry may only be read any more.

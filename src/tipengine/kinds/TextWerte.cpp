@@ -5,6 +5,7 @@
 
 #include "frame/Errors.h"
 #include "frame/text/Conversions.h"
+#include "registry/ValueOperations.h"
 #include "registry/text/ValueText.h"
 #include "tipengine/Messages.h"
 #include "tipengine/kinds/Parts.h"
@@ -43,6 +44,7 @@ std::string TextWerteKind::dwordForm(std::int32_t value) const { return Dec2Hex(
 
 std::optional<std::string> TextWerteKind::valueText(const CurrentTip&, const Panel& panel, std::int16_t) const {
     std::string text = panel.text;
+    if (lowerCase(text) == DelKey) return DelKey;   // however it is spelt, nobody means it as a text
     if (panel.multiLine) std::replace(text.begin(), text.end(), '\n', '\0');
     return text;
 }
