@@ -248,7 +248,7 @@ void UndoAnswer::writeRegistry(const JournalEntry& change, const Plan& plan) {
     store.transaction([&] {
         for (const auto& [place, now, target] : plan.key) {
             if (!target.unterschluessel.empty()) {
-                replaceTree(store, place.root, place.key, [&](TreeSink& sink) { tellImage(target, sink); });
+                replaceTree(store, place.root, place.key, [&image = target](TreeSink& sink) { tellImage(image, sink); });
             } else {
                 store.clear(place.root, place.key);
                 store.deleteKey(place.root, place.key);
