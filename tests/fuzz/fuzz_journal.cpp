@@ -49,7 +49,7 @@ void makeRows(sqlite3* db, FuzzedDataProvider& input) {
         const char* columns;   // n number, t text, b bytes, l long bytes
     } tables[] = {{"INSERT OR REPLACE INTO aenderung VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)", "ntttttnnttnnnnnn"}, {"INSERT OR REPLACE INTO wert VALUES(?,?,?,?,?,?,?,?,?,?)", "nntnnbnbnt"},
                   {"INSERT OR REPLACE INTO paar VALUES(?,?,?)", "nnt"},           {"INSERT INTO neuerschluessel VALUES(?,?)", "nt"},
-                  {"INSERT OR REPLACE INTO schluessel VALUES(?,?,?,?,?,?)", "nntnnn"}, {"INSERT OR REPLACE INTO unterschluessel VALUES(?,?,?,?,?,?,?)", "nnntbnb"},
+                  {"INSERT OR REPLACE INTO schluessel VALUES(?,?,?,?,?,?)", "nntnnn"}, {"INSERT OR REPLACE INTO unterschluessel VALUES(?,?,?,?,?,?,?,?,?)", "nnntbnbnn"},
                   {"INSERT OR REPLACE INTO unterwert VALUES(?,?,?,?,?,?,?)", "nnnttnb"}, {"INSERT OR REPLACE INTO datei VALUES(?,?,?,?,?,?,?)", "nntnbbn"}};
     for (int row = 0; row < 60 && input.remaining_bytes() > 0; ++row) {
         const auto& table = tables[input.ConsumeIntegralInRange<std::size_t>(0, std::size(tables) - 1)];
